@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/playback/VideoOutput.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace stackreel
+{
+
+/// Notes when a player showed which frame. Any thread.
+class RecordingOutput : public VideoOutput
+{
+public:
+    struct Shown {
+        double seconds; ///< the frame's time in the file
+        std::chrono::steady_clock::time_point at;
+    };
+
+    void present(VideoFrame frame) noexcept override
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_shown.push_back({frame.seconds, std::chrono::steady_clock::now()});
+        }
+        m_changed.notify_all();
+    }
+    void clear() noexcept override {}
+
+    /// Waits until the condition holds for what was shown so far, at most for `limit`.
+    template <typename Condition>
+    bool waitFor(Condition condition, std::chrono::seconds limit)
+    {
+        std::unique_lock lock(m_mutex);
+        return m_changed.wait_for(lock, limit, [&] { return condition(m_shown); });
+    }
+    std::vector<Shown> take()
+    {
+        const std::lock_guard lock(m_mutex);
+        return std::exchange(m_shown, {});
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::vector<Shown> m_shown;
+};
+
+} // namespace stackreel

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace stackreel
+{
+
+/// A command that cannot be carried out. `what()` is a whole sentence for the user, UTF-8 around the bytes of
+/// any path in it.
+class CliError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+} // namespace stackreel

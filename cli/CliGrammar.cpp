@@ -1,0 +1,126 @@
+#include "cli/CliGrammar.h"
+
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <algorithm>
+
+namespace stackreel
+{
+
+namespace
+{
+
+constexpr const char* description =
+    "Turns a landscape video into a vertical one: two crops of it, one above the other.";
+constexpr const char* footer = "Exit status: 0 done, 1 failed, 2 wrong usage; 130, 143, 129 and 131 when "
+                               "ended by Ctrl-C, SIGTERM, a hang-up or Ctrl-\\.";
+
+void describeFile(CLI::App* command, const char* name, std::string& value, const char* meaning)
+{
+    command->add_option(name, value, meaning)->type_name("");
+}
+
+void describeFlag(CLI::App* command, const char* name, bool& value, const char* meaning)
+{
+    command->add_flag(name, value, meaning)->disable_flag_override();
+}
+
+} // namespace
+
+CliGrammar::CliGrammar()
+    : m_app(description, "stackreel-cli"),
+      m_probe(m_app.add_subcommand("probe", "Show what a video is")),
+      m_export(m_app.add_subcommand("export", "Make the vertical video of a landscape one"))
+{
+    m_app.set_version_flag("--version", "stackreel-cli " STACKREEL_VERSION, "Show the version");
+    m_app.require_subcommand(1);
+    m_app.allow_extras();
+    m_app.footer(footer);
+    for (CLI::App* app : {&m_app, m_probe, m_export}) {
+        app->set_help_flag("-h,--help", "Show this help");
+        app->get_formatter()->column_width(30);
+        app->get_formatter()->label("SUBCOMMAND", "COMMAND ...");
+        app->get_formatter()->label("Positionals", "Files");
+        app->get_formatter()->label("REQUIRED", "");
+    }
+    m_probe->group("Commands");
+    m_export->group("Commands");
+    describeProbe();
+    describeExport();
+}
+
+void CliGrammar::parse(std::vector<std::string> arguments)
+{
+    const auto separator = std::find(arguments.begin(), arguments.end(), "--");
+    // The parser takes a lone "++" for the end of a command instead of for a file.
+    std::replace(arguments.begin(), separator, std::string("++"), std::string("./++"));
+    std::reverse(arguments.begin(), arguments.end());
+    m_app.parse(std::move(arguments));
+}
+
+std::string CliGrammar::command() const
+{
+    const auto parsed = m_app.get_subcommands();
+    return parsed.empty() ? std::string() : parsed.front()->get_name();
+}
+
+std::vector<std::string> CliGrammar::leftOver() const
+{
+    std::vector<std::string> words = m_app.remaining(true);
+    words.erase(std::remove(words.begin(), words.end(), "--"), words.end());
+    return words;
+}
+
+std::vector<std::string> CliGrammar::knownWords() const
+{
+    const std::string name = command();
+    if (name.empty())
+        return {"probe", "export", "--help", "--version"};
+    std::vector<std::string> words;
+    for (const CLI::Option* option : m_app.get_subcommand(name)->get_options())
+        for (const std::string& word : option->get_lnames())
+            words.push_back("--" + word);
+    return words;
+}
+
+void CliGrammar::describeValue(const char* name, std::string& value, const char* kind, const char* meaning)
+{
+    m_export->add_option(name, value, meaning)
+        ->type_name(kind)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+void CliGrammar::describeProbe()
+{
+    m_probe->allow_extras();
+    describeFile(m_probe, "SOURCE", m_values.source, "The video");
+    m_probe->get_option("SOURCE")->required();
+    describeFlag(m_probe, "--json", m_values.json, "Print one JSON object");
+}
+
+void CliGrammar::describeExport()
+{
+    m_export->allow_extras();
+    describeFile(m_export, "SOURCE", m_values.source, "The landscape video");
+    m_export->get_option("SOURCE")->required();
+    describeFile(m_export, "DESTINATION", m_values.destination,
+                 "The .mp4 file to write [beside the source, its name with -vertical.mp4]");
+    describeValue("--aspect", m_values.aspect, "9:16|4:5|1:1|Custom", "Shape of the output [9:16]");
+    describeValue("--size", m_values.size, "WxH",
+                  "Size of a Custom output in pixels, each side 2 to 16384, rounded down to even");
+    describeValue("--top", m_values.top, "X,Y,W,H",
+                  "Upper crop in fractions of the displayed frame, moved and sized into it [left]");
+    describeValue("--bottom", m_values.bottom, "X,Y,W,H", "Lower crop, likewise [right]");
+    describeValue("--from", m_values.from, "S", "Start in seconds [0]");
+    describeValue("--to", m_values.to, "S",
+                  "End in seconds [the source's end]; at least 0.25 s are exported");
+    describeFlag(m_export, "--no-audio", m_values.noAudio, "Leave the sound out");
+    describeFlag(m_export, "--overwrite", m_values.overwrite,
+                 "Replace an existing destination (never the source)");
+    describeFlag(m_export, "--dry-run", m_values.dryRun, "Only print the arguments of ffmpeg, one per line");
+    describeFlag(m_export, "--json", m_values.json, "With --dry-run, print them as a JSON array");
+    describeFlag(m_export, "--quiet", m_values.quiet, "Show no progress");
+}
+
+} // namespace stackreel

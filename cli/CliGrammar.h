@@ -1,0 +1,64 @@
+#pragma once
+
+#include <CLI/App.hpp>
+
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+/// The values of the options as the user wrote them; empty for those not given.
+struct RawOptions {
+    std::string source;
+    std::string destination;
+    std::string aspect;
+    std::string size;
+    std::string top;
+    std::string bottom;
+    std::string from;
+    std::string to;
+    bool noAudio = false;
+    bool overwrite = false;
+    bool dryRun = false;
+    bool json = false;
+    bool quiet = false;
+};
+
+/// The grammar of the command line, and what one command line is by it. Says nothing about what values mean.
+class CliGrammar
+{
+public:
+    CliGrammar();
+    CliGrammar(const CliGrammar&) = delete;
+    CliGrammar& operator=(const CliGrammar&) = delete;
+
+    /// Reads the arguments, without the program's own name; once per object. Throws what CLI11 throws:
+    /// `CLI::CallForHelp`, `CLI::CallForVersion` with the version's text, and another `CLI::ParseError` when
+    /// something is missing. Words it has no place for are no error but left over.
+    void parse(std::vector<std::string> arguments);
+
+    const RawOptions& values() const { return m_values; }
+    /// The help on the command in use, or on the program when there is none.
+    std::string help() const { return m_app.help(); }
+    /// The command in use; empty when there is none.
+    std::string command() const;
+    /// Whether an option of `export`, or a file named by its placeholder, was given.
+    bool given(const std::string& option) const { return m_export->count(option) > 0; }
+    /// The words that have no place, in order.
+    std::vector<std::string> leftOver() const;
+    /// What could stand in place of a word left over: the options of the command in use, or the commands.
+    std::vector<std::string> knownWords() const;
+
+private:
+    void describeProbe();
+    void describeExport();
+    void describeValue(const char* name, std::string& value, const char* kind, const char* meaning);
+
+    RawOptions m_values;
+    CLI::App m_app;
+    CLI::App* m_probe;
+    CLI::App* m_export;
+};
+
+} // namespace stackreel

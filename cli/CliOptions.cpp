@@ -1,0 +1,176 @@
+#include "cli/CliOptions.h"
+
+#include "cli/CliGrammar.h"
+#include "cli/NearestWord.h"
+#include "cli/OptionText.h"
+
+namespace stackreel
+{
+
+namespace
+{
+
+UsageError unknownWord(const CliGrammar& grammar, const std::string& word)
+{
+    const bool isOption = word.starts_with('-') && word != "-";
+    const std::string command = grammar.command();
+    if (!isOption && !command.empty())
+        return {"“" + word + "” is one file too many.", command};
+
+    // "--ovrwrite=1" is meant to be "--overwrite".
+    const std::string name = word.substr(0, word.find('='));
+    const auto nearest = nearestWord(name, grammar.knownWords());
+    if (nearest == name)
+        return {"The option " + name + " has to follow the command.", command};
+    std::string message =
+        isOption ? "There is no option " + name + "." : "There is no command “" + word + "”.";
+    if (nearest)
+        message += " Did you mean " + *nearest + "?";
+    else if (isOption && !command.empty())
+        message += " A file of that name is written ./" + word + ".";
+    return {message, command};
+}
+
+UsageError readable(const CliGrammar& grammar, const CLI::ParseError& error)
+{
+    const std::string command = grammar.command();
+    const std::string text = error.what();
+    if (command.empty())
+        return {"A command is missing: probe or export.", command};
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
+        return {"The source video is missing.", command};
+    if (text.ends_with("missing"))
+        return {"The option " + text.substr(0, text.find(':')) + " needs a value.", command};
+    if (text.ends_with("flag override"))
+        return {"The option --" + text.substr(0, text.find(' ')) + " takes no value.", command};
+    return {text + ".", command};
+}
+
+UsageError wrongValue(const std::string& option, const std::string& value, const std::string& expected)
+{
+    return {"The value “" + value + "” of " + option + " is not " + expected + ".", "export"};
+}
+
+std::optional<double> givenSeconds(const CliGrammar& grammar, const std::string& option,
+                                   const std::string& text)
+{
+    if (!grammar.given(option))
+        return std::nullopt;
+    const auto value = OptionText::seconds(text);
+    if (!value)
+        throw wrongValue(option, text, "a time in seconds, such as 12.5");
+    return value;
+}
+
+std::optional<CropRegion> givenRegion(const CliGrammar& grammar, const std::string& option,
+                                      const std::string& text)
+{
+    if (!grammar.given(option))
+        return std::nullopt;
+    const auto value = OptionText::region(text);
+    if (!value)
+        throw wrongValue(option, text,
+                         "a region X,Y,W,H in fractions of the frame, such as 0.04,0.14,0.45,0.72");
+    return value;
+}
+
+ExportSettings givenSettings(const CliGrammar& grammar)
+{
+    const RawOptions& raw = grammar.values();
+    ExportSettings settings;
+    settings.includeAudio = !raw.noAudio;
+    if (grammar.given("--aspect")) {
+        const auto aspect = outputAspect(raw.aspect);
+        if (!aspect)
+            throw wrongValue("--aspect", raw.aspect, "9:16, 4:5, 1:1 or Custom");
+        settings.aspect = *aspect;
+    }
+    if (!grammar.given("--size"))
+        return settings;
+
+    if (grammar.given("--aspect") && settings.aspect != OutputAspect::custom)
+        throw UsageError(
+            "A size goes with --aspect Custom only, as " + raw.aspect + " has a size of its own.", "export");
+    const auto size = OptionText::size(raw.size);
+    if (!size)
+        throw wrongValue("--size", raw.size, "a size WxH with sides of 2 to 16384 pixels, such as 720x1280");
+    settings.aspect = OutputAspect::custom;
+    settings.customWidth = size->width;
+    settings.customHeight = size->height;
+    return settings;
+}
+
+std::filesystem::path givenSource(const CliGrammar& grammar)
+{
+    if (grammar.values().source.empty())
+        throw UsageError("The name of the source video is empty.", grammar.command());
+    return grammar.values().source;
+}
+
+std::optional<std::filesystem::path> givenDestination(const CliGrammar& grammar)
+{
+    if (!grammar.given("DESTINATION"))
+        return std::nullopt;
+    if (grammar.values().destination.empty())
+        throw UsageError("The name of the destination is empty.", "export");
+    return grammar.values().destination;
+}
+
+ExportOptions exportOptions(const CliGrammar& grammar)
+{
+    const RawOptions& raw = grammar.values();
+    ExportOptions options;
+    options.source = givenSource(grammar);
+    options.destination = givenDestination(grammar);
+    options.settings = givenSettings(grammar);
+    options.top = givenRegion(grammar, "--top", raw.top);
+    options.bottom = givenRegion(grammar, "--bottom", raw.bottom);
+    options.from = givenSeconds(grammar, "--from", raw.from).value_or(0);
+    options.to = givenSeconds(grammar, "--to", raw.to);
+    options.overwrite = raw.overwrite;
+    options.dryRun = raw.dryRun;
+    options.json = raw.json;
+    options.quiet = raw.quiet;
+    if (options.to && *options.to <= options.from)
+        throw UsageError("The end (--to) has to lie behind the start (--from).", "export");
+    if (options.json && !options.dryRun)
+        throw UsageError("The option --json of an export goes with --dry-run only.", "export");
+    return options;
+}
+
+CliOptions optionsFrom(const CliGrammar& grammar)
+{
+    if (grammar.command() == "probe")
+        return ProbeOptions{.source = givenSource(grammar), .json = grammar.values().json};
+    return exportOptions(grammar);
+}
+
+} // namespace
+
+CliOptions parseOptions(const std::vector<std::string>& arguments)
+{
+    CliGrammar grammar;
+    std::optional<UsageError> problem;
+    try {
+        grammar.parse(arguments);
+    } catch (const CLI::CallForHelp&) {
+        return Information{grammar.help()};
+    } catch (const CLI::CallForVersion& version) {
+        return Information{std::string(version.what()) + "\n"};
+    } catch (const CLI::ParseError& error) {
+        problem = readable(grammar, error);
+    }
+
+    // A word nobody knows explains best what else is missing or wrong.
+    if (const auto unknown = grammar.leftOver(); !unknown.empty())
+        return unknownWord(grammar, unknown.front());
+    if (problem)
+        return *problem;
+    try {
+        return optionsFrom(grammar);
+    } catch (const UsageError& error) {
+        return error;
+    }
+}
+
+} // namespace stackreel

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "cli/UsageError.h"
+#include "framing/CropRegion.h"
+#include "framing/ExportSettings.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace stackreel
+{
+
+/// `probe`: show the facts of a video.
+struct ProbeOptions {
+    std::filesystem::path source;
+    bool json = false;
+};
+
+/// `export`: make the vertical video. Paths are as the user wrote them.
+struct ExportOptions {
+    std::filesystem::path source;
+    std::optional<std::filesystem::path> destination; ///< none for the proposed name beside the source
+    ExportSettings settings;
+    std::optional<CropRegion> top;    ///< inside the frame; none for the default pair's
+    std::optional<CropRegion> bottom; ///< inside the frame; none for the default pair's
+    double from = 0;                  ///< seconds, not negative
+    std::optional<double> to;         ///< seconds, greater than `from`; none for the source's end
+    bool overwrite = false;
+    bool dryRun = false;
+    bool json = false; ///< only together with `dryRun`
+    bool quiet = false;
+};
+
+/// A text the user asked for, such as the help, to be printed as it is.
+struct Information {
+    std::string text;
+};
+
+using CliOptions = std::variant<ProbeOptions, ExportOptions, Information, UsageError>;
+
+/// What the arguments, without the program's own name, ask for. Pure: no file is looked at.
+CliOptions parseOptions(const std::vector<std::string>& arguments);
+
+} // namespace stackreel

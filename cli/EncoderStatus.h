@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace stackreel
+{
+
+/// One of the status lines that `ffmpeg` writes to standard error while it encodes.
+struct EncoderStatus {
+    double seconds = 0;                 ///< length of what was written so far; not negative
+    std::optional<std::int64_t> frames; ///< pictures written so far
+    std::optional<double> speed;        ///< seconds written per second that passed; above 0
+
+    /// The status in a line without its ending; none for any other line. Pure.
+    static std::optional<EncoderStatus> parse(std::string_view line);
+
+    bool operator==(const EncoderStatus&) const = default;
+};
+
+/// Finds the status lines in standard error while it grows. Takes little memory, however much is fed.
+class EncoderStatusReader
+{
+public:
+    /// Takes the text that was appended since the last call, which may begin and end anywhere.
+    void feed(std::string_view appended);
+    /// The last complete status so far.
+    const std::optional<EncoderStatus>& latest() const { return m_latest; }
+
+private:
+    std::string m_unfinishedLine;
+    std::optional<EncoderStatus> m_latest;
+};
+
+} // namespace stackreel

@@ -1,0 +1,93 @@
+#include "cli/ExportPlan.h"
+
+#include "cli/CliError.h"
+#include "cli/Decimal.h"
+#include "media/MediaToolError.h"
+#include "model/ExportFileName.h"
+#include "model/SourceFacts.h"
+
+#include <cmath>
+
+namespace stackreel
+{
+
+namespace
+{
+
+// The media tools count pixels in 32 bits.
+constexpr std::int64_t longestSide = INT32_MAX;
+
+bool isLengthKnown(const MediaInfo& media)
+{
+    return std::isfinite(media.duration) && media.duration > 0;
+}
+
+bool isSide(std::int64_t side)
+{
+    return side > 0 && side <= longestSide;
+}
+
+bool isMp4(const std::filesystem::path& file)
+{
+    return SourceFacts::upperCase(file.extension().string()) == ".MP4";
+}
+
+std::filesystem::path chosenDestination(const ExportOptions& options, const std::filesystem::path& source)
+{
+    if (!options.destination)
+        return source.parent_path() / exportFileName(source);
+    // A folder gets a message of its own when the destination is looked at.
+    std::error_code error;
+    if (!isMp4(*options.destination) && !std::filesystem::is_directory(*options.destination, error))
+        throw UsageError("The destination “" + options.destination->string() +
+                             "” has to end in .mp4, as an export is an MP4 file.",
+                         "export");
+    return std::filesystem::absolute(*options.destination);
+}
+
+} // namespace
+
+void requireFile(const std::filesystem::path& source)
+{
+    std::error_code error;
+    const auto found = std::filesystem::status(source, error);
+    if (std::filesystem::is_fifo(found) || std::filesystem::is_socket(found) ||
+        std::filesystem::is_character_file(found))
+        throw CliError("“" + source.string() +
+                       "” is a pipe or a device, and an export reads its source more than once. Copy it into "
+                       "a file first.");
+}
+
+ExportRequest planExport(const ExportOptions& options, const MediaInfo& media)
+{
+    if (!isSide(media.width) || !isSide(media.height))
+        throw MediaToolError::invalidProbe();
+    if (isLengthKnown(media) && options.from >= media.duration)
+        throw CliError("The start at " + fixedDecimal(options.from, 2) +
+                       " s lies behind the end of the video, which lasts " + fixedDecimal(media.duration, 2) +
+                       " s.");
+
+    const auto [top, bottom] =
+        CropRegion::initialPair(media.displayAspect(), panelAspect(options.settings.size()));
+    ExportRequest request;
+    request.input = std::filesystem::absolute(options.source);
+    request.output = chosenDestination(options, request.input);
+    request.media = media;
+    request.top = options.top.value_or(top);
+    request.bottom = options.bottom.value_or(bottom);
+    request.settings = options.settings;
+    request.trimStart = options.from;
+    request.trimEnd = options.to.value_or(media.duration);
+    return request;
+}
+
+void requireKnownLength(const MediaInfo& media, const std::filesystem::path& source)
+{
+    if (isLengthKnown(media))
+        return;
+    throw CliError("The length of “" + source.string() +
+                   "” is unknown. Give it one by copying it into a new file, for example with: "
+                   "ffmpeg -i SOURCE -c copy copy.mkv");
+}
+
+} // namespace stackreel

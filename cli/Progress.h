@@ -1,0 +1,41 @@
+#pragma once
+
+#include "cli/EncoderStatus.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace stackreel
+{
+
+/// How far an export is, as shown to the user.
+struct Progress {
+    int percent = 0;                   ///< of the exported length, 0 to 100
+    std::optional<double> speed;       ///< seconds of video per second
+    std::optional<double> secondsLeft; ///< estimated; above 0
+
+    /// The progress as a line of text: "42 %, 1.31x, 0:12 left".
+    std::string line() const;
+    /// The same with a bar, filling exactly `columns` where these have room for it, else cut to them. ASCII.
+    std::string bar(std::size_t columns) const;
+
+    bool operator==(const Progress&) const = default;
+};
+
+/// Turns the encoder's statuses into progress that never goes back.
+class ProgressEstimate
+{
+public:
+    /// `lengthSeconds` is the length of the finished export.
+    explicit ProgressEstimate(double lengthSeconds) : m_length(lengthSeconds) {}
+
+    const Progress& current() const { return m_current; }
+    const Progress& update(const EncoderStatus& status);
+
+private:
+    double m_length;
+    Progress m_current;
+};
+
+} // namespace stackreel

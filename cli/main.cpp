@@ -1,0 +1,72 @@
+#include "cli/CliOptions.h"
+#include "cli/Commands.h"
+#include "platform/StandardStreams.h"
+#include "platform/TerminationSignals.h"
+
+#include <QCoreApplication>
+#include <QCoroTask>
+
+#include <exception>
+#include <string>
+
+namespace
+{
+
+using namespace stackreel;
+
+enum Status { done = 0, failed = 1, wrongUsage = 2, signalled = 128 };
+
+/// Runs the command that was asked for; throws its errors.
+QCoro::Task<> perform(CliOptions options, std::stop_token stop)
+{
+    if (const auto* probe = std::get_if<ProbeOptions>(&options))
+        co_await Commands::probe(*probe, stop);
+    else if (const auto* exporting = std::get_if<ExportOptions>(&options))
+        co_await Commands::exportVideo(*exporting, stop);
+    else if (const auto* information = std::get_if<Information>(&options))
+        StandardStreams::writeOutput(information->text);
+    else
+        throw std::get<UsageError>(options);
+}
+
+/// The program's exit status, after telling the user about any failure.
+QCoro::Task<int> statusOf(CliOptions options, TerminationSignals& signals)
+{
+    std::string message;
+    int status = failed;
+    try {
+        co_await perform(std::move(options), signals.stopToken());
+        co_return done;
+    } catch (const UsageError& error) {
+        status = wrongUsage;
+        message = std::string(error.what()) + "\n" + error.hint();
+    } catch (const std::exception& error) {
+        message = error.what();
+    }
+    // The same signal may have ended a tool first, whose failure then is no news.
+    if (const int signal = signals.finish(); signal != 0) {
+        status = signalled + signal;
+        message = "Cancelled.";
+    }
+    StandardStreams::writeError(message + "\n");
+    co_return status;
+}
+
+/// Keeps Qt from complaining about a locale that is not UTF-8, which matters nowhere in this program.
+void ignoreMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    StandardStreams::prepare();
+    TerminationSignals signals;
+    const CliOptions options = parseOptions({argv + (argc > 0 ? 1 : 0), argv + argc});
+
+    const QtMessageHandler previous = qInstallMessageHandler(ignoreMessage);
+    // Options that Qt knows are not Qt's here.
+    int ownName = argc > 0 ? 1 : 0;
+    const QCoreApplication application(ownName, argv);
+    qInstallMessageHandler(previous);
+    return QCoro::waitFor(statusOf(options, signals));
+}

@@ -1,0 +1,24 @@
+# stackreel_test(<name> SOURCES … [LIBS …] [TIMEOUT seconds] [SERIAL]): one GoogleTest program, each of its tests
+# known to ctest. The programs land in build/…/tests, beside lib/stackreel, so that they find the same resources.
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+function(stackreel_test name)
+  cmake_parse_arguments(arg "SERIAL" "TIMEOUT" "SOURCES;LIBS" ${ARGN})
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 120)
+  endif()
+  add_executable(${name} ${arg_SOURCES})
+  stackreel_target(${name})
+  # What is tested is optimised fully; the tests themselves need not be, and GCC 12 warns falsely of uninitialised
+  # optional values when it inlines them.
+  target_compile_options(${name} PRIVATE
+    $<$<CONFIG:Release>:-O1> $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Wno-maybe-uninitialized>)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest)
+  set(properties TIMEOUT ${arg_TIMEOUT})
+  if(arg_SERIAL)
+    list(APPEND properties RUN_SERIAL ON)
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
+endfunction()

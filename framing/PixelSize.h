@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+namespace stackreel
+{
+
+/// A size in output pixels.
+struct PixelSize {
+    std::int64_t width = 0;
+    std::int64_t height = 0;
+
+    bool operator==(const PixelSize&) const = default;
+};
+
+} // namespace stackreel

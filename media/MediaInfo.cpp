@@ -1,0 +1,18 @@
+#include "media/MediaInfo.h"
+
+namespace stackreel
+{
+
+bool MediaInfo::isQuarterTurned() const
+{
+    // The remainder before the sign: the most negative rotation has no absolute value.
+    const std::int64_t remainder = rotation % 180;
+    return remainder == 90 || remainder == -90;
+}
+
+double MediaInfo::displayAspect() const
+{
+    return static_cast<double>(displayedWidth()) / static_cast<double>(displayedHeight());
+}
+
+} // namespace stackreel

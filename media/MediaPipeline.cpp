@@ -1,0 +1,166 @@
+#include "media/MediaPipeline.h"
+
+#include "media/MediaToolError.h"
+#include "media/ProcessRunner.h"
+#include "media/ToolLocator.h"
+#include "media/WorkerThread.h"
+#include "platform/Files.h"
+
+#include <QUuid>
+
+#include <algorithm>
+#include <cmath>
+#include <exception>
+
+namespace stackreel
+{
+
+namespace
+{
+
+bool isPlayable(Asset& asset, std::stop_token stop)
+{
+    try {
+        return asset.isPlayable(std::move(stop));
+    } catch (const std::exception&) {
+        return false; // what the framework cannot judge goes through a proxy
+    }
+}
+
+bool hasVideoTrack(Asset& asset, std::stop_token stop)
+{
+    try {
+        return asset.videoTrackCount(std::move(stop)) > 0;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+std::filesystem::path newProxyFile()
+{
+    const auto folder = Files::temporaryDirectory() / "Stackreel";
+    Files::createDirectories(folder);
+    const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+    return folder / (uuid.toStdString() + ".mp4");
+}
+
+struct ProxyRun {
+    std::filesystem::path executable;
+    std::filesystem::path proxy;
+};
+
+ProxyRun prepareProxy()
+{
+    auto executable = ToolLocator::locate(MediaTool::ffmpeg);
+    return {.executable = std::move(executable), .proxy = newProxyFile()};
+}
+
+std::vector<std::string> proxyArguments(const std::filesystem::path& source,
+                                        const std::filesystem::path& proxy)
+{
+    return {"-hide_banner",
+            "-y",
+            "-i",
+            source.string(),
+            "-map",
+            "0:v:0",
+            "-an",
+            "-vf",
+            "scale=960:-2:force_original_aspect_ratio=decrease,format=yuv420p",
+            "-c:v",
+            "h264_videotoolbox",
+            "-allow_sw",
+            "1",
+            "-b:v",
+            "2M",
+            "-movflags",
+            "+faststart",
+            proxy.string()};
+}
+
+std::vector<MediaTime> sliceCentres(double duration, int count)
+{
+    std::vector<MediaTime> times;
+    for (int index = 0; index < count; ++index)
+        times.push_back(MediaTime::fromSeconds((index + 0.5) / count * duration));
+    return times;
+}
+
+ImageGeneratorSettings thumbnailSettings()
+{
+    const MediaTime tolerance = MediaTime::fromSeconds(0.5);
+    return {.appliesPreferredTransform = true,
+            .maximumWidth = 320,
+            .maximumHeight = 180,
+            .toleranceBefore = tolerance,
+            .toleranceAfter = tolerance};
+}
+
+std::vector<GeneratedImage> generateImages(ImageGenerator& generator, const std::vector<MediaTime>& times,
+                                           std::stop_token stop)
+{
+    std::vector<GeneratedImage> images;
+    generator.generate(times, std::move(stop), [&images](GeneratedImage image) {
+        if (image.frame.pixels != nullptr)
+            images.push_back(std::move(image));
+    });
+    return images;
+}
+
+std::vector<VideoFrame> inTimeOrder(std::vector<GeneratedImage> images)
+{
+    std::stable_sort(images.begin(), images.end(),
+                     [](const GeneratedImage& left, const GeneratedImage& right) {
+                         return left.requestedTime.seconds() < right.requestedTime.seconds();
+                     });
+    std::vector<VideoFrame> frames;
+    for (GeneratedImage& image : images)
+        frames.push_back(std::move(image.frame));
+    return frames;
+}
+
+} // namespace
+
+QCoro::Task<std::filesystem::path> MediaPipeline::previewSource(std::filesystem::path source, Loader loader,
+                                                                std::stop_token stop)
+{
+    const bool usable = co_await onWorkerThread([&] {
+        const auto asset = loader->open(source);
+        const bool playable = isPlayable(*asset, stop);
+        return hasVideoTrack(*asset, stop) && playable;
+    });
+    if (usable)
+        co_return source;
+    co_return co_await createPreview(source, stop);
+}
+
+QCoro::Task<std::filesystem::path> MediaPipeline::createPreview(std::filesystem::path source,
+                                                                std::stop_token stop)
+{
+    // Looking for the tool and making the folder touch the disk, which may be slow.
+    const ProxyRun run = co_await onWorkerThread(prepareProxy);
+    auto arguments = proxyArguments(source, run.proxy);
+    const ProcessOutput output = co_await ProcessRunner::run(run.executable, std::move(arguments), stop);
+    if (output.status != 0)
+        throw MediaToolError::processFailed("FFmpeg", output.status, output.errorText());
+    co_return run.proxy;
+}
+
+QCoro::Task<std::vector<VideoFrame>> MediaPipeline::timelineThumbnails(std::filesystem::path file,
+                                                                       double duration, int count,
+                                                                       Loader loader, std::stop_token stop)
+{
+    if (!std::isfinite(duration) || duration <= 0 || count < 1)
+        co_return std::vector<VideoFrame>();
+    try {
+        co_return co_await onWorkerThread([&] {
+            const auto generator = loader->makeImageGenerator(file, thumbnailSettings());
+            return inTimeOrder(generateImages(*generator, sliceCentres(duration, count), stop));
+        });
+    } catch (const std::exception&) {
+        // A timeline without pictures is usable; a lack of memory or threads must not end the load.
+        co_return std::vector<VideoFrame>();
+    }
+}
+
+} // namespace stackreel

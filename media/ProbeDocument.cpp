@@ -1,0 +1,132 @@
+#include "media/ProbeDocument.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Json = nlohmann::json;
+
+[[noreturn]] void fail(const std::string& place, const std::string& problem)
+{
+    throw DecodingError("The video details could not be read: " + place + " " + problem + ".");
+}
+
+std::string asString(const Json& value, const std::string& place)
+{
+    if (!value.is_string())
+        fail(place, "is not a text");
+    return value.get<std::string>();
+}
+
+std::int64_t asInteger(const Json& value, const std::string& place)
+{
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    if (value.is_number_unsigned() && value.get<std::uint64_t>() > std::uint64_t{INT64_MAX})
+        fail(place, "is too large");
+    if (value.is_number_integer())
+        return value.get<std::int64_t>();
+    if (!value.is_number_float())
+        fail(place, "is not a whole number");
+    const double number = value.get<double>();
+    if (std::trunc(number) != number || number < -limit || number >= limit)
+        fail(place, "is not a whole number");
+    return static_cast<std::int64_t>(number);
+}
+
+const Json& asObject(const Json& value, const std::string& place)
+{
+    if (!value.is_object())
+        fail(place, "is not an object");
+    return value;
+}
+
+template <typename Decode>
+auto asList(const Json& value, const std::string& place, Decode decode)
+{
+    if (!value.is_array())
+        fail(place, "is not a list");
+    std::vector<decltype(decode(value, place))> list;
+    for (const Json& element : value)
+        list.push_back(decode(element, place + "[" + std::to_string(list.size()) + "]"));
+    return list;
+}
+
+std::map<std::string, std::string> asTexts(const Json& value, const std::string& place)
+{
+    std::map<std::string, std::string> texts;
+    for (const auto& [key, text] : asObject(value, place).items())
+        texts.emplace(key, asString(text, place + "." + key));
+    return texts;
+}
+
+/// The decoded value of a key, or none when the key is absent or null.
+template <typename Decode>
+auto optional(const Json& object, const std::string& place, const char* key, Decode decode)
+{
+    using Value = decltype(decode(object, place));
+    const auto found = object.find(key);
+    if (found == object.end() || found->is_null())
+        return std::optional<Value>();
+    return std::optional<Value>(decode(*found, place.empty() ? key : place + "." + key));
+}
+
+ProbeSideData decodeSideData(const Json& value, const std::string& place)
+{
+    asObject(value, place);
+    return {.rotation = optional(value, place, "rotation", asInteger)};
+}
+
+ProbeStream decodeStream(const Json& value, const std::string& place)
+{
+    asObject(value, place);
+    const auto asSideDataList = [](const Json& list, const std::string& where) {
+        return asList(list, where, decodeSideData);
+    };
+    return {
+        .codecType = optional(value, place, "codec_type", asString),
+        .codecName = optional(value, place, "codec_name", asString),
+        .width = optional(value, place, "width", asInteger),
+        .height = optional(value, place, "height", asInteger),
+        .duration = optional(value, place, "duration", asString),
+        .tags = optional(value, place, "tags", asTexts),
+        .sideDataList = optional(value, place, "side_data_list", asSideDataList),
+    };
+}
+
+ProbeFormat decodeFormat(const Json& value, const std::string& place)
+{
+    asObject(value, place);
+    return {.duration = optional(value, place, "duration", asString)};
+}
+
+Json parse(std::string_view json)
+{
+    // The parser takes a NUL for the end and never looks behind it.
+    const bool endsEarly = json.find('\0') != std::string_view::npos;
+    Json root = endsEarly ? Json(Json::value_t::discarded) : Json::parse(json, nullptr, false);
+    if (root.is_discarded())
+        throw DecodingError("The video details could not be read: the report is not valid JSON.");
+    return root;
+}
+
+} // namespace
+
+ProbeDocument ProbeDocument::decode(std::string_view json)
+{
+    const Json root = parse(json);
+    asObject(root, "the report");
+    if (!root.contains("streams"))
+        fail("“streams”", "is missing");
+    return {
+        .streams = asList(root["streams"], "streams", decodeStream),
+        .format = optional(root, "", "format", decodeFormat),
+    };
+}
+
+} // namespace stackreel

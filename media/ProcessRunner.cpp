@@ -1,0 +1,17 @@
+#include "media/ProcessRunner.h"
+
+#include "media/WorkerThread.h"
+
+namespace stackreel
+{
+
+QCoro::Task<ProcessOutput> ProcessRunner::run(std::filesystem::path executable,
+                                              std::vector<std::string> arguments, std::stop_token stop,
+                                              ChildLaunched launched)
+{
+    ProcessSession session;
+    const std::stop_callback cancelChild(stop, [&session] { session.cancel(); });
+    co_return co_await onWorkerThread([&] { return session.run(executable, arguments, launched); });
+}
+
+} // namespace stackreel

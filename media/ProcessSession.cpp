@@ -1,0 +1,76 @@
+#include "media/ProcessSession.h"
+
+#include "media/CancellationError.h"
+#include "media/ScratchDirectory.h"
+#include "platform/ChildProcess.h"
+#include "platform/Files.h"
+
+#include <utility>
+
+namespace stackreel
+{
+
+bool ProcessSession::isCancelled()
+{
+    const std::lock_guard guard(m_lock);
+    return m_cancelled;
+}
+
+/// Publishes the running child to `cancel`, or withdraws it with none; gives whether cancelled by then.
+bool ProcessSession::storeProcess(std::shared_ptr<ChildProcess> process)
+{
+    const std::lock_guard guard(m_lock);
+    m_process.swap(process);
+    return m_cancelled;
+}
+
+ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
+                                  const std::vector<std::string>& arguments, const ChildLaunched& launched)
+{
+    ScratchDirectory scratch;
+    const auto outputFile = scratch.file("stdout");
+    const auto errorFile = scratch.file("stderr");
+    // That a file could not be made shows when it is opened.
+    Files::createEmpty(outputFile);
+    Files::createEmpty(errorFile);
+    const WriteHandle output(outputFile);
+    const WriteHandle error(errorFile);
+    if (isCancelled())
+        throw CancellationError();
+
+    auto child = ChildProcess::launch({.executable = executable,
+                                       .arguments = arguments,
+                                       .standardOutput = output.descriptor(),
+                                       .standardError = error.descriptor()});
+    if (storeProcess(child))
+        child->terminate();
+    if (launched)
+        launched(errorFile);
+
+    const int status = child->waitForExit();
+    const bool cancelled = storeProcess(nullptr);
+    // From here on nobody can reach the child any more, so it may be collected and its process id reused.
+    child.reset();
+    if (cancelled)
+        throw CancellationError();
+
+    output.synchronize();
+    error.synchronize();
+    return {.status = status,
+            .standardOutput = Files::readAll(outputFile),
+            .standardError = Files::readAll(errorFile)};
+}
+
+void ProcessSession::cancel()
+{
+    std::shared_ptr<ChildProcess> process;
+    {
+        const std::lock_guard guard(m_lock);
+        m_cancelled = true;
+        process = m_process;
+    }
+    if (process)
+        process->terminate();
+}
+
+} // namespace stackreel

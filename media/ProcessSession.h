@@ -1,0 +1,48 @@
+#pragma once
+
+#include "media/ProcessOutput.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+class ChildProcess;
+
+/// Called on the worker thread right after a child has been launched, with the file that captures its
+/// standard error. The file grows while the child runs and is gone after it; a handle opened here stays
+/// readable. Must not throw.
+using ChildLaunched = std::function<void(const std::filesystem::path& standardErrorFile)>;
+
+/// One run of one child, shared between the worker thread that blocks in `run` and whoever cancels.
+class ProcessSession
+{
+public:
+    /// Starts the child, waits for it and gives what it wrote, whatever its status. Blocking; at most once
+    /// per object. Output is captured in files, so a child is never held up however much it writes.
+    ///
+    /// Throws `CancellationError` when `cancel` was called before the child had ended, even if it ended
+    /// normally; `SystemError` when the capture cannot be set up, read back or flushed, or the child cannot
+    /// be launched.
+    ProcessOutput run(const std::filesystem::path& executable, const std::vector<std::string>& arguments,
+                      const ChildLaunched& launched = {});
+
+    /// Asks the child to end, now or as soon as it has been launched. Any thread, any number of times,
+    /// before, during or after `run`.
+    void cancel();
+
+private:
+    bool isCancelled();
+    bool storeProcess(std::shared_ptr<ChildProcess> process);
+
+    std::mutex m_lock; // guards the two fields below; never held while launching, waiting or doing file work
+    std::shared_ptr<ChildProcess> m_process;
+    bool m_cancelled = false;
+};
+
+} // namespace stackreel

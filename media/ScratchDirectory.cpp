@@ -1,0 +1,34 @@
+#include "media/ScratchDirectory.h"
+
+#include "platform/Files.h"
+
+#include <QUuid>
+
+#include <system_error>
+
+namespace stackreel
+{
+
+ScratchDirectory::ScratchDirectory()
+{
+    const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+    m_path = Files::temporaryDirectory() / ("Stackreel-Process-" + uuid.toStdString());
+    Files::createPrivateDirectory(m_path);
+}
+
+ScratchDirectory::~ScratchDirectory()
+{
+    std::error_code ignored;
+    // Looking into a folder takes a descriptor, so the files known by name go first.
+    for (const auto& file : m_files)
+        std::filesystem::remove(file, ignored);
+    if (!std::filesystem::remove(m_path, ignored))
+        std::filesystem::remove_all(m_path, ignored);
+}
+
+std::filesystem::path ScratchDirectory::file(std::string_view name)
+{
+    return m_files.emplace_back(m_path / name);
+}
+
+} // namespace stackreel

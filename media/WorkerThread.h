@@ -1,0 +1,98 @@
+#pragma once
+
+#include <QCoroTask>
+#include <QObject>
+
+#include <coroutine>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <thread>
+#include <type_traits>
+#include <utility>
+
+namespace stackreel
+{
+
+/// One thread whose end resumes a coroutine on the thread that created this object. The machinery of
+/// `onWorkerThread`.
+class ThreadCompletion : public QObject
+{
+public:
+    ThreadCompletion() = default;
+    ~ThreadCompletion() override;
+
+    /// Runs `work`, which must not throw, on a new thread; afterwards resumes `continuation` from the event
+    /// loop of this object's thread. Throws `std::system_error` when no thread can be started.
+    void start(std::function<void()> work, std::coroutine_handle<> continuation);
+
+    bool event(QEvent* event) override;
+
+private:
+    std::thread m_thread;
+    std::coroutine_handle<> m_continuation;
+};
+
+/// The work and what came of it; lives in the coroutine frame of `onWorkerThread`.
+template <typename Work>
+class WorkerThreadState
+{
+public:
+    using Result = std::invoke_result_t<Work>;
+
+    explicit WorkerThreadState(Work work) : m_work(std::move(work)) {}
+    // The object is still on the call stack when the resumed coroutine lets go of it.
+    ~WorkerThreadState() { m_completion.release()->deleteLater(); }
+    WorkerThreadState(const WorkerThreadState&) = delete;
+    WorkerThreadState& operator=(const WorkerThreadState&) = delete;
+
+    void start(std::coroutine_handle<> continuation)
+    {
+        m_completion->start([this] { runWork(); }, continuation);
+    }
+
+    Result takeResult()
+    {
+        if (m_failure)
+            std::rethrow_exception(m_failure);
+        return std::move(*m_result);
+    }
+
+private:
+    void runWork() noexcept
+    {
+        try {
+            m_result.emplace(m_work());
+        } catch (...) {
+            m_failure = std::current_exception();
+        }
+    }
+
+    Work m_work;
+    std::unique_ptr<ThreadCompletion> m_completion = std::make_unique<ThreadCompletion>();
+    std::optional<Result> m_result;
+    std::exception_ptr m_failure;
+};
+
+/// Awaits a state it does not own. Apart from it because GCC 12 copies the operand of `co_await`.
+template <typename Work>
+struct WorkerThreadAwaiter {
+    WorkerThreadState<Work>& state;
+
+    bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<> continuation) { state.start(continuation); }
+    auto await_resume() { return state.takeResult(); }
+};
+
+/// `co_await onWorkerThread(work)` runs blocking work on a thread of its own and gives its result, or throws
+/// what it threw, on the awaiting thread, which needs a running event loop. The work always runs to its end:
+/// whoever wants to cut it short tells it so by its own means. `work` must return a value.
+template <typename Work>
+QCoro::Task<std::invoke_result_t<Work>> onWorkerThread(Work work)
+{
+    WorkerThreadState<Work> state(std::move(work));
+    co_return co_await WorkerThreadAwaiter<Work>{state};
+}
+
+} // namespace stackreel

@@ -1,0 +1,137 @@
+#pragma once
+
+#include "framing/CropRegion.h"
+#include "framing/ExportSettings.h"
+#include "media/MediaInfo.h"
+#include "model/ModelServices.h"
+#include "model/Phase.h"
+
+#include <QObject>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+class CropSetup;
+class ExportFlow;
+class PreviewPlayback;
+class QueuePlayer;
+class SourceLoading;
+class TaskHandle;
+
+/// All state of the work in progress, and the operations on it. One per window, on the main thread only.
+///
+/// Setting a published property, to whatever value, announces `objectWillChange` before the value changes and
+/// the property's own signal after it. Views read all of them and may write any, but change the trim range
+/// and the playhead through the operations, which keep 0 ≤ trimStart ≤ currentTime ≤ trimEnd.
+///
+/// The operations live in `SourceLoading`, `PreviewPlayback`, `ExportFlow` and `CropSetup`; each owns the
+/// unpublished state of its concern. Work that is still under way when the model goes touches nothing any
+/// more.
+class AppModel : public QObject
+{
+    Q_OBJECT
+public:
+    explicit AppModel(ModelServices services, QObject* parent = nullptr);
+    ~AppModel() override;
+
+    const Phase& phase() const { return m_phase; }
+    void setPhase(Phase phase);
+    const std::optional<std::filesystem::path>& sourceURL() const { return m_sourceURL; }
+    void setSourceURL(std::optional<std::filesystem::path> url);
+    const std::optional<MediaInfo>& mediaInfo() const { return m_mediaInfo; }
+    void setMediaInfo(std::optional<MediaInfo> info);
+    const std::shared_ptr<QueuePlayer>& player() const { return m_player; }
+    void setPlayer(std::shared_ptr<QueuePlayer> player);
+    const std::vector<VideoFrame>& timelineThumbnails() const { return m_timelineThumbnails; }
+    void setTimelineThumbnails(std::vector<VideoFrame> images);
+    double currentTime() const { return m_currentTime; } ///< seconds, as are the trim points
+    void setCurrentTime(double seconds);
+    double trimStart() const { return m_trimStart; }
+    void setTrimStart(double seconds);
+    double trimEnd() const { return m_trimEnd; }
+    void setTrimEnd(double seconds);
+    bool previewPlaying() const { return m_previewPlaying; }
+    void setPreviewPlaying(bool playing);
+    const CropRegion& topRegion() const { return m_topRegion; }
+    void setTopRegion(const CropRegion& region);
+    const CropRegion& bottomRegion() const { return m_bottomRegion; }
+    void setBottomRegion(const CropRegion& region);
+    const ExportSettings& settings() const { return m_settings; }
+    void setSettings(const ExportSettings& settings);
+    int selectedCrop() const { return m_selectedCrop; } ///< 0 the top region, 1 the bottom one
+    void setSelectedCrop(int index);
+    bool previewMuted() const { return m_previewMuted; }
+    /// Also mutes or unmutes the player, if there is one, on every assignment.
+    void setPreviewMuted(bool muted);
+
+    /// The status line, UTF-8.
+    std::string phaseMessage() const;
+    /// The running export, or none. Announces nothing.
+    std::shared_ptr<TaskHandle> exportTask() const;
+
+    void chooseSource();
+    void adaptRegionsToCurrentOutput();
+    void customDimensionsChanged();
+    void swapCrops();
+
+    void togglePreviewPlayback();
+    void seekPreview(double seconds);
+    void updateTrimStart(double seconds);
+    void updateTrimEnd(double seconds);
+    void beginTimelineInteraction();
+    void endTimelineInteraction(bool rebuildLoop);
+    /// Ends an interaction that moved a trim handle by a step: the loop restarts at the trim's start and
+    /// plays if the preview played before the interaction began.
+    void endTimelineStep();
+
+    void chooseExportDestination();
+
+Q_SIGNALS:
+    void objectWillChange();
+    void phaseChanged();
+    void sourceURLChanged();
+    void mediaInfoChanged();
+    void playerChanged();
+    void timelineThumbnailsChanged();
+    void currentTimeChanged();
+    void trimStartChanged();
+    void trimEndChanged();
+    void previewPlayingChanged();
+    void topRegionChanged();
+    void bottomRegionChanged();
+    void settingsChanged();
+    void selectedCropChanged();
+    void previewMutedChanged();
+
+private:
+    template <typename Value>
+    void publish(Value& field, Value value, void (AppModel::*changed)());
+
+    Phase m_phase = Phase::empty();
+    std::optional<std::filesystem::path> m_sourceURL;
+    std::optional<MediaInfo> m_mediaInfo;
+    std::shared_ptr<QueuePlayer> m_player;
+    std::vector<VideoFrame> m_timelineThumbnails;
+    double m_currentTime = 0;
+    double m_trimStart = 0;
+    double m_trimEnd = 0;
+    bool m_previewPlaying = false;
+    CropRegion m_topRegion = {.x = 0.04, .y = 0.14, .width = 0.44, .height = 0.72};
+    CropRegion m_bottomRegion = {.x = 0.52, .y = 0.14, .width = 0.44, .height = 0.72};
+    ExportSettings m_settings;
+    int m_selectedCrop = 0;
+    bool m_previewMuted = true;
+
+    std::unique_ptr<PreviewPlayback> m_playback;
+    std::unique_ptr<CropSetup> m_crops;
+    std::unique_ptr<SourceLoading> m_loading;
+    std::unique_ptr<ExportFlow> m_export;
+};
+
+} // namespace stackreel

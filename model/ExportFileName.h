@@ -1,0 +1,13 @@
+#pragma once
+
+#include <filesystem>
+
+namespace stackreel
+{
+
+/// The name an export of the source is proposed under: the source's file name without its last extension,
+/// followed by
+/// "-vertical.mp4".
+std::filesystem::path exportFileName(const std::filesystem::path& source);
+
+} // namespace stackreel

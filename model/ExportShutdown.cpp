@@ -1,0 +1,21 @@
+#include "model/ExportShutdown.h"
+
+#include "model/TaskHandle.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+
+namespace stackreel
+{
+
+void ExportShutdown::endExport(const std::shared_ptr<TaskHandle>& task)
+{
+    if (!task)
+        return;
+    task->cancel();
+    // Not a nested event loop's `exec`, which returns at once when the program is already quitting.
+    while (!task->hasEnded())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+}
+
+} // namespace stackreel

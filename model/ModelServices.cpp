@@ -1,0 +1,33 @@
+#include "model/ModelServices.h"
+
+#include "media/MediaPipeline.h"
+#include "media/MediaProbe.h"
+#include "model/SourceExport.h"
+
+namespace stackreel
+{
+
+ModelServices ModelServices::system(std::shared_ptr<Playback> playback, std::shared_ptr<AssetLoader> assets,
+                                    std::shared_ptr<OpenPanel> openPanel,
+                                    std::shared_ptr<SavePanel> savePanel)
+{
+    return {
+        .inspect = [](Path source) { return MediaProbe::inspect(std::move(source)); },
+        .previewSource =
+            [assets](Path source) { return MediaPipeline::previewSource(std::move(source), assets); },
+        .timelineThumbnails =
+            [assets](Path file, double duration, int count, std::stop_token stop) {
+                return MediaPipeline::timelineThumbnails(std::move(file), duration, count, assets,
+                                                         std::move(stop));
+            },
+        .exportSource =
+            [](ExportRequest request, std::stop_token stop) {
+                return stackreel::exportSource(std::move(request), std::move(stop));
+            },
+        .playback = std::move(playback),
+        .openPanel = std::move(openPanel),
+        .savePanel = std::move(savePanel),
+    };
+}
+
+} // namespace stackreel

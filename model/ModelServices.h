@@ -1,0 +1,42 @@
+#pragma once
+
+#include "framing/ExportCommandBuilder.h"
+#include "media/MediaInfo.h"
+#include "platform/playback/VideoFrame.h"
+
+#include <QCoroTask>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <stop_token>
+#include <vector>
+
+namespace stackreel
+{
+
+class AssetLoader;
+class OpenPanel;
+class Playback;
+class SavePanel;
+
+/// What the model asks of the world. Every operation is called on the main thread and resumes there.
+struct ModelServices {
+    using Path = std::filesystem::path;
+
+    std::function<QCoro::Task<MediaInfo>(Path source)> inspect;
+    std::function<QCoro::Task<Path>(Path source)> previewSource;
+    std::function<QCoro::Task<std::vector<VideoFrame>>(Path file, double duration, int count,
+                                                       std::stop_token)>
+        timelineThumbnails;
+    std::function<QCoro::Task<Path>(ExportRequest, std::stop_token)> exportSource;
+    std::shared_ptr<Playback> playback;
+    std::shared_ptr<OpenPanel> openPanel;
+    std::shared_ptr<SavePanel> savePanel;
+
+    /// The services of this system: the media tools, with the given player, framework and panels.
+    static ModelServices system(std::shared_ptr<Playback> playback, std::shared_ptr<AssetLoader> assets,
+                                std::shared_ptr<OpenPanel> openPanel, std::shared_ptr<SavePanel> savePanel);
+};
+
+} // namespace stackreel

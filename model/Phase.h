@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace stackreel
+{
+
+/// Where the work stands. A plain value; two are equal when they are the same case with exactly equal
+/// payloads.
+class Phase
+{
+public:
+    enum class Kind { empty, preparing, ready, exporting, complete, failed };
+
+    static Phase empty() { return Phase(Kind::empty, {}); }
+    static Phase preparing() { return Phase(Kind::preparing, {}); }
+    static Phase ready() { return Phase(Kind::ready, {}); }
+    static Phase exporting() { return Phase(Kind::exporting, {}); }
+    /// An export finished; `file` is what was written.
+    static Phase complete(const std::filesystem::path& file) { return Phase(Kind::complete, file.native()); }
+    /// Loading or exporting failed; `message` is shown to the user, UTF-8.
+    static Phase failed(std::string message) { return Phase(Kind::failed, std::move(message)); }
+
+    Kind kind() const { return m_kind; }
+    /// Whether the loaded source can be edited and exported.
+    bool isEditable() const { return m_kind == Kind::ready || m_kind == Kind::complete; }
+
+    /// The status line for this phase, UTF-8. `source` is the loaded file, if any.
+    std::string message(const std::optional<std::filesystem::path>& source) const;
+
+    bool operator==(const Phase&) const = default;
+
+private:
+    Phase(Kind kind, std::string payload) : m_kind(kind), m_payload(std::move(payload)) {}
+
+    Kind m_kind;
+    std::string m_payload; ///< the file's path when complete, the message when failed, else empty
+};
+
+} // namespace stackreel

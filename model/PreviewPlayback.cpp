@@ -1,0 +1,203 @@
+#include "model/PreviewPlayback.h"
+
+#include "model/AppModel.h"
+#include "platform/playback/Playback.h"
+#include "platform/playback/PlayerItem.h"
+#include "platform/playback/PlayerLooper.h"
+
+#include <QMetaObject>
+#include <QPointer>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace stackreel
+{
+
+namespace
+{
+
+constexpr double frameBeforeEnd = 1.0 / 30;         // the last frame kept, not the first one left out
+constexpr double tick = 1.0 / MediaTime::timescale; // the least step inside a range
+constexpr double rewindZone = 0.05;                 // a playhead this close to the end plays from the start
+constexpr double observerInterval = 0.05;
+
+} // namespace
+
+PreviewPlayback::PreviewPlayback(AppModel& model, std::shared_ptr<Playback> playback)
+    : m_model(model), m_playback(std::move(playback))
+{
+}
+
+PreviewPlayback::~PreviewPlayback() = default;
+
+void PreviewPlayback::setPreviewURL(const std::filesystem::path& file)
+{
+    m_previewURL = file;
+}
+
+void PreviewPlayback::configurePlayer()
+{
+    const auto player = m_playback->makePlayer();
+    player->setMuted(m_model.previewMuted());
+    player->setActionAtItemEnd(QueuePlayer::ActionAtItemEnd::none);
+    m_model.setPlayer(player);
+    installTimeObserver(*player);
+    rebuildPlayerLoop(m_model.trimStart(), true);
+}
+
+void PreviewPlayback::tearDownPlayer()
+{
+    const auto player = m_model.player();
+    if (player && m_playerTimeObserver != 0)
+        player->removeTimeObserver(m_playerTimeObserver);
+    m_playerTimeObserver = 0;
+    if (m_playerLooper)
+        m_playerLooper->disableLooping();
+    m_playerLooper.reset();
+    if (player)
+        player->pause();
+    m_model.setPlayer(nullptr);
+    m_model.setPreviewPlaying(false);
+}
+
+void PreviewPlayback::play()
+{
+    if (m_model.player())
+        m_model.player()->play();
+    m_model.setPreviewPlaying(true);
+}
+
+void PreviewPlayback::pause()
+{
+    if (m_model.player())
+        m_model.player()->pause();
+    m_model.setPreviewPlaying(false);
+}
+
+double PreviewPlayback::minimumTrimDuration() const
+{
+    if (!m_model.mediaInfo())
+        return 0.05;
+    return std::min(0.25, std::max(0.05, m_model.mediaInfo()->duration * 0.5));
+}
+
+void PreviewPlayback::seekPlayer(double seconds)
+{
+    if (m_model.player())
+        m_model.player()->seek(MediaTime::fromSeconds(seconds), MediaTime(), MediaTime());
+}
+
+void PreviewPlayback::togglePreviewPlayback()
+{
+    if (m_model.previewPlaying()) {
+        pause();
+        return;
+    }
+    if (m_model.currentTime() >= m_model.trimEnd() - rewindZone)
+        seekPlayer(std::max(m_model.trimStart(), 0.0));
+    play();
+}
+
+void PreviewPlayback::seekPreview(double seconds)
+{
+    const double time = std::min(std::max(seconds, m_model.trimStart()), m_model.trimEnd());
+    m_model.setCurrentTime(time);
+    seekPlayer(std::max(time, 0.0));
+}
+
+void PreviewPlayback::updateTrimStart(double seconds)
+{
+    const double limit = std::max(m_model.trimEnd() - minimumTrimDuration(), 0.0);
+    const double start = std::min(std::max(seconds, 0.0), limit);
+    m_model.setTrimStart(start);
+    m_model.setCurrentTime(start);
+    seekPlayer(start);
+}
+
+void PreviewPlayback::updateTrimEnd(double seconds)
+{
+    if (!m_model.mediaInfo())
+        return;
+    const double earliest = m_model.trimStart() + minimumTrimDuration();
+    const double end = std::max(std::min(seconds, m_model.mediaInfo()->duration), earliest);
+    m_model.setTrimEnd(end);
+    const double playhead = std::max(end - frameBeforeEnd, m_model.trimStart());
+    m_model.setCurrentTime(playhead);
+    seekPlayer(std::max(playhead, 0.0));
+}
+
+void PreviewPlayback::beginTimelineInteraction()
+{
+    m_resumePlaybackAfterTimelineInteraction = m_model.previewPlaying();
+    pause();
+}
+
+bool PreviewPlayback::takeResumeFlag()
+{
+    return std::exchange(m_resumePlaybackAfterTimelineInteraction, false);
+}
+
+void PreviewPlayback::endTimelineInteraction(bool rebuildLoop)
+{
+    const bool wasPlaying = takeResumeFlag();
+    if (rebuildLoop)
+        rebuildPlayerLoop(m_model.currentTime(), wasPlaying);
+    else if (wasPlaying)
+        play();
+}
+
+void PreviewPlayback::endTimelineStep()
+{
+    rebuildPlayerLoop(m_model.trimStart(), takeResumeFlag());
+}
+
+void PreviewPlayback::rebuildPlayerLoop(double start, bool shouldPlay)
+{
+    const auto player = m_model.player();
+    if (!player || !m_previewURL)
+        return;
+    if (m_playerLooper)
+        m_playerLooper->disableLooping();
+    m_playerLooper.reset();
+    player->removeAllItems();
+
+    const PlayerItem item = {.file = *m_previewURL};
+    const double trimStart = m_model.trimStart();
+    const double length = std::max(std::max(m_model.trimEnd() - trimStart, 0.0), minimumTrimDuration());
+    const MediaTimeRange range = {.start = MediaTime::fromSeconds(trimStart),
+                                  .duration = MediaTime::fromSeconds(length)};
+    m_playerLooper = m_playback->makeLooper(player, item, range);
+
+    // One tick before the end, so that the seek lands inside the range.
+    const double upper = std::max(m_model.trimEnd() - tick, trimStart);
+    const double playhead = std::min(std::max(start, trimStart), upper);
+    m_model.setCurrentTime(playhead);
+    seekPlayer(std::max(playhead, 0.0));
+    if (shouldPlay)
+        player->play();
+    m_model.setPreviewPlaying(shouldPlay);
+}
+
+void PreviewPlayback::installTimeObserver(QueuePlayer& player)
+{
+    // The tick is written from a task of its own, in order with what the user does; a model that is gone by
+    // then takes its queued tasks with it.
+    const auto hop = [this, model = QPointer(&m_model)](MediaTime time) {
+        if (model)
+            QMetaObject::invokeMethod(
+                model, [this, time] { followPlayer(time); }, Qt::QueuedConnection);
+    };
+    m_playerTimeObserver = player.addPeriodicTimeObserver(MediaTime::fromSeconds(observerInterval), hop);
+}
+
+void PreviewPlayback::followPlayer(MediaTime time)
+{
+    const double seconds = time.seconds();
+    if (!std::isfinite(seconds))
+        return;
+    m_model.setCurrentTime(std::min(std::max(seconds, m_model.trimStart()), m_model.trimEnd()));
+}
+
+} // namespace stackreel

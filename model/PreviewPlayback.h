@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/playback/MediaTime.h"
+#include "platform/playback/QueuePlayer.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace stackreel
+{
+
+class AppModel;
+class Playback;
+class PlayerLooper;
+
+/// Plays the trimmed range of the preview file over and over, moves the playhead and the trim points within
+/// their limits, and reports the playhead back to the model. All times are seconds on the source's time line.
+/// Owns the looper, the preview file's name, the time observer and what a timeline drag interrupted. Main
+/// thread.
+class PreviewPlayback
+{
+public:
+    PreviewPlayback(AppModel& model, std::shared_ptr<Playback> playback);
+    ~PreviewPlayback();
+    PreviewPlayback(const PreviewPlayback&) = delete;
+    PreviewPlayback& operator=(const PreviewPlayback&) = delete;
+
+    /// Notes the file to play; it takes effect when a player or its loop is made.
+    void setPreviewURL(const std::filesystem::path& file);
+    /// Makes a new player for the preview file and starts its loop, playing.
+    void configurePlayer();
+    /// Stops and forgets the player.
+    void tearDownPlayer();
+
+    void togglePreviewPlayback();
+    void seekPreview(double seconds);
+    void updateTrimStart(double seconds);
+    void updateTrimEnd(double seconds);
+    void beginTimelineInteraction();
+    void endTimelineInteraction(bool rebuildLoop);
+    void endTimelineStep();
+
+    /// Plays, or pauses, whatever player there is, and notes it.
+    void play();
+    void pause();
+
+private:
+    double minimumTrimDuration() const;
+    void rebuildPlayerLoop(double start, bool shouldPlay);
+    void installTimeObserver(QueuePlayer& player);
+    void followPlayer(MediaTime time);
+    void seekPlayer(double seconds);
+    bool takeResumeFlag();
+
+    AppModel& m_model;
+    std::shared_ptr<Playback> m_playback;
+    std::unique_ptr<PlayerLooper> m_playerLooper;
+    std::optional<std::filesystem::path> m_previewURL;
+    QueuePlayer::TimeObserverToken m_playerTimeObserver = 0;
+    bool m_resumePlaybackAfterTimelineInteraction = false;
+};
+
+} // namespace stackreel

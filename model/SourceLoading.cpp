@@ -1,0 +1,99 @@
+#include "model/SourceLoading.h"
+
+#include "model/AppModel.h"
+#include "model/CropSetup.h"
+#include "model/PreviewPlayback.h"
+#include "model/TaskHandle.h"
+#include "platform/panels/OpenPanel.h"
+
+#include <exception>
+
+namespace stackreel
+{
+
+namespace
+{
+
+constexpr int thumbnailCount = 12;
+
+} // namespace
+
+SourceLoading::SourceLoading(AppModel& model, const ModelServices& services, PreviewPlayback& playback,
+                             CropSetup& crops)
+    : m_model(model), m_services(services), m_playback(playback), m_crops(crops)
+{
+}
+
+void SourceLoading::chooseSource()
+{
+    const OpenPanelRequest request = {
+        .title = "Choose a horizontal video",
+        .prompt = "Choose Video",
+        // The last makes every file choosable: the probe decides what is usable, not the panel.
+        .allowedContentTypes = {ContentType::audiovisualContent, ContentType::movie, ContentType::data},
+    };
+    m_services.openPanel->begin(request, [this, model = QPointer(&m_model)](const PanelResponse& response) {
+        if (!model || !response.accepted || !response.url)
+            return;
+        TaskHandle::start(*model, [this, url = *response.url](std::stop_token) { return loadSource(url); });
+    });
+}
+
+QCoro::Task<> SourceLoading::loadSource(std::filesystem::path url)
+{
+    const QPointer model(&m_model);
+    const ModelServices services = m_services;
+    m_model.setPhase(Phase::preparing());
+    forgetSource(url);
+    try {
+        const MediaInfo media = co_await services.inspect(url);
+        if (!model)
+            co_return;
+        const auto previewURL = co_await services.previewSource(url);
+        if (model)
+            showSource(media, previewURL);
+    } catch (const std::exception& error) {
+        if (model)
+            m_model.setPhase(Phase::failed(error.what()));
+    }
+}
+
+void SourceLoading::forgetSource(const std::filesystem::path& url)
+{
+    m_model.setSourceURL(url);
+    m_model.setMediaInfo(std::nullopt);
+    m_model.setTimelineThumbnails({});
+    m_model.setTrimStart(0);
+    m_model.setTrimEnd(0);
+    m_model.setCurrentTime(0);
+    if (m_thumbnailTask)
+        m_thumbnailTask->cancel();
+    m_playback.tearDownPlayer();
+}
+
+void SourceLoading::showSource(const MediaInfo& media, const std::filesystem::path& previewURL)
+{
+    m_model.setMediaInfo(media);
+    m_playback.setPreviewURL(previewURL);
+    m_model.setTrimEnd(media.duration);
+    m_crops.configureRegions(media);
+    m_playback.configurePlayer();
+    m_model.setPhase(Phase::ready());
+    loadTimelineThumbnails(previewURL, media.duration);
+}
+
+void SourceLoading::loadTimelineThumbnails(const std::filesystem::path& file, double duration)
+{
+    if (m_thumbnailTask)
+        m_thumbnailTask->cancel();
+    const QPointer model(&m_model);
+    const auto thumbnails = m_services.timelineThumbnails;
+    m_thumbnailTask = TaskHandle::start(
+        m_model, [model, thumbnails, file, duration](std::stop_token stop) -> QCoro::Task<> {
+            auto images = co_await thumbnails(file, duration, thumbnailCount, stop);
+            if (!stop.stop_requested() && model)
+                model->setTimelineThumbnails(std::move(images));
+        });
+}
+
+} // namespace stackreel

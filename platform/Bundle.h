@@ -1,0 +1,17 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+namespace stackreel
+{
+
+/// Where the program's own files are.
+struct Bundle {
+    /// The directory the program's resources are installed in: `../lib/stackreel` seen from the running
+    /// executable's directory, with symbolic links resolved. None when there is no such directory. Any
+    /// thread.
+    static std::optional<std::filesystem::path> resourceDirectory();
+};
+
+} // namespace stackreel

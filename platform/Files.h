@@ -1,0 +1,56 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+
+namespace stackreel
+{
+
+/// A file open for writing, closed with the object. The descriptor is never inherited by a child and is never
+/// one of the three standard ones, even in a process that was started with those closed. Not copyable; any
+/// one thread.
+class WriteHandle
+{
+public:
+    /// Opens an existing file for writing at its start. Throws `SystemError`.
+    explicit WriteHandle(const std::filesystem::path& path);
+    ~WriteHandle();
+    WriteHandle(const WriteHandle&) = delete;
+    WriteHandle& operator=(const WriteHandle&) = delete;
+
+    int descriptor() const { return m_descriptor; }
+    /// Flushes what was written to disk. Throws `SystemError`.
+    void synchronize() const;
+
+private:
+    std::filesystem::path m_path;
+    int m_descriptor;
+};
+
+/// File operations of the host system that the standard library lacks or reports without a readable sentence.
+/// Paths are bytes. All may be called from any thread; all that can fail throw `SystemError`.
+struct Files {
+    /// The user's folder for temporary files as an absolute path: TMPDIR where it is set, else /tmp. It need
+    /// not exist.
+    static std::filesystem::path temporaryDirectory();
+    /// Creates the folder and its missing parents; an existing folder is fine.
+    static void createDirectories(const std::filesystem::path& path);
+    /// Creates one new folder that only this user may enter, and its missing parents; an existing one is an
+    /// error.
+    static void createPrivateDirectory(const std::filesystem::path& path);
+    /// Creates an empty file; an existing one stays as it is. Throws nothing: gives 0, or the errno value of
+    /// a failure, which may be left aside where the file is opened next.
+    static int createEmpty(const std::filesystem::path& path);
+    /// The whole content of a file, as bytes.
+    static std::string readAll(const std::filesystem::path& path);
+    /// Whether the path leads to a file, not a folder, that the current user may execute.
+    static bool isExecutable(const std::filesystem::path& path);
+    /// Renames a file within one file system. With `replace` an existing destination is replaced in one step;
+    /// without it an existing destination is an error (EEXIST) and stays as it was.
+    static void moveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& to,
+                              bool replace);
+};
+
+} // namespace stackreel

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <spawn.h>
+#include <sys/types.h>
+#include <sys/wait.h>
+
+namespace stackreel
+{
+
+/// The system calls of this program that can fail for reasons outside it: a full disk, no descriptors left, a
+/// child that cannot be started. Whatever runs a child reaches them through this table, so tests can make
+/// each fail.
+///
+/// The functions have the signatures and the errno convention of the calls they are named after. The table is
+/// replaced by tests only, before the threads that use it start; the program never writes it.
+struct SystemCalls {
+    int (*open)(const char* path, int flags, mode_t mode);
+    int (*close)(int descriptor);
+    int (*fsync)(int descriptor);
+    ssize_t (*read)(int descriptor, void* buffer, size_t size);
+    int (*mkdir)(const char* path, mode_t mode);
+    int (*posixSpawn)(pid_t* pid, const char* path, const posix_spawn_file_actions_t* actions,
+                      const posix_spawnattr_t* attributes, char* const arguments[],
+                      char* const environment[]);
+    int (*waitid)(idtype_t type, id_t id, siginfo_t* info, int options);
+    int (*kill)(pid_t pid, int signal);
+};
+
+/// The table in use; the host system's own calls unless a test replaced an entry.
+SystemCalls& systemCalls();
+
+} // namespace stackreel

@@ -1,0 +1,266 @@
+#include "platform/gstreamer/DecodePipeline.h"
+
+#include <gst/video/video.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+#include <thread>
+
+namespace stackreel
+{
+
+namespace
+{
+
+constexpr const char* soundCaps = "audio/x-raw,format=S16LE,layout=interleaved,rate=48000,channels=2";
+
+struct ContentKind {
+    const char* decoder;
+    const char* mediaType; ///< what the pads of the wanted stream start with
+    GstElementFactoryListType media;
+    const char* delivered; ///< caps of the samples
+    guint ahead;           ///< samples
+};
+
+ContentKind kindOf(DecodePipeline::Content content)
+{
+    switch (content) {
+    case DecodePipeline::Content::packets:
+        return {"parsebin", "video/", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO, nullptr, 2};
+    case DecodePipeline::Content::sound:
+        return {"decodebin", "audio/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO, soundCaps, 8};
+    default:
+        return {"decodebin", "video/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO, "video/x-raw", 2};
+    }
+}
+
+/// Each thread of a decoder holds a few whole pictures, so many cores must not mean that much memory.
+void limitThreads(GstElement* element)
+{
+    const guint cores = std::max(1U, std::thread::hardware_concurrency());
+    for (const char* name : {"max-threads", "n-threads"}) {
+        GParamSpec* property = g_object_class_find_property(G_OBJECT_GET_CLASS(element), name);
+        if (property && G_IS_PARAM_SPEC_INT(property))
+            g_object_set(element, name, static_cast<gint>(std::min(cores, 4U)), nullptr);
+    }
+}
+
+} // namespace
+
+DecodePipeline::DecodePipeline(const std::filesystem::path& file, Content content, std::function<void()> wake)
+    : m_wake(std::move(wake))
+{
+    ensureGStreamer();
+    m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
+    watch(build(file, content));
+    if (gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE)
+        m_failed = true;
+}
+
+DecodePipeline::~DecodePipeline()
+{
+    // Whatever waits for room in the sink's queue, perhaps with a lock that the change of state needs, goes.
+    gst_pad_send_event(m_sinkPad.get(), gst_event_new_flush_start());
+    gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+}
+
+GstElement* DecodePipeline::build(const std::filesystem::path& file, Content content)
+{
+    const ContentKind kind = kindOf(content);
+    m_mediaType = kind.mediaType;
+    GstElement* source = addElement(m_pipeline.get(), "filesrc");
+    GstElement* decoder = addElement(m_pipeline.get(), kind.decoder);
+    m_sink = addElement(m_pipeline.get(), "appsink");
+    m_entry = m_sink;
+    if (content == Content::sound) {
+        m_entry = addElement(m_pipeline.get(), "audioconvert");
+        GstElement* resampler = addElement(m_pipeline.get(), "audioresample");
+        gst_element_link_many(m_entry, resampler, m_sink, nullptr);
+    }
+    g_object_set(source, "location", file.c_str(), nullptr);
+    m_media = kind.media;
+    g_signal_connect(decoder, "autoplug-select", G_CALLBACK(onAutoplugSelect), this);
+    const GstCapsPtr delivered(kind.delivered ? gst_caps_from_string(kind.delivered) : gst_caps_new_any());
+    g_object_set(m_sink, "caps", delivered.get(), "sync", FALSE, "async", FALSE, "qos", FALSE, "max-buffers",
+                 kind.ahead, "enable-last-sample", FALSE, "wait-on-eos", FALSE, nullptr);
+    gst_element_link(source, decoder);
+    return decoder;
+}
+
+void DecodePipeline::watch(GstElement* decoder)
+{
+    g_signal_connect(decoder, "pad-added", G_CALLBACK(onPadAdded), this);
+    g_signal_connect(decoder, "no-more-pads", G_CALLBACK(onNoMorePads), this);
+    g_signal_connect(m_pipeline.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
+    GstAppSinkCallbacks callbacks = {};
+    callbacks.new_sample = onSample;
+    callbacks.eos = onEnd;
+    gst_app_sink_set_callbacks(sink(), &callbacks, this, nullptr);
+    m_sinkPad.reset(gst_element_get_static_pad(m_sink, "sink"));
+    const auto probed = static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM |
+                                                     GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM);
+    gst_pad_add_probe(m_sinkPad.get(), probed, onSinkPad, this, nullptr);
+    const GstBusPtr bus(gst_element_get_bus(m_pipeline.get()));
+    gst_bus_set_sync_handler(bus.get(), onMessage, this, nullptr);
+}
+
+GstSamplePtr DecodePipeline::tryPull()
+{
+    return GstSamplePtr(gst_app_sink_try_pull_sample(sink(), 0));
+}
+
+bool DecodePipeline::atEnd() const
+{
+    return gst_app_sink_is_eos(sink());
+}
+
+bool DecodePipeline::seekToKeyFrame(Nanoseconds time, GstSeekFlags snap)
+{
+    return seek(time, static_cast<GstSeekFlags>(GST_SEEK_FLAG_KEY_UNIT | snap));
+}
+
+bool DecodePipeline::seekToSample(Nanoseconds time)
+{
+    return seek(time, GST_SEEK_FLAG_ACCURATE);
+}
+
+bool DecodePipeline::seek(Nanoseconds time, GstSeekFlags flags)
+{
+    // By way of the pad: the sink's own state may be locked by a change that waits for room in its queue,
+    // which only this seek would make.
+    return gst_pad_push_event(
+        m_sinkPad.get(),
+        gst_event_new_seek(1.0, GST_FORMAT_TIME, static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | flags),
+                           GST_SEEK_TYPE_SET, std::max<Nanoseconds>(time, 0), GST_SEEK_TYPE_NONE, 0));
+}
+
+Orientation DecodePipeline::orientation() const
+{
+    return {m_quarterTurns, m_mirrored};
+}
+
+Nanoseconds DecodePipeline::claimedDuration() const
+{
+    gint64 duration = 0;
+    if (!gst_element_query_duration(m_sink, GST_FORMAT_TIME, &duration))
+        return 0;
+    return std::max<gint64>(duration, 0);
+}
+
+/// Streams of no interest are left undecoded.
+int DecodePipeline::onAutoplugSelect(GstElement*, GstPad*, GstCaps*, GstElementFactory* factory,
+                                     gpointer self)
+{
+    constexpr int tryIt = 0;
+    constexpr int exposeAsItIs = 1;
+    const auto* that = static_cast<DecodePipeline*>(self);
+    const bool decoder = gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER);
+    return decoder && !gst_element_factory_list_is_type(factory, that->m_media) ? exposeAsItIs : tryIt;
+}
+
+void DecodePipeline::onPadAdded(GstElement*, GstPad* pad, gpointer self)
+{
+    auto* that = static_cast<DecodePipeline*>(self);
+    const GstPadPtr entry(gst_element_get_static_pad(that->m_entry, "sink"));
+    GstCapsPtr caps(gst_pad_get_current_caps(pad));
+    if (!caps)
+        caps.reset(gst_pad_query_caps(pad, nullptr));
+    if (gst_pad_is_linked(entry.get()) || !caps || gst_caps_is_empty(caps.get()) ||
+        gst_caps_is_any(caps.get()))
+        return;
+    const std::string_view name = gst_structure_get_name(gst_caps_get_structure(caps.get(), 0));
+    if (name.substr(0, std::strlen(that->m_mediaType)) == that->m_mediaType)
+        gst_pad_link(pad, entry.get());
+}
+
+/// A file without the wanted stream may be read to its end without a word.
+void DecodePipeline::onNoMorePads(GstElement*, gpointer self)
+{
+    auto* that = static_cast<DecodePipeline*>(self);
+    const GstPadPtr entry(gst_element_get_static_pad(that->m_entry, "sink"));
+    if (gst_pad_is_linked(entry.get()))
+        return;
+    that->m_failed = true;
+    that->m_wake();
+}
+
+void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpointer)
+{
+    if (GST_IS_VIDEO_DECODER(element))
+        limitThreads(element);
+}
+
+GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer self)
+{
+    auto* that = static_cast<DecodePipeline*>(self);
+    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR) {
+        that->m_failed = true;
+        that->m_wake();
+    }
+    // With a sync handler the reference is ours to drop, and nobody reads the bus.
+    gst_message_unref(message);
+    return GST_BUS_DROP;
+}
+
+GstPadProbeReturn DecodePipeline::onSinkPad(GstPad*, GstPadProbeInfo* info, gpointer self)
+{
+    auto* that = static_cast<DecodePipeline*>(self);
+    if (info->type & GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM) {
+        GstQuery* query = GST_PAD_PROBE_INFO_QUERY(info);
+        if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION)
+            return GST_PAD_PROBE_OK;
+        // Lets decoders hand over pictures in the memory they decode into, with rows of any length.
+        gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
+        return GST_PAD_PROBE_HANDLED;
+    }
+    GstEvent* event = GST_PAD_PROBE_INFO_EVENT(info);
+    if (GST_EVENT_TYPE(event) != GST_EVENT_TAG)
+        return GST_PAD_PROBE_OK;
+    GstTagList* tags = nullptr;
+    gst_event_parse_tag(event, &tags);
+    const gchar* text = nullptr;
+    if (gst_tag_list_peek_string_index(tags, GST_TAG_IMAGE_ORIENTATION, 0, &text)) {
+        const Orientation orientation = orientationFromTag(text);
+        that->m_quarterTurns = orientation.quarterTurns;
+        that->m_mirrored = orientation.mirrored;
+    }
+    return GST_PAD_PROBE_OK;
+}
+
+GstFlowReturn DecodePipeline::onSample(GstAppSink*, gpointer self)
+{
+    auto* that = static_cast<DecodePipeline*>(self);
+    that->m_started = true;
+    that->m_wake();
+    return GST_FLOW_OK;
+}
+
+void DecodePipeline::onEnd(GstAppSink*, gpointer self)
+{
+    static_cast<DecodePipeline*>(self)->m_wake();
+}
+
+Nanoseconds sampleTime(GstSample* sample)
+{
+    const GstSegment* segment = gst_sample_get_segment(sample);
+    GstBuffer* buffer = gst_sample_get_buffer(sample);
+    if (!segment || !buffer || segment->format != GST_FORMAT_TIME || !GST_BUFFER_PTS_IS_VALID(buffer))
+        return -1;
+    guint64 time = 0;
+    const int sign = gst_segment_to_stream_time_full(segment, GST_FORMAT_TIME, GST_BUFFER_PTS(buffer), &time);
+    return sign > 0 ? static_cast<Nanoseconds>(time) : -1;
+}
+
+Nanoseconds sampleDuration(GstSample* sample)
+{
+    GstBuffer* buffer = gst_sample_get_buffer(sample);
+    if (buffer && GST_BUFFER_DURATION_IS_VALID(buffer) && GST_BUFFER_DURATION(buffer) > 0)
+        return static_cast<Nanoseconds>(GST_BUFFER_DURATION(buffer));
+    GstVideoInfo info;
+    if (gst_video_info_from_caps(&info, gst_sample_get_caps(sample)) && info.fps_n > 0 && info.fps_d > 0)
+        return second * info.fps_d / info.fps_n;
+    return second / 30;
+}
+
+} // namespace stackreel

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "platform/gstreamer/GStreamer.h"
+#include "platform/gstreamer/Nanoseconds.h"
+#include "platform/gstreamer/Orientation.h"
+
+#include <gst/app/gstappsink.h>
+
+#include <atomic>
+#include <filesystem>
+#include <functional>
+
+namespace stackreel
+{
+
+/// Reads one stream of a file as fast as it is taken, a few samples ahead: the first video stream as raw
+/// pictures or as packets, or the first audio stream as interleaved 16-bit stereo at 48 kHz. Keeps no clock
+/// and drops nothing.
+///
+/// One thread at a time. Calls may take as long as the file system does.
+class DecodePipeline
+{
+public:
+    enum class Content { pictures, packets, sound };
+
+    /// Opens the file and starts reading from its beginning. `wake` is called on threads of GStreamer's
+    /// whenever `tryPull`, `atEnd` or `failed` may have changed, until the destructor returns; it must not
+    /// call back. Throws `std::runtime_error` when an element is missing; what is wrong with the file shows
+    /// in `failed`.
+    DecodePipeline(const std::filesystem::path& file, Content content, std::function<void()> wake);
+    DecodePipeline(const DecodePipeline&) = delete;
+    DecodePipeline& operator=(const DecodePipeline&) = delete;
+    ~DecodePipeline();
+
+    /// The next sample, or none when none is ready yet.
+    GstSamplePtr tryPull();
+    /// Everything up to the stream's end was pulled.
+    bool atEnd() const;
+    /// Reading stopped early. What was decoded until then can still be pulled; seeking does not help.
+    bool failed() const { return m_failed; }
+    /// Whether seeking is possible: something was decoded.
+    bool started() const { return m_started; }
+
+    /// Goes on from a key frame: with `GST_SEEK_FLAG_SNAP_BEFORE` the last one that starts at or before
+    /// `time`, as far as the container knows, with `GST_SEEK_FLAG_SNAP_AFTER` the first one at or after.
+    /// Everything not pulled yet is dropped. False when the stream cannot seek there.
+    bool seekToKeyFrame(Nanoseconds time, GstSeekFlags snap = GST_SEEK_FLAG_SNAP_BEFORE);
+    /// Goes on from the very sample under `time`.
+    bool seekToSample(Nanoseconds time);
+
+    /// How the pictures have to be turned.
+    Orientation orientation() const;
+    /// The file's length as it claims; 0 when it does not say.
+    Nanoseconds claimedDuration() const;
+
+private:
+    static void onPadAdded(GstElement* decoder, GstPad* pad, gpointer self);
+    static int onAutoplugSelect(GstElement* decoder, GstPad* pad, GstCaps* caps, GstElementFactory* factory,
+                                gpointer self);
+    static void onNoMorePads(GstElement* decoder, gpointer self);
+    static void onElementAdded(GstBin* bin, GstBin* parent, GstElement* element, gpointer self);
+    static GstBusSyncReply onMessage(GstBus* bus, GstMessage* message, gpointer self);
+    static GstPadProbeReturn onSinkPad(GstPad* pad, GstPadProbeInfo* info, gpointer self);
+    static GstFlowReturn onSample(GstAppSink* sink, gpointer self);
+    static void onEnd(GstAppSink* sink, gpointer self);
+
+    GstElement* build(const std::filesystem::path& file, Content content);
+    void watch(GstElement* decoder);
+    GstAppSink* sink() const { return GST_APP_SINK(m_sink); }
+    bool seek(Nanoseconds time, GstSeekFlags flags);
+
+    std::function<void()> m_wake;
+    GstElementPtr m_pipeline;
+    GstElement* m_sink = nullptr; ///< the pipeline's
+    GstPadPtr m_sinkPad;
+    GstElement* m_entry = nullptr; ///< what the decoded stream is linked to; the pipeline's
+    const char* m_mediaType = "";
+    GstElementFactoryListType m_media = 0;
+    std::atomic<bool> m_failed = false;
+    std::atomic<bool> m_started = false;
+    std::atomic<int> m_quarterTurns = 0;
+    std::atomic<bool> m_mirrored = false;
+};
+
+/// Where a sample lies on the file's time line; negative when it does not say.
+Nanoseconds sampleTime(GstSample* sample);
+/// How long a sample lasts by its own word or else by the frame rate in its caps; positive.
+Nanoseconds sampleDuration(GstSample* sample);
+
+} // namespace stackreel

@@ -1,0 +1,135 @@
+#include "platform/gstreamer/FrameReader.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace stackreel
+{
+
+FrameReader::FrameReader(std::filesystem::path file, PictureSize box, std::function<void()> wake)
+    : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box)
+{
+    open();
+}
+
+void FrameReader::open()
+{
+    m_pipeline = std::make_unique<DecodePipeline>(m_file, DecodePipeline::Content::pictures, m_wake);
+    m_untouched = true;
+}
+
+void FrameReader::showFrom(Nanoseconds time)
+{
+    setGoal({time, true});
+}
+
+void FrameReader::continueAfter(Nanoseconds time)
+{
+    setGoal({time, false});
+}
+
+void FrameReader::readOnTo(Nanoseconds time)
+{
+    if (m_seekPending)
+        return showFrom(time);
+    m_goal = {time, true};
+    m_seekTime = 0; // nothing before what comes now is wanted
+}
+
+void FrameReader::setGoal(Goal goal)
+{
+    m_goal = goal;
+    m_candidate.reset();
+    m_following.reset();
+    m_stepBack = 0;
+    m_seekTime = std::max<Nanoseconds>(goal.time + halfUnit, 0);
+    m_seekPending = true;
+}
+
+FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
+{
+    if (m_following) {
+        Picture following = std::move(*std::exchange(m_following, std::nullopt));
+        return m_goal ? approach(std::move(following), frame) : deliver(std::move(following), frame);
+    }
+    if (m_seekPending && !seekToGoal())
+        return m_pipeline->failed() || m_pipeline->atEnd() ? Step::failed : Step::waiting;
+    // Asked before pulling: a sample that arrives in between must not be taken for missing.
+    const bool over = m_pipeline->failed() || m_pipeline->atEnd();
+    Picture picture;
+    picture.sample = m_pipeline->tryPull();
+    if (!picture.sample)
+        return over ? endOfStream(frame) : Step::waiting;
+    m_untouched = false;
+    picture.duration = sampleDuration(picture.sample.get());
+    picture.time = sampleTime(picture.sample.get());
+    if (picture.time < 0)
+        picture.time = m_lastTime < 0 ? 0 : m_lastTime + picture.duration;
+    if (picture.time <= m_lastTime)
+        return Step::working; // out of order: a damaged stream
+    m_lastTime = picture.time;
+    return m_goal ? approach(std::move(picture), frame) : deliver(std::move(picture), frame);
+}
+
+/// False when the pipeline has not come far enough to seek.
+bool FrameReader::seekToGoal()
+{
+    if (m_pipeline->failed() && m_pipeline->started())
+        open(); // what broke off is read afresh
+    if (m_untouched && m_goal->time <= halfUnit)
+        m_seekTime = 0;
+    else if (!m_pipeline->started())
+        return false;
+    else if (!m_pipeline->seekToKeyFrame(m_seekTime) && m_seekTime > 0)
+        m_pipeline->seekToKeyFrame(m_seekTime = 0);
+    m_seekPending = false;
+    m_lastTime = -1;
+    return true;
+}
+
+/// For streams without an index, whose seeks land somewhere near, and for times past the end.
+FrameReader::Step FrameReader::seekEarlier()
+{
+    m_stepBack = m_stepBack > 0 ? m_stepBack * 4 : second;
+    m_seekTime = std::max<Nanoseconds>(m_goal->time - m_stepBack, 0);
+    m_seekPending = true;
+    return Step::working;
+}
+
+FrameReader::Step FrameReader::approach(Picture picture, PlanarFramePtr& frame)
+{
+    if (picture.time <= m_goal->time + halfUnit) {
+        m_candidate = std::move(picture);
+        return Step::working;
+    }
+    if (!m_candidate && m_seekTime > 0)
+        return seekEarlier();
+    const bool inclusive = std::exchange(m_goal, std::nullopt)->inclusive;
+    std::optional<Picture> candidate = std::exchange(m_candidate, std::nullopt);
+    if (!inclusive || !candidate)
+        return deliver(std::move(picture), frame);
+    m_following = std::move(picture);
+    return deliver(std::move(*candidate), frame);
+}
+
+FrameReader::Step FrameReader::endOfStream(PlanarFramePtr& frame)
+{
+    if (!m_goal)
+        return Step::end;
+    if (!m_candidate && m_seekTime > 0)
+        return seekEarlier();
+    const bool inclusive = std::exchange(m_goal, std::nullopt)->inclusive;
+    std::optional<Picture> candidate = std::exchange(m_candidate, std::nullopt);
+    if (!candidate)
+        return Step::failed;
+    return inclusive ? deliver(std::move(*candidate), frame) : Step::end;
+}
+
+FrameReader::Step FrameReader::deliver(Picture picture, PlanarFramePtr& frame)
+{
+    const Orientation orientation = m_upright ? m_pipeline->orientation() : Orientation();
+    frame = m_scaler.scale(picture.sample.get(), orientation, picture.time, picture.duration);
+    return frame ? Step::frame : Step::working;
+}
+
+} // namespace stackreel

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/gstreamer/DecodePipeline.h"
+#include "platform/gstreamer/FrameScaler.h"
+#include "platform/gstreamer/PlanarFrame.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace stackreel
+{
+
+/// Delivers the frames of a file in order, from any time on, without ever waiting for one.
+///
+/// Seeks are carried out by going to a key frame and decoding on, with the decision which frame is the one
+/// under the time made here, since only the next frame's time tells how long a frame really stays.
+///
+/// One thread. Times are nanoseconds on the file's time line.
+class FrameReader
+{
+public:
+    enum class Step {
+        waiting, ///< nothing can be done until `wake` is called
+        working, ///< some progress was made; go on
+        frame,   ///< the next frame
+        end,     ///< no frame follows; the stream ended, or broke off
+        failed,  ///< no frame at all can be had
+    };
+
+    /// Opens the file, to be read from its beginning. `wake` as with `DecodePipeline`. Throws
+    /// `std::runtime_error` when GStreamer lacks an element.
+    FrameReader(std::filesystem::path file, PictureSize box, std::function<void()> wake);
+
+    /// The next frame is to be the one on screen at `time`: the last that starts no later. Where the file
+    /// begins after or ends before that time, its first or last frame.
+    void showFrom(Nanoseconds time);
+    /// The next frame is to be the first that starts after `time`.
+    void continueAfter(Nanoseconds time);
+
+    /// The next frame is to be the one on screen at `time`, which lies ahead of those delivered so far,
+    /// by decoding on; or the very next one where that is later already.
+    void readOnTo(Nanoseconds time);
+
+    /// Does one bit of work; on `Step::frame` the frame is in `frame`.
+    Step step(PlanarFramePtr& frame);
+
+    /// Whether frames are turned upright, as they are at first. To be set before the first one.
+    void setUpright(bool upright) { m_upright = upright; }
+    /// Applies from the next frame on.
+    void setBox(PictureSize box) { m_scaler.setBox(box); }
+    PictureSize box() const { return m_scaler.box(); }
+    /// The file's length as it claims, 0 when it does not say.
+    Nanoseconds claimedDuration() const { return m_pipeline->claimedDuration(); }
+
+private:
+    struct Picture {
+        GstSamplePtr sample;
+        Nanoseconds time = 0;
+        Nanoseconds duration = 0;
+    };
+    struct Goal {
+        Nanoseconds time;
+        bool inclusive; ///< the frame under the time is wanted, not the one after
+    };
+
+    void setGoal(Goal goal);
+    void open();
+    bool seekToGoal();
+    Step seekEarlier();
+    Step approach(Picture picture, PlanarFramePtr& frame);
+    Step endOfStream(PlanarFramePtr& frame);
+    Step deliver(Picture picture, PlanarFramePtr& frame);
+
+    std::filesystem::path m_file;
+    std::function<void()> m_wake;
+    FrameScaler m_scaler;
+    std::unique_ptr<DecodePipeline> m_pipeline;
+    std::optional<Goal> m_goal;
+    bool m_upright = true;
+    bool m_seekPending = false;
+    bool m_untouched = true; ///< just opened: reading from the beginning needs no seek
+    Nanoseconds m_seekTime = 0;
+    Nanoseconds m_stepBack = 0;
+    Nanoseconds m_lastTime = -1; ///< of the sample last read since the seek
+    std::optional<Picture> m_candidate;
+    std::optional<Picture> m_following;
+};
+
+} // namespace stackreel

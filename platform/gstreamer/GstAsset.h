@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/playback/Asset.h"
+
+#include <filesystem>
+#include <optional>
+
+namespace stackreel
+{
+
+/// An asset judged by GStreamer's own discovery, which decodes the beginning of every stream. It runs once,
+/// at the first question, and is given up after ten seconds.
+class GstAsset : public Asset
+{
+public:
+    explicit GstAsset(std::filesystem::path file) : m_file(std::move(file)) {}
+
+    bool isPlayable(std::stop_token stop) override;
+    int videoTrackCount(std::stop_token stop) override;
+
+private:
+    struct Facts {
+        bool playable = false;
+        int videoTracks = 0;
+    };
+
+    const Facts& facts(const std::stop_token& stop);
+
+    std::filesystem::path m_file;
+    std::optional<Facts> m_facts;
+};
+
+} // namespace stackreel

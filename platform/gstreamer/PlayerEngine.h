@@ -1,0 +1,78 @@
+#pragma once
+
+#include "platform/gstreamer/ForegroundWork.h"
+#include "platform/gstreamer/FrameReader.h"
+#include "platform/gstreamer/HeadFiller.h"
+#include "platform/gstreamer/LoopFeeder.h"
+#include "platform/gstreamer/PlayerOrders.h"
+#include "platform/gstreamer/Presenter.h"
+#include "platform/gstreamer/TimeObservers.h"
+#include "platform/gstreamer/WakeUp.h"
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+namespace stackreel
+{
+
+/// Brings a player in line with its orders, on a thread of its own: everything of GStreamer's that may take
+/// time happens there.
+class PlayerEngine
+{
+public:
+    explicit PlayerEngine(std::shared_ptr<TimeObservers> observers);
+
+    /// Begins the work, on a thread that keeps `engine` alive until it is ordered to quit.
+    static void start(const std::shared_ptr<PlayerEngine>& engine);
+
+    /// Changes the orders; any thread, returns at once.
+    void order(const std::function<void(PlayerOrders&)>& change);
+    Presenter& presenter() { return m_presenter; }
+
+private:
+    void run();
+    PlayerOrders takeOrders();
+    void obey(const PlayerOrders& orders);
+    void obeyLoop(const PlayerOrders& orders);
+    void openLoop(const PlayerOrders::Loop& loop);
+    void closeLoop();
+    void obeyBox(PictureSize box);
+    void obeySeek(const PlayerOrders& orders);
+    bool feed();
+    void deliver(QueuedFrame frame);
+    void giveUp();
+    void tendSeek();
+    void beginSeek();
+    void tendHead();
+    void tendRunning();
+    void tendEnd();
+    void tendForeground();
+    std::optional<Clock::Instant> nextDeadline() const;
+    bool mustWaitForHead() const;
+
+    WakeUp m_wakeUp;
+    std::mutex m_mutex;
+    PlayerOrders m_ordered; ///< guarded by the mutex
+
+    // The engine's thread only.
+    PlayerOrders m_orders; ///< those obeyed so far
+    std::unique_ptr<FrameReader> m_reader;
+    std::filesystem::path m_readerFile;
+    std::unique_ptr<LoopFeeder> m_feeder;
+    std::unique_ptr<HeadFiller> m_filler;
+    bool m_fillerUseless = false;
+    bool m_failed = false;
+    std::optional<PlayerOrders::Seek> m_wanted; ///< not begun yet
+    std::optional<PlayerOrders::Seek> m_flying; ///< begun, its frame not shown yet
+    std::optional<ForegroundWork> m_foreground; ///< while a seek is in flight
+    bool m_superseded = false; ///< the one in flight took another's place before that showed a frame
+    Clock::Instant m_wantedSince = {};
+    Clock::Instant m_boxSince = {};
+    std::optional<Clock::Instant> m_closing; ///< when to close what no loop asked for again
+
+    Presenter m_presenter; // ends before what its thread wakes
+};
+
+} // namespace stackreel

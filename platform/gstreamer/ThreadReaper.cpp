@@ -1,0 +1,59 @@
+#include "platform/gstreamer/ThreadReaper.h"
+
+#include <atomic>
+#include <list>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+namespace stackreel
+{
+
+namespace
+{
+
+class ThreadReaper
+{
+public:
+    ~ThreadReaper()
+    {
+        for (Entry& entry : m_entries)
+            entry.thread.join();
+    }
+
+    void run(std::function<void()> body)
+    {
+        auto over = std::make_shared<std::atomic<bool>>(false);
+        const std::lock_guard lock(m_mutex);
+        m_entries.remove_if([](Entry& entry) {
+            if (!*entry.over)
+                return false;
+            entry.thread.join();
+            return true;
+        });
+        m_entries.push_back({over, std::thread([body = std::move(body), over]() mutable {
+                                 body();
+                                 body = nullptr; // what it holds goes on this thread
+                                 *over = true;
+                             })});
+    }
+
+private:
+    struct Entry {
+        std::shared_ptr<std::atomic<bool>> over;
+        std::thread thread;
+    };
+
+    std::mutex m_mutex;
+    std::list<Entry> m_entries;
+};
+
+} // namespace
+
+void runDetached(std::function<void()> body)
+{
+    static ThreadReaper reaper;
+    reaper.run(std::move(body));
+}
+
+} // namespace stackreel

@@ -1,0 +1,20 @@
+#include "platform/Bundle.h"
+
+#include <system_error>
+
+namespace stackreel
+{
+
+std::optional<std::filesystem::path> Bundle::resourceDirectory()
+{
+    std::error_code error;
+    const auto executable = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error)
+        return std::nullopt;
+    auto directory = executable.parent_path().parent_path() / "lib" / "stackreel";
+    if (!std::filesystem::is_directory(directory, error))
+        return std::nullopt;
+    return directory;
+}
+
+} // namespace stackreel

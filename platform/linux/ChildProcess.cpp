@@ -1,0 +1,113 @@
+#include "platform/ChildProcess.h"
+
+#include "platform/SystemCalls.h"
+#include "platform/SystemError.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+namespace stackreel
+{
+
+namespace
+{
+
+struct FileActions {
+    FileActions() { posix_spawn_file_actions_init(&value); }
+    ~FileActions() { posix_spawn_file_actions_destroy(&value); }
+    FileActions(const FileActions&) = delete;
+    FileActions& operator=(const FileActions&) = delete;
+
+    /// An action that is lost would have the child write to our own outputs, so a failure counts as one to
+    /// start.
+    int redirect(const ChildProcessLaunch& launch)
+    {
+        if (const int error = posix_spawn_file_actions_adddup2(&value, launch.standardOutput, STDOUT_FILENO))
+            return error;
+        if (const int error = posix_spawn_file_actions_adddup2(&value, launch.standardError, STDERR_FILENO))
+            return error;
+        // Libraries in this process may hold descriptors that are not marked close-on-exec.
+        return posix_spawn_file_actions_addclosefrom_np(&value, STDERR_FILENO + 1);
+    }
+
+    posix_spawn_file_actions_t value{};
+};
+
+struct Attributes {
+    Attributes()
+    {
+        posix_spawnattr_init(&value);
+        sigset_t signals;
+        sigfillset(&signals);
+        posix_spawnattr_setsigdefault(&value, &signals);
+        sigemptyset(&signals);
+        posix_spawnattr_setsigmask(&value, &signals);
+        posix_spawnattr_setflags(&value, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    }
+    ~Attributes() { posix_spawnattr_destroy(&value); }
+    Attributes(const Attributes&) = delete;
+    Attributes& operator=(const Attributes&) = delete;
+
+    posix_spawnattr_t value{};
+};
+
+std::vector<char*> argumentVector(std::vector<std::string>& words)
+{
+    std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+} // namespace
+
+std::shared_ptr<ChildProcess> ChildProcess::launch(const ChildProcessLaunch& launch)
+{
+    std::vector<std::string> words = {launch.executable.string()};
+    words.insert(words.end(), launch.arguments.begin(), launch.arguments.end());
+    const std::vector<char*> arguments = argumentVector(words);
+    FileActions actions;
+    const Attributes attributes;
+    if (const int error = actions.redirect(launch))
+        throw SystemError(error, "start", launch.executable);
+
+    pid_t pid = 0;
+    const int error = systemCalls().posixSpawn(&pid, launch.executable.c_str(), &actions.value,
+                                               &attributes.value, arguments.data(), environ);
+    if (error != 0)
+        throw SystemError(error, "start", launch.executable);
+    return std::shared_ptr<ChildProcess>(new ChildProcess(pid, launch.executable));
+}
+
+ChildProcess::ChildProcess(pid_t pid, std::filesystem::path executable)
+    : m_pid(pid), m_executable(std::move(executable))
+{
+}
+
+ChildProcess::~ChildProcess()
+{
+    siginfo_t info{};
+    while (systemCalls().waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED) != 0 && errno == EINTR) {
+    }
+}
+
+int ChildProcess::waitForExit()
+{
+    siginfo_t info{};
+    while (systemCalls().waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOWAIT) != 0)
+        if (errno != EINTR)
+            throw SystemError(errno, "wait for", m_executable);
+    // For a child that a signal ended, si_status holds the signal's number.
+    return info.si_status;
+}
+
+void ChildProcess::terminate() const
+{
+    systemCalls().kill(m_pid, SIGTERM);
+}
+
+} // namespace stackreel

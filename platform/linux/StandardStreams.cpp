@@ -1,0 +1,90 @@
+#include "platform/StandardStreams.h"
+
+#include "platform/SystemError.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace stackreel
+{
+
+namespace
+{
+
+bool isOpen(int descriptor)
+{
+    return ::fcntl(descriptor, F_GETFD) != -1;
+}
+
+/// Opens the null device as the lowest free descriptor, which is the closed one when asked in rising order.
+void standIn(int descriptor, int flags)
+{
+    if (!isOpen(descriptor))
+        ::open("/dev/null", flags);
+}
+
+bool waitUntilWritable(int descriptor)
+{
+    pollfd entry = {.fd = descriptor, .events = POLLOUT, .revents = 0};
+    return ::poll(&entry, 1, -1) == 1 || errno == EINTR;
+}
+
+/// Gives 0, or the errno value of the failure.
+int writeAll(int descriptor, std::string_view text)
+{
+    while (!text.empty()) {
+        const ssize_t count = ::write(descriptor, text.data(), text.size());
+        if (count >= 0)
+            text.remove_prefix(static_cast<std::size_t>(count));
+        // Whoever shares the stream may have made it non-blocking.
+        else if (errno != EINTR && !(errno == EAGAIN && waitUntilWritable(descriptor)))
+            return errno;
+    }
+    return 0;
+}
+
+} // namespace
+
+void StandardStreams::prepare()
+{
+    // A stand-in opened the wrong way round fails every use, instead of losing what is written to it.
+    standIn(STDIN_FILENO, O_WRONLY);
+    standIn(STDOUT_FILENO, O_RDONLY);
+    standIn(STDERR_FILENO, O_RDONLY);
+
+    const int nothing = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (nothing < 0)
+        return;
+    ::dup2(nothing, STDIN_FILENO);
+    ::close(nothing);
+}
+
+void StandardStreams::writeOutput(std::string_view text)
+{
+    if (const int error = writeAll(STDOUT_FILENO, text); error != 0)
+        throw SystemError(error, "write to", "standard output");
+}
+
+void StandardStreams::writeError(std::string_view text) noexcept
+{
+    writeAll(STDERR_FILENO, text);
+}
+
+std::optional<std::size_t> StandardStreams::errorTerminalWidth()
+{
+    winsize size{};
+    if (::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
+        return std::nullopt;
+    return size.ws_col;
+}
+
+bool StandardStreams::errorTerminalIsOurs()
+{
+    return ::isatty(STDERR_FILENO) == 1 && ::tcgetpgrp(STDERR_FILENO) == ::getpgrp();
+}
+
+} // namespace stackreel

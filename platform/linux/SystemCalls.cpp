@@ -1,0 +1,27 @@
+#include "platform/SystemCalls.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace stackreel
+{
+
+SystemCalls& systemCalls()
+{
+    static SystemCalls calls = {
+        .open = [](const char* path, int flags, mode_t mode) { return ::open(path, flags, mode); },
+        .close = ::close,
+        .fsync = ::fsync,
+        .read = ::read,
+        .mkdir = ::mkdir,
+        .posixSpawn = ::posix_spawn,
+        .waitid = ::waitid,
+        .kill = ::kill,
+    };
+    return calls;
+}
+
+} // namespace stackreel

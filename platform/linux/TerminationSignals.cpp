@@ -1,0 +1,77 @@
+#include "platform/TerminationSignals.h"
+
+namespace stackreel
+{
+
+namespace
+{
+
+// Wakes the receiving thread when the object goes.
+constexpr int wakeUp = SIGUSR2;
+
+bool isIgnored(int signal)
+{
+    struct sigaction current {
+    };
+    return ::sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
+}
+
+sigset_t signalsToAwait()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, wakeUp);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
+        if (!isIgnored(signal))
+            sigaddset(&signals, signal);
+    return signals;
+}
+
+} // namespace
+
+TerminationSignals::TerminationSignals() : m_awaited(signalsToAwait())
+{
+    ::signal(SIGPIPE, SIG_IGN);
+    // An ignored SIGCHLD is inherited through exec and would have the kernel collect our children behind our
+    // back.
+    ::signal(SIGCHLD, SIG_DFL);
+    pthread_sigmask(SIG_BLOCK, &m_awaited, nullptr);
+    m_thread = std::thread([this] { receive(); });
+}
+
+TerminationSignals::~TerminationSignals()
+{
+    finish();
+}
+
+int TerminationSignals::finish()
+{
+    if (!m_thread.joinable())
+        return m_received;
+    m_ended = true;
+    pthread_kill(m_thread.native_handle(), wakeUp);
+    m_thread.join();
+    // A signal may have come after the thread had been told to end.
+    const timespec noTime{};
+    for (int signal = 0; (signal = ::sigtimedwait(&m_awaited, nullptr, &noTime)) > 0;)
+        record(signal);
+    return m_received;
+}
+
+void TerminationSignals::receive()
+{
+    int signal = 0;
+    while (!m_ended && sigwait(&m_awaited, &signal) == 0)
+        record(signal);
+}
+
+void TerminationSignals::record(int signal)
+{
+    if (signal == wakeUp)
+        return;
+    int none = 0;
+    m_received.compare_exchange_strong(none, signal);
+    m_source.request_stop();
+}
+
+} // namespace stackreel

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/panels/OpenPanel.h"
+
+namespace stackreel
+{
+
+struct SavePanelRequest {
+    std::string title;
+    std::string prompt; ///< the confirming button's text
+    std::filesystem::path defaultName;
+    bool canCreateDirectories = false;
+    std::vector<ContentType> allowedContentTypes; ///< empty for no restriction
+};
+
+/// The host's dialog for choosing where to save. It asks before an existing file is chosen.
+class SavePanel
+{
+public:
+    virtual ~SavePanel() = default;
+
+    /// Shows the panel without blocking and calls `completion` once, on the main thread, when it is closed.
+    virtual void begin(const SavePanelRequest& request, PanelCompletion completion) = 0;
+};
+
+} // namespace stackreel

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/shim/H264Encoder.h"
+
+#include <string>
+#include <vector>
+
+namespace stackreel::shim
+{
+
+/// FFmpeg's arguments without the program's own name, as the bytes they were given in.
+using Arguments = std::vector<std::string>;
+
+/// Whether `arguments` hold `-c:v h264_videotoolbox -allow_sw 1`: these four, in this order, side by side.
+bool asksForVideoToolbox(const Arguments& arguments);
+
+/// `arguments` made fit for an FFmpeg without VideoToolbox: each such group of four is replaced by `encoder`
+/// with its options, and an AAC encode (`-c:a aac`) gets a channel layout that the encoder takes. Every other
+/// argument, the bit rate behind the group included, stays as it is. With `videoToolbox` nothing changes at
+/// all.
+Arguments withEncoder(const Arguments& arguments, H264Encoder encoder);
+
+} // namespace stackreel::shim

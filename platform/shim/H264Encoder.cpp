@@ -1,0 +1,65 @@
+#include "platform/shim/H264Encoder.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace stackreel::shim
+{
+
+namespace
+{
+
+constexpr std::array<std::pair<std::string_view, H264Encoder>, 3> knownEncoders{{
+    {"h264_videotoolbox", H264Encoder::videoToolbox},
+    {"libx264", H264Encoder::x264},
+    {"libopenh264", H264Encoder::openH264},
+}};
+
+// Takes the next line off the front of `text`, without its line end.
+std::string_view takeLine(std::string_view& text)
+{
+    const std::size_t end = text.find('\n');
+    const std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    return line;
+}
+
+// Takes the next word off the front of `line`; empty where there is none left.
+std::string_view takeWord(std::string_view& line)
+{
+    constexpr std::string_view blanks = " \t\r";
+    line.remove_prefix(std::min(line.find_first_not_of(blanks), line.size()));
+    const std::string_view word = line.substr(0, line.find_first_of(blanks));
+    line.remove_prefix(word.size());
+    return word;
+}
+
+// A line of the listing is six flags, the first of them the kind of stream, then the name and a description.
+std::optional<H264Encoder> encoderOfLine(std::string_view line)
+{
+    const std::string_view flags = takeWord(line);
+    if (flags.size() != 6 || flags.front() != 'V')
+        return std::nullopt;
+    const std::string_view name = takeWord(line);
+    for (const auto& [knownName, encoder] : knownEncoders) {
+        if (name == knownName)
+            return encoder;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<H264Encoder> preferredEncoder(std::string_view listing)
+{
+    std::optional<H264Encoder> best;
+    while (!listing.empty()) {
+        const std::optional<H264Encoder> found = encoderOfLine(takeLine(listing));
+        if (found && (!best || *found < *best))
+            best = found;
+    }
+    return best;
+}
+
+} // namespace stackreel::shim

@@ -1,0 +1,196 @@
+#include "tests/cli/CliInstallation.h"
+
+#include "tests/support/Awaited.h"
+#include "tests/support/ChildReport.h"
+
+#include <fcntl.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <stdexcept>
+#include <system_error>
+
+namespace stackreel
+{
+
+namespace
+{
+
+constexpr const char* scriptStart = R"(#!/bin/sh
+for last; do :; done
+tools="${0%/*}"
+# Tells the test that the tool has come this far, and waits for it or for a signal.
+stand() { echo $$ >"$tools/standing.half"; mv "$tools/standing.half" "$tools/standing"
+  until [ -e "$tools/go" ]; do sleep 0.02; done; }
+)";
+
+constexpr const char* fakeProbe = R"(case "$last" in
+*/.stackreel-*) cat "$tools/export.json" ;;
+*) cat "$tools/source.json" ;;
+esac
+)";
+
+constexpr const char* fakeEncoder = R"(printf '%s\0' "$@" >"$tools/arguments"
+printf rendered >"$last"
+)";
+
+void redirect(int descriptor, const std::filesystem::path& file)
+{
+    const int opened = ::open(file.c_str(), O_WRONLY | O_CREAT, 0600);
+    ::dup2(opened, descriptor);
+    ::close(opened);
+}
+
+} // namespace
+
+const char* const landscapeReport = R"({"streams": [
+  {"codec_type": "video", "codec_name": "h264", "width": 1920, "height": 1080, "duration": "10.0"},
+  {"codec_type": "audio", "codec_name": "aac", "duration": "10.0"}], "format": {"duration": "10.0"}})";
+
+const char* const verticalReport = R"({"streams": [
+  {"codec_type": "video", "codec_name": "h264", "width": 1080, "height": 1920, "duration": "10.0"},
+  {"codec_type": "audio", "codec_name": "aac", "duration": "10.0"}], "format": {"duration": "10.0"}})";
+
+RunningCli::RunningCli(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                       const std::filesystem::path& directory, const CliSurroundings& surroundings)
+{
+    const winsize size = {.ws_row = 24, .ws_col = 60, .ws_xpixel = 0, .ws_ypixel = 0};
+    m_pid = surroundings.onTerminal ? ::forkpty(&m_terminal, nullptr, nullptr, &size) : ::fork();
+    if (m_pid < 0)
+        throw std::system_error(errno, std::system_category(), "fork");
+    if (m_pid == 0)
+        becomeProgram(program, arguments, directory, surroundings);
+    if (m_terminal >= 0)
+        ::fcntl(m_terminal, F_SETFL, O_NONBLOCK);
+}
+
+RunningCli::~RunningCli()
+{
+    if (!hasEnded()) {
+        ::kill(m_pid, SIGKILL);
+        ::waitpid(m_pid, nullptr, 0);
+    }
+    if (m_terminal >= 0)
+        ::close(m_terminal);
+}
+
+void RunningCli::becomeProgram(const std::filesystem::path& program,
+                               const std::vector<std::string>& arguments,
+                               const std::filesystem::path& directory,
+                               const CliSurroundings& surroundings) const
+{
+    redirect(STDOUT_FILENO, surroundings.output.starts_with('/') ? std::filesystem::path(surroundings.output)
+                                                                 : m_captured / "stdout");
+    if (surroundings.output == "closed")
+        ::close(STDOUT_FILENO);
+    if (!surroundings.onTerminal)
+        redirect(STDERR_FILENO, m_captured / "stderr");
+    for (const int number : surroundings.ignored)
+        ::signal(number, SIG_IGN);
+
+    std::vector<std::string> words = {program};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    if (::chdir(directory.c_str()) == 0)
+        ::execv(program.c_str(), pointers.data());
+    ::_exit(127);
+}
+
+void RunningCli::signal(int number) const
+{
+    ::kill(m_pid, number);
+}
+
+void RunningCli::type(std::string_view keys) const
+{
+    if (::write(m_terminal, keys.data(), keys.size()) != static_cast<ssize_t>(keys.size()))
+        throw std::system_error(errno, std::system_category(), "type");
+}
+
+const std::string& RunningCli::screen()
+{
+    std::array<char, 4096> block{};
+    for (ssize_t count = 0; (count = ::read(m_terminal, block.data(), block.size())) > 0;)
+        m_screen.append(block.data(), static_cast<std::size_t>(count));
+    return m_screen;
+}
+
+bool RunningCli::hasEnded()
+{
+    int status = 0;
+    if (!m_status && ::waitpid(m_pid, &status, WNOHANG) == m_pid)
+        m_status = WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
+    return m_status.has_value();
+}
+
+CliResult RunningCli::result()
+{
+    // A terminal that nobody reads would hold the program up.
+    const bool ended = eventually([this] {
+        if (m_terminal >= 0)
+            screen();
+        return hasEnded();
+    });
+    if (!ended)
+        throw std::logic_error("the command line has not ended in time");
+    return {.status = *m_status,
+            .output = contentOf(m_captured / "stdout"),
+            .error = m_terminal >= 0 ? screen() : contentOf(m_captured / "stderr")};
+}
+
+CliInstallation::CliInstallation()
+{
+    std::filesystem::create_directories(m_tree / "bin");
+    std::filesystem::copy_file(STACKREEL_CLI, m_tree / "bin/stackreel-cli");
+    setTool("ffprobe", fakeProbe);
+    setTool("ffmpeg", fakeEncoder);
+    setSourceReport(landscapeReport);
+    setExportReport(verticalReport);
+    write("clip.mov", "a clip");
+}
+
+void CliInstallation::setTool(const std::string& name, const std::string& script) const
+{
+    m_tree.writeExecutable("lib/stackreel/" + name, scriptStart + script);
+}
+
+void CliInstallation::removeTool(const std::string& name) const
+{
+    std::filesystem::remove(m_tree / "lib/stackreel" / name);
+}
+
+std::vector<std::string> CliInstallation::encoderArguments() const
+{
+    return pieces(contentOf(m_tree / "lib/stackreel/arguments"), '\0');
+}
+
+CliResult CliInstallation::run(const std::vector<std::string>& arguments,
+                               const CliSurroundings& surroundings) const
+{
+    return start(arguments, surroundings).result();
+}
+
+RunningCli CliInstallation::start(const std::vector<std::string>& arguments,
+                                  const CliSurroundings& surroundings) const
+{
+    return RunningCli(m_tree / "bin/stackreel-cli", arguments, folder(), surroundings);
+}
+
+pid_t CliInstallation::waitForStandingTool() const
+{
+    const auto file = m_tree / "lib/stackreel/standing";
+    if (!eventually([&] { return std::filesystem::exists(file); }))
+        throw std::logic_error("the tool has not come that far in time");
+    const pid_t pid = std::stoi(contentOf(file));
+    std::filesystem::remove(file);
+    return pid;
+}
+
+} // namespace stackreel

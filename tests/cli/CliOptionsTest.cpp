@@ -1,0 +1,184 @@
+#include "cli/CliOptions.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Arguments = std::vector<std::string>;
+
+ExportOptions exporting(const Arguments& arguments)
+{
+    const CliOptions options = parseOptions(arguments);
+    if (const auto* error = std::get_if<UsageError>(&options))
+        throw *error;
+    return std::get<ExportOptions>(options);
+}
+
+TEST(CliOptions, ProbeTakesASourceAndPrintsTextUnlessToldOtherwise)
+{
+    const auto plain = std::get<ProbeOptions>(parseOptions({"probe", "a.mov"}));
+    EXPECT_EQ(plain.source, "a.mov");
+    EXPECT_FALSE(plain.json);
+    EXPECT_TRUE(std::get<ProbeOptions>(parseOptions({"probe", "--json", "a.mov"})).json);
+    EXPECT_TRUE(std::get<ProbeOptions>(parseOptions({"probe", "a.mov", "--json"})).json);
+}
+
+TEST(CliOptions, AnExportOfASourceAloneHasTheProductsDefaults)
+{
+    const ExportOptions options = exporting({"export", "a.mov"});
+    EXPECT_EQ(options.source, "a.mov");
+    EXPECT_FALSE(options.destination);
+    EXPECT_EQ(options.settings, ExportSettings());
+    EXPECT_FALSE(options.top);
+    EXPECT_FALSE(options.bottom);
+    EXPECT_EQ(options.from, 0);
+    EXPECT_FALSE(options.to);
+    EXPECT_FALSE(options.overwrite || options.dryRun || options.json || options.quiet);
+}
+
+TEST(CliOptions, EveryOptionOfAnExportIsTakenOver)
+{
+    const ExportOptions options =
+        exporting({"export", "--aspect", "Custom", "--size=721x1281", "--top", "0.1,0.2,0.3,0.4", "--bottom",
+                   "0.5,0.25,0.25,0.5", "--from", "1.5", "--to", "2.75", "--no-audio", "--overwrite",
+                   "--dry-run", "--json", "--quiet", "a.mov", "b.mp4"});
+    EXPECT_EQ(options.destination, "b.mp4");
+    EXPECT_EQ(options.settings.aspect, OutputAspect::custom);
+    EXPECT_EQ(options.settings.size(), (PixelSize{.width = 720, .height = 1280}));
+    EXPECT_FALSE(options.settings.includeAudio);
+    EXPECT_EQ(options.top, (CropRegion{.x = 0.1, .y = 0.2, .width = 0.3, .height = 0.4}));
+    EXPECT_EQ(options.bottom, (CropRegion{.x = 0.5, .y = 0.25, .width = 0.25, .height = 0.5}));
+    EXPECT_EQ(options.from, 1.5);
+    EXPECT_EQ(options.to, 2.75);
+    EXPECT_TRUE(options.overwrite && options.dryRun && options.json && options.quiet);
+}
+
+TEST(CliOptions, ASizeMakesTheOutputCustom)
+{
+    EXPECT_EQ(exporting({"export", "--size", "640x640", "a"}).settings.aspect, OutputAspect::custom);
+    EXPECT_EQ(exporting({"export", "--aspect", "Custom", "a"}).settings.size(),
+              (PixelSize{.width = 1080, .height = 1920}));
+}
+
+TEST(CliOptions, EachAspectIsNamedByItsText)
+{
+    for (const OutputAspect aspect : allOutputAspects)
+        EXPECT_EQ(exporting({"export", "a", "--aspect", std::string(rawValue(aspect))}).settings.aspect,
+                  aspect);
+}
+
+TEST(CliOptions, OfARepeatedOptionTheLastOneCounts)
+{
+    EXPECT_EQ(exporting({"export", "a", "--from", "1", "--from", "2"}).from, 2);
+}
+
+TEST(CliOptions, ARegionIsMovedIntoTheFrame)
+{
+    EXPECT_EQ(exporting({"export", "a", "--top", "-0.5,2,0.5,0.01"}).top,
+              (CropRegion{.x = 0, .y = 0.94, .width = 0.5, .height = 0.06}));
+}
+
+TEST(CliOptions, FilesMayHaveAnyName)
+{
+    const Arguments names = {"-x.mp4", "--json", "++", "--",      "probe",
+                             "export", "a b",    "%s", "“é”.mp4", "\xff.mp4"};
+    for (const std::string& name : names)
+        EXPECT_EQ(exporting({"export", "--quiet", "--", name}).source, name);
+    EXPECT_EQ(exporting({"export", "probe", "export"}).source, "probe");
+    EXPECT_EQ(exporting({"export", "probe", "export"}).destination, "export");
+    EXPECT_EQ(exporting({"export", "a", "++"}).destination, "./++");
+    EXPECT_EQ(exporting({"export", "./-x.mp4"}).source, "./-x.mp4");
+    EXPECT_EQ(exporting({"export", "--", "-a", "-b"}).destination, "-b");
+}
+
+TEST(CliOptions, HelpAndVersionAreInformation)
+{
+    for (const Arguments& arguments :
+         {Arguments{"--help"}, {"-h"}, {"probe", "--help"}, {"export", "-h"}, {"export", "a", "b", "--help"}})
+        EXPECT_NE(std::get<Information>(parseOptions(arguments)).text.find("Usage: stackreel-cli"),
+                  std::string::npos);
+    EXPECT_EQ(std::get<Information>(parseOptions({"--version"})).text,
+              "stackreel-cli " STACKREEL_VERSION "\n");
+}
+
+TEST(CliOptions, TheHelpOnACommandNamesItsOptions)
+{
+    const std::string help = std::get<Information>(parseOptions({"export", "--help"})).text;
+    for (const char* option : {"--aspect", "--size", "--top", "--bottom", "--from", "--to", "--no-audio",
+                               "--overwrite", "--dry-run", "--json", "--quiet", "SOURCE [DESTINATION]"})
+        EXPECT_NE(help.find(option), std::string::npos) << option;
+}
+
+struct WrongUsage {
+    Arguments arguments;
+    std::string message;
+    std::string hint = "Try 'stackreel-cli export --help'.";
+};
+
+const std::string generalHint = "Try 'stackreel-cli --help'.";
+const std::string probeHint = "Try 'stackreel-cli probe --help'.";
+
+const std::vector<WrongUsage> wrongUsages = {
+    {{}, "A command is missing: probe or export.", generalHint},
+    {{""}, "There is no command “”.", generalHint},
+    {{"--"}, "A command is missing: probe or export.", generalHint},
+    {{"clip.mov"}, "There is no command “clip.mov”.", generalHint},
+    {{"exprot", "a"}, "There is no command “exprot”. Did you mean export?", generalHint},
+    {{"--hlep"}, "There is no option --hlep. Did you mean --help?", generalHint},
+    {{"--quiet", "export", "a"}, "The option --quiet has to follow the command."},
+    {{"probe"}, "The source video is missing.", probeHint},
+    {{"probe", ""}, "The name of the source video is empty.", probeHint},
+    {{"probe", "a", "b"}, "“b” is one file too many.", probeHint},
+    {{"probe", "--jsn", "a"}, "There is no option --jsn. Did you mean --json?", probeHint},
+    {{"probe", "--json=yes", "a"}, "The option --json takes no value.", probeHint},
+    {{"export"}, "The source video is missing."},
+    {{"export", "--"}, "The source video is missing."},
+    {{"export", "a", ""}, "The name of the destination is empty."},
+    {{"export", "a", "b", "c"}, "“c” is one file too many."},
+    {{"export", "-clip.mp4"}, "There is no option -clip.mp4. A file of that name is written ./-clip.mp4."},
+    {{"export", "--overwite", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
+    {{"export", "--overwite=1", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
+    {{"export", "a", "--from"}, "The option --from needs a value."},
+    {{"export", "a", "--json"}, "The option --json of an export goes with --dry-run only."},
+    {{"export", "a", "--from", "2", "--to", "2"}, "The end (--to) has to lie behind the start (--from)."},
+    {{"export", "a", "--to", "0"}, "The end (--to) has to lie behind the start (--from)."},
+    {{"export", "a", "--from", "-1"}, "The value “-1” of --from is not a time in seconds, such as 12.5."},
+    {{"export", "a", "--to", "1,5"}, "The value “1,5” of --to is not a time in seconds, such as 12.5."},
+    {{"export", "a", "--from", ""}, "The value “” of --from is not a time in seconds, such as 12.5."},
+    {{"export", "a", "--aspect", "custom"},
+     "The value “custom” of --aspect is not 9:16, 4:5, 1:1 or Custom."},
+    {{"export", "a", "--size", "640"},
+     "The value “640” of --size is not a size WxH with sides of 2 to 16384 pixels, such as 720x1280."},
+    {{"export", "a", "--size", "4x4", "--aspect", "4:5"},
+     "A size goes with --aspect Custom only, as 4:5 has a size of its own."},
+    {{"export", "a", "--top", "0,0,1"},
+     "The value “0,0,1” of --top is not a region X,Y,W,H in fractions of the frame, such as "
+     "0.04,0.14,0.45,0.72."},
+};
+
+TEST(CliOptions, WrongUsageIsExplainedWithAHint)
+{
+    for (const WrongUsage& usage : wrongUsages) {
+        const CliOptions options = parseOptions(usage.arguments);
+        const auto* error = std::get_if<UsageError>(&options);
+        ASSERT_NE(error, nullptr) << usage.message;
+        EXPECT_EQ(std::string(error->what()), usage.message);
+        EXPECT_EQ(error->hint(), usage.hint) << usage.message;
+    }
+}
+
+TEST(CliOptions, AnArgumentOfAMegabyteIsNoTrouble)
+{
+    const std::string long_ = "--" + std::string(1024 * 1024, 'x');
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parseOptions({"export", long_})));
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parseOptions({"export", "a", "--from", long_})));
+    EXPECT_TRUE(std::holds_alternative<ExportOptions>(parseOptions({"export", "--", long_})));
+}
+
+} // namespace
+
+} // namespace stackreel

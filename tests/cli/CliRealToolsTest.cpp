@@ -1,0 +1,146 @@
+#include "media/MediaProbe.h"
+#include "tests/cli/CliInstallation.h"
+#include "tests/support/Awaited.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+/// The command line as it was built, with the system's FFmpeg behind it, in a folder with clips of FFmpeg's
+/// own making.
+class CliRealTools : public testing::Test
+{
+protected:
+    CliResult run(const Names& arguments) const { return start(arguments).result(); }
+    RunningCli start(const Names& arguments) const
+    {
+        return RunningCli(STACKREEL_CLI, arguments, m_folder.path(), {});
+    }
+    /// Makes a landscape clip with sound; gives its name.
+    std::string makeClip(const std::string& name, const std::string& size, const std::string& seconds) const
+    {
+        const CliResult result = RunningCli("/usr/bin/env",
+                                            {"ffmpeg",
+                                             "-v",
+                                             "error",
+                                             "-f",
+                                             "lavfi",
+                                             "-i",
+                                             "testsrc2=r=25:s=" + size + ":d=" + seconds,
+                                             "-f",
+                                             "lavfi",
+                                             "-i",
+                                             "sine=d=" + seconds,
+                                             "-c:v",
+                                             "libx264",
+                                             "-preset",
+                                             "ultrafast",
+                                             "-c:a",
+                                             "aac",
+                                             "-movflags",
+                                             "+faststart",
+                                             "file:" + name},
+                                            m_folder.path(), {})
+                                     .result();
+        EXPECT_EQ(result.status, 0) << result.error;
+        return name;
+    }
+    ProbeDocument report(const std::string& name) const
+    {
+        return runToEnd(MediaProbe::report(m_folder / name));
+    }
+
+    TemporaryDirectory m_folder;
+};
+
+TEST_F(CliRealTools, AClipWithAnAwkwardNameBecomesAVerticalMp4)
+{
+    const std::string clip = makeClip("-ü 東京 100% 'a\" b.mov", "320x180", "2");
+    const CliResult result = run({"export", "--size", "180x320", "--from", "0.5", "--to", "1.5", "--", clip});
+    EXPECT_EQ(result.status, 0) << result.error;
+    EXPECT_EQ(result.output, "Saved -ü 東京 100% 'a\" b-vertical.mp4\n");
+    EXPECT_EQ(m_folder.names().size(), 2U);
+
+    const ProbeDocument exported = report("-ü 東京 100% 'a\" b-vertical.mp4");
+    ASSERT_EQ(exported.streams.size(), 2U);
+    EXPECT_EQ(exported.streams[0].codecName, "h264");
+    EXPECT_EQ(exported.streams[0].width, 180);
+    EXPECT_EQ(exported.streams[0].height, 320);
+    EXPECT_NEAR(std::atof(exported.streams[0].duration.value_or("").c_str()), 1, 0.1);
+    EXPECT_EQ(exported.streams[1].codecName, "aac");
+}
+
+TEST_F(CliRealTools, WithoutSoundTheExportHasNone)
+{
+    const std::string clip = makeClip("clip.mov", "320x180", "1");
+    ASSERT_EQ(run({"export", clip, "out.mp4", "--size", "180x320", "--no-audio"}).status, 0);
+    EXPECT_EQ(report("out.mp4").streams.size(), 1U);
+}
+
+TEST_F(CliRealTools, ProbeTellsWhatAClipIs)
+{
+    const auto facts =
+        nlohmann::json::parse(run({"probe", "--json", makeClip("clip.mov", "320x180", "1")}).output);
+    EXPECT_EQ(facts, nlohmann::json::parse(R"({"width": 320, "height": 180, "rotation": 0, "duration": 1.0,
+        "videoCodec": "h264", "audioCodec": "aac", "displayAspect": 1.7777777777777777})"));
+}
+
+TEST_F(CliRealTools, WhatIsNoVideoIsRefusedInTheToolsWords)
+{
+    m_folder.write("text.mov", "no video");
+    fs::create_directory(m_folder / "folder.mov");
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"none.mov", ": No such file or directory\n"},
+        {"folder.mov", ": Is a directory\n"},
+        {"text.mov", ": Invalid data found when processing input\n"},
+    };
+    for (const auto& [name, ending] : rows) {
+        const CliResult result = run({"export", name, "out.mp4"});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_TRUE(result.error.ends_with((m_folder / name).string() + ending)) << result.error;
+    }
+    EXPECT_EQ(m_folder.names(), (Names{"folder.mov", "text.mov"}));
+}
+
+TEST_F(CliRealTools, AClipThatBreaksOffIsNotSavedAsIfItWereWhole)
+{
+    // The encoder itself ends with success here.
+    const fs::path clip = m_folder / makeClip("clip.mp4", "320x180", "4");
+    fs::resize_file(clip, fs::file_size(clip) / 2);
+    const CliResult result = run({"export", "clip.mp4", "out.mp4", "--size", "180x320", "--quiet"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(result.error.starts_with("The export did not become what was asked for: it lasts "))
+        << result.error;
+    EXPECT_EQ(m_folder.names(), Names{"clip.mp4"});
+}
+
+TEST_F(CliRealTools, ASignalDuringTheExportLeavesNothing)
+{
+    makeClip("clip.mov", "640x360", "20");
+    for (const int number : {SIGINT, SIGTERM}) {
+        RunningCli running = start({"export", "clip.mov", "out.mp4"});
+        EXPECT_TRUE(eventually([this] { return m_folder.names().size() == 2; }));
+        running.signal(number);
+        const CliResult result = running.result();
+        EXPECT_EQ(result.status, 128 + number) << result.error;
+        EXPECT_TRUE(result.error.ends_with("Cancelled.\n")) << result.error;
+        EXPECT_EQ(m_folder.names(), Names{"clip.mov"});
+    }
+}
+
+} // namespace
+
+} // namespace stackreel

@@ -1,0 +1,174 @@
+#include "cli/Progress.h"
+#include "tests/cli/CliInstallation.h"
+#include "tests/support/Awaited.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Names = std::vector<std::string>;
+
+/// Fakes that come to a stand at one moment of an export.
+struct Moment {
+    const char* name;
+    const char* tool;
+    const char* script;
+};
+
+const std::vector<Moment> moments = {
+    {"while the source is probed", "ffprobe",
+     "case \"$last\" in */.stackreel-*) cat \"$tools/export.json\" ;; *) stand; cat \"$tools/source.json\" "
+     ";; esac"},
+    {"while it renders", "ffmpeg", "printf half >\"$last\"; stand; printf whole >\"$last\""},
+    {"while the export is probed", "ffprobe",
+     "case \"$last\" in */.stackreel-*) stand; cat \"$tools/export.json\" ;; *) cat \"$tools/source.json\" "
+     ";; esac"},
+};
+
+bool isRunning(pid_t pid)
+{
+    return ::kill(pid, 0) == 0 || errno != ESRCH;
+}
+
+TEST(CliSignal, EndsTheToolRemovesTheFileAndGivesTheShellsStatus)
+{
+    for (const Moment& moment : moments) {
+        for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+            const CliInstallation cli;
+            cli.setTool(moment.tool, moment.script);
+            cli.write("out.mp4", "old");
+            RunningCli running = cli.start({"export", "clip.mov", "out.mp4", "--overwrite"});
+            const pid_t tool = cli.waitForStandingTool();
+            running.signal(number);
+            const CliResult result = running.result();
+            EXPECT_EQ(result.status, 128 + number) << moment.name;
+            EXPECT_EQ(result.error, "Cancelled.\n") << moment.name;
+            EXPECT_EQ(result.output, "") << moment.name;
+            EXPECT_FALSE(isRunning(tool)) << moment.name;
+            EXPECT_EQ(cli.names(), (Names{"clip.mov", "out.mp4"})) << moment.name;
+            EXPECT_EQ(cli.content("out.mp4"), "old") << moment.name;
+        }
+    }
+}
+
+TEST(CliSignal, EndsAProbeToo)
+{
+    const CliInstallation cli;
+    cli.setTool("ffprobe", "stand; cat \"$tools/source.json\"");
+    RunningCli running = cli.start({"probe", "clip.mov"});
+    const pid_t tool = cli.waitForStandingTool();
+    running.signal(SIGINT);
+    EXPECT_EQ(running.result().status, 130);
+    EXPECT_FALSE(isRunning(tool));
+}
+
+TEST(CliSignal, AToolThatTakesItsTimeToEndIsWaitedFor)
+{
+    const CliInstallation cli;
+    cli.setTool("ffmpeg",
+                "trap 'sleep 0.3; printf finished >\"$last\"; exit 0' TERM; printf half >\"$last\"; stand");
+    RunningCli running = cli.start({"export", "clip.mov", "out.mp4"});
+    const pid_t tool = cli.waitForStandingTool();
+    running.signal(SIGTERM);
+    EXPECT_EQ(running.result().status, 143);
+    EXPECT_FALSE(isRunning(tool));
+    EXPECT_EQ(cli.names(), Names{"clip.mov"});
+}
+
+TEST(CliSignal, ControlCOnTheTerminalReachesTheToolFirstAndIsStillNoFailure)
+{
+    for (const Moment& moment : moments) {
+        const CliInstallation cli;
+        cli.setTool(moment.tool, moment.script);
+        RunningCli running = cli.start({"export", "clip.mov", "out.mp4"}, {.onTerminal = true});
+        const pid_t tool = cli.waitForStandingTool();
+        running.type("\x03");
+        const CliResult result = running.result();
+        EXPECT_EQ(result.status, 130) << moment.name;
+        EXPECT_TRUE(result.error.ends_with("Cancelled.\r\n")) << moment.name << result.error;
+        EXPECT_FALSE(isRunning(tool)) << moment.name;
+        EXPECT_EQ(cli.names(), Names{"clip.mov"}) << moment.name;
+    }
+}
+
+TEST(CliSignal, OneThatIsIgnoredFromTheStartStaysIgnored)
+{
+    const CliInstallation cli;
+    cli.setTool("ffmpeg", moments[1].script);
+    RunningCli running = cli.start({"export", "clip.mov", "out.mp4"}, {.ignored = {SIGHUP}});
+    cli.waitForStandingTool();
+    running.signal(SIGHUP);
+    cli.letGo();
+    EXPECT_EQ(running.result().status, 0);
+    EXPECT_EQ(cli.content("out.mp4"), "whole");
+}
+
+TEST(CliSignal, ManyInARowAreAsGoodAsOne)
+{
+    const CliInstallation cli;
+    cli.setTool("ffmpeg", moments[1].script);
+    RunningCli running = cli.start({"export", "clip.mov", "out.mp4"});
+    cli.waitForStandingTool();
+    running.signal(SIGTERM);
+    for (int i = 0; i < 100 && !running.hasEnded(); ++i)
+        running.signal(SIGINT);
+    const int status = running.result().status;
+    EXPECT_TRUE(status == 143 || status == 130) << status;
+    EXPECT_EQ(cli.names(), Names{"clip.mov"});
+}
+
+TEST(CliProgress, IsABarOnATerminalThatIsGoneInTheEnd)
+{
+    const CliInstallation cli;
+    cli.setTool("ffmpeg", "printf 'frame=  1 time=00:00:04.20 bitrate=1 speed=2.1x    \\r' >&2; stand; "
+                          "printf rendered >\"$last\"");
+    RunningCli running = cli.start({"export", "clip.mov", "out.mp4"}, {.onTerminal = true});
+    cli.waitForStandingTool();
+    const std::string bar = Progress{.percent = 42, .speed = 2.1, .secondsLeft = 2.8}.bar(57);
+    EXPECT_TRUE(eventually([&] { return running.screen().ends_with("\r" + bar); })) << running.screen();
+    cli.letGo();
+    const CliResult result = running.result();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "Saved out.mp4\n");
+    EXPECT_TRUE(result.error.ends_with("\r" + std::string(59, ' ') + "\r")) << result.error;
+}
+
+TEST(CliProgress, IsPlainLinesElsewhere)
+{
+    const CliInstallation cli;
+    cli.setTool("ffmpeg", "printf 'frame=  1 time=00:00:04.20 bitrate=1 speed=2.1x    \\r' >&2; stand; "
+                          "printf rendered >\"$last\"");
+    RunningCli running = cli.start({"export", "clip.mov", "out.mp4"});
+    cli.waitForStandingTool();
+    EXPECT_TRUE(eventually([&] { return !running.errorSoFar().empty(); }));
+    cli.letGo();
+    EXPECT_EQ(running.result().error, "42 %, 2.10x, 0:03 left\n");
+}
+
+TEST(CliProgress, IsNotShownWhenQuiet)
+{
+    for (const bool onTerminal : {false, true}) {
+        const CliInstallation cli;
+        cli.setTool("ffmpeg",
+                    "printf 'frame=  1 time=00:00:04.20 bitrate=1 speed=2.1x    \\r' >&2; sleep 0.5; "
+                    "printf rendered >\"$last\"");
+        const CliResult result =
+            cli.run({"export", "clip.mov", "out.mp4", "--quiet"}, {.onTerminal = onTerminal});
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.error, "");
+        EXPECT_EQ(result.output, "Saved out.mp4\n");
+    }
+}
+
+} // namespace
+
+} // namespace stackreel

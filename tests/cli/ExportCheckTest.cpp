@@ -1,0 +1,215 @@
+#include "cli/ExportCheck.h"
+
+#include "cli/CliError.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+namespace
+{
+
+ProbeStream video(const std::string& duration)
+{
+    ProbeStream stream;
+    stream.codecType = "video";
+    stream.codecName = "h264";
+    stream.width = 1080;
+    stream.height = 1920;
+    stream.duration = duration;
+    return stream;
+}
+
+ProbeStream audio(const std::string& duration)
+{
+    ProbeStream stream;
+    stream.codecType = "audio";
+    stream.codecName = "aac";
+    stream.duration = duration;
+    return stream;
+}
+
+const ExportExpectation tenSeconds = {
+    .size = {.width = 1080, .height = 1920}, .audio = true, .lengthSeconds = 10};
+
+ProbeDocument goodReport()
+{
+    return {.streams = {video("10.000000"), audio("10.020000")},
+            .format = ProbeFormat{.duration = "10.020000"}};
+}
+
+/// What is said against a report; empty when nothing is.
+std::string complaint(const ProbeDocument& report, const ExportExpectation& expected,
+                      std::optional<std::int64_t> frames = 600)
+{
+    try {
+        checkExport(report, expected, frames);
+    } catch (const CliError& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(ExportCheck, AFileThatIsWhatWasAskedForPasses)
+{
+    EXPECT_EQ(complaint(goodReport(), tenSeconds), "");
+    ProbeDocument other = goodReport();
+    std::swap(other.streams[0], other.streams[1]);
+    other.streams[1].sideDataList = std::vector<ProbeSideData>{{.rotation = 0}, {.rotation = std::nullopt}};
+    EXPECT_EQ(complaint(other, tenSeconds, std::nullopt), "");
+}
+
+struct Flaw {
+    std::function<void(ProbeDocument&)> make;
+    std::string complaint;
+};
+
+const std::vector<Flaw> flaws = {
+    {[](ProbeDocument& report) { report.streams.clear(); },
+     "it has no picture. The source has none in the chosen range."},
+    {[](ProbeDocument& report) { report.streams.erase(report.streams.begin()); },
+     "it has no picture. The source has none in the chosen range."},
+    {[](ProbeDocument& report) { report.streams[0].codecName = "hevc"; },
+     "its picture is coded as hevc, not h264."},
+    {[](ProbeDocument& report) { report.streams[0].codecName.reset(); },
+     "its picture is coded as something unknown, not h264."},
+    {[](ProbeDocument& report) { report.streams[0].height = 1918; },
+     "its picture is 1080 × 1918, not 1080 × 1920."},
+    {[](ProbeDocument& report) { report.streams[0].width.reset(); },
+     "its picture is 0 × 1920, not 1080 × 1920."},
+    {[](ProbeDocument& report) {
+         report.streams[0].sideDataList = std::vector<ProbeSideData>{{.rotation = -90}};
+     },
+     "its picture is marked as turned."},
+    {[](ProbeDocument& report) { report.streams.pop_back(); }, "its sound is missing."},
+    {[](ProbeDocument& report) { report.streams[1].codecName = "mp3"; },
+     "its sound is coded as mp3, not aac."},
+    {[](ProbeDocument& report) { report.streams[0].duration = "4.970000"; },
+     "it lasts 4.97 s instead of 10.00 s. The source may be damaged, or its picture ends there: choose an "
+     "earlier end with --to."},
+    {[](ProbeDocument& report) { report.streams[0].duration = "12"; },
+     "it lasts 12.00 s instead of 10.00 s. The time stamps of the source may be damaged."},
+    {[](ProbeDocument& report) {
+         report.streams[0].duration.reset();
+         report.format.reset();
+     },
+     "its length is unknown."},
+    {[](ProbeDocument& report) {
+         report.streams[0].duration = "N/A";
+         report.format->duration = "N/A";
+     },
+     "its length is unknown."},
+};
+
+TEST(ExportCheck, EachDifferenceIsTold)
+{
+    for (const Flaw& flaw : flaws) {
+        ProbeDocument report = goodReport();
+        flaw.make(report);
+        EXPECT_EQ(complaint(report, tenSeconds),
+                  "The export did not become what was asked for: " + flaw.complaint);
+    }
+}
+
+TEST(ExportCheck, SoundThatWasNotAskedForIsADifference)
+{
+    ExportExpectation silent = tenSeconds;
+    silent.audio = false;
+    EXPECT_EQ(complaint(goodReport(), silent), "The export did not become what was asked for: it has sound.");
+}
+
+bool passes(double length, double asked, std::optional<std::int64_t> frames)
+{
+    ExportExpectation expected = tenSeconds;
+    expected.lengthSeconds = asked;
+    ProbeDocument report = goodReport();
+    report.streams[0].duration = std::to_string(length);
+    return complaint(report, expected, frames).empty();
+}
+
+TEST(ExportCheck, LengthsMayDifferByHalfASecondOrTwoPictures)
+{
+    EXPECT_TRUE(passes(9.5, 10, std::nullopt));
+    EXPECT_TRUE(passes(10.5, 10, std::nullopt));
+    EXPECT_FALSE(passes(9.4, 10, std::nullopt));
+    EXPECT_FALSE(passes(10.6, 10, std::nullopt));
+    // One picture per second and one per ten seconds.
+    EXPECT_TRUE(passes(8, 9.6, 8));
+    EXPECT_TRUE(passes(20, 35, 2));
+    EXPECT_FALSE(passes(20, 45, 2));
+    // A source that breaks off has few pictures, but not long ones.
+    EXPECT_FALSE(passes(1.0 / 30, 10, 1));
+    EXPECT_FALSE(passes(9.4, 10, 0));
+}
+
+TEST(ExportCheck, AnExportOfAMomentMayNotMissAllOfIt)
+{
+    EXPECT_TRUE(passes(0.25, 0.25, 15));
+    EXPECT_TRUE(passes(0.2, 0.25, 6));
+    EXPECT_FALSE(passes(0.05, 0.25, 3));
+}
+
+TEST(ExportCheck, WhereOnlyTheWholeLengthIsToldThePictureMayEndBeforeTheSound)
+{
+    ProbeDocument report = goodReport();
+    report.streams[0].duration = "7.000000";
+    ExportExpectation expected = tenSeconds;
+    EXPECT_NE(complaint(report, expected), "");
+    expected.pictureLasts = false;
+    EXPECT_EQ(complaint(report, expected), "");
+    report.format->duration = "7.000000";
+    EXPECT_NE(complaint(report, expected), "");
+}
+
+ExportRequest requestFor(double duration, bool sound)
+{
+    ExportRequest request;
+    request.media = {.width = 1920,
+                     .height = 1080,
+                     .rotation = 0,
+                     .duration = duration,
+                     .videoCodec = "h264",
+                     .audioCodec = sound ? std::optional<std::string>("aac") : std::nullopt};
+    request.trimEnd = duration;
+    return request;
+}
+
+TEST(ExportExpectation, FollowsFromTheRequest)
+{
+    ExportRequest request = requestFor(10, true);
+    request.settings.aspect = OutputAspect::feed;
+    request.trimStart = 2;
+    request.trimEnd = 7.5;
+    const auto expected = ExportExpectation::of(request, goodReport());
+    EXPECT_EQ(expected.size, (PixelSize{.width = 1080, .height = 1350}));
+    EXPECT_TRUE(expected.audio);
+    EXPECT_EQ(expected.lengthSeconds, 5.5);
+    EXPECT_TRUE(expected.pictureLasts);
+
+    request.settings.includeAudio = false;
+    EXPECT_FALSE(ExportExpectation::of(request, goodReport()).audio);
+    EXPECT_FALSE(ExportExpectation::of(requestFor(10, false), goodReport()).audio);
+}
+
+TEST(ExportExpectation, ASourceShorterThanTheShortestExportIsExpectedWhole)
+{
+    EXPECT_EQ(ExportExpectation::of(requestFor(0.04, false), goodReport()).lengthSeconds, 0.04);
+}
+
+TEST(ExportExpectation, ThePictureHasToLastUnlessOnlySoundMayMakeTheLength)
+{
+    ProbeDocument wholeOnly = goodReport();
+    wholeOnly.streams[0].duration.reset();
+    EXPECT_FALSE(ExportExpectation::of(requestFor(10, true), wholeOnly).pictureLasts);
+    EXPECT_TRUE(ExportExpectation::of(requestFor(10, false), wholeOnly).pictureLasts);
+    EXPECT_TRUE(ExportExpectation::of(requestFor(10, true), goodReport()).pictureLasts);
+}
+
+} // namespace
+
+} // namespace stackreel

@@ -1,0 +1,83 @@
+#include "cli/ArgumentsText.h"
+#include "cli/CliError.h"
+#include "cli/FactsText.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace stackreel
+{
+
+namespace
+{
+
+const MediaInfo turned = {.width = 1080,
+                          .height = 1920,
+                          .rotation = -90,
+                          .duration = 3724.6,
+                          .videoCodec = "hevc",
+                          .audioCodec = "aac"};
+
+TEST(FactsText, LinesGiveTheFactsInTheWordsOfTheWindow)
+{
+    EXPECT_EQ(FactsText::lines(turned), "Frame   1920 × 1080\n"
+                                        "Video   HEVC\n"
+                                        "Length  62:05\n"
+                                        "Audio   AAC\n");
+    EXPECT_EQ(FactsText::lines({.width = 2,
+                                .height = 1,
+                                .rotation = 0,
+                                .duration = 0,
+                                .videoCodec = "unknown",
+                                .audioCodec = std::nullopt}),
+              "Frame   2 × 1\n"
+              "Video   UNKNOWN\n"
+              "Length  Unknown\n");
+}
+
+TEST(FactsText, JsonGivesTheFactsAsTheyWereProbed)
+{
+    EXPECT_EQ(FactsText::json(turned), R"({
+  "width": 1080,
+  "height": 1920,
+  "rotation": -90,
+  "duration": 3724.6,
+  "videoCodec": "hevc",
+  "audioCodec": "aac",
+  "displayAspect": 1.7777777777777777
+}
+)");
+}
+
+TEST(FactsText, JsonHasNullForWhatIsNotThere)
+{
+    MediaInfo media = turned;
+    media.audioCodec.reset();
+    media.width = 0;
+    media.rotation = 90;
+    const auto object = nlohmann::json::parse(FactsText::json(media));
+    EXPECT_EQ(object.size(), 7U);
+    EXPECT_TRUE(object.at("audioCodec").is_null());
+    EXPECT_TRUE(object.at("displayAspect").is_null());
+}
+
+TEST(ArgumentsText, LinesAreTheArgumentsAsTheyAre)
+{
+    EXPECT_EQ(ArgumentsText::lines({"-i", "a \"b\" \\ \xff", ""}), "-i\na \"b\" \\ \xff\n\n");
+    EXPECT_EQ(ArgumentsText::lines({}), "");
+}
+
+TEST(ArgumentsText, JsonSurvivesEveryNameInUtf8)
+{
+    const std::vector<std::string> arguments = {"-i", "/a b/\"東京\"\n\t%\\é.mov", ""};
+    EXPECT_EQ(nlohmann::json::parse(ArgumentsText::json(arguments)), nlohmann::json(arguments));
+}
+
+TEST(ArgumentsText, JsonOfANameThatIsNotUtf8IsRefused)
+{
+    EXPECT_THROW(ArgumentsText::json({"\xff.mov"}), CliError);
+}
+
+} // namespace
+
+} // namespace stackreel

@@ -1,0 +1,264 @@
+#include "framing/ExportCommandBuilder.h"
+
+#include "tests/framing/Generators.h"
+#include "tests/support/ScopedLocale.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Arguments = std::vector<std::string>;
+
+constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+
+/// A 16:9 clip of ten seconds with sound, its default pair of regions and all of its length.
+ExportRequest request()
+{
+    ExportRequest request;
+    request.input = "/clips/Beach day.MOV";
+    request.output = "/clips/Beach day-vertical.mp4";
+    request.media = {.width = 1920,
+                     .height = 1080,
+                     .rotation = 0,
+                     .duration = 10,
+                     .videoCodec = "h264",
+                     .audioCodec = "aac"};
+    std::tie(request.top, request.bottom) = CropRegion::initialPair(16.0 / 9.0, 1.125);
+    request.trimStart = 0;
+    request.trimEnd = 10;
+    return request;
+}
+
+Arguments argumentsOf(const ExportRequest& request)
+{
+    return ExportCommandBuilder::build(request).arguments;
+}
+
+/// The argument behind the first one of this name.
+std::string valueOf(const ExportRequest& request, const std::string& name)
+{
+    const Arguments arguments = argumentsOf(request);
+    const auto found = std::find(arguments.begin(), arguments.end(), name);
+    return found == arguments.end() || found + 1 == arguments.end() ? "(none)" : *(found + 1);
+}
+
+bool mentions(const ExportRequest& request, const std::string& argument)
+{
+    const Arguments arguments = argumentsOf(request);
+    return std::find(arguments.begin(), arguments.end(), argument) != arguments.end();
+}
+
+const char* const portraitGraph =
+    "[0:v:0]split=2[topSource][bottomSource];"
+    "[topSource]crop=w=874:h=776:x=76:y=150,scale=1080:960:flags=bicubic,setsar=1,setpts=PTS-STARTPTS[top];"
+    "[bottomSource]crop=w=874:h=776:x=968:y=150,scale=1080:960:flags=bicubic,setsar=1,setpts=PTS-STARTPTS["
+    "bottom];"
+    "[top][bottom]vstack=inputs=2,format=yuv420p[video]";
+
+} // namespace
+
+TEST(TheExportCommand, IsExactlyThisWithSound)
+{
+    EXPECT_EQ(argumentsOf(request()), (Arguments{"-hide_banner",
+                                                 "-y",
+                                                 "-ss",
+                                                 "0.000",
+                                                 "-i",
+                                                 "/clips/Beach day.MOV",
+                                                 "-t",
+                                                 "10.000",
+                                                 "-filter_complex",
+                                                 portraitGraph,
+                                                 "-map",
+                                                 "[video]",
+                                                 "-map",
+                                                 "0:a:0",
+                                                 "-c:v",
+                                                 "h264_videotoolbox",
+                                                 "-allow_sw",
+                                                 "1",
+                                                 "-b:v",
+                                                 "12M",
+                                                 "-movflags",
+                                                 "+faststart",
+                                                 "-af",
+                                                 "asetpts=PTS-STARTPTS",
+                                                 "-c:a",
+                                                 "aac",
+                                                 "-b:a",
+                                                 "192k",
+                                                 "-metadata:s:v:0",
+                                                 "rotate=0",
+                                                 "/clips/Beach day-vertical.mp4"}));
+}
+
+TEST(TheExportCommand, IsExactlyThisWithoutSound)
+{
+    ExportRequest silent = request();
+    silent.settings.includeAudio = false;
+    const Arguments expected = {"-hide_banner",
+                                "-y",
+                                "-ss",
+                                "0.000",
+                                "-i",
+                                "/clips/Beach day.MOV",
+                                "-t",
+                                "10.000",
+                                "-filter_complex",
+                                portraitGraph,
+                                "-map",
+                                "[video]",
+                                "-c:v",
+                                "h264_videotoolbox",
+                                "-allow_sw",
+                                "1",
+                                "-b:v",
+                                "12M",
+                                "-movflags",
+                                "+faststart",
+                                "-an",
+                                "-metadata:s:v:0",
+                                "rotate=0",
+                                "/clips/Beach day-vertical.mp4"};
+    EXPECT_EQ(argumentsOf(silent), expected);
+    ExportRequest soundless = request();
+    soundless.media.audioCodec = std::nullopt;
+    EXPECT_EQ(argumentsOf(soundless), expected) << "a source without sound";
+}
+
+TEST(TheExportCommand, CarriesSoundWhenItIsWantedAndThere)
+{
+    for (const bool wanted : {false, true})
+        for (const bool there : {false, true}) {
+            ExportRequest asked = request();
+            asked.settings.includeAudio = wanted;
+            if (!there)
+                asked.media.audioCodec = std::nullopt;
+            const bool carried = wanted && there;
+            EXPECT_EQ(ExportCommandBuilder::carriesAudio(asked), carried);
+            EXPECT_EQ(mentions(asked, "0:a:0"), carried);
+            EXPECT_EQ(mentions(asked, "-af"), carried);
+            EXPECT_EQ(mentions(asked, "-an"), !carried);
+        }
+    ExportRequest nameless = request();
+    nameless.media.audioCodec = "";
+    EXPECT_TRUE(ExportCommandBuilder::carriesAudio(nameless)) << "a codec of an empty name is still there";
+}
+
+TEST(TheExportCommand, TrimsToTheRange)
+{
+    struct Row {
+        double duration;
+        double trimStart;
+        double trimEnd;
+        const char* start;
+        const char* length;
+    };
+    const Row rows[] = {
+        {10, -3, 5, "0.000", "5.000"},       {10, 9.9, 9.95, "9.750", "0.250"},
+        {0.1, 0, 0.1, "0.000", "0.250"},     {10, 1.23456, 5, "1.235", "3.765"},
+        {10, 0.0004, 10, "0.000", "10.000"}, {10, 0.0625, 1, "0.062", "0.938"},
+        {10, 2.0005, 3, "2.001", "0.999"},   {1234567.891, 1234.5, 1234567, "1234.500", "1233332.500"},
+        {0, 0, 0, "0.000", "0.250"},
+    };
+    for (const Row& row : rows) {
+        ExportRequest asked = request();
+        asked.media.duration = row.duration;
+        asked.trimStart = row.trimStart;
+        asked.trimEnd = row.trimEnd;
+        EXPECT_EQ(valueOf(asked, "-ss"), row.start) << row.trimStart;
+        EXPECT_EQ(valueOf(asked, "-t"), row.length) << row.trimStart;
+    }
+}
+
+RC_GTEST_PROP(TheExportCommand, WritesTimesLikePrintfForAnyFiniteTime, ())
+{
+    ExportRequest asked = request();
+    asked.media.duration = *rc::gen::oneOf(ratioBetween(0.25, 1e7), ratioBetween(1e10, 1.7e308));
+    asked.trimStart = *fraction() * asked.media.duration;
+    asked.trimEnd = asked.media.duration;
+    const double start = std::min(asked.trimStart, asked.media.duration - 0.25);
+    std::array<char, 400> expected{};
+    std::snprintf(expected.data(), expected.size(), "%.3f", start);
+    RC_ASSERT(valueOf(asked, "-ss") == std::string(expected.data()));
+}
+
+TEST(TheExportCommand, ScalesEachHalfToItsPanel)
+{
+    struct Row {
+        OutputAspect aspect;
+        std::int64_t customWidth;
+        std::int64_t customHeight;
+        const char* scale;
+    };
+    const Row rows[] = {
+        {OutputAspect::portrait, 0, 0, ",scale=1080:960:"},
+        {OutputAspect::feed, 0, 0, ",scale=1080:675:"},
+        {OutputAspect::square, 0, 0, ",scale=1080:540:"},
+        {OutputAspect::custom, 1001, 1001, ",scale=1000:500:"},
+        {OutputAspect::custom, -5, 1, ",scale=2:1:"},
+        {OutputAspect::custom, 10, 6, ",scale=10:3:"},
+        {OutputAspect::custom, 12345678, 12345678, ",scale=12345678:6172839:"},
+        {OutputAspect::custom, largest, largest, ",scale=9223372036854775806:4611686018427387903:"},
+    };
+    for (const Row& row : rows) {
+        ExportRequest asked = request();
+        asked.settings.aspect = row.aspect;
+        asked.settings.customWidth = row.customWidth;
+        asked.settings.customHeight = row.customHeight;
+        const std::string graph = valueOf(asked, "-filter_complex");
+        const std::size_t first = graph.find(row.scale);
+        ASSERT_NE(first, std::string::npos) << graph;
+        EXPECT_NE(graph.find(row.scale, first + 1), std::string::npos) << graph;
+    }
+}
+
+TEST(TheExportCommand, CropsInTheDisplayedOrientation)
+{
+    ExportRequest turned = request();
+    turned.media.width = 1080;
+    turned.media.height = 1920;
+    turned.media.rotation = -90;
+    EXPECT_EQ(argumentsOf(turned), argumentsOf(request()));
+}
+
+TEST(TheExportCommand, PassesPathsByteForByte)
+{
+    for (const char* name : {"/a b/ü 東京.mov", "/-dash.mov", "/it's \"quoted\" 100%.mov", "/new\nline.mov",
+                             "/back\\slash:colon;[0:v].mov", "/\xFF\xFE invalid.mov", "/"}) {
+        ExportRequest asked = request();
+        asked.input = name;
+        asked.output = std::string(name) + "-vertical.mp4";
+        const Arguments arguments = argumentsOf(asked);
+        EXPECT_EQ(valueOf(asked, "-i"), name);
+        EXPECT_EQ(arguments.back(), std::string(name) + "-vertical.mp4");
+        EXPECT_EQ(arguments.size(), argumentsOf(request()).size());
+    }
+}
+
+TEST(TheExportCommand, IsTheSameWhereTheDecimalPointIsAComma)
+{
+    ExportRequest asked = request();
+    asked.media.width = 1234567;
+    asked.media.height = 1080;
+    asked.media.duration = 12345.678;
+    asked.trimStart = 1234.56789;
+    asked.trimEnd = 9999;
+    const Arguments expected = argumentsOf(asked);
+    const ScopedCommaLocale locale;
+    EXPECT_EQ(argumentsOf(asked), expected);
+    EXPECT_EQ(valueOf(asked, "-ss"), "1234.568");
+}
+
+} // namespace stackreel

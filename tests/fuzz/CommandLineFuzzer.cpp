@@ -1,0 +1,49 @@
+// Any bytes as the arguments of the command line, parted by line feeds: options that keep their promises, or
+// a text for the user. Nothing is thrown.
+
+#include "cli/CliOptions.h"
+#include "tests/fuzz/Require.h"
+
+#include <cmath>
+
+using namespace stackreel;
+
+namespace
+{
+
+std::vector<std::string> argumentsOf(std::string_view text)
+{
+    std::vector<std::string> arguments;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        // An argument of a process ends at a NUL.
+        arguments.emplace_back(std::string(text.substr(0, end)).c_str());
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return arguments;
+}
+
+bool isInFrame(const CropRegion& region)
+{
+    return region.clampedToFrame() == region;
+}
+
+void check(const ExportOptions& options)
+{
+    require(std::isfinite(options.from) && options.from >= 0, "a range starts in the clip");
+    require(!options.to || (std::isfinite(*options.to) && *options.to > options.from),
+            "a range ends behind its start");
+    require(!options.top || isInFrame(*options.top), "the top region lies in the frame");
+    require(!options.bottom || isInFrame(*options.bottom), "the bottom region lies in the frame");
+    require(!options.json || options.dryRun, "JSON is for a dry run only");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
+{
+    const CliOptions options = parseOptions(argumentsOf({reinterpret_cast<const char*>(bytes), size}));
+    if (const auto* asked = std::get_if<ExportOptions>(&options))
+        check(*asked);
+    return 0;
+}

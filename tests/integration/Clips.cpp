@@ -1,0 +1,80 @@
+#include "tests/integration/Clips.h"
+
+#include "media/ProcessRunner.h"
+#include "media/ToolLocator.h"
+#include "tests/support/Awaited.h"
+
+#include <stdexcept>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// Turns the frames the other way, so that a player that follows the tag shows them upright.
+std::string storedTurn(int rotation)
+{
+    switch (rotation) {
+    case 90:
+        return ",transpose=clock";
+    case 180:
+        return ",hflip,vflip";
+    case 270:
+        return ",transpose=cclock";
+    default:
+        return "";
+    }
+}
+
+std::string picture(const ClipRecipe& recipe)
+{
+    const std::string size = std::to_string(recipe.width) + "x" + std::to_string(recipe.height);
+    const std::string timing = ":rate=" + recipe.rate + ":duration=" + std::to_string(recipe.seconds);
+    if (recipe.numbered)
+        return "color=black:size=" + size + timing + ",geq=lum='16+mod(N\\,44)*5':cb=128:cr=128";
+    return "testsrc2=size=" + size + timing;
+}
+
+/// Only a copied stream takes the tag over into the file's display matrix.
+void tagRotation(const std::filesystem::path& file, int rotation)
+{
+    const auto untagged = file.parent_path() / ("untagged" + file.extension().string());
+    std::filesystem::rename(file, untagged);
+    runFFmpeg({"-i", untagged.string(), "-c", "copy", "-metadata:s:v:0", "rotate=" + std::to_string(rotation),
+               file.string()});
+    std::filesystem::remove(untagged);
+}
+
+} // namespace
+
+ProcessOutput runFFmpeg(const std::vector<std::string>& arguments)
+{
+    std::vector<std::string> words = {"-hide_banner", "-loglevel", "error", "-nostdin", "-y"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    ProcessOutput output = runToEnd(ProcessRunner::run(ToolLocator::locate(MediaTool::ffmpeg), words));
+    if (output.status != 0)
+        throw std::runtime_error(output.errorText());
+    return output;
+}
+
+void makeClip(const std::filesystem::path& file, const ClipRecipe& recipe)
+{
+    std::vector<std::string> words = {"-f", "lavfi", "-i", picture(recipe) + storedTurn(recipe.rotation)};
+    if (recipe.audio)
+        for (const std::string& word :
+             {std::string("-f"), std::string("lavfi"), std::string("-i"),
+              "sine=frequency=440:sample_rate=48000:duration=" + std::to_string(recipe.seconds)})
+            words.push_back(word);
+    for (const char* word : {"-c:v", "libx264", "-preset", "ultrafast", "-qp", "10", "-pix_fmt", "yuv420p"})
+        words.emplace_back(word);
+    // An odd size cannot be stored in 4:2:0.
+    if (recipe.width % 2 != 0 || recipe.height % 2 != 0)
+        words.back() = "yuv444p";
+    words.push_back(file.string());
+    runFFmpeg(words);
+    if (recipe.rotation != 0)
+        tagRotation(file, recipe.rotation);
+}
+
+} // namespace stackreel

@@ -1,0 +1,193 @@
+#include "media/ProcessRunner.h"
+#include "platform/SystemError.h"
+#include "tests/media/RunnerTest.h"
+#include "tests/support/ChildReport.h"
+#include "tests/support/Descriptors.h"
+#include "tests/support/ScopedSystemCalls.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <map>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using ProcessFailureTest = RunnerTest;
+
+template <typename Result>
+Result failWith(int errorNumber)
+{
+    errno = errorNumber;
+    return -1;
+}
+
+/// How often a replaced call is let through before it fails.
+int passes;
+
+int failOpening(const char* path, int flags, mode_t mode)
+{
+    return passes-- > 0 ? ::open(path, flags, mode) : failWith<int>(EMFILE);
+}
+
+int failFlushing(int descriptor)
+{
+    return passes-- > 0 ? ::fsync(descriptor) : failWith<int>(ENOSPC);
+}
+
+ssize_t failReading(int descriptor, void* buffer, size_t size)
+{
+    return passes-- > 0 ? ::read(descriptor, buffer, size) : failWith<ssize_t>(EIO);
+}
+
+/// The errno value of the error that a run of the program ends with; 0 without one.
+int errorOf(QCoro::Task<ProcessOutput> task)
+{
+    try {
+        runToEnd(std::move(task));
+    } catch (const SystemError& error) {
+        return error.code().value();
+    }
+    return 0;
+}
+
+} // namespace
+
+TEST_F(ProcessFailureTest, WithoutAProgramIsALaunchErrorAtOnce)
+{
+    m_directory.write("not executable", "#!/bin/sh\nexit 0\n");
+    m_directory.writeExecutable("no interpreter", "#!/no/such/interpreter\n");
+    m_directory.writeExecutable("text", "echo no interpreter line\n");
+    const auto errorOfProgram = [](const std::filesystem::path& program) {
+        return errorOf(ProcessRunner::run(program, {"argument"}));
+    };
+    EXPECT_EQ(errorOfProgram(m_directory / "missing"), ENOENT);
+    EXPECT_EQ(errorOfProgram(m_directory.path()), EACCES);
+    EXPECT_EQ(errorOfProgram(m_directory / "not executable"), EACCES);
+    EXPECT_EQ(errorOfProgram(m_directory / "no interpreter"), ENOENT);
+    EXPECT_EQ(errorOfProgram(m_directory / "text"), ENOEXEC);
+}
+
+TEST_F(ProcessFailureTest, SaysWhichProgramCouldNotBeStarted)
+{
+    try {
+        runToEnd(ProcessRunner::run("/no such/tool", {}));
+        FAIL() << "no error";
+    } catch (const SystemError& error) {
+        EXPECT_STREQ(error.what(), "Could not start “/no such/tool”: No such file or directory.");
+    }
+}
+
+TEST_F(ProcessFailureTest, OfTheScratchFolderIsPassedOn)
+{
+    ScopedSystemCalls calls;
+    calls->mkdir = [](const char*, mode_t) { return failWith<int>(EACCES); };
+    EXPECT_EQ(errorOf(run({"touch", marker()})), EACCES);
+    calls->mkdir = [](const char*, mode_t) { return failWith<int>(ENOSPC); };
+    EXPECT_EQ(errorOf(run({"touch", marker()})), ENOSPC);
+    EXPECT_FALSE(isMarked());
+}
+
+TEST_F(ProcessFailureTest, OfATemporaryFolderThatIsAFileIsPassedOn)
+{
+    const ScopedEnvironment temporary("TMPDIR", m_directory.write("file", ""));
+    EXPECT_EQ(errorOf(run({"touch", marker()})), EEXIST);
+    EXPECT_FALSE(isMarked());
+}
+
+TEST_F(ProcessFailureTest, ToOpenACaptureFileIsPassedOn)
+{
+    // Both files are created, then both are opened; what creating gives is ignored.
+    const std::map<int, int> errors = {{0, EMFILE}, {1, EMFILE}, {2, EMFILE}, {3, EMFILE}};
+    for (const auto& [opened, expected] : errors) {
+        ScopedSystemCalls calls;
+        passes = opened;
+        calls->open = failOpening;
+        EXPECT_EQ(errorOf(run({"touch", marker()})), expected) << opened;
+        EXPECT_EQ(scratchNames().size(), 0U) << opened;
+    }
+    EXPECT_FALSE(isMarked());
+}
+
+TEST_F(ProcessFailureTest, ToCreateACaptureFileShowsWhenItIsOpened)
+{
+    ScopedSystemCalls calls;
+    calls->open = [](const char* path, int flags, mode_t mode) {
+        return (flags & O_CREAT) != 0 ? failWith<int>(ENOSPC) : ::open(path, flags, mode);
+    };
+    EXPECT_EQ(errorOf(run({"touch", marker()})), ENOENT);
+    EXPECT_FALSE(isMarked());
+}
+
+TEST_F(ProcessFailureTest, ToStartAnotherProcessIsPassedOn)
+{
+    ScopedSystemCalls calls;
+    calls->posixSpawn = [](pid_t*, const char*, const posix_spawn_file_actions_t*, const posix_spawnattr_t*,
+                           char* const*, char* const*) { return EAGAIN; };
+    EXPECT_EQ(errorOf(run({"touch", marker()})), EAGAIN);
+    EXPECT_FALSE(isMarked());
+}
+
+TEST_F(ProcessFailureTest, ToWaitIsPassedOnAndTheChildStillCollected)
+{
+    ScopedSystemCalls calls;
+    calls->waitid = [](idtype_t type, id_t id, siginfo_t* info, int options) {
+        return (options & WNOWAIT) != 0 ? failWith<int>(EINVAL) : ::waitid(type, id, info, options);
+    };
+    EXPECT_EQ(errorOf(run({"touch", marker()})), EINVAL);
+    EXPECT_TRUE(isMarked());
+}
+
+TEST_F(ProcessFailureTest, OfAFullDiskShowsWhenFlushingEitherOutput)
+{
+    for (const int flushed : {0, 1}) {
+        ScopedSystemCalls calls;
+        passes = flushed;
+        calls->fsync = failFlushing;
+        EXPECT_EQ(errorOf(run({"exit", "0"})), ENOSPC) << flushed;
+        EXPECT_EQ(scratchNames().size(), 0U) << flushed;
+    }
+}
+
+TEST_F(ProcessFailureTest, ToReadBackEitherOutputIsPassedOn)
+{
+    // Each output takes one read for its content and one that finds its end.
+    for (const int reads : {0, 1, 2, 3}) {
+        ScopedSystemCalls calls;
+        passes = reads;
+        calls->read = failReading;
+        EXPECT_EQ(errorOf(run({"exit", "0"})), EIO) << reads;
+        EXPECT_EQ(scratchNames().size(), 0U) << reads;
+    }
+}
+
+TEST_F(ProcessFailureTest, ForWantOfDescriptorsLeavesNothingBehind)
+{
+    int failed = 0;
+    int finished = 0;
+    {
+        const auto highest = *openDescriptors().rbegin();
+        const ScopedDescriptorLimit limit(static_cast<rlim_t>(highest) + 6);
+        std::vector<Awaited<ProcessOutput>> running;
+        for (int child = 0; child < 40; ++child)
+            running.emplace_back(run({"exit", "0"}));
+        for (auto& run : running) {
+            try {
+                finished += run.result().status == 0 ? 1 : 0;
+            } catch (const SystemError& error) {
+                // A file that could not be created for want of a descriptor is missing when one is free
+                // again.
+                EXPECT_TRUE(error.code().value() == EMFILE || error.code().value() == ENOENT) << error.what();
+                ++failed;
+            }
+        }
+    }
+    EXPECT_EQ(finished + failed, 40);
+}
+
+} // namespace stackreel

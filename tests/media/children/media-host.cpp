@@ -1,0 +1,103 @@
+// A program around the media layer, for what a test cannot do to itself. The first argument says what it
+// does:
+//   closed RESULT CHILD NUMBERS  closes the descriptors 0, 1 or 2 whose digits are given, then runs the test
+//   child
+//                                and writes to RESULT what came of it
+//   locate TOOL FOLDER…          prints where the tool is found from each working directory
+//   probe SOURCE                 prints the facts of a source, or what went wrong
+
+#include "media/CancellationError.h"
+#include "media/MediaProbe.h"
+#include "media/MediaToolError.h"
+#include "media/ProcessRunner.h"
+#include "media/ToolLocator.h"
+#include "platform/SystemError.h"
+#include "tests/support/Awaited.h"
+
+#include <QCoreApplication>
+
+#include <unistd.h>
+
+#include <fstream>
+#include <iostream>
+
+using namespace stackreel;
+
+namespace
+{
+
+using Words = std::vector<std::string>;
+
+ProcessOutput runChild(const std::string& child, const Words& arguments)
+{
+    return runToEnd(ProcessRunner::run(child, arguments));
+}
+
+void closed(const Words& words)
+{
+    for (const char digit : words.at(2))
+        ::close(digit - '0');
+    int count = 1;
+    char name[] = "media-host";
+    char* names[] = {name, nullptr};
+    const QCoreApplication application(count, names);
+    const std::string& child = words.at(1);
+    const ProcessOutput descriptors = runChild(child, {"descriptors"});
+    const ProcessOutput failing = runChild(child, {"exit", "3"});
+    std::ofstream result(words.at(0));
+    result << descriptors.standardOutput << failing.status << "\n"
+           << failing.standardOutput << failing.standardError;
+}
+
+void locate(const Words& words)
+{
+    const MediaTool tool = words.at(0) == "ffmpeg" ? MediaTool::ffmpeg : MediaTool::ffprobe;
+    for (const std::string& folder : Words(words.begin() + 1, words.end())) {
+        std::filesystem::current_path(folder);
+        if (folder.ends_with("deleted"))
+            std::filesystem::remove(folder);
+        try {
+            std::cout << ToolLocator::locate(tool).string() << "\n";
+        } catch (const MediaToolError& error) {
+            std::cout << error.what() << "\n";
+        }
+    }
+}
+
+void probe(const Words& words)
+{
+    int count = 1;
+    char name[] = "media-host";
+    char* names[] = {name, nullptr};
+    const QCoreApplication application(count, names);
+    try {
+        const MediaInfo info = runToEnd(MediaProbe::inspect(words.at(0)));
+        std::cout << info.width << "x" << info.height << " " << info.rotation << " " << info.duration << " "
+                  << info.videoCodec << " " << info.audioCodec.value_or("(none)") << "\n";
+    } catch (const MediaToolError& error) {
+        if (const auto* failure = std::get_if<MediaToolError::ProcessFailed>(&error.value()))
+            std::cout << failure->tool << " " << failure->status << " ";
+        std::cout << "MediaToolError: " << error.what() << "\n";
+    } catch (const DecodingError& error) {
+        std::cout << "DecodingError: " << error.what() << "\n";
+    } catch (const SystemError& error) {
+        std::cout << "SystemError: " << error.code().value() << "\n";
+    }
+}
+
+} // namespace
+
+int main(int count, char** all)
+{
+    const Words words(all + 2, all + count);
+    const std::string mode = all[1];
+    if (mode == "closed")
+        closed(words);
+    else if (mode == "locate")
+        locate(words);
+    else if (mode == "probe")
+        probe(words);
+    else
+        return 64;
+    return 0;
+}

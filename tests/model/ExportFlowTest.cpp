@@ -1,0 +1,394 @@
+#include "media/CancellationError.h"
+#include "media/MediaToolError.h"
+#include "model/TaskHandle.h"
+#include "tests/model/ModelTest.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <stdexcept>
+
+namespace stackreel
+{
+
+namespace
+{
+
+class ExportFlowTest : public ModelTest
+{
+protected:
+    ExportFlowTest()
+    {
+        load(20);
+        m_world.thumbnails.back().task().complete({});
+        model().togglePreviewPlayback();
+        happened();
+    }
+
+    /// Chooses where to export to; the export begins.
+    void startExport()
+    {
+        model().chooseExportDestination();
+        m_world.savePanel->choose(destination);
+        runQueuedTasks();
+        ASSERT_EQ(model().phase(), Phase::exporting());
+        happened();
+    }
+    /// Ends the export started last.
+    ManualTask<std::filesystem::path>& exporting() { return m_world.exports.back().task(); }
+
+    TemporaryDirectory m_directory;
+    const std::filesystem::path destination = m_directory / "Beach day-vertical.mp4";
+};
+
+using ChoosingADestination = ExportFlowTest;
+using Exporting = ExportFlowTest;
+using CancellingAnExport = ExportFlowTest;
+using AnExportWithoutItsModel = ExportFlowTest;
+
+} // namespace
+
+TEST_F(ChoosingADestination, ShowsAPanelWithTheProposedName)
+{
+    model().chooseExportDestination();
+    EXPECT_EQ(happened(), Lines{"show save panel"});
+    const SavePanelRequest& request = m_world.savePanel->request();
+    EXPECT_EQ(request.title, "Export vertical video");
+    EXPECT_EQ(request.prompt, "Export");
+    EXPECT_EQ(request.defaultName, "Beach day-vertical.mp4");
+    EXPECT_TRUE(request.canCreateDirectories);
+    EXPECT_EQ(request.allowedContentTypes, std::vector<ContentType>{ContentType::mp4});
+}
+
+TEST_F(ChoosingADestination, TakesOnlyTheLastExtensionOffTheName)
+{
+    model().setSourceURL("/clips/clip.final.mov");
+    model().chooseExportDestination();
+    EXPECT_EQ(m_world.savePanel->request().defaultName, "clip.final-vertical.mp4");
+}
+
+TEST_F(ChoosingADestination, NeedsALoadedSourceThatIsNotBusy)
+{
+    struct Row {
+        Phase phase;
+        bool shows;
+    };
+    const Row rows[] = {{Phase::empty(), false},         {Phase::preparing(), false},
+                        {Phase::ready(), true},          {Phase::exporting(), false},
+                        {Phase::complete("/out"), true}, {Phase::failed("x"), false}};
+    for (const Row& row : rows) {
+        model().setPhase(row.phase);
+        happened();
+        model().chooseExportDestination();
+        EXPECT_EQ(happened(), row.shows ? Lines{"show save panel"} : Lines());
+    }
+    model().setPhase(Phase::ready());
+    model().setMediaInfo(std::nullopt);
+    happened();
+    model().chooseExportDestination();
+    model().setMediaInfo(clip(20));
+    model().setSourceURL(std::filesystem::path());
+    model().chooseExportDestination();
+    EXPECT_EQ(m_world.savePanel->timesShown(), 3U) << "an empty path is a path";
+}
+
+TEST_F(ChoosingADestination, ChangesNothingWithoutAChoice)
+{
+    const PanelResponse responses[] = {{.accepted = false, .url = std::nullopt},
+                                       {.accepted = false, .url = "/out/a.mp4"},
+                                       {.accepted = true, .url = std::nullopt}};
+    for (const PanelResponse& response : responses) {
+        model().chooseExportDestination();
+        happened();
+        m_world.savePanel->answer(response);
+        runQueuedTasks();
+        EXPECT_EQ(happened(), Lines());
+        EXPECT_EQ(model().exportTask(), nullptr);
+    }
+}
+
+TEST_F(ChoosingADestination, DoesNothingForAModelThatIsGone)
+{
+    model().chooseExportDestination();
+    model().chooseExportDestination();
+    m_world.savePanel->choose(destination);
+    destroyModel();
+    m_world.savePanel->choose(destination);
+    runQueuedTasks();
+    EXPECT_EQ(m_world.exports.size(), 0U);
+}
+
+TEST_F(Exporting, GoesStepByStep)
+{
+    model().chooseExportDestination();
+    happened();
+    m_world.savePanel->choose(destination);
+    EXPECT_EQ(model().exportTask(), nullptr) << "it starts from a task of its own";
+    runQueuedTasks();
+    EXPECT_NE(model().exportTask(), nullptr);
+    EXPECT_EQ(happened(), (Lines{"phase exporting", "player 1: pause", "previewPlaying false",
+                                 "export 1: /clips/Beach day.MOV to " + destination.string()}));
+
+    exporting().complete(destination);
+    EXPECT_EQ(happened(), (Lines{"phase complete: Saved Beach day-vertical.mp4", "player 1: play",
+                                 "previewPlaying true"}));
+    EXPECT_EQ(model().phase(), Phase::complete(destination));
+    EXPECT_EQ(model().exportTask(), nullptr);
+}
+
+TEST_F(Exporting, KeepsItsTaskUntilEverythingElseIsDone)
+{
+    startExport();
+    std::vector<bool> taskIsSet;
+    const auto note = [&] { taskIsSet.push_back(model().exportTask() != nullptr); };
+    QObject::connect(&model(), &AppModel::phaseChanged, &model(), note);
+    QObject::connect(&model(), &AppModel::previewPlayingChanged, &model(), note);
+    exporting().complete(destination);
+    EXPECT_EQ(taskIsSet, (std::vector<bool>{true, true}));
+    EXPECT_EQ(model().exportTask(), nullptr);
+}
+
+TEST_F(Exporting, AsksForTheStateItStartedIn)
+{
+    const CropRegion top = {.x = 0.1, .y = 0.2, .width = 0.3, .height = 0.4};
+    const CropRegion bottom = {.x = 0.5, .y = 0.1, .width = 0.4, .height = 0.7};
+    const ExportSettings settings = {.aspect = OutputAspect::feed, .includeAudio = false};
+    model().setTopRegion(top);
+    model().setBottomRegion(bottom);
+    model().setSettings(settings);
+    model().setTrimStart(2);
+    model().setTrimEnd(7);
+    startExport();
+    model().swapCrops();
+    model().setSettings({});
+    model().setTrimStart(0);
+    model().setTrimEnd(1);
+
+    ASSERT_EQ(m_world.exportRequests.size(), 1U);
+    const ExportRequest& request = m_world.exportRequests.back();
+    EXPECT_EQ(request.input, "/clips/Beach day.MOV");
+    EXPECT_EQ(request.output, destination);
+    EXPECT_EQ(request.media, clip(20));
+    EXPECT_EQ(request.top, top);
+    EXPECT_EQ(request.bottom, bottom);
+    EXPECT_EQ(request.settings, settings);
+    EXPECT_EQ(request.trimStart, 2);
+    EXPECT_EQ(request.trimEnd, 7);
+}
+
+TEST_F(Exporting, TakesSourceAndFactsFromWhenThePanelWasShown)
+{
+    model().chooseExportDestination();
+    model().setSourceURL("/clips/other.mov");
+    model().setMediaInfo(clip(99));
+    model().setTrimEnd(50);
+    m_world.savePanel->choose(destination);
+    runQueuedTasks();
+    EXPECT_EQ(m_world.exportRequests.back().input, "/clips/Beach day.MOV");
+    EXPECT_EQ(m_world.exportRequests.back().media.duration, 20);
+    EXPECT_EQ(m_world.exportRequests.back().trimEnd, 50);
+}
+
+TEST_F(Exporting, ReadsTheSourceAndNotThePreview)
+{
+    choose("/clips/a.mov");
+    m_world.inspections.back().task().complete(clip(5));
+    m_world.previews.back().task().complete("/tmp/Stackreel/proxy.mp4");
+    startExport();
+    EXPECT_EQ(m_world.exportRequests.back().input, "/clips/a.mov");
+}
+
+TEST_F(Exporting, ShowsTheMessageOfAFailureAndLeavesWhatWasWritten)
+{
+    m_directory.write(destination.filename(), "half");
+    startExport();
+    exporting().fail(MediaToolError::processFailed("FFmpeg", 1, "Invalid data found"));
+    EXPECT_EQ(happened(),
+              (Lines{"phase failed: Invalid data found", "player 1: play", "previewPlaying true"}));
+    EXPECT_EQ(contentOf(destination), "half");
+    EXPECT_EQ(model().exportTask(), nullptr);
+}
+
+TEST_F(Exporting, CanFailWithAnyError)
+{
+    const std::pair<std::exception_ptr, const char*> rows[] = {
+        {std::make_exception_ptr(MediaToolError::toolMissing("ffmpeg")),
+         "ffmpeg is missing. Build the bundled media tools first."},
+        {std::make_exception_ptr(MediaToolError::processFailed("FFmpeg", 1, "")),
+         "FFmpeg could not process this video."},
+        // Only the cancellation of a task is one.
+        {std::make_exception_ptr(MediaToolError::cancelled()), "The export was cancelled."},
+        {std::make_exception_ptr(std::runtime_error("anything")), "anything"},
+    };
+    for (const auto& [error, message] : rows) {
+        model().setPhase(Phase::ready());
+        startExport();
+        exporting().failWith(error);
+        EXPECT_EQ(model().phase(), Phase::failed(message));
+        EXPECT_TRUE(model().previewPlaying());
+    }
+}
+
+TEST_F(Exporting, WorksAgainAfterASuccess)
+{
+    startExport();
+    exporting().complete(destination);
+    startExport();
+    EXPECT_EQ(m_world.exports.size(), 2U);
+    exporting().complete(destination);
+    EXPECT_EQ(model().phase(), Phase::complete(destination));
+}
+
+TEST_F(Exporting, WorksWithoutAPlayer)
+{
+    model().setPlayer(nullptr);
+    startExport();
+    exporting().complete(destination);
+    EXPECT_EQ(happened(), (Lines{"phase complete: Saved Beach day-vertical.mp4", "previewPlaying true"}));
+}
+
+TEST_F(CancellingAnExport, DeletesWhatWasWrittenAndReturnsToReady)
+{
+    m_directory.write(destination.filename(), "half");
+    startExport();
+    model().exportTask()->cancel();
+    EXPECT_EQ(happened(), Lines{"cancel export 1"});
+    EXPECT_EQ(model().phase(), Phase::exporting()) << "until the export has noticed";
+    EXPECT_TRUE(std::filesystem::exists(destination));
+
+    exporting().fail(CancellationError());
+    EXPECT_EQ(happened(), (Lines{"phase ready", "player 1: play", "previewPlaying true"}));
+    EXPECT_FALSE(std::filesystem::exists(destination));
+    EXPECT_EQ(model().exportTask(), nullptr);
+    EXPECT_EQ(model().phaseMessage(), "Beach day.MOV");
+}
+
+TEST_F(CancellingAnExport, IgnoresThatThereIsNothingToDelete)
+{
+    startExport();
+    model().exportTask()->cancel();
+    exporting().fail(CancellationError());
+    EXPECT_EQ(model().phase(), Phase::ready());
+}
+
+TEST_F(CancellingAnExport, IgnoresThatTheFileCannotBeDeleted)
+{
+    // A folder that is not empty cannot.
+    m_directory.write(destination.filename() / "inside", "");
+    startExport();
+    model().exportTask()->cancel();
+    exporting().fail(CancellationError());
+    EXPECT_EQ(model().phase(), Phase::ready());
+    EXPECT_TRUE(std::filesystem::exists(destination));
+}
+
+TEST_F(CancellingAnExport, BeforeItsTaskRunsStillGoesThroughAllSteps)
+{
+    model().chooseExportDestination();
+    m_world.savePanel->choose(destination);
+    happened();
+    // The first queued task only starts the export's own.
+    QObject context;
+    QMetaObject::invokeMethod(
+        &context, [this] { model().exportTask()->cancel(); }, Qt::QueuedConnection);
+    runQueuedTasks();
+    EXPECT_EQ(happened(),
+              (Lines{"phase exporting", "player 1: pause", "previewPlaying false",
+                     "export 1: /clips/Beach day.MOV to " + destination.string(), "cancel export 1"}));
+    exporting().fail(CancellationError());
+    EXPECT_EQ(model().phase(), Phase::ready());
+}
+
+TEST_F(CancellingAnExport, ThatEndedWellBeforeItNoticedKeepsTheFile)
+{
+    m_directory.write(destination.filename(), "whole");
+    startExport();
+    model().exportTask()->cancel();
+    exporting().complete(destination);
+    EXPECT_EQ(model().phase(), Phase::complete(destination));
+    EXPECT_EQ(contentOf(destination), "whole");
+}
+
+TEST_F(CancellingAnExport, ThatFailedBeforeItNoticedShowsTheFailure)
+{
+    startExport();
+    model().exportTask()->cancel();
+    exporting().fail(MediaToolError::toolMissing("ffmpeg"));
+    EXPECT_EQ(model().phase(), Phase::failed("ffmpeg is missing. Build the bundled media tools first."));
+}
+
+TEST_F(CancellingAnExport, AfterItEndedDoesNothing)
+{
+    startExport();
+    const auto task = model().exportTask();
+    exporting().complete(destination);
+    happened();
+    task->cancel();
+    EXPECT_EQ(happened(), Lines{"cancel export 1"}) << "nothing is announced or played";
+    EXPECT_EQ(model().phase(), Phase::complete(destination));
+}
+
+TEST_F(CancellingAnExport, HappensWhenAnotherIsStarted)
+{
+    // Two panels can be open at once.
+    model().chooseExportDestination();
+    model().chooseExportDestination();
+    m_world.savePanel->choose(destination);
+    runQueuedTasks();
+    const auto first = model().exportTask();
+    m_world.savePanel->choose(m_directory / "second.mp4");
+    runQueuedTasks();
+    EXPECT_TRUE(first->isCancelled());
+    EXPECT_NE(model().exportTask(), first);
+    EXPECT_FALSE(model().exportTask()->isCancelled());
+    m_world.exports.at(0).task().fail(CancellationError());
+    m_world.exports.at(1).task().complete(m_directory / "second.mp4");
+    EXPECT_EQ(model().phase(), Phase::complete(m_directory / "second.mp4"));
+}
+
+TEST_F(AnExportWithoutItsModel, TouchesNothingWhenItEnds)
+{
+    startExport();
+    destroyModel();
+    EXPECT_EQ(happened(), Lines()) << "the export is not cancelled";
+    exporting().complete(destination);
+    EXPECT_EQ(happened(), Lines());
+}
+
+TEST_F(AnExportWithoutItsModel, TouchesNothingWhenItFails)
+{
+    startExport();
+    destroyModel();
+    exporting().fail(std::runtime_error("no"));
+    EXPECT_EQ(happened(), Lines());
+}
+
+TEST_F(AnExportWithoutItsModel, StillLeavesNoPartialFileWhenCancelled)
+{
+    m_directory.write(destination.filename(), "half");
+    startExport();
+    const auto task = model().exportTask();
+    destroyModel();
+    task->cancel();
+    exporting().fail(CancellationError());
+    EXPECT_FALSE(std::filesystem::exists(destination));
+}
+
+TEST_F(AnExportWithoutItsModel, DoesNotBegin)
+{
+    model().chooseExportDestination();
+    m_world.savePanel->choose(destination);
+    QObject context;
+    std::shared_ptr<TaskHandle> task;
+    QMetaObject::invokeMethod(
+        &context,
+        [&] {
+            task = model().exportTask();
+            destroyModel();
+        },
+        Qt::QueuedConnection);
+    runQueuedTasks();
+    ASSERT_NE(task, nullptr);
+    EXPECT_TRUE(task->hasEnded());
+    EXPECT_EQ(m_world.exports.size(), 0U);
+}
+
+} // namespace stackreel

@@ -1,0 +1,39 @@
+#include "tests/model/FakeToolTest.h"
+
+#include "platform/Bundle.h"
+#include "tests/support/ChildReport.h"
+#include "tests/support/Descriptors.h"
+
+namespace stackreel
+{
+
+FakeToolTest::FakeToolTest()
+    : m_working(m_directory.path()), m_temporaryPlace("TMPDIR", m_temporary.path().string())
+{
+    EXPECT_EQ(Bundle::resourceDirectory(), std::nullopt) << "the tools there would be run";
+}
+
+void FakeToolTest::TearDown()
+{
+    EXPECT_FALSE(hasChildren());
+    for (const std::string& name : m_temporary.names())
+        EXPECT_EQ(name, "Stackreel") << "is left in the temporary folder";
+}
+
+void FakeToolTest::installTool(const std::string& script) const
+{
+    const std::string start = "#!/bin/sh\nprintf '%s\\0' \"$@\" > arguments\nfor destination; do :; done\n";
+    m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg", start + script);
+}
+
+void FakeToolTest::installPatientTool() const
+{
+    installTool("printf half > \"$destination\"\nexec '" + testChild().string() + "' patient pid 1\n");
+}
+
+std::vector<std::string> FakeToolTest::arguments() const
+{
+    return pieces(contentOf(m_directory / "arguments"), '\0');
+}
+
+} // namespace stackreel

@@ -1,0 +1,57 @@
+#include "tests/model/ModelTest.h"
+
+#include <QCoreApplication>
+
+namespace stackreel
+{
+
+ModelTest::ModelTest() : m_model(std::make_unique<AppModel>(m_world.services()))
+{
+    m_recorder.emplace(*m_model, m_world.journal);
+}
+
+void ModelTest::destroyModel()
+{
+    m_recorder.reset();
+    m_model.reset();
+}
+
+void ModelTest::runQueuedTasks()
+{
+    // A task may queue another.
+    for (int round = 0; round < 3; ++round)
+        QCoreApplication::sendPostedEvents();
+}
+
+MediaInfo ModelTest::clip(double duration)
+{
+    return {.width = 1920,
+            .height = 1080,
+            .rotation = 0,
+            .duration = duration,
+            .videoCodec = "h264",
+            .audioCodec = "aac"};
+}
+
+void ModelTest::choose(const std::filesystem::path& file)
+{
+    model().chooseSource();
+    m_world.openPanel->choose(file);
+    runQueuedTasks();
+}
+
+void ModelTest::finishLoad(double duration)
+{
+    m_world.inspections.back().task().complete(clip(duration));
+    m_world.previews.back().task().complete(*model().sourceURL());
+}
+
+void ModelTest::load(double duration, const std::filesystem::path& file)
+{
+    choose(file);
+    finishLoad(duration);
+    runQueuedTasks();
+    happened();
+}
+
+} // namespace stackreel

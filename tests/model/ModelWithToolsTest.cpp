@@ -1,0 +1,194 @@
+#include "model/AppModel.h"
+#include "model/ExportShutdown.h"
+#include "model/TaskHandle.h"
+#include "tests/model/FakeToolTest.h"
+#include "tests/support/Awaited.h"
+#include "tests/support/fakes/FakeAssetLoader.h"
+#include "tests/support/fakes/FakePanels.h"
+#include "tests/support/fakes/FakePlayback.h"
+
+#include <algorithm>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// A model that runs real child processes; only player, framework and panels are fakes.
+class ModelWithToolsTest : public FakeToolTest
+{
+protected:
+    ModelWithToolsTest()
+    {
+        m_directory.writeExecutable("third_party/ffmpeg/bin/ffprobe", R"(#!/bin/sh
+echo '{"streams": [{"codec_type": "video", "codec_name": "h264", "width": 1920, "height": 1080}],'
+echo ' "format": {"duration": "20"}}'
+)");
+        m_model =
+            std::make_unique<AppModel>(ModelServices::system(m_playback, m_loader, m_openPanel, m_savePanel));
+    }
+
+    AppModel& model() { return *m_model; }
+    bool reaches(Phase::Kind kind)
+    {
+        return eventually([&] { return model().phase().kind() == kind; });
+    }
+    void choose()
+    {
+        model().chooseSource();
+        m_openPanel->choose("/clips/Beach day.MOV");
+        ASSERT_TRUE(reaches(Phase::Kind::preparing));
+    }
+    void load()
+    {
+        choose();
+        ASSERT_TRUE(reaches(Phase::Kind::ready));
+        ASSERT_TRUE(eventually([&] { return model().timelineThumbnails().size() == 12; }));
+    }
+    void startExport()
+    {
+        model().chooseExportDestination();
+        m_savePanel->choose(destination);
+        ASSERT_TRUE(reaches(Phase::Kind::exporting));
+    }
+    /// Waits for the work of a model that is gone, which nobody is told of.
+    static bool everythingEnds(const std::weak_ptr<void>& work)
+    {
+        return eventually([&] { return work.expired(); });
+    }
+
+    const std::filesystem::path destination = m_directory / "Beach day-vertical.mp4";
+    const std::shared_ptr<Journal> m_journal = std::make_shared<Journal>();
+    const std::shared_ptr<FakePlayback> m_playback = std::make_shared<FakePlayback>(m_journal);
+    const std::shared_ptr<FakeOpenPanel> m_openPanel =
+        std::make_shared<FakeOpenPanel>(m_journal, "open panel");
+    const std::shared_ptr<FakeSavePanel> m_savePanel =
+        std::make_shared<FakeSavePanel>(m_journal, "save panel");
+    std::shared_ptr<FakeAssetLoader> m_loader = std::make_shared<FakeAssetLoader>();
+    std::unique_ptr<AppModel> m_model;
+};
+
+} // namespace
+
+TEST_F(ModelWithToolsTest, LoadsAndExports)
+{
+    installTool("printf whole > \"$destination\"\n");
+    load();
+    EXPECT_EQ(model().trimEnd(), 20);
+    startExport();
+    ASSERT_TRUE(reaches(Phase::Kind::complete));
+    EXPECT_EQ(contentOf(destination), "whole");
+    EXPECT_EQ(arguments(), ExportCommandBuilder::build({.input = "/clips/Beach day.MOV",
+                                                        .output = destination,
+                                                        .media = *model().mediaInfo(),
+                                                        .top = model().topRegion(),
+                                                        .bottom = model().bottomRegion(),
+                                                        .settings = model().settings(),
+                                                        .trimStart = 0,
+                                                        .trimEnd = 20})
+                               .arguments);
+    EXPECT_EQ(model().exportTask(), nullptr);
+    EXPECT_TRUE(model().previewPlaying());
+}
+
+TEST_F(ModelWithToolsTest, PlaysAProxyWhereTheSourceCannotBePlayed)
+{
+    installTool("printf proxy > \"$destination\"\n");
+    m_loader->playable = false;
+    load();
+    const auto lines = m_journal->take();
+    const std::string looper = "make looper 1 on player 1 for " + arguments().back() + " from";
+    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(),
+                            [&](const std::string& line) { return line.starts_with(looper); }));
+    EXPECT_EQ(m_loader->generatorFiles.back(), arguments().back());
+}
+
+TEST_F(ModelWithToolsTest, FailsWhereTheProxyDoes)
+{
+    installTool("exit 1\n");
+    m_loader->playable = false;
+    choose();
+    ASSERT_TRUE(reaches(Phase::Kind::failed));
+    EXPECT_EQ(model().phaseMessage(), "FFmpeg could not process this video.");
+}
+
+TEST_F(ModelWithToolsTest, CancelledLeavesNoChildAndNoFile)
+{
+    installPatientTool();
+    load();
+    startExport();
+    ASSERT_TRUE(eventually([this] { return isWaiting(); }));
+    EXPECT_EQ(contentOf(destination), "half");
+    model().exportTask()->cancel();
+    ASSERT_TRUE(reaches(Phase::Kind::ready));
+    EXPECT_FALSE(std::filesystem::exists(destination));
+}
+
+TEST_F(ModelWithToolsTest, CancelledBeforeTheToolIsFoundRunsNone)
+{
+    installPatientTool();
+    load();
+    startExport();
+    model().exportTask()->cancel();
+    ASSERT_TRUE(reaches(Phase::Kind::ready));
+    EXPECT_FALSE(hasRun());
+}
+
+TEST_F(ModelWithToolsTest, LeavesNoChildAndNoFileWhenTheProgramQuits)
+{
+    installPatientTool();
+    load();
+    startExport();
+    ASSERT_TRUE(eventually([this] { return isWaiting(); }));
+    ExportShutdown::endExport(model().exportTask());
+    EXPECT_FALSE(std::filesystem::exists(destination));
+    EXPECT_EQ(model().phase(), Phase::ready());
+}
+
+TEST_F(ModelWithToolsTest, ShowsTheLastWordsOfAFailedExportAndLeavesItsFile)
+{
+    installTool("printf half > \"$destination\"\necho 'Invalid data found' >&2\nexit 1\n");
+    load();
+    startExport();
+    ASSERT_TRUE(reaches(Phase::Kind::failed));
+    EXPECT_EQ(model().phaseMessage(), "Invalid data found");
+    EXPECT_EQ(contentOf(destination), "half");
+}
+
+TEST_F(ModelWithToolsTest, CanGoDuringALoad)
+{
+    // The load holds the framework until it has ended.
+    const std::weak_ptr<void> work = m_loader;
+    choose();
+    m_model.reset();
+    m_loader.reset();
+    EXPECT_TRUE(everythingEnds(work));
+    EXPECT_EQ(m_journal->take(), Journal::Lines{"show open panel"});
+}
+
+TEST_F(ModelWithToolsTest, CanGoWhileItsThumbnailsAreMade)
+{
+    const std::weak_ptr<void> work = m_loader;
+    choose();
+    ASSERT_TRUE(reaches(Phase::Kind::ready));
+    m_model.reset();
+    m_loader.reset();
+    EXPECT_TRUE(everythingEnds(work));
+}
+
+TEST_F(ModelWithToolsTest, CanGoDuringAnExport)
+{
+    installPatientTool();
+    load();
+    startExport();
+    ASSERT_TRUE(eventually([this] { return isWaiting(); }));
+    const auto task = model().exportTask();
+    m_model.reset();
+    EXPECT_FALSE(task->hasEnded());
+    EXPECT_TRUE(std::filesystem::exists(destination)) << "the export goes on";
+    ExportShutdown::endExport(task);
+    EXPECT_FALSE(std::filesystem::exists(destination));
+}
+
+} // namespace stackreel

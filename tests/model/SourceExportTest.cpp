@@ -1,0 +1,141 @@
+#include "model/SourceExport.h"
+
+#include "media/CancellationError.h"
+#include "media/MediaToolError.h"
+#include "platform/SystemError.h"
+#include "tests/model/FakeToolTest.h"
+#include "tests/support/Awaited.h"
+
+namespace stackreel
+{
+
+namespace
+{
+
+class SourceExportTest : public FakeToolTest
+{
+protected:
+    SourceExportTest()
+    {
+        request.input = "/clips/-Beach 'day' 東京 100%.MOV";
+        request.output = m_directory / "out.mp4";
+        request.media.width = 1920;
+        request.media.height = 1080;
+        request.media.duration = 20;
+        request.top = {.x = 0.04, .y = 0.14, .width = 0.44, .height = 0.72};
+        request.bottom = {.x = 0.52, .y = 0.14, .width = 0.44, .height = 0.72};
+        request.trimEnd = 20;
+    }
+    std::string written() const { return contentOf(request.output); }
+
+    ExportRequest request;
+    std::stop_source m_stop;
+};
+
+} // namespace
+
+TEST_F(SourceExportTest, RunsTheToolWithTheArgumentsOfTheRequest)
+{
+    installTool("printf whole > \"$destination\"\n");
+    EXPECT_EQ(runToEnd(exportSource(request)), request.output);
+    EXPECT_EQ(arguments(), ExportCommandBuilder::build(request).arguments);
+    EXPECT_EQ(written(), "whole");
+}
+
+TEST_F(SourceExportTest, RefusesToWriteOverTheSourceUnderAnyNameEvenWhenCancelled)
+{
+    installTool("printf gone > \"$destination\"\n");
+    request.input = m_directory.write("source.mov", "precious");
+    request.output = m_directory / "other name.mp4";
+    std::filesystem::create_hard_link(request.input, request.output);
+    m_stop.request_stop();
+    try {
+        runToEnd(exportSource(request, m_stop.get_token()));
+        ADD_FAILURE() << "it did not fail";
+    } catch (const CancellationError&) {
+        ADD_FAILURE() << "whoever cancels removes the destination";
+    } catch (const std::exception& error) {
+        EXPECT_STREQ(error.what(), "“other name.mp4” is the source itself, which is never overwritten.");
+    }
+    EXPECT_EQ(contentOf(request.input), "precious");
+}
+
+TEST_F(SourceExportTest, ReportsAFailedRunAndLeavesWhatItWrote)
+{
+    installTool("printf half > \"$destination\"\necho 'Invalid data found' >&2\nexit 69\n");
+    try {
+        runToEnd(exportSource(request));
+        ADD_FAILURE() << "it did not fail";
+    } catch (const MediaToolError& error) {
+        EXPECT_EQ(error, MediaToolError::processFailed("FFmpeg", 69, "Invalid data found"));
+    }
+    EXPECT_EQ(written(), "half");
+}
+
+TEST_F(SourceExportTest, ReportsAMissingToolAndTouchesNothing)
+{
+    if (std::filesystem::exists("/usr/local/bin/ffmpeg") ||
+        std::filesystem::exists("/opt/homebrew/bin/ffmpeg"))
+        GTEST_SKIP() << "this system has the tool where it is looked for last";
+    Awaited<std::filesystem::path> exported(exportSource(request));
+    EXPECT_FALSE(exported.hasEnded()) << "the search is not made by the calling thread";
+    try {
+        exported.result();
+        ADD_FAILURE() << "it did not fail";
+    } catch (const MediaToolError& error) {
+        EXPECT_EQ(error, MediaToolError::toolMissing("ffmpeg"));
+    }
+    EXPECT_FALSE(std::filesystem::exists(request.output));
+}
+
+TEST_F(SourceExportTest, PassesOnThatTheToolCannotBeLaunched)
+{
+    m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg", "no program");
+    EXPECT_THROW(runToEnd(exportSource(request)), SystemError);
+}
+
+TEST_F(SourceExportTest, CancelledBeforeItStartsRunsNothing)
+{
+    installTool("exit 0\n");
+    m_stop.request_stop();
+    EXPECT_THROW(runToEnd(exportSource(request, m_stop.get_token())), CancellationError);
+    EXPECT_FALSE(hasRun());
+}
+
+TEST_F(SourceExportTest, CancelledWhileItLooksForTheToolRunsNothing)
+{
+    installTool("exit 0\n");
+    Awaited<std::filesystem::path> exported(exportSource(request, m_stop.get_token()));
+    m_stop.request_stop();
+    EXPECT_THROW(exported.result(), CancellationError);
+    EXPECT_FALSE(hasRun());
+}
+
+TEST_F(SourceExportTest, CancelledAtTheLaunchStopsTheTool)
+{
+    installPatientTool();
+    const auto stopAtOnce = [this](const std::filesystem::path&) { m_stop.request_stop(); };
+    EXPECT_THROW(runToEnd(exportSource(request, m_stop.get_token(), stopAtOnce)), CancellationError);
+}
+
+TEST_F(SourceExportTest, CancelledWhileTheToolRunsStopsItAndLeavesWhatItWrote)
+{
+    installPatientTool();
+    Awaited<std::filesystem::path> exported(exportSource(request, m_stop.get_token()));
+    ASSERT_TRUE(eventually([this] { return isWaiting(); }));
+    m_stop.request_stop();
+    EXPECT_THROW(exported.result(), CancellationError);
+    EXPECT_EQ(written(), "half");
+}
+
+TEST_F(SourceExportTest, CancelledAfterItsEndKeepsItsResult)
+{
+    installTool("printf whole > \"$destination\"\n");
+    Awaited<std::filesystem::path> exported(exportSource(request, m_stop.get_token()));
+    EXPECT_TRUE(eventually([&] { return exported.hasEnded(); }));
+    m_stop.request_stop();
+    EXPECT_EQ(exported.result(), request.output);
+    EXPECT_EQ(written(), "whole");
+}
+
+} // namespace stackreel

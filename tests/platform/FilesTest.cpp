@@ -1,0 +1,318 @@
+#include "platform/Files.h"
+
+#include "platform/SystemError.h"
+#include "tests/support/Descriptors.h"
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/support/ScopedSystemCalls.h"
+#include "tests/support/ScopedWorkingDirectory.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <string.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <functional>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// The errno value of the `SystemError` that the action throws; 0 when it throws none.
+int errorOf(const std::function<void()>& action)
+{
+    try {
+        action();
+    } catch (const SystemError& error) {
+        return error.code().value();
+    }
+    return 0;
+}
+
+std::filesystem::perms permissionsOf(const std::filesystem::path& path)
+{
+    return std::filesystem::status(path).permissions();
+}
+
+/// Closes a standard descriptor and gives it back later.
+class ClosedDescriptor
+{
+public:
+    explicit ClosedDescriptor(int descriptor)
+        : m_descriptor(descriptor), m_copy(::fcntl(descriptor, F_DUPFD_CLOEXEC, 100))
+    {
+        ::close(descriptor);
+    }
+    ~ClosedDescriptor()
+    {
+        ::dup2(m_copy, m_descriptor);
+        ::close(m_copy);
+    }
+    ClosedDescriptor(const ClosedDescriptor&) = delete;
+    ClosedDescriptor& operator=(const ClosedDescriptor&) = delete;
+
+private:
+    int m_descriptor;
+    int m_copy;
+};
+
+} // namespace
+
+TEST(TemporaryFolder, IsWhatTheEnvironmentSays)
+{
+    struct Row {
+        std::optional<std::string> variable;
+        std::filesystem::path expected;
+    };
+    const Row rows[] = {
+        {std::nullopt, "/tmp"},
+        {"", "/tmp"},
+        {"/no such/folder", "/no such/folder"},
+        {"/var/tmp", "/var/tmp"},
+        {"scratch", std::filesystem::current_path() / "scratch"},
+    };
+    for (const Row& row : rows) {
+        const ScopedEnvironment variable("TMPDIR", row.variable);
+        EXPECT_EQ(Files::temporaryDirectory(), row.expected) << row.variable.value_or("(none)");
+    }
+}
+
+TEST(CreatingFolders, MakesTheMissingParents)
+{
+    const TemporaryDirectory directory;
+    Files::createDirectories(directory / "a/b c/d");
+    EXPECT_TRUE(std::filesystem::is_directory(directory / "a/b c/d"));
+}
+
+TEST(CreatingFolders, IsContentWithAnExistingOneOrALinkToOne)
+{
+    const TemporaryDirectory directory;
+    std::filesystem::create_directory(directory / "there");
+    std::filesystem::create_directory_symlink(directory / "there", directory / "link");
+    Files::createDirectories(directory / "there");
+    Files::createDirectories(directory / "there/");
+    Files::createDirectories(directory / "link/inside");
+    Files::createDirectories("/");
+    EXPECT_TRUE(std::filesystem::is_directory(directory / "there/inside"));
+}
+
+TEST(CreatingFolders, TakesPathsRelativeToTheWorkingDirectory)
+{
+    const TemporaryDirectory directory;
+    const ScopedWorkingDirectory working(directory.path());
+    Files::createDirectories("single");
+    Files::createDirectories("two/levels");
+    Files::createPrivateDirectory("private");
+    EXPECT_EQ(directory.names(), (std::vector<std::string>{"private", "single", "two"}));
+    EXPECT_TRUE(std::filesystem::is_directory(directory / "two/levels"));
+}
+
+TEST(CreatingFolders, FailsWhereAFileIsInTheWay)
+{
+    const TemporaryDirectory directory;
+    const auto file = directory.write("file", "");
+    EXPECT_EQ(errorOf([&] { Files::createDirectories(file); }), EEXIST);
+    EXPECT_EQ(errorOf([&] { Files::createDirectories(file / "below"); }), EEXIST);
+}
+
+TEST(CreatingFolders, PassesOnWhyTheSystemRefuses)
+{
+    const TemporaryDirectory directory;
+    ScopedSystemCalls calls;
+    calls->mkdir = [](const char*, mode_t) {
+        errno = EACCES;
+        return -1;
+    };
+    const auto folder = directory / "new";
+    try {
+        Files::createDirectories(folder);
+        FAIL() << "no error";
+    } catch (const SystemError& error) {
+        EXPECT_EQ(error.what(), "Could not create the folder “" + folder.string() + "”: Permission denied.");
+    }
+    EXPECT_EQ(errorOf([&] { Files::createPrivateDirectory(folder); }), EACCES);
+}
+
+TEST(CreatingAPrivateFolder, LetsNobodyElseIn)
+{
+    const TemporaryDirectory directory;
+    Files::createPrivateDirectory(directory / "parent/private");
+    EXPECT_EQ(permissionsOf(directory / "parent/private"), std::filesystem::perms::owner_all);
+}
+
+TEST(CreatingAPrivateFolder, RefusesOneThatIsThere)
+{
+    const TemporaryDirectory directory;
+    EXPECT_EQ(errorOf([&] { Files::createPrivateDirectory(directory.path()); }), EEXIST);
+}
+
+TEST(CreatingAnEmptyFile, KeepsOneThatIsThere)
+{
+    const TemporaryDirectory directory;
+    EXPECT_EQ(Files::createEmpty(directory / "new"), 0);
+    EXPECT_EQ(Files::createEmpty(directory.write("old", "content")), 0);
+    EXPECT_EQ(contentOf(directory / "old"), "content");
+    EXPECT_TRUE(std::filesystem::is_empty(directory / "new"));
+}
+
+TEST(CreatingAnEmptyFile, GivesTheReasonWhenItCannot)
+{
+    const TemporaryDirectory directory;
+    EXPECT_EQ(Files::createEmpty(directory / "missing/new"), ENOENT);
+    EXPECT_EQ(Files::createEmpty(directory.path()), EISDIR);
+    EXPECT_FALSE(std::filesystem::exists(directory / "missing"));
+}
+
+TEST(AWriteHandle, IsNotInheritedAndLeavesTheFileAsItIs)
+{
+    const TemporaryDirectory directory;
+    const auto file = directory.write("file", "content");
+    const auto before = openDescriptors();
+    {
+        const WriteHandle handle(file);
+        EXPECT_EQ(::fcntl(handle.descriptor(), F_GETFD), FD_CLOEXEC);
+        EXPECT_EQ(::pwrite(handle.descriptor(), "C", 1, 0), 1);
+        handle.synchronize();
+    }
+    EXPECT_EQ(contentOf(file), "Content");
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+TEST(AWriteHandle, IsNeverAStandardDescriptor)
+{
+    const TemporaryDirectory directory;
+    const auto file = directory.write("file", "");
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        const ClosedDescriptor closed(standard);
+        const WriteHandle handle(file);
+        EXPECT_GT(handle.descriptor(), STDERR_FILENO);
+        EXPECT_EQ(::fcntl(handle.descriptor(), F_GETFD), FD_CLOEXEC);
+        EXPECT_FALSE(openDescriptors().contains(standard));
+    }
+}
+
+TEST(AWriteHandle, PassesOnWhyAFileCannotBeOpened)
+{
+    const TemporaryDirectory directory;
+    EXPECT_EQ(errorOf([&] { WriteHandle{directory / "missing"}; }), ENOENT);
+    EXPECT_EQ(errorOf([&] { WriteHandle{directory.path()}; }), EISDIR);
+    ScopedSystemCalls calls;
+    calls->open = [](const char*, int, mode_t) {
+        errno = EMFILE;
+        return -1;
+    };
+    EXPECT_EQ(errorOf([&] { WriteHandle{directory.write("file", "")}; }), EMFILE);
+}
+
+TEST(AWriteHandle, TriesAgainWhenOpeningIsInterrupted)
+{
+    const TemporaryDirectory directory;
+    const auto file = directory.write("file", "");
+    ScopedSystemCalls calls;
+    static int attempts;
+    attempts = 0;
+    calls->open = [](const char* path, int flags, mode_t mode) {
+        errno = EINTR;
+        return ++attempts < 3 ? -1 : ::open(path, flags, mode);
+    };
+    EXPECT_GT(WriteHandle(file).descriptor(), STDERR_FILENO);
+    EXPECT_EQ(attempts, 3);
+}
+
+TEST(AWriteHandle, ReportsAFullDiskWhenFlushing)
+{
+    const TemporaryDirectory directory;
+    const WriteHandle handle(directory.write("file", ""));
+    ScopedSystemCalls calls;
+    calls->fsync = [](int) {
+        errno = ENOSPC;
+        return -1;
+    };
+    EXPECT_EQ(errorOf([&] { handle.synchronize(); }), ENOSPC);
+}
+
+TEST(ReadingAFile, GivesEveryByte)
+{
+    const TemporaryDirectory directory;
+    std::string bytes(300 * 1024, '\0');
+    for (std::size_t index = 0; index < bytes.size(); ++index)
+        bytes[index] = static_cast<char>(index * 7 + index / 256);
+    EXPECT_EQ(Files::readAll(directory.write("bytes", bytes)), bytes);
+    EXPECT_EQ(Files::readAll(directory.write("empty", "")), "");
+}
+
+TEST(ReadingAFile, PutsShortAndInterruptedReadsTogether)
+{
+    const TemporaryDirectory directory;
+    const auto file = directory.write("file", "one two three four");
+    ScopedSystemCalls calls;
+    static int reads;
+    reads = 0;
+    calls->read = [](int descriptor, void* buffer, size_t size) -> ssize_t {
+        errno = EINTR;
+        return ++reads % 2 == 1 ? -1 : ::read(descriptor, buffer, std::min<size_t>(size, 5));
+    };
+    EXPECT_EQ(Files::readAll(file), "one two three four");
+    EXPECT_EQ(reads, 10);
+}
+
+TEST(ReadingAFile, PassesOnAReadErrorAndClosesTheFile)
+{
+    const TemporaryDirectory directory;
+    const auto file = directory.write("file", "content");
+    const auto before = openDescriptors();
+    EXPECT_EQ(errorOf([&] { Files::readAll(directory / "missing"); }), ENOENT);
+    ScopedSystemCalls calls;
+    calls->read = [](int, void*, size_t) -> ssize_t {
+        errno = EIO;
+        return -1;
+    };
+    EXPECT_EQ(errorOf([&] { Files::readAll(file); }), EIO);
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+TEST(AnExecutable, IsAFileThatMayBeExecuted)
+{
+    const TemporaryDirectory directory;
+    const auto program = directory.writeExecutable("program", "");
+    const auto document = directory.write("document", "");
+    std::filesystem::create_symlink(program, directory / "link to program");
+    std::filesystem::create_symlink(document, directory / "link to document");
+    std::filesystem::create_symlink("nowhere", directory / "dangling link");
+    std::filesystem::create_directory(directory / "folder");
+    EXPECT_TRUE(Files::isExecutable(program));
+    EXPECT_TRUE(Files::isExecutable(directory / "link to program"));
+    for (const char* name :
+         {"document", "link to document", "dangling link", "folder", "missing", "program/below"})
+        EXPECT_FALSE(Files::isExecutable(directory / name)) << name;
+    EXPECT_FALSE(Files::isExecutable(""));
+}
+
+TEST(MovingIntoPlace, RefusesToReplaceUnlessTold)
+{
+    const TemporaryDirectory directory;
+    const auto from = directory.write("from", "new");
+    const auto to = directory.write("to", "old");
+    EXPECT_EQ(errorOf([&] { Files::moveIntoPlace(from, to, false); }), EEXIST);
+    EXPECT_EQ(contentOf(from), "new");
+    EXPECT_EQ(contentOf(to), "old");
+    Files::moveIntoPlace(from, to, true);
+    EXPECT_EQ(contentOf(to), "new");
+    EXPECT_EQ(directory.names(), std::vector<std::string>{"to"});
+}
+
+TEST(MovingIntoPlace, RenamesWhereNothingIs)
+{
+    const TemporaryDirectory directory;
+    Files::moveIntoPlace(directory.write("from", "new"), directory / "to", false);
+    EXPECT_EQ(contentOf(directory / "to"), "new");
+    EXPECT_EQ(directory.names(), std::vector<std::string>{"to"});
+    EXPECT_EQ(errorOf([&] { Files::moveIntoPlace(directory / "from", directory / "to", true); }), ENOENT);
+}
+
+} // namespace stackreel

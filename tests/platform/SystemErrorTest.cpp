@@ -1,0 +1,17 @@
+#include "platform/SystemError.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+namespace stackreel
+{
+
+TEST(SystemError, SaysWhatCouldNotBeDoneToWhichFileAndWhy)
+{
+    const SystemError error(ENOSPC, "write", "/clips/Beach day.mp4");
+    EXPECT_STREQ(error.what(), "Could not write “/clips/Beach day.mp4”: No space left on device.");
+    EXPECT_EQ(error.code(), std::error_code(ENOSPC, std::system_category()));
+}
+
+} // namespace stackreel

@@ -1,0 +1,109 @@
+#include "platform/TerminationSignals.h"
+
+#include "tests/support/Awaited.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <future>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// Gives back the signal mask and dispositions that the object under test changes for good.
+class TerminationSignalsTest : public testing::Test
+{
+protected:
+    TerminationSignalsTest() { ::pthread_sigmask(SIG_SETMASK, nullptr, &m_mask); }
+    ~TerminationSignalsTest() override
+    {
+        ::signal(SIGPIPE, SIG_DFL);
+        ::signal(SIGHUP, SIG_DFL);
+        ::signal(SIGCHLD, SIG_DFL);
+        ::pthread_sigmask(SIG_SETMASK, &m_mask, nullptr);
+    }
+
+    static bool firesFor(int signal)
+    {
+        const TerminationSignals signals;
+        std::promise<void> fired;
+        const std::stop_callback callback(signals.stopToken(), [&fired] { fired.set_value(); });
+        ::kill(::getpid(), signal);
+        return fired.get_future().wait_for(ceiling) == std::future_status::ready &&
+               signals.received() == signal;
+    }
+
+    /// Whether the receiving thread has taken a signal, which is pending until then.
+    static bool isTaken(int signal)
+    {
+        return eventually([signal] {
+            sigset_t pending;
+            ::sigpending(&pending);
+            return sigismember(&pending, signal) == 0;
+        });
+    }
+
+    static auto dispositionOf(int signal)
+    {
+        struct sigaction current {
+        };
+        ::sigaction(signal, nullptr, &current);
+        return current.sa_handler;
+    }
+
+private:
+    sigset_t m_mask{};
+};
+
+} // namespace
+
+TEST_F(TerminationSignalsTest, TurnsEachRequestToEndIntoAStopRequest)
+{
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
+        EXPECT_TRUE(firesFor(signal)) << signal;
+}
+
+TEST_F(TerminationSignalsTest, KeepsTheFirstOfSeveral)
+{
+    const TerminationSignals signals;
+    ::kill(::getpid(), SIGTERM);
+    ASSERT_TRUE(eventually([&] { return signals.received() != 0; }));
+    ::kill(::getpid(), SIGINT);
+    ASSERT_TRUE(isTaken(SIGINT));
+    EXPECT_EQ(signals.received(), SIGTERM);
+    EXPECT_TRUE(signals.stopToken().stop_requested());
+}
+
+TEST_F(TerminationSignalsTest, IsQuietWithoutASignal)
+{
+    const TerminationSignals signals;
+    ::kill(::getpid(), SIGUSR2);
+    ASSERT_TRUE(isTaken(SIGUSR2));
+    EXPECT_EQ(signals.received(), 0);
+    EXPECT_FALSE(signals.stopToken().stop_requested());
+}
+
+TEST_F(TerminationSignalsTest, LeavesASignalIgnoredThatTheParentHadIgnored)
+{
+    ::signal(SIGHUP, SIG_IGN);
+    const TerminationSignals signals;
+    ::kill(::getpid(), SIGHUP);
+    ::kill(::getpid(), SIGTERM);
+    ASSERT_TRUE(eventually([&] { return signals.received() != 0; }));
+    EXPECT_EQ(signals.received(), SIGTERM);
+    EXPECT_EQ(dispositionOf(SIGHUP), SIG_IGN);
+}
+
+TEST_F(TerminationSignalsTest, MakesBrokenPipesErrorsAndChildrenWaitable)
+{
+    ::signal(SIGCHLD, SIG_IGN);
+    const TerminationSignals signals;
+    EXPECT_EQ(dispositionOf(SIGPIPE), SIG_IGN);
+    EXPECT_EQ(dispositionOf(SIGCHLD), SIG_DFL);
+}
+
+} // namespace stackreel

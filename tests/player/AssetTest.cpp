@@ -1,0 +1,80 @@
+#include "platform/gstreamer/GstAssetLoader.h"
+#include "tests/player/MarkedClip.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <optional>
+#include <stdexcept>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// What an asset says; none where it cannot tell.
+std::optional<bool> playable(const std::filesystem::path& file)
+{
+    try {
+        return GstAssetLoader().open(file)->isPlayable({});
+    } catch (const std::runtime_error&) {
+        return std::nullopt;
+    }
+}
+
+std::optional<int> videoTracks(const std::filesystem::path& file)
+{
+    try {
+        return GstAssetLoader().open(file)->videoTrackCount({});
+    } catch (const std::runtime_error&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+TEST(Asset, saysWhetherAFileCanBePlayedAndHowManyVideoTracksItHas)
+{
+    const MarkedClip plain{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
+    const MarkedClip sounding{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
+    const MarkedClip oddName{.name = "-a 'b' %20#ü視.mp4", .frames = 5};
+    const MarkedClip soundOnly{
+        .name = "sound-only.m4a", .frames = 30, .sound = true, .output = "-map 1:a -t 1"};
+    const struct {
+        std::filesystem::path file;
+        std::optional<bool> playable;
+        std::optional<int> videoTracks;
+    } rows[] = {
+        {plain.file(), true, 1},
+        {sounding.file(), true, 1},
+        {oddName.file(), true, 1},
+        {soundOnly.file(), true, 0},
+        {plainFile("text.mp4", "no film at all, only words and words and words"), std::nullopt, std::nullopt},
+        {plainFile("empty.mp4", ""), std::nullopt, std::nullopt},
+        {"/nowhere/missing.mp4", std::nullopt, std::nullopt},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(playable(row.file), row.playable) << row.file;
+        EXPECT_EQ(videoTracks(row.file), row.videoTracks) << row.file;
+    }
+}
+
+TEST(Asset, cannotBePlayedWithoutADecoder)
+{
+    // Renamed to a codec that nothing here decodes.
+    const MarkedClip clip{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
+    EXPECT_EQ(playable(renamedCodec(clip.file(), "unknown-codec.mp4", "avc1", "ZYGO")), false);
+}
+
+TEST(Asset, givesUpWhenItIsStopped)
+{
+    const MarkedClip clip{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
+    std::stop_source stop;
+    stop.request_stop();
+    const auto asset = GstAssetLoader().open(clip.file());
+    EXPECT_THROW(asset->isPlayable(stop.get_token()), std::runtime_error);
+    EXPECT_TRUE(asset->isPlayable({}));
+}
+
+} // namespace stackreel

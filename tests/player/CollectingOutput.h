@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/playback/VideoOutput.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <vector>
+
+namespace stackreel
+{
+
+/// Notes what a player shows. Any thread.
+class CollectingOutput : public VideoOutput
+{
+public:
+    struct Shown {
+        int number = 0; ///< in the frame's stripes; -1 where the output was cleared
+        int width = 0;
+        int height = 0;
+        double seconds = 0;
+        std::chrono::steady_clock::time_point at;
+    };
+
+    void present(VideoFrame frame) noexcept override;
+    void clear() noexcept override;
+
+    std::vector<Shown> shown() const;
+    std::vector<int> numbers() const;
+    /// The number shown last; -1 when nothing is.
+    int current() const;
+    /// Waits until the condition holds for what was shown so far; false when it does not come true in a
+    /// minute.
+    bool waitFor(const std::function<bool(const std::vector<Shown>&)>& condition) const;
+    bool waitForNumber(int number) const;
+    bool waitForCount(std::size_t count) const;
+    void forget();
+
+private:
+    mutable std::mutex m_mutex;
+    mutable std::condition_variable m_changed;
+    std::vector<Shown> m_shown;
+};
+
+} // namespace stackreel

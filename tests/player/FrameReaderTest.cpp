@@ -1,0 +1,179 @@
+#include "platform/gstreamer/FrameReader.h"
+
+#include "platform/gstreamer/RgbPainter.h"
+#include "platform/gstreamer/WakeUp.h"
+#include "tests/player/MarkedClip.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+namespace stackreel
+{
+
+namespace
+{
+
+Nanoseconds fromSeconds(double seconds)
+{
+    return std::llround(seconds * second);
+}
+
+/// Reads without a player around it.
+class Reading
+{
+public:
+    explicit Reading(const std::filesystem::path& file)
+        : reader(file, {320, 180}, [this] { m_wakeUp.notify(); })
+    {
+    }
+
+    /// The next frame's number; negative at the end.
+    int next()
+    {
+        while (true) {
+            switch (reader.step(frame)) {
+            case FrameReader::Step::frame:
+                return numberIn(m_painter.paint(*frame));
+            case FrameReader::Step::end:
+                return -1;
+            case FrameReader::Step::failed:
+                return -2;
+            case FrameReader::Step::working:
+                break;
+            default:
+                m_wakeUp.wait();
+            }
+        }
+    }
+
+    std::vector<int> all()
+    {
+        std::vector<int> numbers;
+        for (int number = next(); number >= 0; number = next())
+            numbers.push_back(number);
+        return numbers;
+    }
+
+    PlanarFramePtr frame;
+
+private:
+    WakeUp m_wakeUp;
+    RgbPainter m_painter;
+
+public:
+    FrameReader reader; // its threads wake what stands above
+};
+
+std::vector<int> countedUp(int from, int to)
+{
+    std::vector<int> numbers;
+    for (int i = from; i < to; ++i)
+        numbers.push_back(i);
+    return numbers;
+}
+
+const MarkedClip longInterval{.name = "gop250.mp4", .frames = 300, .keyInterval = 250};
+const MarkedClip variableRate{.name = "variable.mp4", .frames = 120, .keyInterval = 40, .variable = true};
+
+} // namespace
+
+TEST(FrameReader, readsEveryFrameFromTheBeginning)
+{
+    for (const MarkedClip& clip : {longInterval, variableRate}) {
+        Reading reading(clip.file());
+        reading.reader.showFrom(0);
+        EXPECT_EQ(reading.all(), countedUp(0, clip.frames)) << clip.name;
+    }
+}
+
+TEST(FrameReader, showsTheFrameThatIsOnScreenAtATime)
+{
+    const struct {
+        const MarkedClip& clip;
+        double seconds;
+        int number;
+    } rows[] = {
+        {longInterval, 0, 0},
+        {longInterval, 0.5, 15},
+        {longInterval, 0.5 + 0.03, 15},
+        {longInterval, 0.5 - 0.0017, 14}, // one unit of a 600th before the frame
+        {longInterval, 8.3, 249},
+        {longInterval, 8.334, 250},
+        {longInterval, 9.99, 299},
+        {longInterval, 10, 299},
+        {longInterval, 50, 299},
+        {variableRate, variableRate.startOf(31), 31},
+        {variableRate, variableRate.startOf(32) - 0.002, 31},
+        {variableRate, variableRate.startOf(100) + 0.005, 100},
+    };
+    Reading fixedRate(longInterval.file());
+    Reading changingRate(variableRate.file());
+    for (const auto& row : rows) {
+        Reading& reading = &row.clip == &longInterval ? fixedRate : changingRate;
+        reading.reader.showFrom(fromSeconds(row.seconds));
+        EXPECT_EQ(reading.next(), row.number) << row.clip.name << " at " << row.seconds;
+        EXPECT_NEAR(toSeconds(reading.frame->time), row.clip.startOf(row.number), 1e-4);
+        const int following = row.number + 1 < row.clip.frames ? row.number + 1 : -1;
+        EXPECT_EQ(reading.next(), following) << row.clip.name << " at " << row.seconds;
+    }
+}
+
+TEST(FrameReader, goesOnAfterATime)
+{
+    Reading reading(longInterval.file());
+    reading.reader.continueAfter(fromSeconds(1));
+    EXPECT_EQ(reading.next(), 31);
+    EXPECT_EQ(reading.next(), 32);
+    reading.reader.continueAfter(fromSeconds(299 / 30.0));
+    EXPECT_EQ(reading.next(), -1);
+}
+
+TEST(FrameReader, readsToWhereATruncatedFileBreaksOff)
+{
+    const MarkedClip clip{
+        .name = "front.mp4", .frames = 120, .keyInterval = 30, .output = "-movflags +faststart"};
+    const auto size = std::filesystem::file_size(clip.file());
+    Reading reading(truncatedCopy(clip.file(), "front-truncated.mp4", size / 2));
+    reading.reader.showFrom(0);
+    const std::vector<int> numbers = reading.all();
+    ASSERT_GT(numbers.size(), 10U);
+    EXPECT_LT(numbers.size(), 120U);
+    EXPECT_EQ(numbers, countedUp(0, static_cast<int>(numbers.size())));
+    // And again, after it broke off.
+    reading.reader.showFrom(fromSeconds(0.5));
+    EXPECT_EQ(reading.next(), 15);
+    reading.reader.showFrom(fromSeconds(3.9));
+    EXPECT_GT(reading.next(), 10);
+}
+
+TEST(FrameReader, getsOverACorruptMiddle)
+{
+    const MarkedClip clip{.name = "whole.mp4", .frames = 120, .keyInterval = 30};
+    const auto size = std::filesystem::file_size(clip.file());
+    Reading reading(spoiledCopy(clip.file(), "spoiled.mp4", size / 3, size / 8));
+    reading.reader.showFrom(0);
+    int last = -1;
+    for (int number : reading.all())
+        last = number;
+    EXPECT_EQ(last, 119);
+}
+
+TEST(FrameReader, failsWithoutHangingOnWhatShowsNothing)
+{
+    const std::filesystem::path files[] = {
+        plainFile("empty.mp4", ""),
+        plainFile("text.mp4", "no film at all, only words and words and words"),
+        plainFile("garbage.mp4", std::string(300'000, '\x47')),
+        std::filesystem::path(STACKREEL_CLIP_DIRECTORY) / "missing.mp4",
+        MarkedClip{.name = "sound-only.m4a", .frames = 30, .sound = true, .output = "-map 1:a -t 1"}.file(),
+    };
+    for (const auto& file : files) {
+        Reading reading(file);
+        reading.reader.showFrom(fromSeconds(0.5));
+        EXPECT_EQ(reading.next(), -2) << file;
+    }
+}
+
+} // namespace stackreel

@@ -1,0 +1,250 @@
+#include "platform/gstreamer/LoopFeeder.h"
+
+#include "platform/gstreamer/RgbPainter.h"
+#include "platform/gstreamer/WakeUp.h"
+#include "tests/player/MarkedClip.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace stackreel
+{
+
+namespace
+{
+
+constexpr std::size_t plenty = 64U << 20;
+constexpr std::size_t fewFrames = 10 * 320 * 180 * 3 / 2;
+
+Nanoseconds fromSeconds(double seconds)
+{
+    return std::llround(seconds * second);
+}
+
+LoopRange rangeOf(double start, double end)
+{
+    return {fromSeconds(start), fromSeconds(end)};
+}
+
+/// Takes frames from a feeder without a player around it.
+class Feeding
+{
+public:
+    Feeding(const std::filesystem::path& file, LoopRange range, std::size_t budget)
+        : reader(file, {320, 180}, [this] { m_wakeUp.notify(); }), feeder(reader, range, budget)
+    {
+    }
+
+    /// None when nothing follows.
+    std::optional<QueuedFrame> next()
+    {
+        QueuedFrame frame;
+        while (true) {
+            switch (feeder.step(frame)) {
+            case LoopFeeder::Step::frame:
+                return frame;
+            case LoopFeeder::Step::finished:
+            case LoopFeeder::Step::failed:
+                return std::nullopt;
+            case LoopFeeder::Step::working:
+                break;
+            default:
+                if (feeder.parked())
+                    return std::nullopt;
+                m_wakeUp.wait();
+            }
+        }
+    }
+
+    int numberOf(const QueuedFrame& queued) { return numberIn(m_painter.paint(*queued.frame)); }
+
+private:
+    WakeUp m_wakeUp;
+    RgbPainter m_painter;
+
+public:
+    FrameReader reader; // its threads wake what stands above
+    LoopFeeder feeder;
+};
+
+const MarkedClip shortInterval{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
+const MarkedClip longInterval{.name = "gop250.mp4", .frames = 300, .keyInterval = 250};
+const MarkedClip fast{.name = "fast.mp4", .frames = 300, .rate = 60, .keyInterval = 250};
+const MarkedClip variableRate{.name = "variable.mp4", .frames = 120, .keyInterval = 40, .variable = true};
+const MarkedClip sounding{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
+
+/// The numbers of the frames on screen during a range.
+std::vector<int> framesOf(const MarkedClip& clip, double start, double end)
+{
+    std::vector<int> numbers;
+    for (int number = 0; number < clip.frames; ++number) {
+        const double gone = number + 1 < clip.frames ? clip.startOf(number + 1) : clip.duration();
+        if (gone > start + 0.0009 && clip.startOf(number) < end - 0.0009)
+            numbers.push_back(number);
+    }
+    return numbers;
+}
+
+struct Row {
+    const MarkedClip& clip;
+    double start;
+    double end;
+};
+
+void PrintTo(const Row& row, std::ostream* out)
+{
+    *out << row.clip.name << " from " << row.start << " to " << row.end;
+}
+
+class EveryLoop : public testing::TestWithParam<Row>
+{
+};
+
+} // namespace
+
+TEST_P(EveryLoop, repeatsItsFramesEachAtItsTimeWhateverIsKept)
+{
+    const auto& [clip, start, end] = GetParam();
+    const std::vector<int> expected = framesOf(clip, start, end);
+    for (std::size_t budget : {plenty, fewFrames, std::size_t{0}}) {
+        Feeding feeding(clip.file(), rangeOf(start, end), budget);
+        feeding.feeder.beginAt(fromSeconds(start));
+        for (int run = 0; run < 4; ++run) {
+            const double begins = run * (std::min(end, clip.duration()) - start);
+            for (int number : expected) {
+                const std::optional<QueuedFrame> frame = feeding.next();
+                ASSERT_TRUE(frame && frame->frame);
+                ASSERT_EQ(feeding.numberOf(*frame), number) << "run " << run << ", budget " << budget;
+                const double offset = std::max(clip.startOf(number) - start, 0.0);
+                EXPECT_NEAR(toSeconds(frame->due), begins + offset, 2e-4) << "run " << run;
+                EXPECT_NEAR(toSeconds(frame->position), start + offset, 2e-4);
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(LoopFeeder, EveryLoop,
+                         testing::Values(Row{shortInterval, 0, 10}, Row{shortInterval, 1.25, 2.75},
+                                         Row{longInterval, 8.2, 8.45}, Row{longInterval, 7, 7.1},
+                                         Row{longInterval, 3, 3.05}, Row{longInterval, 4.01, 5.51},
+                                         Row{fast, 2, 2.1}, Row{fast, 1, 3.5}, Row{fast, 4.5, 7},
+                                         Row{variableRate, 0.5, 0.75}, Row{variableRate, 1, 3.9},
+                                         Row{sounding, 1, 2.5}, Row{sounding, 2, 4}));
+
+TEST(LoopFeeder, decodesNothingAnyMoreOnceTheRangeIsKept)
+{
+    Feeding feeding(longInterval.file(), rangeOf(7, 7.5), plenty);
+    feeding.feeder.beginAt(fromSeconds(7));
+    for (int i = 0; i < 16; ++i)
+        feeding.next();
+    EXPECT_TRUE(feeding.feeder.replaysAll());
+    const auto first = feeding.feeder.kept()->frames.front();
+    while (feeding.next()->frame != first) {
+    }
+    EXPECT_TRUE(feeding.feeder.replaysAll());
+}
+
+TEST(LoopFeeder, beginsInTheMiddleAndThenAtTheStart)
+{
+    Feeding feeding(longInterval.file(), rangeOf(2, 3), plenty);
+    feeding.feeder.beginAt(fromSeconds(2.9) + 5 * millisecond);
+    EXPECT_TRUE(feeding.feeder.needsHead());
+    for (int number : {87, 88, 89, 60, 61}) {
+        const auto frame = feeding.next();
+        EXPECT_EQ(feeding.numberOf(*frame), number);
+    }
+    EXPECT_FALSE(feeding.feeder.needsHead());
+}
+
+TEST(LoopFeeder, showsOneFrameOutsideTheRange)
+{
+    Feeding feeding(longInterval.file(), rangeOf(2, 3), plenty);
+    for (double outside : {1.0, 3.0, 5.5}) {
+        feeding.feeder.beginAt(fromSeconds(outside));
+        const auto frame = feeding.next();
+        ASSERT_TRUE(frame);
+        EXPECT_EQ(feeding.numberOf(*frame), std::lround(outside * 30));
+        EXPECT_TRUE(feeding.feeder.parked());
+    }
+    feeding.feeder.beginAt(fromSeconds(2));
+    EXPECT_EQ(feeding.numberOf(*feeding.next()), 60);
+    EXPECT_EQ(feeding.numberOf(*feeding.next()), 61);
+}
+
+TEST(LoopFeeder, beginsFromKeptFramesWhereTheyReach)
+{
+    Feeding feeding(longInterval.file(), rangeOf(2, 3), fewFrames);
+    feeding.feeder.beginAt(fromSeconds(2));
+    for (int i = 0; i < 40; ++i)
+        feeding.next();
+    for (double time : {2.0, 2.2, 2.5}) {
+        feeding.feeder.beginAt(fromSeconds(time));
+        const int first = static_cast<int>(std::lround(time * 30));
+        for (int number = first; number < 90; ++number)
+            EXPECT_EQ(feeding.numberOf(*feeding.next()), number);
+        EXPECT_EQ(feeding.numberOf(*feeding.next()), 60);
+    }
+}
+
+TEST(LoopFeeder, endsWithTheRangeWhenItIsNotRepeated)
+{
+    Feeding feeding(shortInterval.file(), rangeOf(9, 9.5), plenty);
+    feeding.feeder.stopRepeating();
+    feeding.feeder.beginAt(fromSeconds(9));
+    for (int number = 270; number < 285; ++number)
+        EXPECT_EQ(feeding.numberOf(*feeding.next()), number);
+    const auto end = feeding.next();
+    ASSERT_TRUE(end);
+    EXPECT_FALSE(end->frame);
+    EXPECT_EQ(end->due, second / 2);
+    EXPECT_EQ(end->position, fromSeconds(9.5));
+    EXPECT_FALSE(feeding.next());
+}
+
+TEST(LoopFeeder, repeatsWhatThereIsOfARangeThatReachesPastTheEnd)
+{
+    Feeding feeding(shortInterval.file(), rangeOf(9.9, 12), plenty);
+    feeding.feeder.beginAt(fromSeconds(9.9));
+    for (int number : {297, 298, 299, 297, 298, 299, 297}) {
+        const auto frame = feeding.next();
+        EXPECT_EQ(feeding.numberOf(*frame), number);
+    }
+}
+
+TEST(LoopFeeder, showsTheLastFrameForARangePastTheEnd)
+{
+    Feeding feeding(shortInterval.file(), rangeOf(11, 12), plenty);
+    feeding.feeder.beginAt(fromSeconds(11));
+    for (int run = 0; run < 3; ++run) {
+        const auto frame = feeding.next();
+        EXPECT_EQ(feeding.numberOf(*frame), 299);
+        EXPECT_EQ(frame->due, run * second);
+    }
+}
+
+TEST(LoopFeeder, repeatsUpToWhereATruncatedFileBreaksOff)
+{
+    const MarkedClip clip{
+        .name = "front.mp4", .frames = 120, .keyInterval = 30, .output = "-movflags +faststart"};
+    const auto size = std::filesystem::file_size(clip.file());
+    Feeding feeding(truncatedCopy(clip.file(), "front-loop.mp4", size / 2), rangeOf(0, 4), fewFrames);
+    feeding.feeder.beginAt(0);
+    int last = -1;
+    int runs = 0;
+    while (runs < 3) {
+        const auto frame = feeding.next();
+        ASSERT_TRUE(frame && frame->frame);
+        const int number = feeding.numberOf(*frame);
+        if (number == 0)
+            ++runs;
+        else
+            ASSERT_EQ(number, last + 1);
+        last = number;
+    }
+}
+
+} // namespace stackreel

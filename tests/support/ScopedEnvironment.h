@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace stackreel
+{
+
+/// Sets a variable of this process's environment, or removes it with none, until the object goes. No other
+/// thread may be running.
+class ScopedEnvironment
+{
+public:
+    ScopedEnvironment(const char* name, const std::optional<std::string>& value);
+    ~ScopedEnvironment();
+    ScopedEnvironment(const ScopedEnvironment&) = delete;
+    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
+
+private:
+    std::string m_name;
+    std::optional<std::string> m_before;
+};
+
+} // namespace stackreel

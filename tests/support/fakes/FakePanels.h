@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/panels/OpenPanel.h"
+#include "platform/panels/SavePanel.h"
+#include "tests/support/fakes/Journal.h"
+
+#include <filesystem>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace stackreel
+{
+
+/// A panel that stays open until the test answers it, within the call. `Panel` is the interface, `Request`
+/// what it is shown with.
+template <typename Panel, typename Request>
+class FakePanel : public Panel
+{
+public:
+    FakePanel(std::shared_ptr<Journal> journal, std::string name)
+        : m_journal(std::move(journal)), m_name(std::move(name))
+    {
+    }
+
+    void begin(const Request& request, PanelCompletion completion) override
+    {
+        m_journal->note("show " + m_name);
+        m_requests.push_back(request);
+        m_completions.push_back(std::move(completion));
+    }
+
+    /// What the panel was shown with last.
+    const Request& request() const { return m_requests.back(); }
+    std::size_t timesShown() const { return m_requests.size(); }
+    /// Answers the panel shown last.
+    void answer(const PanelResponse& response) const { m_completions.back()(response); }
+    void choose(const std::filesystem::path& file) const { answer({.accepted = true, .url = file}); }
+
+private:
+    std::shared_ptr<Journal> m_journal;
+    std::string m_name;
+    std::vector<Request> m_requests;
+    std::vector<PanelCompletion> m_completions;
+};
+
+using FakeOpenPanel = FakePanel<OpenPanel, OpenPanelRequest>;
+using FakeSavePanel = FakePanel<SavePanel, SavePanelRequest>;
+
+} // namespace stackreel

@@ -1,0 +1,26 @@
+#include "tests/support/fakes/FakePlayback.h"
+
+#include "platform/playback/PlayerItem.h"
+#include "tests/support/fakes/FakePlayerLooper.h"
+
+namespace stackreel
+{
+
+std::shared_ptr<QueuePlayer> FakePlayback::makePlayer()
+{
+    m_players.push_back(std::make_shared<FakeQueuePlayer>(m_journal, static_cast<int>(m_players.size()) + 1));
+    m_journal->note("make " + player().name());
+    return m_players.back();
+}
+
+std::unique_ptr<PlayerLooper> FakePlayback::makeLooper(const std::shared_ptr<QueuePlayer>& player,
+                                                       const PlayerItem& templateItem, MediaTimeRange range)
+{
+    const auto& on = dynamic_cast<const FakeQueuePlayer&>(*player);
+    auto looper = std::make_unique<FakePlayerLooper>(m_journal, ++m_looperCount);
+    m_journal->note("make " + looper->name() + " on " + on.name() + " for " + templateItem.file.string() +
+                    " from " + described(range.start) + " for " + described(range.duration));
+    return looper;
+}
+
+} // namespace stackreel

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/playback/QueuePlayer.h"
+#include "tests/support/fakes/Journal.h"
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace stackreel
+{
+
+/// Writes each call into the journal ("player 1: seek to 150/600"), and ticks when told to.
+class FakeQueuePlayer : public QueuePlayer
+{
+public:
+    FakeQueuePlayer(std::shared_ptr<Journal> journal, int number);
+
+    const std::string& name() const { return m_name; } ///< "player 1"
+    /// Tells every registered observer the time.
+    void tick(MediaTime time) const;
+
+    void play() override;
+    void pause() override;
+    void seek(MediaTime time, MediaTime toleranceBefore, MediaTime toleranceAfter) override;
+    void removeAllItems() override;
+    void setMuted(bool muted) override;
+    bool isMuted() const override { return m_muted; }
+    void setActionAtItemEnd(ActionAtItemEnd action) override;
+    TimeObserverToken addPeriodicTimeObserver(MediaTime interval, TimeObserver observer) override;
+    void removeTimeObserver(TimeObserverToken token) override;
+    void setVideoOutput(std::shared_ptr<VideoOutput> output) override;
+    void setVideoSize(int width, int height) override;
+
+private:
+    void note(const std::string& what) const;
+
+    std::shared_ptr<Journal> m_journal;
+    std::string m_name;
+    bool m_muted = false;
+    std::map<TimeObserverToken, TimeObserver> m_observers;
+    TimeObserverToken m_lastToken = 0;
+};
+
+} // namespace stackreel

@@ -1,0 +1,38 @@
+#include "tests/support/fakes/FakeServices.h"
+
+namespace stackreel
+{
+
+template <typename T>
+QCoro::Task<T> FakeServices::call(Calls<T>& calls, const std::string& service, const std::string& arguments,
+                                  std::stop_token stop)
+{
+    const std::string name = service + " " + std::to_string(calls.size() + 1);
+    journal->note(name + ": " + arguments);
+    return calls.emplace_back(journal, name, std::move(stop)).task().task();
+}
+
+ModelServices FakeServices::services()
+{
+    return {
+        .inspect = [this](const Path& source) { return call(inspections, "inspect", source.string()); },
+        .previewSource = [this](const Path& source) { return call(previews, "preview", source.string()); },
+        .timelineThumbnails =
+            [this](const Path& file, double duration, int count, std::stop_token stop) {
+                const std::string arguments =
+                    file.string() + ", " + described(duration) + " s, " + std::to_string(count);
+                return call(thumbnails, "thumbnails", arguments, std::move(stop));
+            },
+        .exportSource =
+            [this](const ExportRequest& request, std::stop_token stop) {
+                exportRequests.push_back(request);
+                const std::string arguments = request.input.string() + " to " + request.output.string();
+                return call(exports, "export", arguments, std::move(stop));
+            },
+        .playback = playback,
+        .openPanel = openPanel,
+        .savePanel = savePanel,
+    };
+}
+
+} // namespace stackreel

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "model/ModelServices.h"
+#include "tests/support/fakes/FakePanels.h"
+#include "tests/support/fakes/FakePlayback.h"
+#include "tests/support/fakes/Journal.h"
+#include "tests/support/fakes/ManualTask.h"
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace stackreel
+{
+
+/// One call of a fake service, which ends when the test ends its task. That its token fires is written into
+/// the journal ("cancel export 1").
+template <typename T>
+class FakeCall
+{
+public:
+    FakeCall(std::shared_ptr<Journal> journal, std::string name, std::stop_token stop)
+        : m_stop(stop), m_cancelled(stop, Note{std::move(journal), "cancel " + std::move(name)})
+    {
+    }
+
+    ManualTask<T>& task() { return m_task; }
+    bool isCancelled() const { return m_stop.stop_requested(); }
+
+private:
+    struct Note {
+        std::shared_ptr<Journal> journal;
+        std::string line;
+        void operator()() const { journal->note(line); }
+    };
+
+    std::stop_token m_stop;
+    std::stop_callback<Note> m_cancelled;
+    ManualTask<T> m_task;
+};
+
+/// A world for a model to live in: services that do nothing until the test says how they end, a fake player
+/// and fake panels, and one journal for all of them. Has to outlive the model; what is left hanging fails
+/// when it goes.
+class FakeServices
+{
+public:
+    using Path = std::filesystem::path;
+    template <typename T>
+    using Calls = std::deque<FakeCall<T>>;
+
+    /// The services, for any number of models.
+    ModelServices services();
+
+    const std::shared_ptr<Journal> journal = std::make_shared<Journal>();
+    const std::shared_ptr<FakePlayback> playback = std::make_shared<FakePlayback>(journal);
+    const std::shared_ptr<FakeOpenPanel> openPanel = std::make_shared<FakeOpenPanel>(journal, "open panel");
+    const std::shared_ptr<FakeSavePanel> savePanel = std::make_shared<FakeSavePanel>(journal, "save panel");
+
+    Calls<MediaInfo> inspections;
+    Calls<Path> previews;
+    Calls<std::vector<VideoFrame>> thumbnails;
+    Calls<Path> exports;
+    /// What the exports were asked for, one for each of `exports`.
+    std::vector<ExportRequest> exportRequests;
+
+private:
+    template <typename T>
+    QCoro::Task<T> call(Calls<T>& calls, const std::string& service, const std::string& arguments,
+                        std::stop_token stop = {});
+};
+
+} // namespace stackreel

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/playback/MediaTime.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace stackreel
+{
+
+/// What happened to the fakes of one test, in order, one readable line each. One thread at a time.
+class Journal
+{
+public:
+    using Lines = std::vector<std::string>;
+
+    void note(std::string line) { m_lines.push_back(std::move(line)); }
+    /// The lines since the last call.
+    Lines take() { return std::exchange(m_lines, {}); }
+
+private:
+    Lines m_lines;
+};
+
+/// The shortest text that reads back as the same number: "0.25", "20".
+std::string described(double value);
+/// "150/600", or "no time".
+std::string described(MediaTime time);
+
+} // namespace stackreel

@@ -1,0 +1,34 @@
+#pragma once
+
+namespace stackreel
+{
+
+/// A size in view points.
+struct ViewSize {
+    double width = 0;
+    double height = 0;
+
+    bool operator==(const ViewSize&) const = default;
+};
+
+/// A rectangle in view points, origin top-left.
+struct ViewRect {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+
+    bool operator==(const ViewRect&) const = default;
+};
+
+/// How far a pointer has moved since its drag began, in view points.
+struct ViewTranslation {
+    double x = 0;
+    double y = 0;
+};
+
+/// The largest rectangle of an aspect (width / height) inside an area, centred. Empty for an area or aspect
+/// that is not positive.
+ViewRect fittedFrame(ViewSize area, double aspect);
+
+} // namespace stackreel
