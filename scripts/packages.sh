@@ -11,11 +11,19 @@ player_packages=(
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-libav
 )
+# To build the window and show it.
+window_packages=(
+  qt6-declarative-dev qt6-declarative-dev-tools
+  qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
+  qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts
+  qml6-module-qtquick-templates qml6-module-qtquick-window
+)
 # To build and run the tests, fuzzers and benchmarks as well.
 test_packages=(
   libgtest-dev librapidcheck-dev libbenchmark-dev
   clang-16 libfuzzer-16-dev libclang-rt-16-dev
   locales procps time util-linux
+  qml6-module-qttest xvfb
 )
 
 missing_packages() {

@@ -178,7 +178,9 @@ TEST_F(ProcessFailureTest, ForWantOfDescriptorsLeavesNothingBehind)
             running.emplace_back(run({"exit", "0"}));
         for (auto& run : running) {
             try {
-                finished += run.result().status == 0 ? 1 : 0;
+                const ProcessOutput output = run.result();
+                EXPECT_EQ(output.status, 0) << output.standardError;
+                ++finished;
             } catch (const SystemError& error) {
                 // A file that could not be created for want of a descriptor is missing when one is free
                 // again.

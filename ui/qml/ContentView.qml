@@ -1,0 +1,8 @@
+import QtQuick
+
+/// The whole content of the main window.
+Item {
+    id: view
+
+    required property WindowModel model
+}
