@@ -1,3 +1,4 @@
+#include "cli/AbsolutePath.h"
 #include "cli/ArgumentsText.h"
 #include "cli/CliError.h"
 #include "cli/Commands.h"
@@ -54,7 +55,7 @@ QCoro::Task<ProbeDocument> reportOnRendered(std::filesystem::path file, std::sto
 
 QCoro::Task<> Commands::exportVideo(ExportOptions options, std::stop_token stop)
 {
-    const std::filesystem::path input = std::filesystem::absolute(options.source);
+    const std::filesystem::path input = absolutePath(options.source);
     requireFile(input);
     const ProbeDocument source = co_await MediaProbe::report(input, stop);
     ExportRequest request = planExport(options, MediaProbe::facts(source));

@@ -1,5 +1,6 @@
 #include "cli/ExportPlan.h"
 
+#include "cli/AbsolutePath.h"
 #include "cli/CliError.h"
 #include "cli/Decimal.h"
 #include "media/MediaToolError.h"
@@ -42,7 +43,7 @@ std::filesystem::path chosenDestination(const ExportOptions& options, const std:
         throw UsageError("The destination “" + options.destination->string() +
                              "” has to end in .mp4, as an export is an MP4 file.",
                          "export");
-    return std::filesystem::absolute(*options.destination);
+    return absolutePath(*options.destination);
 }
 
 } // namespace
@@ -70,7 +71,7 @@ ExportRequest planExport(const ExportOptions& options, const MediaInfo& media)
     const auto [top, bottom] =
         CropRegion::initialPair(media.displayAspect(), panelAspect(options.settings.size()));
     ExportRequest request;
-    request.input = std::filesystem::absolute(options.source);
+    request.input = absolutePath(options.source);
     request.output = chosenDestination(options, request.input);
     request.media = media;
     request.top = options.top.value_or(top);

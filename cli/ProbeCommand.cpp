@@ -1,3 +1,4 @@
+#include "cli/AbsolutePath.h"
 #include "cli/Commands.h"
 #include "cli/FactsText.h"
 #include "media/MediaProbe.h"
@@ -8,7 +9,7 @@ namespace stackreel
 
 QCoro::Task<> Commands::probe(ProbeOptions options, std::stop_token stop)
 {
-    const MediaInfo media = co_await MediaProbe::inspect(std::filesystem::absolute(options.source), stop);
+    const MediaInfo media = co_await MediaProbe::inspect(absolutePath(options.source), stop);
     StandardStreams::writeOutput(options.json ? FactsText::json(media) : FactsText::lines(media));
 }
 
