@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/InfoDictionary.h"
+
 #include <filesystem>
 #include <optional>
 
@@ -12,6 +14,9 @@ struct Bundle {
     /// executable's directory, with symbolic links resolved. None when there is no such directory. Any
     /// thread.
     static std::optional<std::filesystem::path> resourceDirectory();
+    /// The program's information dictionary: `Info.json` in the resource directory, read anew by each call.
+    /// Without values when there is no such file. Any thread.
+    static InfoDictionary infoDictionary();
 };
 
 } // namespace stackreel

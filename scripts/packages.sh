@@ -3,7 +3,7 @@
 # To build the programs and run them.
 run_packages=(
   g++ cmake ninja-build pkg-config
-  qt6-base-dev qcoro-qt6-dev nlohmann-json3-dev libcli11-dev
+  qt6-base-dev qcoro-qt6-dev nlohmann-json3-dev libcli11-dev libsodium-dev
   ffmpeg
 )
 # To build the player and play with it.

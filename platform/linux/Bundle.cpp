@@ -17,4 +17,10 @@ std::optional<std::filesystem::path> Bundle::resourceDirectory()
     return directory;
 }
 
+InfoDictionary Bundle::infoDictionary()
+{
+    const auto directory = resourceDirectory();
+    return directory ? InfoDictionary::read(*directory / "Info.json") : InfoDictionary();
+}
+
 } // namespace stackreel

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace stackreel
+{
+
+/// The application's information dictionary: what was decided about this build when it was configured, such
+/// as the address of its update feed. An immutable value; any thread.
+class InfoDictionary
+{
+public:
+    /// A dictionary without values.
+    InfoDictionary() = default;
+    explicit InfoDictionary(std::map<std::string, std::string> texts) : m_texts(std::move(texts)) {}
+
+    /// Reads a JSON file that holds one object. A file that is missing, cannot be read or holds anything else
+    /// gives a dictionary without values.
+    static InfoDictionary read(const std::filesystem::path& file);
+
+    /// The text of a key; none when the key is absent or its value is not a string.
+    std::optional<std::string> text(const std::string& key) const;
+
+private:
+    std::map<std::string, std::string> m_texts;
+};
+
+} // namespace stackreel

@@ -1,0 +1,59 @@
+#include "platform/updates/FeedDocument.h"
+
+#include "platform/updates/UpdateError.h"
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Json = nlohmann::json;
+
+/// Watches the parser at its work and stops it at the first thing that no feed has.
+class DocumentGuard
+{
+public:
+    bool operator()(int depth, Json::parse_event_t event, const Json& value)
+    {
+        // The feed, its list of releases, a release, and one level for what later feeds may add.
+        constexpr int deepest = 4;
+        const bool opens =
+            event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
+        if (opens && depth >= deepest)
+            throw FeedFormatError("the document is nested too deeply");
+        if (event == Json::parse_event_t::object_start)
+            m_keys.emplace_back();
+        else if (event == Json::parse_event_t::object_end)
+            m_keys.pop_back();
+        else if (event == Json::parse_event_t::key && !m_keys.back().insert(value.get<std::string>()).second)
+            throw FeedFormatError("the key “" + value.get<std::string>() + "” is given twice");
+        return true;
+    }
+
+private:
+    std::vector<std::set<std::string>> m_keys; ///< of the objects around the place being parsed
+};
+
+} // namespace
+
+nlohmann::json parseFeedDocument(std::string_view json)
+{
+    // The parser takes a NUL for the end and never looks behind it.
+    if (json.find('\0') != std::string_view::npos)
+        throw FeedFormatError("the document has a NUL in it");
+    DocumentGuard guard;
+    try {
+        return Json::parse(json, [&guard](int depth, Json::parse_event_t event, Json& value) {
+            return guard(depth, event, value);
+        });
+    } catch (const Json::exception& error) {
+        throw FeedFormatError(error.what());
+    }
+}
+
+} // namespace stackreel

@@ -1,0 +1,16 @@
+#include "platform/updates/StandardUpdateServices.h"
+
+#include "platform/updates/UpdateMessageBoxes.h"
+
+#include <QDesktopServices>
+
+namespace stackreel
+{
+
+UpdateServices standardUpdateServices()
+{
+    return {.messages = std::make_shared<UpdateMessageBoxes>(&QDesktopServices::openUrl),
+            .store = UpdateStore(UpdateStore::standardFile())};
+}
+
+} // namespace stackreel

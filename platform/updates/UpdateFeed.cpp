@@ -1,0 +1,129 @@
+#include "platform/updates/UpdateFeed.h"
+
+#include "platform/updates/FeedDocument.h"
+#include "platform/updates/UpdateError.h"
+
+#include <QUrl>
+
+#include <algorithm>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Json = nlohmann::json;
+
+constexpr std::size_t mostReleases = 100;
+constexpr std::size_t longestAddress = 2000;
+
+[[noreturn]] void fail(const std::string& place, const char* problem)
+{
+    throw FeedFormatError(place + " " + problem);
+}
+
+const Json& member(const Json& object, const std::string& place, const char* key)
+{
+    if (!object.is_object())
+        fail(place, "is not an object");
+    const auto found = object.find(key);
+    if (found == object.end())
+        fail(place, (std::string("has no “") + key + "”").c_str());
+    return *found;
+}
+
+std::string textMember(const Json& object, const std::string& place, const char* key)
+{
+    const Json& value = member(object, place, key);
+    if (!value.is_string())
+        fail(place + "." + key, "is not a text");
+    return value.get<std::string>();
+}
+
+bool isControl(char c)
+{
+    return (static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
+}
+
+bool isDownloadPage(const std::string& address)
+{
+    const bool isVisibleAscii =
+        std::all_of(address.begin(), address.end(), [](char c) { return c > 0x20 && c < 0x7F; });
+    if (!isVisibleAscii || address.size() > longestAddress)
+        return false;
+    const QUrl url(QString::fromStdString(address), QUrl::StrictMode);
+    return url.isValid() && url.scheme() == QLatin1String("https") && !url.host().isEmpty() &&
+           url.userInfo().isEmpty();
+}
+
+std::int64_t decodeSerial(const Json& root)
+{
+    const Json& value = member(root, "the feed", "serial");
+    // Only a number without sign, fraction and exponent is an unsigned one to the parser.
+    if (!value.is_number_unsigned())
+        fail("serial", "is not a whole number above zero");
+    const auto serial = value.get<std::uint64_t>();
+    if (serial == 0 || serial > std::uint64_t{INT64_MAX})
+        fail("serial", "is out of range");
+    return static_cast<std::int64_t>(serial);
+}
+
+UpdateRelease decodeRelease(const Json& value, const std::string& place)
+{
+    UpdateRelease release = {.version = {},
+                             .versionText = textMember(value, place, "version"),
+                             .notes = textMember(value, place, "notes"),
+                             .downloadPage = textMember(value, place, "download")};
+    const auto version = UpdateVersion::parse(release.versionText);
+    if (!version)
+        fail(place + ".version", "is not a version");
+    release.version = *version;
+    if (std::any_of(release.notes.begin(), release.notes.end(), isControl))
+        fail(place + ".notes", "has control characters");
+    if (!isDownloadPage(release.downloadPage))
+        fail(place + ".download", "is not an https address");
+    return release;
+}
+
+} // namespace
+
+const UpdateRelease& UpdateFeed::newest() const
+{
+    const auto byVersion = [](const UpdateRelease& a, const UpdateRelease& b) {
+        return a.version < b.version;
+    };
+    return *std::max_element(releases.begin(), releases.end(), byVersion);
+}
+
+UpdateFeed UpdateFeed::decode(std::string_view json)
+{
+    const Json root = parseFeedDocument(json);
+    UpdateFeed feed = {.serial = decodeSerial(root), .releases = {}};
+    const Json& releases = member(root, "the feed", "releases");
+    if (!releases.is_array() || releases.empty() || releases.size() > mostReleases)
+        fail("releases", "is not a list of 1 to 100 releases");
+    for (const Json& release : releases)
+        feed.releases.push_back(
+            decodeRelease(release, "releases[" + std::to_string(feed.releases.size()) + "]"));
+    return feed;
+}
+
+UpdateFeed acceptedFeed(std::string_view document, const FeedKey& key, std::int64_t newestSerial)
+{
+    constexpr const char* untrusted = "The update information could not be verified, so it was ignored.";
+    const auto verified = verifiedFeed(document, key);
+    if (!verified)
+        throw UpdateError(untrusted);
+    UpdateFeed feed;
+    try {
+        feed = UpdateFeed::decode(*verified);
+    } catch (const FeedFormatError&) {
+        throw UpdateError("The update information could not be read, so it was ignored.");
+    }
+    if (feed.serial < newestSerial)
+        throw UpdateError("The update information is older than what came before, so it was ignored.");
+    return feed;
+}
+
+} // namespace stackreel

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/updates/FeedSignature.h"
+#include "platform/updates/UpdateVersion.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace stackreel
+{
+
+/// One version that can be downloaded. UTF-8.
+struct UpdateRelease {
+    UpdateVersion version;
+    std::string versionText;  ///< as the feed writes it
+    std::string notes;        ///< plain text; line feeds and tabs are the only control characters
+    std::string downloadPage; ///< an absolute https address in ASCII
+
+    bool operator==(const UpdateRelease&) const = default;
+};
+
+/// What an update feed says.
+struct UpdateFeed {
+    std::int64_t serial = 0;             ///< positive, and higher in each new feed
+    std::vector<UpdateRelease> releases; ///< 1 to 100
+
+    /// The release of the highest version.
+    const UpdateRelease& newest() const;
+
+    /// Reads a feed's JSON: `{"serial": 7, "releases": [{"version": "0.2.0", "notes": "…", "download":
+    /// "https://…"}]}`. Other keys are passed over. Throws `FeedFormatError` for anything else, which
+    /// includes keys given twice, nesting deeper than a feed needs, NULs and numbers out of range.
+    static UpdateFeed decode(std::string_view json);
+
+    bool operator==(const UpdateFeed&) const = default;
+};
+
+/// The feed in a signed document, which is looked into only once its signature has been found to fit. Throws
+/// `UpdateError` when it does not, when the feed cannot be read, or when its serial is below `newestSerial`.
+UpdateFeed acceptedFeed(std::string_view document, const FeedKey& key, std::int64_t newestSerial);
+
+} // namespace stackreel
