@@ -4,6 +4,7 @@
 #include "platform/playback/QueuePlayer.h"
 #include "tests/player/CollectingOutput.h"
 #include "tests/player/MarkedClip.h"
+#include "tests/player/Repetition.h"
 #include "tests/support/Awaited.h"
 
 #include <gtest/gtest.h>
@@ -65,17 +66,6 @@ protected:
     std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
     std::unique_ptr<PlayerLooper> looper;
 };
-
-/// Whether the numbers count up from `first` to `last` and begin again, over and over.
-testing::AssertionResult repeats(const std::vector<int>& numbers, int first, int last)
-{
-    for (std::size_t i = 1; i < numbers.size(); ++i) {
-        const int expected = numbers[i - 1] == last ? first : numbers[i - 1] + 1;
-        if (numbers[i] != expected)
-            return testing::AssertionFailure() << numbers[i] << " follows " << numbers[i - 1];
-    }
-    return testing::AssertionSuccess();
-}
 
 } // namespace
 

@@ -1,0 +1,337 @@
+#include "media/MediaProbe.h"
+#include "model/AppModel.h"
+#include "model/ExportShutdown.h"
+#include "model/TaskHandle.h"
+#include "platform/gstreamer/FrameScaler.h"
+#include "platform/gstreamer/GstAssetLoader.h"
+#include "platform/gstreamer/GstPlayback.h"
+#include "platform/gstreamer/RgbPainter.h"
+#include "platform/gstreamer/SampleSource.h"
+#include "platform/playback/QueuePlayer.h"
+#include "tests/player/CollectingOutput.h"
+#include "tests/player/MarkedClip.h"
+#include "tests/player/Repetition.h"
+#include "tests/support/Awaited.h"
+#include "tests/support/Descriptors.h"
+#include "tests/support/TemporaryDirectory.h"
+#include "tests/support/fakes/FakePanels.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace stackreel
+{
+
+namespace
+{
+
+const MarkedClip sounding{.name = "model-sounding.mp4", .frames = 180, .keyInterval = 250, .sound = true};
+const MarkedClip wide{.name = "model-wide.mp4", .frames = 60, .size = "400x160"};
+
+/// Takes every file for one that the player cannot play.
+class RefusingLoader : public GstAssetLoader
+{
+public:
+    std::unique_ptr<Asset> open(const std::filesystem::path&) override
+    {
+        return std::make_unique<RefusedAsset>();
+    }
+
+private:
+    struct RefusedAsset : Asset {
+        bool isPlayable(std::stop_token) override { return false; }
+        int videoTrackCount(std::stop_token) override { return 1; }
+    };
+};
+
+std::vector<std::filesystem::path> proxies()
+{
+    const auto folder = std::filesystem::temp_directory_path() / "Stackreel";
+    std::vector<std::filesystem::path> files;
+    if (std::filesystem::exists(folder))
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+/// The numbers that the frames of a file show.
+std::vector<int> numbersIn(const std::filesystem::path& file)
+{
+    std::vector<int> numbers;
+    RgbPainter painter;
+    FrameScaler scaler({0, 0});
+    SampleSource source(file, DecodePipeline::Content::pictures, {});
+    while (const GstSamplePtr sample = source.next()) {
+        const auto frame = scaler.scale(sample.get(), {}, sampleTime(sample.get()), 0);
+        numbers.push_back(numberIn(painter.paint(*frame)));
+    }
+    return numbers;
+}
+
+/// The model with the real player and the real tools, on real clips; only the panels are fakes.
+class RealModelTest : public testing::Test
+{
+protected:
+    RealModelTest() { makeModel(std::make_shared<GstAssetLoader>()); }
+
+    void makeModel(std::shared_ptr<AssetLoader> loader)
+    {
+        m_model = std::make_unique<AppModel>(ModelServices::system(
+            std::make_shared<GstPlayback>(), std::move(loader), m_openPanel, m_savePanel));
+    }
+    AppModel& model() { return *m_model; }
+
+    bool reaches(Phase::Kind kind)
+    {
+        return eventually([&] { return model().phase().kind() == kind; });
+    }
+    void choose(const MarkedClip& clip)
+    {
+        const auto file = clip.file();
+        model().chooseSource();
+        m_openPanel->choose(file);
+        ASSERT_TRUE(reaches(Phase::Kind::preparing));
+    }
+    void load(const MarkedClip& clip)
+    {
+        choose(clip);
+        ASSERT_TRUE(reaches(Phase::Kind::ready)) << model().phaseMessage();
+        model().player()->setVideoOutput(output);
+    }
+    /// As a user who drags both handles, a bit at a time.
+    void trim(double start, double end)
+    {
+        model().beginTimelineInteraction();
+        for (int step = 1; step <= 10; ++step)
+            model().updateTrimStart(start * step / 10);
+        model().endTimelineInteraction(true);
+        model().beginTimelineInteraction();
+        for (int step = 10; step >= 0; --step)
+            model().updateTrimEnd(end + (model().mediaInfo()->duration - end) * step / 10);
+        model().endTimelineInteraction(true);
+    }
+    bool showsNumber(int number)
+    {
+        return eventually([&] { return output->current() == number; });
+    }
+    bool showsFrames(std::size_t count)
+    {
+        return eventually([&] { return output->shown().size() >= count; });
+    }
+    void startExport()
+    {
+        model().chooseExportDestination();
+        m_savePanel->choose(destination);
+        ASSERT_TRUE(reaches(Phase::Kind::exporting));
+    }
+    /// An export whose child has begun to write.
+    void startWriting()
+    {
+        startExport();
+        ASSERT_TRUE(eventually([this] { return std::filesystem::exists(destination); }));
+        ASSERT_EQ(model().phase(), Phase::exporting());
+    }
+    void expectNothingLeft()
+    {
+        EXPECT_FALSE(std::filesystem::exists(destination));
+        EXPECT_EQ(m_folder.names(), std::vector<std::string>());
+        EXPECT_FALSE(hasChildren());
+    }
+
+    TemporaryDirectory m_folder;
+    const std::filesystem::path destination = m_folder / "out.mp4";
+    const std::shared_ptr<Journal> m_journal = std::make_shared<Journal>();
+    const std::shared_ptr<FakeOpenPanel> m_openPanel =
+        std::make_shared<FakeOpenPanel>(m_journal, "open panel");
+    const std::shared_ptr<FakeSavePanel> m_savePanel =
+        std::make_shared<FakeSavePanel>(m_journal, "save panel");
+    const std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
+    std::unique_ptr<AppModel> m_model;
+};
+
+} // namespace
+
+TEST_F(RealModelTest, takesAClipFromThePanelToTheWrittenFile)
+{
+    load(sounding);
+    EXPECT_NEAR(model().trimEnd(), 6, 0.1);
+    EXPECT_TRUE(model().previewPlaying());
+    EXPECT_TRUE(eventually([&] { return model().currentTime() > 0.2; })) << "it plays at once";
+
+    ASSERT_TRUE(eventually([&] { return !model().timelineThumbnails().empty(); }));
+    ASSERT_EQ(model().timelineThumbnails().size(), 12U);
+    for (std::size_t i = 0; i < 12; ++i) {
+        const VideoFrame& image = model().timelineThumbnails()[i];
+        EXPECT_EQ(image.width, 320);
+        EXPECT_EQ(image.height, 180);
+        EXPECT_NEAR(numberIn(image), (static_cast<double>(i) + 0.5) * 15, 15) << i;
+    }
+
+    trim(2, 2.5);
+    EXPECT_EQ(model().trimStart(), 2);
+    EXPECT_EQ(model().trimEnd(), 2.5);
+    ASSERT_TRUE(showsNumber(74));
+    output->forget();
+    ASSERT_TRUE(showsFrames(100));
+    EXPECT_TRUE(repeats(output->numbers(), 60, 74));
+    for (int look = 0; look < 10; ++look) {
+        const double before = model().currentTime();
+        ASSERT_TRUE(eventually([&] { return model().currentTime() != before; }));
+        EXPECT_GE(model().currentTime(), 2);
+        EXPECT_LE(model().currentTime(), 2.5);
+    }
+
+    // Both halves show the whole picture, so the export carries the numbers of its frames.
+    model().setSettings({.aspect = OutputAspect::custom, .customWidth = 640, .customHeight = 720});
+    model().setTopRegion({.x = 0, .y = 0, .width = 1, .height = 1});
+    model().setBottomRegion({.x = 0, .y = 0, .width = 1, .height = 1});
+    startExport();
+    EXPECT_FALSE(model().previewPlaying());
+    ASSERT_TRUE(reaches(Phase::Kind::complete)) << model().phaseMessage();
+    EXPECT_EQ(model().phaseMessage(), "Saved out.mp4");
+    const ProbeDocument written = runToEnd(MediaProbe::report(destination));
+    ASSERT_EQ(written.streams.size(), 2U);
+    EXPECT_EQ(written.streams[0].codecName, "h264");
+    EXPECT_EQ(written.streams[0].width, 640);
+    EXPECT_EQ(written.streams[0].height, 720);
+    EXPECT_EQ(written.streams[1].codecName, "aac");
+    const std::vector<int> numbers = numbersIn(destination);
+    EXPECT_EQ(numbers.size(), 15U);
+    EXPECT_EQ(numbers.front(), 60);
+    EXPECT_TRUE(repeats(numbers, 60, 74));
+
+    output->forget();
+    EXPECT_TRUE(model().previewPlaying());
+    ASSERT_TRUE(showsFrames(30));
+    EXPECT_TRUE(repeats(output->numbers(), 60, 74)) << "the preview goes on where it was";
+}
+
+TEST_F(RealModelTest, showsTheFrameUnderThePlayheadWhereADragStops)
+{
+    load(sounding);
+    ASSERT_TRUE(eventually([&] { return model().currentTime() > 0.2; }));
+    for (double stop : {5.01, 0.0, 3.3, 1.99}) {
+        model().beginTimelineInteraction();
+        for (int step = 0; step < 50; ++step)
+            model().seekPreview(std::fmod(stop + 0.37 * step, 6));
+        model().seekPreview(stop);
+        model().endTimelineInteraction(false);
+        model().togglePreviewPlayback();
+        ASSERT_FALSE(model().previewPlaying());
+        model().seekPreview(stop);
+        EXPECT_TRUE(showsNumber(static_cast<int>(std::floor(stop * 30 + 0.02)))) << stop;
+        EXPECT_TRUE(eventually([&] { return model().currentTime() == stop; })) << stop;
+        model().togglePreviewPlayback();
+    }
+}
+
+TEST_F(RealModelTest, replacesOneClipByAnotherWhileThumbnailsOfTheFirstAreMade)
+{
+    load(sounding);
+    load(wide);
+    ASSERT_TRUE(eventually([&] { return !model().timelineThumbnails().empty(); }));
+    for (const VideoFrame& image : model().timelineThumbnails())
+        EXPECT_EQ(image.height, 128) << "of the second clip";
+    ASSERT_TRUE(eventually([&] { return model().currentTime() > 0.2; }));
+    EXPECT_EQ(output->shown().back().width, 400);
+    EXPECT_NEAR(model().trimEnd(), 2, 0.01);
+}
+
+TEST_F(RealModelTest, endsInOneOfTheClipsWhenTwoAreChosenAtOnce)
+{
+    choose(sounding);
+    choose(wide);
+    ASSERT_TRUE(eventually([&] { return model().timelineThumbnails().size() == 12; }));
+    EXPECT_EQ(model().phase(), Phase::ready());
+    EXPECT_TRUE(eventually([&] { return model().currentTime() > 0.2; }));
+}
+
+TEST_F(RealModelTest, playsAProxyOfWhatThePlayerCannotPlay)
+{
+    const auto before = proxies();
+    makeModel(std::make_shared<RefusingLoader>());
+    load(sounding);
+    const auto after = proxies();
+    EXPECT_EQ(after.size(), before.size() + 1);
+    ASSERT_TRUE(eventually([&] { return model().timelineThumbnails().size() == 12; }));
+    trim(4, 4.5);
+    ASSERT_TRUE(showsNumber(134));
+    output->forget();
+    ASSERT_TRUE(showsFrames(40));
+    EXPECT_TRUE(repeats(output->numbers(), 120, 134));
+    for (const auto& file : after)
+        if (!std::binary_search(before.begin(), before.end(), file))
+            std::filesystem::remove(file);
+}
+
+TEST_F(RealModelTest, saysWhyAFileCannotBeLoaded)
+{
+    model().chooseSource();
+    m_openPanel->choose(plainFile("words.mp4", "no film at all, only words"));
+    ASSERT_TRUE(reaches(Phase::Kind::failed));
+    EXPECT_FALSE(model().phaseMessage().empty());
+    EXPECT_EQ(model().player(), nullptr);
+    load(wide);
+    EXPECT_TRUE(showsFrames(1));
+}
+
+TEST_F(RealModelTest, aCancelledExportLeavesNothingAndThePreviewPlays)
+{
+    load(sounding);
+    startWriting();
+    model().exportTask()->cancel();
+    ASSERT_TRUE(reaches(Phase::Kind::ready));
+    expectNothingLeft();
+    const double before = model().currentTime();
+    EXPECT_TRUE(eventually([&] { return model().currentTime() != before; }));
+
+    startExport();
+    model().exportTask()->cancel();
+    ASSERT_TRUE(reaches(Phase::Kind::ready));
+    expectNothingLeft();
+}
+
+TEST_F(RealModelTest, quittingDuringAnExportLeavesNothing)
+{
+    load(sounding);
+    startWriting();
+    ExportShutdown::endExport(model().exportTask());
+    expectNothingLeft();
+    m_model.reset();
+}
+
+TEST_F(RealModelTest, canGoDuringAnExport)
+{
+    load(sounding);
+    startWriting();
+    const auto task = model().exportTask();
+    m_model.reset();
+    ExportShutdown::endExport(task);
+    expectNothingLeft();
+}
+
+TEST_F(RealModelTest, canGoAtAnyMomentOfALoad)
+{
+    const std::function<bool()> moments[] = {
+        [] { return true; },
+        [] { return hasChildren(); }, // the probe runs
+        [this] { return model().mediaInfo().has_value(); },
+        [this] { return model().phase() == Phase::ready(); },
+        [this] { return model().currentTime() > 0; },
+        [this] { return !model().timelineThumbnails().empty(); },
+    };
+    for (const auto& moment : moments) {
+        choose(sounding);
+        ASSERT_TRUE(eventually(moment));
+        makeModel(std::make_shared<GstAssetLoader>());
+    }
+    // What the models left behind has ended by the time another one has loaded, or goes on without harm.
+    load(wide);
+    EXPECT_TRUE(showsFrames(10));
+}
+
+} // namespace stackreel
