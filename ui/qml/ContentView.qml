@@ -1,4 +1,5 @@
 import QtQuick
+import Stackreel
 
 /// The whole content of the main window.
 Item {

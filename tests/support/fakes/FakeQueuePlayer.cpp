@@ -74,6 +74,7 @@ void FakeQueuePlayer::removeTimeObserver(TimeObserverToken token)
 void FakeQueuePlayer::setVideoOutput(std::shared_ptr<VideoOutput> output)
 {
     note(output ? "attach output" : "detach output");
+    m_output = std::move(output);
 }
 
 void FakeQueuePlayer::setVideoSize(int width, int height)

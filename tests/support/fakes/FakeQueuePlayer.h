@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/playback/QueuePlayer.h"
+#include "platform/playback/VideoOutput.h"
 #include "tests/support/fakes/Journal.h"
 
 #include <map>
@@ -19,6 +20,8 @@ public:
     const std::string& name() const { return m_name; } ///< "player 1"
     /// Tells every registered observer the time.
     void tick(MediaTime time) const;
+    /// Where pictures are to go, if anywhere.
+    const std::shared_ptr<VideoOutput>& videoOutput() const { return m_output; }
 
     void play() override;
     void pause() override;
@@ -40,6 +43,7 @@ private:
     bool m_muted = false;
     std::map<TimeObserverToken, TimeObserver> m_observers;
     TimeObserverToken m_lastToken = 0;
+    std::shared_ptr<VideoOutput> m_output;
 };
 
 } // namespace stackreel

@@ -1,0 +1,144 @@
+#include "tests/support/window/OfflineWindow.h"
+
+#include "tests/support/Awaited.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+#include <stdexcept>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// Items of popups are children of the window's overlay, so the tree of items holds them all.
+QQuickItem* descendant(QQuickItem* item, const QString& objectName)
+{
+    if (item->objectName() == objectName)
+        return item;
+    for (QQuickItem* child : item->childItems())
+        if (QQuickItem* found = descendant(child, objectName))
+            return found;
+    return nullptr;
+}
+
+} // namespace
+
+OfflineWindow::OfflineWindow(QSize size)
+    : m_model(m_world.services()),
+      m_windowModel(m_model),
+      m_actions([this] { ++m_updateChecks; }),
+      m_mainWindow(std::make_unique<MainWindow>(m_windowModel, m_actions))
+{
+    m_mainWindow->show();
+    window().resize(size);
+    if (!QTest::qWaitForWindowExposed(&window(), int(std::chrono::milliseconds(ceiling).count())))
+        throw std::runtime_error("the window was never shown");
+    window().requestActivate();
+    settle();
+}
+
+MediaInfo OfflineWindow::clip(double duration)
+{
+    return {.width = 1920,
+            .height = 1080,
+            .rotation = 0,
+            .duration = duration,
+            .videoCodec = "h264",
+            .audioCodec = "aac"};
+}
+
+void OfflineWindow::load(const MediaInfo& media, const std::filesystem::path& file)
+{
+    m_model.chooseSource();
+    m_world.openPanel->choose(file);
+    settle();
+    m_world.inspections.back().task().complete(media);
+    m_world.previews.back().task().complete(file);
+    settle();
+}
+
+void OfflineWindow::finishThumbnails(int count)
+{
+    constexpr Qt::GlobalColor colours[] = {Qt::darkRed, Qt::darkGreen, Qt::darkBlue, Qt::darkCyan};
+    std::vector<VideoFrame> pictures;
+    for (int index = 0; index < count; ++index)
+        pictures.push_back(picture(QSize(320, 180), colours[index % 4]));
+    m_world.thumbnails.back().task().complete(std::move(pictures));
+    settle();
+}
+
+void OfflineWindow::startExport(const std::filesystem::path& file)
+{
+    m_model.chooseExportDestination();
+    m_world.savePanel->choose(file);
+    settle();
+}
+
+void OfflineWindow::showPicture(QSize pixels, Qt::GlobalColor colour)
+{
+    if (const auto output = player().videoOutput())
+        output->present(picture(pixels, colour));
+    settle();
+}
+
+VideoFrame OfflineWindow::picture(QSize pixels, Qt::GlobalColor colour)
+{
+    auto image = std::make_shared<QImage>(pixels, QImage::Format_RGB32);
+    image->fill(colour);
+    const QImage& shared = *image;
+    return {.owner = image,
+            .pixels = reinterpret_cast<const std::byte*>(shared.constBits()),
+            .width = shared.width(),
+            .height = shared.height(),
+            .bytesPerLine = shared.bytesPerLine()};
+}
+
+QQuickItem* OfflineWindow::find(const QString& objectName)
+{
+    return descendant(window().contentItem(), objectName);
+}
+
+QQuickItem& OfflineWindow::item(const QString& objectName)
+{
+    if (QQuickItem* found = find(objectName))
+        return *found;
+    throw std::invalid_argument("the window has no item " + objectName.toStdString());
+}
+
+QPoint OfflineWindow::centre(const QString& objectName)
+{
+    const QQuickItem& target = item(objectName);
+    return target.mapToScene(QPointF(target.width() / 2, target.height() / 2)).toPoint();
+}
+
+void OfflineWindow::click(const QString& objectName)
+{
+    QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, centre(objectName));
+    settle();
+}
+
+void OfflineWindow::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(&window(), key, modifiers);
+    settle();
+}
+
+QImage OfflineWindow::screenshot()
+{
+    settle();
+    return window().grabWindow();
+}
+
+void OfflineWindow::settle()
+{
+    // A task may queue another.
+    for (int round = 0; round < 3; ++round) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace stackreel

@@ -1,0 +1,47 @@
+#include "tests/support/window/OfflineWindow.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+TEST(MainWindowTest, ShowsTheContentUnderTheTitleStrip)
+{
+    OfflineWindow offline;
+    EXPECT_EQ(offline.window().title(), QStringLiteral("Stackreel"));
+    const QQuickItem& content = offline.item(QStringLiteral("contentView"));
+    EXPECT_EQ(content.width(), 1180);
+    EXPECT_GE(content.height(), 680);
+    EXPECT_EQ(content.y() + content.height(), 780);
+}
+
+TEST(MainWindowTest, NeverGivesTheContentLessThanItNeeds)
+{
+    OfflineWindow offline(QSize(100, 100));
+    const QQuickItem& content = offline.item(QStringLiteral("contentView"));
+    EXPECT_EQ(offline.window().minimumWidth(), 980);
+    EXPECT_EQ(offline.window().minimumHeight() - content.y(), 680);
+}
+
+TEST(MainWindowTest, TakesAClipThroughEveryPhase)
+{
+    OfflineWindow offline;
+    EXPECT_EQ(offline.windowModel().phase(), WindowModel::Empty);
+    offline.load();
+    EXPECT_EQ(offline.windowModel().phase(), WindowModel::Ready);
+    offline.finishThumbnails();
+    EXPECT_EQ(offline.model().timelineThumbnails().size(), 12U);
+    offline.startExport();
+    EXPECT_EQ(offline.windowModel().phase(), WindowModel::Exporting);
+    offline.world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+    OfflineWindow::settle();
+    EXPECT_EQ(offline.windowModel().phase(), WindowModel::Complete);
+    EXPECT_FALSE(offline.screenshot().isNull());
+}
+
+} // namespace
+
+} // namespace stackreel

@@ -1,0 +1,304 @@
+#include "ui/PlayerSurface.h"
+
+#include "model/AppModel.h"
+#include "tests/support/Awaited.h"
+#include "tests/support/window/OfflineWindow.h"
+
+#include <QQuickWindow>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// A surface alone in a window, showing whatever player the test gives the model. All sizes are in points;
+/// the run's scale factor may be any.
+class PlayerSurfaceTest : public testing::Test
+{
+protected:
+    PlayerSurfaceTest()
+    {
+        m_window.setColor(Qt::blue);
+        m_window.resize(400, 300);
+        m_surface.setParentItem(m_window.contentItem());
+        m_surface.setModel(&m_windowModel);
+        m_surface.setSize(QSizeF(320, 180));
+        m_surface.setPosition(QPointF(40, 60));
+        m_window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_window));
+    }
+
+    std::shared_ptr<QueuePlayer> newPlayer()
+    {
+        auto player = m_world.playback->makePlayer();
+        m_world.journal->take();
+        m_model.setPlayer(player);
+        return player;
+    }
+    FakeQueuePlayer& player() { return m_world.playback->player(); }
+
+    /// Shows a picture from a thread of its own, as players do.
+    void show(QSize pixels, Qt::GlobalColor colour, FakeQueuePlayer& on)
+    {
+        std::thread([&] { on.videoOutput()->present(OfflineWindow::picture(pixels, colour)); }).join();
+    }
+    void show(QSize pixels, Qt::GlobalColor colour) { show(pixels, colour, player()); }
+
+    double ratio() const { return m_window.effectiveDevicePixelRatio(); }
+    QSize inPixels(QSizeF points) const { return (points * ratio()).toSize(); }
+    /// The colour on screen at a place in the surface.
+    QColor at(double x, double y)
+    {
+        OfflineWindow::settle();
+        const QImage image = m_window.grabWindow();
+        const QPointF point = (m_surface.position() + QPointF(x, y)) * ratio();
+        return image.pixelColor(int(point.x()), int(point.y()));
+    }
+    std::string sizeLine(QSize pixels) const
+    {
+        return "player 1: show at " + std::to_string(pixels.width()) + " × " +
+               std::to_string(pixels.height());
+    }
+
+    FakeServices m_world;
+    AppModel m_model{m_world.services()};
+    WindowModel m_windowModel{m_model};
+    QQuickWindow m_window;
+    PlayerSurface m_surface;
+};
+
+TEST_F(PlayerSurfaceTest, IsBlackWithoutAPlayer)
+{
+    EXPECT_EQ(at(1, 1), QColor(Qt::black));
+    EXPECT_EQ(at(160, 90), QColor(Qt::black));
+    EXPECT_EQ(at(-2, 90), QColor(Qt::blue));
+}
+
+TEST_F(PlayerSurfaceTest, IsBlackUntilThePlayerShowsAPicture)
+{
+    newPlayer();
+    EXPECT_EQ(at(160, 90), QColor(Qt::black));
+}
+
+TEST_F(PlayerSurfaceTest, AttachesToAPlayerThatWasThereBefore)
+{
+    newPlayer();
+    PlayerSurface second(m_window.contentItem());
+    second.setModel(&m_windowModel);
+    EXPECT_NE(player().videoOutput(), nullptr);
+}
+
+TEST_F(PlayerSurfaceTest, ShowsAPictureOfItsOwnShapeEverywhere)
+{
+    newPlayer();
+    show(inPixels({320, 180}), Qt::red);
+    EXPECT_EQ(at(1, 1), QColor(Qt::red));
+    EXPECT_EQ(at(160, 90), QColor(Qt::red));
+    EXPECT_EQ(at(318, 178), QColor(Qt::red));
+}
+
+TEST_F(PlayerSurfaceTest, FitsAWidePictureBetweenBlackBars)
+{
+    newPlayer();
+    show({640, 180}, Qt::red);
+    EXPECT_EQ(at(160, 90), QColor(Qt::red));
+    EXPECT_EQ(at(2, 90), QColor(Qt::red));
+    EXPECT_EQ(at(160, 40), QColor(Qt::black));
+    EXPECT_EQ(at(160, 140), QColor(Qt::black));
+}
+
+TEST_F(PlayerSurfaceTest, FitsANarrowPictureBetweenBlackBars)
+{
+    newPlayer();
+    show({180, 180}, Qt::red);
+    EXPECT_EQ(at(160, 90), QColor(Qt::red));
+    EXPECT_EQ(at(160, 2), QColor(Qt::red));
+    EXPECT_EQ(at(60, 90), QColor(Qt::black));
+    EXPECT_EQ(at(260, 90), QColor(Qt::black));
+}
+
+TEST_F(PlayerSurfaceTest, ShowsTheLatestPicture)
+{
+    newPlayer();
+    show({320, 180}, Qt::red);
+    show({320, 180}, Qt::yellow);
+    show({320, 180}, Qt::green);
+    EXPECT_EQ(at(160, 90), QColor(Qt::green));
+}
+
+TEST_F(PlayerSurfaceTest, IsBlackAgainWhenThePlayerClearsIt)
+{
+    newPlayer();
+    show({320, 180}, Qt::red);
+    ASSERT_EQ(at(160, 90), QColor(Qt::red));
+    std::thread([&] { player().videoOutput()->clear(); }).join();
+    EXPECT_EQ(at(160, 90), QColor(Qt::black));
+}
+
+TEST_F(PlayerSurfaceTest, FollowsTheModelToANewPlayer)
+{
+    newPlayer();
+    show({320, 180}, Qt::red);
+    ASSERT_EQ(at(160, 90), QColor(Qt::red));
+    newPlayer();
+    EXPECT_EQ(at(160, 90), QColor(Qt::black));
+    show({320, 180}, Qt::green);
+    EXPECT_EQ(at(160, 90), QColor(Qt::green));
+    EXPECT_EQ(m_world.playback->player(1).videoOutput(), nullptr);
+}
+
+TEST_F(PlayerSurfaceTest, LosesALatePictureOfThePlayerBefore)
+{
+    newPlayer();
+    const auto formerOutput = player().videoOutput();
+    newPlayer();
+    show({320, 180}, Qt::green);
+    formerOutput->present(OfflineWindow::picture({320, 180}, Qt::red));
+    formerOutput->clear();
+    EXPECT_EQ(at(160, 90), QColor(Qt::green));
+}
+
+TEST_F(PlayerSurfaceTest, IsBlackWhenTheModelHasNoPlayerAnyMore)
+{
+    newPlayer();
+    show({320, 180}, Qt::red);
+    ASSERT_EQ(at(160, 90), QColor(Qt::red));
+    m_model.setPlayer(nullptr);
+    EXPECT_EQ(at(160, 90), QColor(Qt::black));
+    EXPECT_EQ(player().videoOutput(), nullptr);
+}
+
+TEST_F(PlayerSurfaceTest, KeepsItsPictureWhenThePlayerIsAnnouncedAgain)
+{
+    const auto same = newPlayer();
+    show({320, 180}, Qt::red);
+    m_model.setPlayer(same);
+    EXPECT_EQ(at(160, 90), QColor(Qt::red));
+}
+
+TEST_F(PlayerSurfaceTest, CoversItsItemAtEverySize)
+{
+    newPlayer();
+    show({320, 180}, Qt::red);
+    m_surface.setSize(QSizeF(160, 160));
+    EXPECT_EQ(at(80, 80), QColor(Qt::red));
+    EXPECT_EQ(at(80, 10), QColor(Qt::black));
+    EXPECT_EQ(at(80, 158), QColor(Qt::black));
+    EXPECT_EQ(at(170, 80), QColor(Qt::blue));
+}
+
+TEST_F(PlayerSurfaceTest, ShowsItsPictureInTheNextWindowToo)
+{
+    newPlayer();
+    show({320, 180}, Qt::red);
+    ASSERT_EQ(at(160, 90), QColor(Qt::red));
+    QQuickWindow second;
+    second.resize(400, 300);
+    m_surface.setParentItem(second.contentItem());
+    second.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&second));
+    const QPointF centre = QPointF(200, 150) * second.effectiveDevicePixelRatio();
+    EXPECT_EQ(second.grabWindow().pixelColor(centre.toPoint()), QColor(Qt::red));
+    m_surface.setParentItem(m_window.contentItem());
+}
+
+TEST_F(PlayerSurfaceTest, TellsANewPlayerItsSizeInDevicePixelsAtOnce)
+{
+    newPlayer();
+    const Journal::Lines expected = {sizeLine(inPixels({320, 180})), "player 1: attach output"};
+    EXPECT_EQ(m_world.journal->take(), expected);
+}
+
+TEST_F(PlayerSurfaceTest, TellsThePlayerOnlyTheSizeInWhichAResizeEnds)
+{
+    newPlayer();
+    m_world.journal->take();
+    for (int width = 319; width >= 200; --width)
+        m_surface.setWidth(width);
+    Journal::Lines told;
+    EXPECT_TRUE(eventually([&] {
+        const auto lines = m_world.journal->take();
+        told.insert(told.end(), lines.begin(), lines.end());
+        return !told.empty();
+    }));
+    EXPECT_EQ(told, Journal::Lines{sizeLine(inPixels({200, 180}))});
+}
+
+TEST_F(PlayerSurfaceTest, TellsNoPlayerOfAnEmptySize)
+{
+    m_surface.setSize(QSizeF());
+    newPlayer();
+    EXPECT_EQ(m_world.journal->take(), Journal::Lines{"player 1: attach output"});
+    m_surface.setSize(QSizeF(100, 50));
+    EXPECT_EQ(m_world.journal->take(), Journal::Lines{sizeLine(inPixels({100, 50}))});
+}
+
+TEST_F(PlayerSurfaceTest, DrawsAPictureScaledForItPixelForPixel)
+{
+    newPlayer();
+    const QSize pixels = inPixels({320, 180});
+    // Stripes of one pixel turn grey when they are scaled or moved by a part of a pixel.
+    auto stripes = std::make_shared<QImage>(pixels - QSize(1, 1), QImage::Format_RGB32);
+    for (int y = 0; y < stripes->height(); ++y)
+        for (int x = 0; x < stripes->width(); ++x)
+            stripes->setPixelColor(x, y, x % 2 == 0 ? Qt::white : Qt::red);
+    player().videoOutput()->present({.owner = stripes,
+                                     .pixels = reinterpret_cast<const std::byte*>(stripes->constBits()),
+                                     .width = stripes->width(),
+                                     .height = stripes->height(),
+                                     .bytesPerLine = stripes->bytesPerLine()});
+    OfflineWindow::settle();
+    const QImage image = m_window.grabWindow();
+    for (int x = 100; x < 110; ++x) {
+        const QColor colour = image.pixelColor(int(60 * ratio()) + x, int(150 * ratio()));
+        EXPECT_TRUE(colour == QColor(Qt::white) || colour == QColor(Qt::red)) << colour.name().toStdString();
+    }
+}
+
+TEST(PlayerSurfaceEndTest, PicturesThatComeAfterItsEndGoNowhere)
+{
+    FakeServices world;
+    AppModel model(world.services());
+    WindowModel windowModel(model);
+    model.setPlayer(world.playback->makePlayer());
+    auto surface = std::make_unique<PlayerSurface>();
+    surface->setModel(&windowModel);
+    const auto output = world.playback->player().videoOutput();
+    ASSERT_NE(output, nullptr);
+    surface.reset();
+    output->present(OfflineWindow::picture({32, 18}, Qt::red));
+    output->clear();
+    OfflineWindow::settle();
+}
+
+TEST(PlayerSurfaceEndTest, GoesWhileThePlayerShowsPictures)
+{
+    FakeServices world;
+    AppModel model(world.services());
+    WindowModel windowModel(model);
+    model.setPlayer(world.playback->makePlayer());
+    for (int round = 0; round < 50; ++round) {
+        auto surface = std::make_unique<PlayerSurface>();
+        model.setPlayer(world.playback->makePlayer());
+        surface->setModel(&windowModel);
+        const auto output = world.playback->player().videoOutput();
+        const VideoFrame frame = OfflineWindow::picture({32, 18}, Qt::red);
+        std::jthread presenting([&](std::stop_token stop) {
+            while (!stop.stop_requested())
+                output->present(frame);
+        });
+        OfflineWindow::settle();
+        surface.reset();
+        OfflineWindow::settle();
+    }
+}
+
+} // namespace
+
+} // namespace stackreel

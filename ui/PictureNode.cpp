@@ -1,0 +1,67 @@
+#include "ui/PictureNode.h"
+
+#include <QColor>
+#include <QImage>
+#include <QQuickWindow>
+#include <QSGImageNode>
+#include <QSGRectangleNode>
+
+#include <memory>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using FrameOwner = std::shared_ptr<const void>;
+
+/// The frame's own pixels as an image, which keeps them alive. No copy.
+QImage imageOf(const VideoFrame& frame)
+{
+    const auto release = [](void* owner) { delete static_cast<FrameOwner*>(owner); };
+    return QImage(reinterpret_cast<const uchar*>(frame.pixels), frame.width, frame.height, frame.bytesPerLine,
+                  QImage::Format_RGB32, release, new FrameOwner(frame.owner));
+}
+
+} // namespace
+
+PictureNode::PictureNode(QQuickWindow& window) : m_window(window), m_background(window.createRectangleNode())
+{
+    m_background->setColor(Qt::black);
+    appendChildNode(m_background);
+}
+
+void PictureNode::setBounds(const QRectF& bounds)
+{
+    m_background->setRect(bounds);
+}
+
+void PictureNode::setFrame(const VideoFrame& frame)
+{
+    if (frame.pixels == nullptr) {
+        // Also takes the node out of the tree.
+        delete m_picture;
+        m_picture = nullptr;
+        return;
+    }
+    const bool isFirst = m_picture == nullptr;
+    if (isFirst) {
+        m_picture = m_window.createImageNode();
+        m_picture->setOwnsTexture(true);
+        m_picture->setFiltering(QSGTexture::Linear);
+    }
+    m_picture->setTexture(m_window.createTextureFromImage(imageOf(frame), QQuickWindow::TextureIsOpaque));
+    m_picture->setSourceRect(QRectF(0, 0, frame.width, frame.height));
+    // A node without a texture must not be in the tree.
+    if (isFirst)
+        appendChildNode(m_picture);
+}
+
+void PictureNode::setPictureRect(const QRectF& rect)
+{
+    if (m_picture != nullptr)
+        m_picture->setRect(rect);
+}
+
+} // namespace stackreel

@@ -1,0 +1,138 @@
+#include "ui/PlayerSurface.h"
+
+#include "platform/playback/QueuePlayer.h"
+#include "ui/FrameMailbox.h"
+#include "ui/PictureNode.h"
+#include "ui/geometry/PictureGeometry.h"
+
+#include <QQuickWindow>
+
+#include <chrono>
+
+namespace stackreel
+{
+
+namespace
+{
+
+// While a window is being resized the pictures are stretched; a player that started over at each step would
+// show nothing at all.
+constexpr std::chrono::milliseconds settlingTime{120};
+
+} // namespace
+
+PlayerSurface::PlayerSurface(QQuickItem* parent) : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settlingTime);
+    connect(&m_settling, &QTimer::timeout, this, &PlayerSurface::sendVideoSize);
+}
+
+PlayerSurface::~PlayerSurface()
+{
+    if (m_mailbox)
+        m_mailbox->close();
+}
+
+void PlayerSurface::setModel(WindowModel* model)
+{
+    if (m_model == model)
+        return;
+    if (m_model)
+        disconnect(m_model, nullptr, this, nullptr);
+    m_model = model;
+    if (m_model)
+        connect(m_model, &WindowModel::playerChanged, this, &PlayerSurface::attachPlayer);
+    attachPlayer();
+    Q_EMIT modelChanged();
+}
+
+void PlayerSurface::attachPlayer()
+{
+    const auto player = m_model ? m_model->model().player() : nullptr;
+    const auto previous = m_player.lock();
+    if (player == previous && (m_mailbox != nullptr) == (player != nullptr))
+        return;
+    if (previous)
+        previous->setVideoOutput(nullptr);
+    // Each player has a mailbox of its own, so that a late picture of the previous one is lost.
+    if (m_mailbox)
+        m_mailbox->close();
+    m_mailbox.reset();
+    m_player = player;
+    m_sentSize = {};
+    if (player) {
+        m_mailbox = std::make_shared<FrameMailbox>(
+            [this] { QMetaObject::invokeMethod(this, &QQuickItem::update, Qt::QueuedConnection); });
+        sendVideoSize();
+        player->setVideoOutput(m_mailbox);
+    }
+    m_frame = {};
+    update();
+}
+
+void PlayerSurface::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
+{
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (newGeometry.size() != oldGeometry.size())
+        sizeChanged();
+    update();
+}
+
+void PlayerSurface::itemChange(ItemChange change, const ItemChangeData& data)
+{
+    QQuickItem::itemChange(change, data);
+    if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange)
+        sizeChanged();
+}
+
+void PlayerSurface::sizeChanged()
+{
+    if (m_sentSize.isValid())
+        m_settling.start();
+    else
+        sendVideoSize();
+    update();
+}
+
+void PlayerSurface::sendVideoSize()
+{
+    const auto player = m_player.lock();
+    if (!player || window() == nullptr)
+        return;
+    const QSize size = (this->size() * window()->effectiveDevicePixelRatio()).toSize();
+    if (size.isEmpty() || size == m_sentSize)
+        return;
+    m_sentSize = size;
+    player->setVideoSize(size.width(), size.height());
+}
+
+QSGNode* PlayerSurface::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*)
+{
+    const auto arrived = m_mailbox ? m_mailbox->take() : std::nullopt;
+    if (arrived)
+        m_frame = *arrived;
+    auto* node = static_cast<PictureNode*>(oldNode);
+    const bool isNew = node == nullptr;
+    if (isNew)
+        node = new PictureNode(*window());
+    if (isNew || arrived || m_frame.pixels == nullptr)
+        node->setFrame(m_frame);
+    node->setBounds(boundingRect());
+    node->setPictureRect(pictureRect());
+    return node;
+}
+
+QRectF PlayerSurface::pictureRect() const
+{
+    const QPointF origin = mapToScene(QPointF());
+    const ViewRect rect = pictureFrame({.width = double(m_frame.width), .height = double(m_frame.height)},
+                                       {.width = width(), .height = height()},
+                                       {.devicePixelRatio = window()->effectiveDevicePixelRatio(),
+                                        .originX = origin.x(),
+                                        .originY = origin.y()});
+    return {rect.x, rect.y, rect.width, rect.height};
+}
+
+} // namespace stackreel

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/playback/VideoFrame.h"
+#include "ui/WindowModel.h"
+
+#include <QPointer>
+#include <QQuickItem>
+#include <QTimer>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+
+namespace stackreel
+{
+
+class FrameMailbox;
+
+/// Shows the pictures of the model's preview player: whole, at their own aspect, centred over opaque black,
+/// which is all there is while there is no picture. Follows the model to each new player, and to none,
+/// without being made anew. Takes no input.
+///
+/// The player is told the item's size in device pixels when it has settled, so that pictures come at the size
+/// they are shown at. When the item goes the player is left as it is.
+class PlayerSurface : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(stackreel::WindowModel* model READ model WRITE setModel NOTIFY modelChanged REQUIRED FINAL)
+
+public:
+    explicit PlayerSurface(QQuickItem* parent = nullptr);
+    ~PlayerSurface() override;
+
+    WindowModel* model() const { return m_model; }
+    void setModel(WindowModel* model);
+
+Q_SIGNALS:
+    void modelChanged();
+
+protected:
+    QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override;
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+
+private:
+    void attachPlayer();
+    void sizeChanged();
+    void sendVideoSize();
+    QRectF pictureRect() const;
+
+    QPointer<WindowModel> m_model;
+    std::weak_ptr<QueuePlayer> m_player;
+    std::shared_ptr<FrameMailbox> m_mailbox; ///< of the present player, or none
+    VideoFrame m_frame;                      ///< on screen; touched while the scene is synchronised
+    QTimer m_settling;
+    QSize m_sentSize; ///< what the present player was told
+};
+
+} // namespace stackreel

@@ -1,0 +1,24 @@
+#include "ui/WindowActions.h"
+
+#include <utility>
+
+namespace stackreel
+{
+
+WindowActions::WindowActions(std::function<void()> checkForUpdates, QObject* parent)
+    : QObject(parent), m_checkForUpdates(std::move(checkForUpdates))
+{
+}
+
+QString WindowActions::version() const
+{
+    return QStringLiteral(STACKREEL_VERSION);
+}
+
+void WindowActions::checkForUpdates() const
+{
+    if (m_checkForUpdates)
+        m_checkForUpdates();
+}
+
+} // namespace stackreel

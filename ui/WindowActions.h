@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+#include <functional>
+
+namespace stackreel
+{
+
+/// What the window's menus do beyond the model: wired up by the application. Main thread.
+class WindowActions : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application owns the actions.")
+
+    Q_PROPERTY(QString version READ version CONSTANT FINAL)
+
+public:
+    /// `checkForUpdates` is called each time the user asks for it; it may be empty, which does nothing.
+    explicit WindowActions(std::function<void()> checkForUpdates = {}, QObject* parent = nullptr);
+
+    QString version() const; ///< the program's own
+
+    Q_INVOKABLE void checkForUpdates() const;
+
+private:
+    std::function<void()> m_checkForUpdates;
+};
+
+} // namespace stackreel
