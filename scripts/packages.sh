@@ -17,6 +17,7 @@ window_packages=(
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
   qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts
   qml6-module-qtquick-templates qml6-module-qtquick-window
+  libqt6svg6 fonts-inter fonts-dosis fonts-jetbrains-mono
 )
 # To build and run the tests, fuzzers and benchmarks as well.
 test_packages=(

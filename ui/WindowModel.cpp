@@ -4,6 +4,7 @@
 #include "model/SourceFacts.h"
 #include "model/TaskHandle.h"
 #include "ui/geometry/TrimTimelineGeometry.h"
+#include "ui/geometry/ViewGeometry.h"
 
 #include <QLocale>
 
@@ -93,12 +94,12 @@ double WindowModel::duration() const
     return m_model.mediaInfo() ? m_model.mediaInfo()->duration : 0;
 }
 
-QSize WindowModel::displayedSize() const
+QSizeF WindowModel::displayedSize() const
 {
     if (!m_model.mediaInfo())
         return {};
-    return {static_cast<int>(m_model.mediaInfo()->displayedWidth()),
-            static_cast<int>(m_model.mediaInfo()->displayedHeight())};
+    return {static_cast<double>(m_model.mediaInfo()->displayedWidth()),
+            static_cast<double>(m_model.mediaInfo()->displayedHeight())};
 }
 
 QString WindowModel::frameFact() const
@@ -216,6 +217,12 @@ void WindowModel::exportOrCancel()
     }
     if (const auto task = m_model.exportTask())
         task->cancel();
+}
+
+QRectF WindowModel::fittedFrame(double width, double height, double aspect)
+{
+    const ViewRect frame = stackreel::fittedFrame({.width = width, .height = height}, aspect);
+    return {frame.x, frame.y, frame.width, frame.height};
 }
 
 QString WindowModel::timeText(double seconds)

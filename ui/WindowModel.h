@@ -27,7 +27,7 @@ class WindowModel : public QObject
     Q_PROPERTY(bool hasMedia READ hasMedia NOTIFY mediaInfoChanged FINAL)
     Q_PROPERTY(double displayAspect READ displayAspect NOTIFY mediaInfoChanged FINAL)
     Q_PROPERTY(double duration READ duration NOTIFY mediaInfoChanged FINAL)
-    Q_PROPERTY(QSize displayedSize READ displayedSize NOTIFY mediaInfoChanged FINAL)
+    Q_PROPERTY(QSizeF displayedSize READ displayedSize NOTIFY mediaInfoChanged FINAL)
     Q_PROPERTY(QString frameFact READ frameFact NOTIFY mediaInfoChanged FINAL)
     Q_PROPERTY(QString videoFact READ videoFact NOTIFY mediaInfoChanged FINAL)
     Q_PROPERTY(QString lengthFact READ lengthFact NOTIFY mediaInfoChanged FINAL)
@@ -70,7 +70,7 @@ public:
     bool hasMedia() const { return m_model.mediaInfo().has_value(); }
     double displayAspect() const; ///< 0 without media
     double duration() const;      ///< seconds, 0 without media
-    QSize displayedSize() const;  ///< source pixels as displayed
+    QSizeF displayedSize() const; ///< source pixels as displayed
     QString frameFact() const;    ///< empty without media, as are the other facts
     QString videoFact() const;
     QString lengthFact() const;
@@ -115,6 +115,8 @@ public:
     Q_INVOKABLE void togglePreviewPlayback() { m_model.togglePreviewPlayback(); }
     /// The export button: cancels the running export, or asks where to export to.
     Q_INVOKABLE void exportOrCancel();
+    /// Where a picture of this aspect (width / height) goes in an area: as large as fits, centred.
+    Q_INVOKABLE static QRectF fittedFrame(double width, double height, double aspect);
     /// A time as the timeline shows it.
     Q_INVOKABLE static QString timeText(double seconds);
 

@@ -1,9 +1,59 @@
 import QtQuick
+import QtQuick.Layouts
 import Stackreel
 
-/// The whole content of the main window.
+/// The whole content of the main window. The window may be moved by `dragArea`, an item that covers the header below
+/// its texts and its button and takes no input of its own.
 Item {
     id: view
 
     required property WindowModel model
+    readonly property alias dragArea: header.dragArea
+
+    Rectangle {
+        objectName: "background"
+        anchors.fill: parent
+        color: Theme.graphite
+    }
+
+    // A press beside every control ends typing.
+    MouseArea {
+        anchors.fill: parent
+        onPressed: forceActiveFocus(Qt.MouseFocusReason)
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.leftMargin: 24
+        anchors.rightMargin: 24
+        anchors.topMargin: 22
+        anchors.bottomMargin: 22
+        spacing: 18
+
+        Header {
+            id: header
+
+            objectName: "header"
+            Layout.fillWidth: true
+            model: view.model
+        }
+
+        RowLayout {
+            spacing: 18
+
+            Workspace {
+                objectName: "workspace"
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                model: view.model
+            }
+
+            Inspector {
+                objectName: "inspector"
+                Layout.fillHeight: true
+                Layout.preferredWidth: 310
+                model: view.model
+            }
+        }
+    }
 }

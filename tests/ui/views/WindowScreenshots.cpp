@@ -1,0 +1,144 @@
+#include "media/MediaToolError.h"
+#include "tests/support/window/OfflineWindow.h"
+
+#include <QDir>
+#include <QImageReader>
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// Pictures of the window in each of its states, written to the folder that `STACKREEL_SCREENSHOTS` names,
+/// for somebody to look at. `STACKREEL_SCREENSHOT_FRAME` names a picture to show as the clip's.
+class WindowScreenshots : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_folder = qEnvironmentVariable("STACKREEL_SCREENSHOTS");
+        if (m_folder.isEmpty())
+            GTEST_SKIP() << "no folder to write to";
+        ASSERT_TRUE(QDir().mkpath(m_folder));
+        m_frame = QImageReader(qEnvironmentVariable("STACKREEL_SCREENSHOT_FRAME")).read();
+        if (m_frame.isNull()) {
+            m_frame = QImage(1920, 1080, QImage::Format_RGB32);
+            m_frame.fill(Qt::darkCyan);
+        }
+    }
+
+    VideoFrame frame(QSize size) const
+    {
+        auto image =
+            std::make_shared<QImage>(m_frame.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                                         .convertToFormat(QImage::Format_RGB32));
+        const QImage& shared = *image;
+        return {.owner = image,
+                .pixels = reinterpret_cast<const std::byte*>(shared.constBits()),
+                .width = shared.width(),
+                .height = shared.height(),
+                .bytesPerLine = shared.bytesPerLine()};
+    }
+
+    void load(OfflineWindow& window, const std::filesystem::path& file = "/clips/Beach day.MOV") const
+    {
+        window.load(OfflineWindow::clip(75), file);
+        window.player().videoOutput()->present(frame(QSize(1920, 1080)));
+        std::vector<VideoFrame> thumbnails(12, frame(QSize(320, 180)));
+        window.world().thumbnails.back().task().complete(thumbnails);
+        window.model().updateTrimStart(9);
+        window.model().updateTrimEnd(52);
+        window.model().seekPreview(27);
+    }
+
+    void save(OfflineWindow& window, const QString& name) const
+    {
+        window.item(QStringLiteral("contentView")); // throws where the window is not the one to show
+        ASSERT_TRUE(window.screenshot().save(QDir(m_folder).filePath(name + QStringLiteral(".png"))));
+    }
+
+private:
+    QString m_folder;
+    QImage m_frame;
+};
+
+TEST_F(WindowScreenshots, Empty)
+{
+    OfflineWindow window;
+    save(window, QStringLiteral("empty"));
+}
+
+TEST_F(WindowScreenshots, Preparing)
+{
+    OfflineWindow window;
+    window.model().chooseSource();
+    window.world().openPanel->choose("/clips/Beach day.MOV");
+    save(window, QStringLiteral("preparing"));
+}
+
+TEST_F(WindowScreenshots, Ready)
+{
+    OfflineWindow window;
+    load(window);
+    save(window, QStringLiteral("ready"));
+}
+
+TEST_F(WindowScreenshots, ReadyWithoutThumbnails)
+{
+    OfflineWindow window;
+    window.load();
+    window.model().setSelectedCrop(1);
+    window.model().setPreviewMuted(false);
+    window.key(Qt::Key_Tab);
+    window.key(Qt::Key_Tab);
+    window.key(Qt::Key_Tab);
+    save(window, QStringLiteral("placeholders"));
+}
+
+TEST_F(WindowScreenshots, Exporting)
+{
+    OfflineWindow window;
+    load(window);
+    window.startExport();
+    save(window, QStringLiteral("exporting"));
+}
+
+TEST_F(WindowScreenshots, Complete)
+{
+    OfflineWindow window;
+    load(window);
+    window.startExport();
+    window.world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+    save(window, QStringLiteral("complete"));
+}
+
+TEST_F(WindowScreenshots, Failed)
+{
+    OfflineWindow window;
+    window.model().chooseSource();
+    window.world().openPanel->choose("/clips/Beach day.MOV");
+    OfflineWindow::settle();
+    window.world().inspections.back().task().fail(MediaToolError::verticalSource());
+    save(window, QStringLiteral("failed"));
+}
+
+TEST_F(WindowScreenshots, CustomAtTheSmallestSizeWithALongName)
+{
+    OfflineWindow window(QSize(1, 1));
+    window.window().resize(window.window().minimumSize());
+    load(window,
+         "/clips/A rather long name of a clip that somebody took on a day at the beach, and then another "
+         "one, and a third.MOV");
+    window.windowModel().setAspectIndex(3);
+    window.click(QStringLiteral("widthField"));
+    save(window, QStringLiteral("smallest"));
+    window.click(QStringLiteral("aspectPicker"));
+    save(window, QStringLiteral("picker"));
+}
+
+} // namespace
+
+} // namespace stackreel

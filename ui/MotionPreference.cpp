@@ -1,0 +1,85 @@
+#include "ui/MotionPreference.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QSettings>
+#include <QStandardPaths>
+
+namespace stackreel
+{
+
+namespace
+{
+
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString gnomeGroup = QStringLiteral("org.gnome.desktop.interface");
+const QString gnomeKey = QStringLiteral("enable-animations");
+
+QVariant configured(const QString& file, const QString& key)
+{
+    const QString path = QStandardPaths::locate(QStandardPaths::GenericConfigLocation, file);
+    return path.isEmpty() ? QVariant() : QSettings(path, QSettings::IniFormat).value(key);
+}
+
+bool isReducedByFiles()
+{
+    const QVariant gtk =
+        configured(QStringLiteral("gtk-3.0/settings.ini"), QStringLiteral("Settings/gtk-enable-animations"));
+    const QVariant plasma =
+        configured(QStringLiteral("kdeglobals"), QStringLiteral("KDE/AnimationDurationFactor"));
+    return (gtk.isValid() && !gtk.toBool()) || (plasma.isValid() && plasma.toDouble() == 0);
+}
+
+} // namespace
+
+MotionPreference::MotionPreference(QObject* parent) : QObject(parent)
+{
+    const QByteArray wish = qgetenv("STACKREEL_REDUCED_MOTION");
+    if (!wish.isEmpty()) {
+        m_reduced = wish != "0";
+        return;
+    }
+    m_reduced = isReducedByFiles();
+    // Without a session bus, asking for one would start a bus of its own.
+    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
+        askPortal();
+}
+
+void MotionPreference::askPortal()
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
+                SLOT(followPortal(QString, QString, QDBusVariant)));
+    QDBusMessage read =
+        QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, QStringLiteral("Read"));
+    read << gnomeGroup << gnomeKey;
+    auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(read), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
+        const QDBusPendingReply<QDBusVariant> reply = *call;
+        call->deleteLater();
+        // The portal wraps what it read once more.
+        if (reply.isValid())
+            followPortal(gnomeGroup, gnomeKey, reply.value().variant().value<QDBusVariant>());
+    });
+}
+
+void MotionPreference::followPortal(const QString& group, const QString& key, const QDBusVariant& value)
+{
+    const QVariant animations = value.variant();
+    if (group == gnomeGroup && key == gnomeKey && animations.typeId() == QMetaType::Bool)
+        setReduced(!animations.toBool() || isReducedByFiles());
+}
+
+void MotionPreference::setReduced(bool reduced)
+{
+    if (reduced == m_reduced)
+        return;
+    m_reduced = reduced;
+    Q_EMIT reducedChanged();
+}
+
+} // namespace stackreel

@@ -1,0 +1,84 @@
+#include "ui/ThumbnailPainter.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// The frame's own pixels; valid as long as the frame.
+QImage imageOf(const VideoFrame& frame)
+{
+    return {reinterpret_cast<const uchar*>(frame.pixels), frame.width, frame.height,
+            static_cast<qsizetype>(frame.bytesPerLine), QImage::Format_RGB32};
+}
+
+void paintFrame(QPainter& painter, const VideoFrame& frame, const QRect& cell)
+{
+    const QImage image = imageOf(frame);
+    if (image.isNull() || cell.isEmpty())
+        return;
+    const QRect part = ThumbnailPainter::filling(image.size(), cell.size()).toAlignedRect() & image.rect();
+    // Scaled in one smooth step beforehand, because the painter's own scaling leaves out pixels of large
+    // pictures.
+    painter.drawImage(cell.topLeft(),
+                      image.copy(part).scaled(cell.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+}
+
+QImage roundedOff(const QImage& square, double radius)
+{
+    QImage rounded(square.size(), QImage::Format_ARGB32_Premultiplied);
+    rounded.fill(Qt::transparent);
+    QPainter painter(&rounded);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QBrush(square));
+    painter.drawRoundedRect(QRectF(square.rect()), radius, radius);
+    return rounded;
+}
+
+} // namespace
+
+QRect ThumbnailPainter::cell(int index, int count, QSizeF points, double devicePixelRatio)
+{
+    const double width = std::max((points.width() - spacing * (count - 1)) / count, 0.0);
+    const double left = index * (width + spacing);
+    const auto pixel = [devicePixelRatio](double x) {
+        return static_cast<int>(std::lround(x * devicePixelRatio));
+    };
+    return {pixel(left), 0, pixel(left + width) - pixel(left), pixel(points.height())};
+}
+
+QRectF ThumbnailPainter::filling(QSize picture, QSize cell)
+{
+    const QSizeF size = QSizeF(cell).scaled(picture, Qt::KeepAspectRatio);
+    return {(picture.width() - size.width()) / 2, (picture.height() - size.height()) / 2, size.width(),
+            size.height()};
+}
+
+QImage ThumbnailPainter::row(const std::vector<VideoFrame>& frames, QSizeF points, double devicePixelRatio)
+{
+    const QSize size = (points * devicePixelRatio).toSize();
+    if (size.isEmpty())
+        return {};
+    QImage square(size, QImage::Format_ARGB32_Premultiplied);
+    square.fill(QColor::fromRgbF(0, 0, 0, 0.72F));
+    QPainter painter(&square);
+    const int count = frames.empty() ? placeholders : static_cast<int>(frames.size());
+    for (int index = 0; index < count; ++index) {
+        const QRect area = cell(index, count, points, devicePixelRatio);
+        if (frames.empty())
+            painter.fillRect(area, QColor::fromRgbF(1, 1, 1, 0.07F));
+        else
+            paintFrame(painter, frames[static_cast<std::size_t>(index)], area);
+    }
+    painter.end();
+    return roundedOff(square, cornerRadius * devicePixelRatio);
+}
+
+} // namespace stackreel

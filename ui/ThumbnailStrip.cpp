@@ -1,0 +1,74 @@
+#include "ui/ThumbnailStrip.h"
+
+#include "ui/ThumbnailPainter.h"
+
+#include <QQuickWindow>
+#include <QSGImageNode>
+
+namespace stackreel
+{
+
+ThumbnailStrip::ThumbnailStrip(QQuickItem* parent) : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+}
+
+void ThumbnailStrip::setModel(WindowModel* model)
+{
+    if (model == m_model)
+        return;
+    if (m_model)
+        m_model->disconnect(this);
+    m_model = model;
+    if (model)
+        connect(model, &WindowModel::timelineThumbnailsChanged, this, &QQuickItem::polish);
+    Q_EMIT modelChanged();
+    polish();
+}
+
+void ThumbnailStrip::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
+{
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (newGeometry.size() != oldGeometry.size())
+        polish();
+    else
+        update();
+}
+
+void ThumbnailStrip::itemChange(ItemChange change, const ItemChangeData& data)
+{
+    QQuickItem::itemChange(change, data);
+    if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange)
+        polish();
+}
+
+void ThumbnailStrip::updatePolish()
+{
+    static const std::vector<VideoFrame> none;
+    m_row = window() ? ThumbnailPainter::row(m_model ? m_model->model().timelineThumbnails() : none, size(),
+                                             window()->effectiveDevicePixelRatio())
+                     : QImage();
+    m_rowChanged = true;
+    update();
+}
+
+QSGNode* ThumbnailStrip::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* /*data*/)
+{
+    auto* node = static_cast<QSGImageNode*>(oldNode);
+    if (m_row.isNull()) {
+        delete node;
+        return nullptr;
+    }
+    if (!node) {
+        node = window()->createImageNode();
+        node->setOwnsTexture(true);
+        m_rowChanged = true;
+    }
+    if (m_rowChanged)
+        node->setTexture(window()->createTextureFromImage(m_row));
+    m_rowChanged = false;
+    node->setRect(boundingRect());
+    return node;
+}
+
+} // namespace stackreel

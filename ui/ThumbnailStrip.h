@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ui/WindowModel.h"
+
+#include <QImage>
+#include <QPointer>
+#include <QQuickItem>
+#include <QtQml/qqmlregistration.h>
+
+namespace stackreel
+{
+
+/// Shows the model's timeline thumbnails side by side, or placeholders while there are none. Drawn again only
+/// when the pictures, the size or the scale of the screen change. Main thread.
+class ThumbnailStrip : public QQuickItem
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(stackreel::WindowModel* model READ model WRITE setModel NOTIFY modelChanged FINAL)
+
+public:
+    explicit ThumbnailStrip(QQuickItem* parent = nullptr);
+
+    WindowModel* model() const { return m_model; }
+    void setModel(WindowModel* model);
+
+Q_SIGNALS:
+    void modelChanged();
+
+protected:
+    void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+    void updatePolish() override;
+    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
+
+private:
+    QPointer<WindowModel> m_model;
+    QImage m_row;
+    bool m_rowChanged = false;
+};
+
+} // namespace stackreel

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "ui/CursorStack.h"
+#include "ui/WindowModel.h"
+#include "ui/geometry/TrimTimelineGeometry.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QtQml/qqmlregistration.h>
+
+#include <optional>
+
+namespace stackreel
+{
+
+/// What pointer, keys and assistive technology do on the trim timeline: where a drag grabs, which handle is
+/// hovered, which cursor is asked for, and the operations of the model that follow. Positions are x in points
+/// of a strip `width` wide. Main thread; without a model nothing happens.
+class TimelineEditor : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+    Q_PROPERTY(stackreel::WindowModel* model READ model WRITE setModel NOTIFY modelChanged FINAL)
+    Q_PROPERTY(double width READ width WRITE setWidth NOTIFY widthChanged FINAL)
+
+    Q_PROPERTY(double inset READ inset CONSTANT FINAL)
+    Q_PROPERTY(double trackWidth READ trackWidth NOTIFY widthChanged FINAL)
+    Q_PROPERTY(double startX READ startX NOTIFY startXChanged FINAL)
+    Q_PROPERTY(double endX READ endX NOTIFY endXChanged FINAL)
+    Q_PROPERTY(double playheadX READ playheadX NOTIFY playheadXChanged FINAL)
+    Q_PROPERTY(double step READ step NOTIFY stepChanged FINAL) ///< seconds
+
+    /// What a drag holds; neither for the playhead.
+    Q_PROPERTY(bool grabsStart READ grabsStart NOTIFY activityChanged FINAL)
+    Q_PROPERTY(bool grabsEnd READ grabsEnd NOTIFY activityChanged FINAL)
+    /// Whether the handle is hovered or being dragged.
+    Q_PROPERTY(bool startActive READ startActive NOTIFY activityChanged FINAL)
+    Q_PROPERTY(bool endActive READ endActive NOTIFY activityChanged FINAL)
+    Q_PROPERTY(Qt::CursorShape cursorShape READ cursorShape NOTIFY cursorShapeChanged FINAL)
+
+public:
+    explicit TimelineEditor(QObject* parent = nullptr) : QObject(parent) {}
+
+    WindowModel* model() const { return m_model; }
+    void setModel(WindowModel* model);
+    double width() const { return m_width; }
+    void setWidth(double width);
+
+    static double inset() { return TrimTimelineGeometry::inset; }
+    double trackWidth() const { return TrimTimelineGeometry::trackWidth(m_width); }
+    double startX() const;
+    double endX() const;
+    double playheadX() const;
+    double step() const;
+
+    std::optional<TimelineInteraction> interaction() const { return m_interaction; }
+    std::optional<TimelineInteraction> hoveredHandle() const { return m_hoveredHandle; }
+    double dragGrabOffset() const { return m_dragGrabOffset; }
+    const CursorStack& cursors() const { return m_cursors; }
+    bool grabsStart() const { return m_interaction == TimelineInteraction::trimStart; }
+    bool grabsEnd() const { return m_interaction == TimelineInteraction::trimEnd; }
+    bool startActive() const { return isActive(TimelineInteraction::trimStart); }
+    bool endActive() const { return isActive(TimelineInteraction::trimEnd); }
+    Qt::CursorShape cursorShape() const { return m_cursors.shown(); }
+
+    /// A drag: pressed, moved any number of times, released. A press alone already grabs or seeks.
+    Q_INVOKABLE void press(double x);
+    Q_INVOKABLE void drag(double x);
+    Q_INVOKABLE void release();
+
+    /// The pointer moves over the strip, or leaves it.
+    Q_INVOKABLE void hover(double x);
+    Q_INVOKABLE void leave();
+
+    /// One step, forwards for a positive direction and backwards for a negative one.
+    Q_INVOKABLE void adjustPlayhead(int direction);
+    Q_INVOKABLE void adjustTrimStart(int direction);
+    Q_INVOKABLE void adjustTrimEnd(int direction);
+
+Q_SIGNALS:
+    void modelChanged();
+    void widthChanged();
+    void startXChanged();
+    void endXChanged();
+    void playheadXChanged();
+    void stepChanged();
+    void activityChanged();
+    void cursorShapeChanged();
+
+private:
+    void announcePositions();
+    double x(double seconds) const;
+    double seconds(double x) const;
+    bool isActive(TimelineInteraction handle) const;
+    std::optional<TimelineInteraction> hitTest(double x) const;
+    void apply(double x);
+    void setHoveredHandle(std::optional<TimelineInteraction> handle);
+
+    QPointer<WindowModel> m_model;
+    double m_width = 0;
+    std::optional<TimelineInteraction> m_interaction;
+    std::optional<TimelineInteraction> m_hoveredHandle;
+    double m_dragGrabOffset = 0;
+    CursorStack m_cursors;
+};
+
+} // namespace stackreel

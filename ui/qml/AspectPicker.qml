@@ -1,0 +1,75 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Stackreel
+
+/// Shows the chosen output shape and a menu of all of them.
+T.ComboBox {
+    id: picker
+
+    implicitWidth: 112
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    horizontalPadding: 12
+    verticalPadding: 7
+    rightPadding: 28
+    font: Theme.textFont(13, Font.DemiBold)
+
+    Accessible.role: Accessible.ComboBox
+    Accessible.onPressAction: popup.open()
+
+    Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus
+    Keys.onReturnPressed: popup.open()
+    Keys.onEnterPressed: popup.open()
+
+    contentItem: Caption {
+        text: picker.displayText
+        font: picker.font
+        spoken: false
+    }
+    indicator: Image {
+        x: picker.width - width - 9
+        y: (picker.height - height) / 2
+        source: "icons/chevron-up-down.svg"
+        sourceSize.width: 12
+        sourceSize.height: 16
+    }
+    background: Rectangle {
+        color: Theme.white(picker.down ? 0.16 : 0.09)
+        radius: 6
+
+        FocusRing {
+            parentRadius: 6
+            visible: picker.visualFocus
+        }
+    }
+    delegate: PickerRow {
+        required property int index
+        required property string modelData
+
+        width: ListView.view ? ListView.view.width : 0
+        text: modelData
+        chosen: index === picker.currentIndex
+        highlighted: index === picker.highlightedIndex
+    }
+    popup: T.Popup {
+        y: picker.height + 4
+        width: picker.width
+        padding: 4
+        implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+        margins: 8
+
+        contentItem: ListView {
+            implicitHeight: contentHeight
+            clip: true
+            model: picker.delegateModel
+            currentIndex: picker.highlightedIndex
+            highlightMoveDuration: 0
+        }
+        background: Rectangle {
+            color: Theme.menu
+            border.color: Theme.white(0.16)
+            radius: 8
+        }
+    }
+}

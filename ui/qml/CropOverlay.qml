@@ -1,0 +1,126 @@
+import QtQuick
+import QtQuick.Templates as T
+import Stackreel
+
+/// One crop over the picture, which it covers: drawn, and edited by pointer, keys and assistive technology. It asks for
+/// the selection and for changes of its region, and leaves them to its owner.
+Item {
+    id: overlay
+
+    required property string label
+    required property color color
+    required property rect region ///< in fractions of the picture
+    required property real panelAspect
+    required property size sourceSize ///< the picture in source pixels
+    required property bool selected
+
+    signal selectRequested()
+    signal regionEdited(region: rect)
+
+    CropEditor {
+        id: editor
+
+        region: overlay.region
+        panelAspect: overlay.panelAspect
+        viewSize: Qt.size(overlay.width, overlay.height)
+        sourceSize: overlay.sourceSize
+        onSelectRequested: overlay.selectRequested()
+        onRegionEdited: region => overlay.regionEdited(region)
+    }
+
+    T.Control {
+        id: body
+
+        objectName: "body"
+        x: editor.displayRect.x
+        y: editor.displayRect.y
+        width: editor.displayRect.width
+        height: editor.displayRect.height
+        focusPolicy: Qt.StrongFocus
+
+        Keys.onPressed: event => event.accepted = editor.pressKey(event.key, event.modifiers)
+
+        // One of the two crops is the selected one.
+        Accessible.role: Accessible.RadioButton
+        Accessible.name: overlay.label
+        Accessible.description: qsTr("Arrow keys move the crop, with Control they resize it")
+        Accessible.checkable: true
+        Accessible.checked: overlay.selected
+        Accessible.onPressAction: overlay.selectRequested()
+        Accessible.onToggleAction: overlay.selectRequested()
+        Accessible.onIncreaseAction: editor.stepResize(CropEditor.LongStep, 0)
+        Accessible.onDecreaseAction: editor.stepResize(-CropEditor.LongStep, 0)
+        Accessible.onScrollLeftAction: editor.stepMove(-CropEditor.LongStep, 0)
+        Accessible.onScrollRightAction: editor.stepMove(CropEditor.LongStep, 0)
+        Accessible.onScrollUpAction: editor.stepMove(0, -CropEditor.LongStep)
+        Accessible.onScrollDownAction: editor.stepMove(0, CropEditor.LongStep)
+
+        Rectangle {
+            objectName: "fill"
+            anchors.fill: parent
+            color: Theme.faded(overlay.color, overlay.selected ? 0.16 : 0.09)
+        }
+
+        Rectangle {
+            objectName: "stroke"
+            // The line lies along the edge, half of it outside.
+            anchors.fill: parent
+            anchors.margins: -border.width / 2
+            color: "transparent"
+            border.color: overlay.color
+            border.width: overlay.selected ? 4 : 2
+        }
+
+        DragArea {
+            space: overlay
+            cursorShape: Qt.SizeAllCursor
+            onClicked: overlay.selectRequested()
+            onDragged: (x, y) => editor.move(x, y)
+            onEnded: editor.endMove()
+        }
+
+        Rectangle {
+            objectName: "badge"
+            x: 6
+            y: 6
+            width: badgeText.width + 18
+            height: badgeText.height + 10
+            radius: 4
+            color: overlay.color
+
+            Caption {
+                id: badgeText
+
+                objectName: "badgeText"
+                x: 9
+                y: 5
+                text: overlay.label
+                font: Theme.textFont(15, Font.Bold)
+                color: "black"
+                spoken: false
+            }
+        }
+
+        ResizeHandle {
+            objectName: "resizeHandle"
+            x: parent.width - width
+            y: parent.height - height
+            mark: overlay.color
+            visible: overlay.selected
+
+            DragArea {
+                space: overlay
+                cursorShape: Qt.SizeFDiagCursor
+                onPressed: body.forceActiveFocus(Qt.MouseFocusReason)
+                onDragged: (x, y) => editor.resize(x, y)
+                onEnded: editor.endResize()
+            }
+        }
+
+        FocusRing {
+            parentRadius: 0
+            distance: 5
+            visible: body.visualFocus
+        }
+    }
+}

@@ -1,0 +1,29 @@
+import QtQuick
+
+/// Follows a drag of its parent in the coordinates of `space`, which stays where it is when the parent moves. Whatever
+/// the parent is, the press gives it the focus.
+MouseArea {
+    id: area
+
+    required property Item space
+    property point start
+
+    /// How far the pointer is from where it was pressed.
+    signal dragged(real x, real y)
+    /// The last of a drag, even where it was taken away.
+    signal ended()
+
+    anchors.fill: parent
+    preventStealing: true
+
+    onPressed: mouse => {
+        start = mapToItem(space, mouse.x, mouse.y);
+        parent.forceActiveFocus(Qt.MouseFocusReason);
+    }
+    onPositionChanged: mouse => {
+        const now = mapToItem(space, mouse.x, mouse.y);
+        dragged(now.x - start.x, now.y - start.y);
+    }
+    onReleased: ended()
+    onCanceled: ended()
+}

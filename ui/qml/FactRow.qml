@@ -1,0 +1,37 @@
+import QtQuick
+import QtQuick.Layouts
+import Stackreel
+
+/// One fact about the source: what it is at the left, its value at the right.
+RowLayout {
+    id: row
+
+    property string label
+    property string value
+
+    spacing: 8
+
+    Caption {
+        text: row.label
+        color: Theme.white(0.62)
+    }
+
+    Caption {
+        id: valueText
+
+        Layout.fillWidth: true
+        text: row.value
+        font: Theme.fixedFont(13)
+        horizontalAlignment: Text.AlignRight
+        elide: Text.ElideMiddle
+
+        HoverHandler {
+            id: pointer
+        }
+
+        HoverHint {
+            text: row.value
+            shown: pointer.hovered && valueText.truncated
+        }
+    }
+}

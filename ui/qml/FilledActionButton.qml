@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Layouts
+import Stackreel
+
+/// The button for what the window is there for. Stretches over the width when `fillsWidth`, with its symbol at the right
+/// edge.
+ActionButton {
+    id: button
+
+    property color color: Theme.signalCoral
+    property bool fillsWidth: false
+    property url symbol
+    property bool busy: false ///< a spinner in place of the symbol
+
+    Layout.fillWidth: fillsWidth
+    horizontalPadding: 16
+    verticalPadding: 11
+
+    contentItem: RowLayout {
+        spacing: 8
+
+        Caption {
+            Layout.fillWidth: true
+            text: button.text
+            font: button.font
+            color: button.enabled ? "black" : Theme.white(0.42)
+            elide: Text.ElideRight
+            spoken: false
+        }
+
+        Spinner {
+            objectName: "spinner"
+            implicitWidth: 16
+            color: "black"
+            visible: button.busy
+            Accessible.ignored: true
+        }
+
+        Image {
+            objectName: "symbol"
+            source: button.symbol
+            sourceSize.width: 14
+            sourceSize.height: 14
+            visible: status === Image.Ready && !button.busy
+        }
+    }
+    background: Rectangle {
+        color: button.enabled ? Theme.faded(button.color, button.down ? 0.8 : 1) : Theme.white(0.07)
+        radius: button.cornerRadius
+    }
+}

@@ -1,0 +1,15 @@
+import QtQuick
+
+/// Drawn around its parent while that has the focus of the keyboard.
+Rectangle {
+    property real parentRadius: 7
+    property real distance: 3
+
+    anchors.fill: parent
+    anchors.margins: -distance
+    z: 1
+    color: "transparent"
+    border.color: "white"
+    border.width: 2
+    radius: parentRadius + distance
+}

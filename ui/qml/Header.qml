@@ -1,0 +1,67 @@
+import QtQuick
+import QtQuick.Layouts
+import Stackreel
+
+/// The window's title, what it is doing, and the way to another clip.
+Item {
+    id: header
+
+    required property WindowModel model
+    /// What is empty in the header, below everything else; for the shell to move the window by.
+    readonly property alias dragArea: emptyArea
+
+    implicitHeight: row.implicitHeight
+
+    Item {
+        id: emptyArea
+
+        anchors.fill: parent
+    }
+
+    RowLayout {
+        id: row
+
+        anchors.fill: parent
+        spacing: 8
+
+        ColumnLayout {
+            Layout.alignment: Qt.AlignTop
+            Layout.fillWidth: true
+            spacing: 5
+
+            Caption {
+                objectName: "title"
+                text: "Stackreel"
+                font: Theme.titleFont(30)
+                Accessible.role: Accessible.Heading
+            }
+
+            StatusLine {
+                Layout.fillWidth: true
+                message: header.model.phaseMessage
+                failed: header.model.phase === WindowModel.Failed
+            }
+
+            Item {
+                objectName: "progressSlot"
+                implicitWidth: 220
+                implicitHeight: 3
+
+                ExportProgressBar {
+                    objectName: "exportProgress"
+                    anchors.fill: parent
+                    visible: header.model.phase === WindowModel.Exporting
+                }
+            }
+        }
+
+        OutlineActionButton {
+            objectName: "chooseButton"
+            Layout.alignment: Qt.AlignTop
+            text: qsTr("Choose video")
+            visible: header.model.phase !== WindowModel.Empty
+            // Its key, Ctrl+O, is the menu's, which is always there.
+            onClicked: header.model.chooseSource()
+        }
+    }
+}

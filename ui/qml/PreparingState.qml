@@ -1,0 +1,24 @@
+import QtQuick
+import Stackreel
+
+/// What the workspace shows while a clip is being opened.
+Item {
+    Column {
+        anchors.centerIn: parent
+        spacing: 16
+
+        Spinner {
+            anchors.horizontalCenter: parent.horizontalCenter
+            Accessible.role: Accessible.ProgressBar
+            Accessible.name: preparingText.text
+        }
+
+        Caption {
+            id: preparingText
+
+            objectName: "preparingText"
+            text: qsTr("Preparing preview")
+            font: Theme.textFont(18, Font.Bold)
+        }
+    }
+}

@@ -1,0 +1,185 @@
+import QtQuick
+import QtQuick.Layouts
+import Stackreel
+
+/// The clip as a row of thumbnails, with the kept range between two handles, and the playhead.
+Item {
+    id: timeline
+
+    required property WindowModel model
+    required property color accent
+
+    implicitHeight: 84
+
+    TimelineEditor {
+        id: editor
+
+        model: timeline.model
+        width: strip.width
+    }
+
+    ColumnLayout {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 10
+
+        RowLayout {
+            spacing: 14
+
+            Caption {
+                objectName: "trimTitle"
+                Layout.fillWidth: true
+                text: qsTr("Trim")
+                font: Theme.textFont(15, Font.Black)
+                Accessible.role: Accessible.Heading
+            }
+
+            Caption {
+                objectName: "rangeText"
+                text: timeline.model.rangeText
+                font: Theme.textFont(12, Font.DemiBold)
+                color: Theme.white(0.62)
+            }
+
+            Caption {
+                objectName: "selectedText"
+                text: timeline.model.selectedText
+                font: Theme.textFont(12, Font.DemiBold)
+                color: Theme.white(0.72)
+            }
+        }
+
+        Item {
+            id: strip
+
+            objectName: "strip"
+            Layout.fillWidth: true
+            implicitHeight: 42
+
+            TimelineSlider {
+                id: position
+
+                objectName: "videoPosition"
+                x: editor.inset
+                width: editor.trackWidth
+                height: 42
+                name: qsTr("Video position")
+                value: timeline.model.currentTime
+                valueText: timeline.model.timeText(value)
+                maximumValue: timeline.model.duration
+                stepSize: editor.step
+                onStepped: direction => editor.adjustPlayhead(direction)
+
+                ThumbnailStrip {
+                    objectName: "thumbnails"
+                    anchors.fill: parent
+                    model: timeline.model
+                }
+
+                FocusRing {
+                    parentRadius: 5
+                    visible: position.visualFocus
+                }
+            }
+
+            Rectangle {
+                objectName: "cutBefore"
+                x: editor.inset
+                width: Math.max(editor.startX - editor.inset, 0)
+                height: 42
+                color: Theme.black(0.7)
+            }
+
+            Rectangle {
+                objectName: "cutAfter"
+                x: editor.endX
+                width: Math.max(editor.inset + editor.trackWidth - editor.endX, 0)
+                height: 42
+                color: Theme.black(0.7)
+            }
+
+            Rectangle {
+                objectName: "rangeBar"
+                x: editor.startX
+                y: 38
+                width: Math.max(editor.endX - editor.startX, 0)
+                height: 4
+                color: timeline.accent
+            }
+
+            Rectangle {
+                objectName: "playhead"
+                x: editor.playheadX - width / 2
+                y: -2
+                width: 2
+                height: 46
+                color: "white"
+            }
+
+            TrimHandle {
+                id: startHandle
+
+                objectName: "trimStartHandle"
+                x: editor.startX - width / 2
+                y: -2
+                accent: timeline.accent
+                active: editor.startActive
+                name: qsTr("Trim start")
+                value: timeline.model.trimStart
+                valueText: timeline.model.timeText(value)
+                maximumValue: timeline.model.duration
+                stepSize: editor.step
+                onStepped: direction => editor.adjustTrimStart(direction)
+            }
+
+            TrimHandle {
+                id: endHandle
+
+                objectName: "trimEndHandle"
+                x: editor.endX - width / 2
+                y: -2
+                accent: timeline.accent
+                active: editor.endActive
+                name: qsTr("Trim end")
+                value: timeline.model.trimEnd
+                valueText: timeline.model.timeText(value)
+                maximumValue: timeline.model.duration
+                stepSize: editor.step
+                onStepped: direction => editor.adjustTrimEnd(direction)
+            }
+
+            MouseArea {
+                objectName: "trimTimeline"
+                // As high as the handles, which are a little higher than the strip.
+                anchors.fill: parent
+                anchors.topMargin: -2
+                anchors.bottomMargin: -2
+                hoverEnabled: true
+                preventStealing: true
+                cursorShape: editor.cursorShape
+
+                onPressed: mouse => {
+                    editor.press(mouse.x);
+                    const grabbed = editor.grabsStart ? startHandle : editor.grabsEnd ? endHandle : position;
+                    grabbed.forceActiveFocus(Qt.MouseFocusReason);
+                }
+                onPositionChanged: mouse => {
+                    editor.drag(mouse.x);
+                    editor.hover(mouse.x);
+                }
+                onReleased: endDrag()
+                onCanceled: endDrag()
+                onVisibleChanged: if (!visible) editor.leave()
+                // A pointer that holds something still belongs to the strip.
+                onExited: if (!pressed) editor.leave()
+
+                function endDrag() {
+                    editor.release();
+                    if (!containsMouse)
+                        editor.leave();
+                }
+            }
+        }
+    }
+}

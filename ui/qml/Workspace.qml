@@ -1,0 +1,56 @@
+import QtQuick
+import QtQuick.Layouts
+import Stackreel
+
+/// The canvas, in one of its three states, and the trim timeline below it.
+Rectangle {
+    id: workspace
+
+    required property WindowModel model
+    readonly property bool showsVideo: model.hasMedia && model.hasPlayer
+
+    color: Theme.stage
+    radius: 10
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Item {
+            objectName: "canvasArea"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+
+            VideoCanvas {
+                objectName: "videoCanvas"
+                anchors.fill: parent
+                model: workspace.model
+                visible: workspace.showsVideo
+            }
+
+            PreparingState {
+                objectName: "preparingState"
+                anchors.fill: parent
+                visible: !workspace.showsVideo && workspace.model.phase === WindowModel.Preparing
+            }
+
+            EmptyState {
+                objectName: "emptyState"
+                anchors.fill: parent
+                model: workspace.model
+                visible: !workspace.showsVideo && workspace.model.phase !== WindowModel.Preparing
+            }
+        }
+
+        TrimTimeline {
+            objectName: "timeline"
+            Layout.fillWidth: true
+            Layout.leftMargin: 18
+            Layout.rightMargin: 18
+            Layout.bottomMargin: 14
+            model: workspace.model
+            accent: Theme.signalCoral
+            visible: workspace.model.editable
+        }
+    }
+}
