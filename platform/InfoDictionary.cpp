@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include <fstream>
+#include <sstream>
 
 namespace stackreel
 {
@@ -10,7 +11,10 @@ namespace stackreel
 InfoDictionary InfoDictionary::read(const std::filesystem::path& file)
 {
     std::ifstream stream(file, std::ios::binary);
-    const auto root = nlohmann::json::parse(stream, nullptr, false);
+    // Copied by the stream, which takes note of a failure where the parser's own reading would throw.
+    std::ostringstream content;
+    content << stream.rdbuf();
+    const auto root = nlohmann::json::parse(content.str(), nullptr, false);
     std::map<std::string, std::string> texts;
     if (!root.is_object())
         return {};

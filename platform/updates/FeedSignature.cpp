@@ -1,5 +1,7 @@
 #include "platform/updates/FeedSignature.h"
 
+#include "platform/updates/Base64.h"
+
 #include <sodium.h>
 
 namespace stackreel
@@ -13,17 +15,6 @@ static_assert(sizeof(FeedKey::bytes) == crypto_sign_PUBLICKEYBYTES);
 
 constexpr std::size_t signatureLength =
     sodium_base64_ENCODED_LEN(crypto_sign_BYTES, sodium_base64_VARIANT_ORIGINAL) - 1;
-
-/// The bytes of a text of which every character counts; false when they are not exactly as many as fit.
-template <std::size_t Size>
-bool decodeBase64(std::string_view text, std::array<unsigned char, Size>& bytes)
-{
-    std::size_t length = 0;
-    const char* end = nullptr;
-    const int status = sodium_base642bin(bytes.data(), bytes.size(), text.data(), text.size(), nullptr,
-                                         &length, &end, sodium_base64_VARIANT_ORIGINAL);
-    return status == 0 && length == bytes.size() && end == text.data() + text.size();
-}
 
 } // namespace
 

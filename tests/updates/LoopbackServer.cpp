@@ -1,0 +1,87 @@
+#include "tests/updates/LoopbackServer.h"
+
+#include <QTimer>
+
+namespace stackreel
+{
+
+LoopbackServer::LoopbackServer(Answer answer) : m_answer(std::move(answer))
+{
+    QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] { accept(); });
+    if (!m_server.listen(QHostAddress::LocalHost))
+        throw std::runtime_error("no port to listen on");
+}
+
+QUrl LoopbackServer::url(const QByteArray& path) const
+{
+    return QUrl(
+        QStringLiteral("http://127.0.0.1:%1%2").arg(m_server.serverPort()).arg(QString::fromLatin1(path)));
+}
+
+void LoopbackServer::accept()
+{
+    QTcpSocket* const connection = m_server.nextPendingConnection();
+    QObject::connect(connection, &QTcpSocket::disconnected, connection, &QObject::deleteLater);
+    QObject::connect(connection, &QTcpSocket::readyRead, connection,
+                     [this, connection, request = QByteArray()]() mutable {
+                         request += connection->readAll();
+                         if (!request.endsWith("\r\n\r\n"))
+                             return;
+                         m_lastRequest = std::exchange(request, {});
+                         m_paths.append(m_lastRequest.split(' ').value(1));
+                         m_answer(*connection, m_paths.last());
+                     });
+}
+
+LoopbackServer::Answer sendDocument(QByteArray document)
+{
+    return [document](QTcpSocket& connection, const QByteArray&) {
+        connection.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(document.size()) +
+                         "\r\n\r\n" + document);
+    };
+}
+
+LoopbackServer::Answer sendAndClose(QByteArray bytes)
+{
+    return [bytes](QTcpSocket& connection, const QByteArray&) {
+        connection.write(bytes);
+        connection.disconnectFromHost();
+    };
+}
+
+LoopbackServer::Answer sendForever(QByteArray start, QByteArray bytes, qint64* sent)
+{
+    return [start, bytes, sent](QTcpSocket& connection, const QByteArray&) {
+        QObject::connect(&connection, &QTcpSocket::bytesWritten, &connection,
+                         [&connection, bytes, sent](qint64 count) {
+                             if (sent)
+                                 *sent += count;
+                             if (connection.bytesToWrite() < bytes.size())
+                                 connection.write(bytes);
+                         });
+        connection.write(start + bytes);
+    };
+}
+
+LoopbackServer::Answer drip(QByteArray start)
+{
+    return [start](QTcpSocket& connection, const QByteArray&) {
+        auto* const timer = new QTimer(&connection);
+        QObject::connect(timer, &QTimer::timeout, &connection, [&connection] { connection.write("x"); });
+        timer->start(5);
+        connection.write(start);
+    };
+}
+
+LoopbackServer::Answer redirectTo(QByteArray location)
+{
+    return sendAndClose("HTTP/1.1 302 Found\r\nLocation: " + location +
+                        "\r\nContent-Length: 5\r\nConnection: close\r\n\r\nmoved");
+}
+
+LoopbackServer::Answer sayNothing()
+{
+    return [](QTcpSocket&, const QByteArray&) {};
+}
+
+} // namespace stackreel

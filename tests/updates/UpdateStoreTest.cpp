@@ -1,0 +1,74 @@
+#include "platform/updates/UpdateStore.h"
+
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+using namespace std::chrono_literals;
+
+TEST(UpdateStore, RemembersBetweenRunsAndMakesItsFolder)
+{
+    const TemporaryDirectory folder;
+    const auto file = folder / "state/stackreel/updates.ini";
+    const UpdateStore::Time time(1'789'000'000s);
+    {
+        UpdateStore store(file);
+        EXPECT_FALSE(store.lastCheck());
+        EXPECT_EQ(store.newestSerial(), 0);
+        store.setLastCheck(time + 300ms);
+        store.setNewestSerial(INT64_MAX);
+    }
+    const UpdateStore store(file);
+    EXPECT_EQ(store.lastCheck(), time);
+    EXPECT_EQ(store.newestSerial(), INT64_MAX);
+}
+
+TEST(UpdateStore, NeverForgetsAHigherSerial)
+{
+    const TemporaryDirectory folder;
+    UpdateStore store(folder / "updates.ini");
+    store.setNewestSerial(7);
+    store.setNewestSerial(5);
+    EXPECT_EQ(store.newestSerial(), 7);
+}
+
+TEST(UpdateStore, TakesABrokenFileForAnEmptyOne)
+{
+    const TemporaryDirectory folder;
+    for (const char* content :
+         {"nonsense", "[General]\nlastCheck=soon\nnewestSerial=many\n",
+          "[General]\nlastCheck=-5\nnewestSerial=-5\n",
+          "[General]\nlastCheck=9223372036854775807\nnewestSerial=9223372036854775808\n",
+          "[General]\nlastCheck=1, 2\nnewestSerial=@Variant(x)\n", "\xFF\xFE\x01\x02"}) {
+        const UpdateStore store(folder.write("updates.ini", content));
+        EXPECT_FALSE(store.lastCheck()) << content;
+        EXPECT_EQ(store.newestSerial(), 0) << content;
+    }
+}
+
+TEST(UpdateStore, GoesOnWhereItCannotWrite)
+{
+    UpdateStore store("/proc/none/updates.ini");
+    store.setNewestSerial(7);
+    store.setLastCheck(UpdateStore::Time(1s));
+    EXPECT_FALSE(store.lastCheck());
+}
+
+TEST(UpdateStore, LiesInTheUsersStateFolder)
+{
+    {
+        const ScopedEnvironment state("XDG_STATE_HOME", "/some/state");
+        EXPECT_EQ(UpdateStore::standardFile(), "/some/state/stackreel/updates.ini");
+    }
+    const ScopedEnvironment home("HOME", "/some/home");
+    for (const char* useless : {"", "relative/state"}) {
+        const ScopedEnvironment state("XDG_STATE_HOME", useless);
+        EXPECT_EQ(UpdateStore::standardFile(), "/some/home/.local/state/stackreel/updates.ini");
+    }
+}
+
+} // namespace stackreel

@@ -1,0 +1,96 @@
+#include "app/UpdaterController.h"
+
+#include "packaging/feed-tool/FeedSigningKey.h"
+#include "tests/support/Awaited.h"
+#include "tests/support/TemporaryDirectory.h"
+#include "tests/updates/LoopbackServer.h"
+#include "tests/updates/RecordedMessages.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// A controller as the application builds it from the text of an information dictionary.
+class UpdaterControllerTest : public testing::Test
+{
+protected:
+    InfoDictionary info(const std::string& json) const
+    {
+        return InfoDictionary::read(folder.write("Info.json", json));
+    }
+    UpdateServices services() const
+    {
+        return {.messages = messages,
+                .store = UpdateStore(folder / "updates.ini"),
+                .schedule = {.firstLook = std::chrono::milliseconds(0)}};
+    }
+
+    TemporaryDirectory folder;
+    std::shared_ptr<RecordedMessages> messages = std::make_shared<RecordedMessages>();
+    LoopbackServer server{sayNothing()};
+};
+
+} // namespace
+
+TEST_F(UpdaterControllerTest, EnablesUpdatesByTheKeyToTheLetter)
+{
+    struct Row {
+        const char* json;
+        bool enabled;
+    };
+    const Row rows[] = {
+        {R"({})", false},
+        {R"({"SUFeedURL": "https://example.org/"})", false},
+        {R"({"suPublicEDKey": "key"})", false},
+        {R"({"SUPublicEDKey": 7})", false},
+        {R"({"SUPublicEDKey": true})", false},
+        {R"({"SUPublicEDKey": null})", false},
+        {R"({"SUPublicEDKey": ["key"]})", false},
+        {R"({"SUPublicEDKey": {"key": "key"}})", false},
+        {R"({"SUPublicEDKey": ""})", false},
+        {R"({"SUPublicEDKey": "REPLACE_BEFORE_RELEASE"})", false},
+        {R"({"SUPublicEDKey": " REPLACE_BEFORE_RELEASE"})", true},
+        {R"({"SUPublicEDKey": "REPLACE_BEFORE_RELEASE "})", true},
+        {R"({"SUPublicEDKey": "REPLACE_BEFORE_RELEASE\u0000"})", true},
+        {R"({"SUPublicEDKey": "replace_before_release"})", true},
+        {R"({"SUPublicEDKey": " "})", true},
+        {R"({"SUPublicEDKey": "\u0000"})", true},
+        {R"({"SUPublicEDKey": "anything"})", true},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(UpdaterController::enablesUpdates(info(row.json)), row.enabled) << row.json;
+        const UpdaterController controller(info(row.json), services());
+        EXPECT_EQ(controller.updatesEnabled(), row.enabled) << row.json;
+    }
+}
+
+TEST_F(UpdaterControllerTest, DoesNothingAtAllWithoutAKey)
+{
+    UpdaterController controller(info(R"({"SUFeedURL": ")" + server.url().toString().toStdString() + R"("})"),
+                                 services());
+    controller.checkForUpdates();
+    controller.controller().checkForUpdates(nullptr);
+    eventually([] { return false; }, std::chrono::milliseconds(50));
+    EXPECT_TRUE(messages->said.empty());
+    EXPECT_TRUE(server.paths().isEmpty());
+}
+
+TEST_F(UpdaterControllerTest, ReadsTheFeedOfTheDictionaryAtLaunchAndWhenTheUserAsks)
+{
+    const FeedSigningKey key = FeedSigningKey::generate();
+    server.setAnswer(sendDocument(QByteArray::fromStdString(key.signedDocument(
+        R"({"serial": 1, "releases": [{"version": "0.0.1", "notes": "", "download": "https://example.org/"}]})"))));
+    UpdaterController controller(info(R"({"SUFeedURL": ")" + server.url().toString().toStdString() +
+                                      R"(", "SUPublicEDKey": ")" + key.publicKey() + R"("})"),
+                                 services());
+    ASSERT_TRUE(eventually([&] { return server.paths().size() == 1; }));
+    controller.checkForUpdates();
+    ASSERT_TRUE(eventually([&] { return !messages->said.empty(); }));
+    EXPECT_EQ(messages->said, std::vector<std::string>({"up to date with " STACKREEL_VERSION}));
+}
+
+} // namespace stackreel
