@@ -1,6 +1,7 @@
 #include "platform/updates/UpdateMessageBoxes.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -24,8 +25,9 @@ void addNotes(QMessageBox* box, const QString& notes)
         box->setInformativeText(notes);
     else
         box->setDetailedText(notes);
-    // The informative text takes its format only from a call behind its own.
-    box->setTextFormat(Qt::PlainText);
+    // The box's own text format leaves its informative text out.
+    for (QLabel* label : box->findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
 }
 
 } // namespace
