@@ -48,10 +48,12 @@ QRect ThumbnailPainter::cell(int index, int count, QSizeF points, double deviceP
 {
     const double width = std::max((points.width() - spacing * (count - 1)) / count, 0.0);
     const double left = index * (width + spacing);
+    // Of the last cell what the row ends with, as sums of fractions end just beside it.
+    const double right = index == count - 1 ? std::max(points.width(), left) : left + width;
     const auto pixel = [devicePixelRatio](double x) {
         return static_cast<int>(std::lround(x * devicePixelRatio));
     };
-    return {pixel(left), 0, pixel(left + width) - pixel(left), pixel(points.height())};
+    return {pixel(left), 0, pixel(right) - pixel(left), pixel(points.height())};
 }
 
 QRectF ThumbnailPainter::filling(QSize picture, QSize cell)

@@ -1,0 +1,224 @@
+#include "ui/CropEditor.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <cmath>
+
+namespace stackreel
+{
+
+namespace
+{
+
+const QRectF start(0.1, 0.2, 0.225, 0.4); // 225 × 200 points
+
+/// An editor over a picture of 1000 × 500 points, shown from 2000 × 1000 pixels, with an owner that writes
+/// what the editor asks for, as the window does.
+struct OwnedEditor {
+    OwnedEditor()
+    {
+        QObject::connect(&editor, &CropEditor::regionEdited, &editor, &CropEditor::setRegion);
+        editor.setViewSize(QSizeF(1000, 500));
+        editor.setProperty("sourceSize", QSizeF(2000, 1000));
+        editor.setProperty("panelAspect", 1.125);
+        editor.setRegion(start);
+    }
+
+    bool press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        return editor.pressKey(key, static_cast<int>(modifiers.toInt()));
+    }
+
+    CropEditor editor;
+    QSignalSpy selections{&editor, &CropEditor::selectRequested};
+    QSignalSpy edits{&editor, &CropEditor::regionEdited};
+};
+
+bool isNear(const QRectF& one, const QRectF& other)
+{
+    return std::abs(one.x() - other.x()) < 1e-9 && std::abs(one.y() - other.y()) < 1e-9 &&
+           std::abs(one.width() - other.width()) < 1e-9 && std::abs(one.height() - other.height()) < 1e-9;
+}
+
+TEST(CropEditorTest, TheRegionIsDrawnAtItsFractionsOfTheView)
+{
+    const OwnedEditor owned;
+    EXPECT_EQ(owned.editor.displayRect(), QRectF(100, 100, 225, 200));
+}
+
+TEST(CropEditorTest, WhereTheRegionIsDrawnFollowsTheRegionAndTheView)
+{
+    OwnedEditor owned;
+    QSignalSpy changes(&owned.editor, &CropEditor::displayRectChanged);
+    owned.editor.setRegion(QRectF(0, 0, 0.5, 0.5));
+    owned.editor.setViewSize(QSizeF(600, 400));
+    owned.editor.setViewSize(QSizeF(600, 400));
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_EQ(owned.editor.displayRect(), QRectF(0, 0, 300, 200));
+}
+
+TEST(CropEditorTest, AnEditorChangesNothingUnlessTheOwnerDoes)
+{
+    CropEditor editor;
+    editor.setViewSize(QSizeF(1000, 500));
+    editor.setRegion(start);
+    editor.move(50, 50);
+    editor.resize(50, 50);
+    EXPECT_EQ(editor.region(), start);
+}
+
+TEST(CropEditorTest, EveryChangeOfAMoveAsksForTheSelection)
+{
+    OwnedEditor owned;
+    owned.editor.move(10, 0);
+    owned.editor.move(20, 0);
+    EXPECT_EQ(owned.selections.count(), 2);
+    EXPECT_TRUE(isNear(owned.editor.region(), start.translated(0.02, 0)));
+}
+
+TEST(CropEditorTest, AResizeDoesNotAskForTheSelection)
+{
+    OwnedEditor owned;
+    owned.editor.resize(0, 50);
+    EXPECT_EQ(owned.selections.count(), 0);
+    EXPECT_TRUE(isNear(owned.editor.region(), QRectF(0.1, 0.2, 0.28125, 0.5)));
+}
+
+TEST(CropEditorTest, AMovementOfLessThanAPointIsNoDrag)
+{
+    OwnedEditor owned;
+    owned.editor.move(0.6, 0.6);
+    owned.editor.resize(-0.9, 0);
+    EXPECT_EQ(owned.edits.count(), 0);
+    EXPECT_FALSE(owned.editor.isMoving());
+    EXPECT_FALSE(owned.editor.isResizing());
+    owned.editor.move(0, 1);
+    EXPECT_EQ(owned.edits.count(), 1);
+}
+
+TEST(CropEditorTest, ADragThatComesBackWithinAPointGoesOn)
+{
+    OwnedEditor owned;
+    owned.editor.move(30, 0);
+    owned.editor.move(0, 0);
+    EXPECT_EQ(owned.editor.region(), start);
+}
+
+TEST(CropEditorTest, AStartIsKeptUntilTheDragEnds)
+{
+    OwnedEditor owned;
+    owned.editor.move(100, 0);
+    EXPECT_TRUE(owned.editor.isMoving());
+    owned.editor.endMove();
+    EXPECT_FALSE(owned.editor.isMoving());
+    owned.editor.move(100, 0);
+    EXPECT_TRUE(isNear(owned.editor.region(), start.translated(0.2, 0)));
+    owned.editor.resize(10, 0);
+    EXPECT_TRUE(owned.editor.isResizing());
+    owned.editor.endResize();
+    EXPECT_FALSE(owned.editor.isResizing());
+}
+
+TEST(CropEditorTest, TheArrowsMoveByOneSourcePixelAndWithShiftByTen)
+{
+    struct Row {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        QPointF moved; // source pixels
+    };
+    for (const Row& row :
+         {Row{Qt::Key_Right, Qt::NoModifier, {1, 0}}, Row{Qt::Key_Left, Qt::NoModifier, {-1, 0}},
+          Row{Qt::Key_Down, Qt::NoModifier, {0, 1}}, Row{Qt::Key_Up, Qt::NoModifier, {0, -1}},
+          Row{Qt::Key_Right, Qt::ShiftModifier, {10, 0}}, Row{Qt::Key_Up, Qt::ShiftModifier, {0, -10}}}) {
+        OwnedEditor owned;
+        EXPECT_TRUE(owned.press(row.key, row.modifiers));
+        EXPECT_TRUE(
+            isNear(owned.editor.region(), start.translated(row.moved.x() / 2000, row.moved.y() / 1000)));
+        EXPECT_EQ(owned.selections.count(), 1);
+    }
+}
+
+TEST(CropEditorTest, WithControlTheArrowsResizeAboutTheSameCorner)
+{
+    OwnedEditor owned;
+    EXPECT_TRUE(owned.press(Qt::Key_Right, Qt::ControlModifier));
+    EXPECT_DOUBLE_EQ(owned.editor.region().width(), 0.225 + 1.0 / 2000);
+    EXPECT_DOUBLE_EQ(owned.editor.region().height(), 225.5 / 1.125 / 500);
+    EXPECT_EQ(owned.editor.region().topLeft(), start.topLeft());
+    owned.editor.setRegion(start);
+    EXPECT_TRUE(owned.press(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier));
+    EXPECT_DOUBLE_EQ(owned.editor.region().height(), 0.4 - 10.0 / 1000);
+}
+
+TEST(CropEditorTest, OtherKeysAreLeftToOthers)
+{
+    OwnedEditor owned;
+    EXPECT_FALSE(owned.press(Qt::Key_Space));
+    EXPECT_FALSE(owned.press(Qt::Key_Tab, Qt::ShiftModifier));
+    EXPECT_EQ(owned.edits.count(), 0);
+}
+
+TEST(CropEditorTest, WithoutASizeOfTheSourceKeysMoveNothing)
+{
+    OwnedEditor owned;
+    owned.editor.setProperty("sourceSize", QSizeF());
+    owned.press(Qt::Key_Right);
+    EXPECT_EQ(owned.editor.region(), start);
+}
+
+double anyIn(double low, double high)
+{
+    return low + (high - low) * *rc::gen::inRange(0, 100001) / 1e5;
+}
+
+RC_GTEST_PROP(CropEditorProperty, AMoveDependsOnItsLastPlaceAloneAndNotOnTheWayThere, ())
+{
+    OwnedEditor direct;
+    OwnedEditor wandering;
+    for (int count = *rc::gen::inRange(0, 10); count > 0; --count)
+        wandering.editor.move(anyIn(-2000, 2000), anyIn(-2000, 2000));
+    const double x = anyIn(1, 2000);
+    const double y = anyIn(-2000, 2000);
+    wandering.editor.move(x, y);
+    direct.editor.move(x, y);
+    RC_ASSERT(wandering.editor.region() == direct.editor.region());
+}
+
+RC_GTEST_PROP(CropEditorProperty, AResizeDependsOnItsLastPlaceAloneAndNotOnTheWayThere, ())
+{
+    OwnedEditor direct;
+    OwnedEditor wandering;
+    for (int count = *rc::gen::inRange(0, 10); count > 0; --count)
+        wandering.editor.resize(anyIn(-2000, 2000), anyIn(-2000, 2000));
+    const double x = anyIn(1, 2000);
+    const double y = anyIn(-2000, 2000);
+    wandering.editor.resize(x, y);
+    direct.editor.resize(x, y);
+    RC_ASSERT(wandering.editor.region() == direct.editor.region());
+}
+
+RC_GTEST_PROP(CropEditorProperty, AMoveThatReturnsToItsStartGivesTheStartBack, ())
+{
+    OwnedEditor owned;
+    owned.editor.move(anyIn(1, 5000), anyIn(-5000, 5000));
+    owned.editor.move(0, 0);
+    RC_ASSERT(owned.editor.region() == start);
+}
+
+RC_GTEST_PROP(CropEditorProperty, KeysAndThePointerMeetAtTheSamePlace, ())
+{
+    OwnedEditor pressed;
+    OwnedEditor dragged;
+    const int steps = *rc::gen::inRange(2, 100);
+    for (int step = 0; step < steps; ++step)
+        pressed.press(Qt::Key_Right);
+    dragged.editor.move(steps / 2.0, 0); // two source pixels are a point
+    RC_ASSERT(isNear(pressed.editor.region(), dragged.editor.region()));
+}
+
+} // namespace
+
+} // namespace stackreel
