@@ -24,6 +24,11 @@ public:
     QString version() const; ///< the program's own
 
     Q_INVOKABLE void checkForUpdates() const;
+    /// The user wants the program to end: by the menu, by its key, or by closing the window.
+    Q_INVOKABLE void quit() { Q_EMIT quitRequested(); }
+
+Q_SIGNALS:
+    void quitRequested();
 
 private:
     std::function<void()> m_checkForUpdates;

@@ -1,7 +1,8 @@
 import QtQuick
 import Stackreel
 
-/// The main window: the title strip over the content, in a frame of our own.
+/// The main window: the title strip over the content, in a frame of our own. The desktop moves and resizes it, so that
+/// it tiles and snaps as any other.
 Window {
     id: window
 
@@ -9,22 +10,42 @@ Window {
     required property WindowActions actions
 
     title: "Stackreel"
-    color: "#0e1114"
-    flags: Qt.Window | Qt.FramelessWindowHint
+    color: Theme.graphite
+    flags: Qt.Window | Qt.FramelessWindowHint | Qt.WindowMinMaxButtonsHint | Qt.WindowCloseButtonHint
+    // The content gets no smaller than 980 × 680.
     minimumWidth: 980
     minimumHeight: 680 + strip.height
 
-    Item {
-        id: strip
-
-        width: parent.width
-        height: 30
-    }
+    onClosing: actions.quit()
 
     ContentView {
+        id: content
+
+        objectName: "contentView"
         anchors.fill: parent
         anchors.topMargin: strip.height
-        objectName: "contentView"
         model: window.model
+    }
+
+    WindowMoveArea {
+        objectName: "headerMoveArea"
+        parent: content.dragArea
+        anchors.fill: parent
+        window: window
+    }
+
+    TitleStrip {
+        id: strip
+
+        objectName: "titleStrip"
+        width: parent.width
+        window: window
+        model: window.model
+        actions: window.actions
+    }
+
+    WindowFrame {
+        anchors.fill: parent
+        window: window
     }
 }

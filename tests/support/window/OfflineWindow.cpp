@@ -98,7 +98,10 @@ VideoFrame OfflineWindow::picture(QSize pixels, Qt::GlobalColor colour)
 
 QQuickItem* OfflineWindow::find(const QString& objectName)
 {
-    return descendant(window().contentItem(), objectName);
+    if (QQuickItem* found = descendant(window().contentItem(), objectName))
+        return found;
+    // What a closed menu holds is in no tree of items yet.
+    return window().findChild<QQuickItem*>(objectName);
 }
 
 QQuickItem& OfflineWindow::item(const QString& objectName)

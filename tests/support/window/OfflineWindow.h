@@ -30,6 +30,7 @@ public:
     QQuickWindow& window() { return m_mainWindow->window(); }
     FakeQueuePlayer& player() { return m_world.playback->player(); }
     FakeServices& world() { return m_world; }
+    WindowActions& actions() { return m_actions; }
     /// How often "Check for Updates…" was chosen.
     int updateChecks() const { return m_updateChecks; }
 

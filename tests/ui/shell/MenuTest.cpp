@@ -1,0 +1,162 @@
+#include "tests/support/window/OfflineWindow.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+const auto choose = QStringLiteral("chooseVideoItem");
+const auto updates = QStringLiteral("updatesItem");
+const auto toggle = QStringLiteral("togglePreviewItem");
+
+QString text(OfflineWindow& offline, const QString& item)
+{
+    return offline.item(item).property("text").toString();
+}
+
+/// Opens the menu with this title and clicks on one of its items.
+void clickItem(OfflineWindow& offline, const QString& menuTitle, const QString& item)
+{
+    for (QQuickItem* title : offline.item(QStringLiteral("menuBar")).findChildren<QQuickItem*>())
+        if (title->property("text").toString() == menuTitle && title->inherits("QQuickMenuBarItem")) {
+            const QPoint centre =
+                title->mapToScene(QPointF(title->width() / 2, title->height() / 2)).toPoint();
+            QTest::mouseClick(&offline.window(), Qt::LeftButton, Qt::NoModifier, centre);
+            OfflineWindow::settle();
+            offline.click(item);
+            return;
+        }
+    FAIL() << "no menu " << menuTitle.toStdString();
+}
+
+std::vector<Phase> everyPhase()
+{
+    return {Phase::empty(),     Phase::preparing(),        Phase::ready(),
+            Phase::exporting(), Phase::complete("/a.mp4"), Phase::failed("No video.")};
+}
+
+TEST(MenuTest, TheItemsHaveTheirTexts)
+{
+    OfflineWindow offline;
+    EXPECT_EQ(text(offline, choose), QStringLiteral("Choose Video…"));
+    EXPECT_EQ(text(offline, updates), QStringLiteral("Check for Updates…"));
+    EXPECT_EQ(text(offline, toggle), QStringLiteral("Play Preview"));
+    EXPECT_EQ(text(offline, QStringLiteral("aboutItem")), QStringLiteral("About Stackreel"));
+    EXPECT_EQ(text(offline, QStringLiteral("quitItem")), QStringLiteral("Quit"));
+}
+
+TEST(MenuTest, ThePlaybackItemNamesWhatItWillDo)
+{
+    OfflineWindow offline;
+    offline.model().setPreviewPlaying(true);
+    EXPECT_EQ(text(offline, toggle), QStringLiteral("Pause Preview"));
+    offline.model().setPreviewPlaying(false);
+    EXPECT_EQ(text(offline, toggle), QStringLiteral("Play Preview"));
+}
+
+TEST(MenuTest, ThePlaybackItemIsEnabledWhileTheSourceCanBeEdited)
+{
+    OfflineWindow offline;
+    const bool expected[] = {false, false, true, false, true, false};
+    const bool* row = expected;
+    for (const Phase& phase : everyPhase()) {
+        offline.model().setPhase(phase);
+        EXPECT_EQ(offline.item(toggle).isEnabled(), *row++) << offline.model().phaseMessage();
+    }
+}
+
+TEST(MenuTest, ChoosingAndCheckingAreAlwaysEnabled)
+{
+    OfflineWindow offline;
+    for (const Phase& phase : everyPhase()) {
+        offline.model().setPhase(phase);
+        EXPECT_TRUE(offline.item(choose).isEnabled());
+        EXPECT_TRUE(offline.item(updates).isEnabled());
+    }
+}
+
+TEST(MenuTest, ControlOOpensTheSourceChooserInEveryPhase)
+{
+    OfflineWindow offline;
+    std::size_t shown = 0;
+    for (const Phase& phase : everyPhase()) {
+        offline.model().setPhase(phase);
+        offline.key(Qt::Key_O, Qt::ControlModifier);
+        EXPECT_EQ(offline.world().openPanel->timesShown(), ++shown) << offline.model().phaseMessage();
+    }
+}
+
+TEST(MenuTest, ChooseVideoOpensTheSourceChooser)
+{
+    OfflineWindow offline;
+    clickItem(offline, QStringLiteral("File"), choose);
+    EXPECT_EQ(offline.world().openPanel->timesShown(), 1U);
+}
+
+TEST(MenuTest, CheckForUpdatesAsksForACheck)
+{
+    OfflineWindow offline;
+    clickItem(offline, QStringLiteral("Stackreel"), updates);
+    EXPECT_EQ(offline.updateChecks(), 1);
+}
+
+TEST(MenuTest, ThePlaybackItemTogglesThePreview)
+{
+    OfflineWindow offline;
+    offline.load();
+    ASSERT_TRUE(offline.model().previewPlaying());
+    clickItem(offline, QStringLiteral("Playback"), toggle);
+    EXPECT_FALSE(offline.model().previewPlaying());
+    clickItem(offline, QStringLiteral("Playback"), toggle);
+    EXPECT_TRUE(offline.model().previewPlaying());
+}
+
+TEST(MenuTest, ThePlaybackItemDoesNothingWithoutASource)
+{
+    OfflineWindow offline;
+    clickItem(offline, QStringLiteral("Playback"), toggle);
+    EXPECT_FALSE(offline.model().previewPlaying());
+}
+
+TEST(MenuTest, QuitClosingAndControlQAskForTheEnd)
+{
+    OfflineWindow offline;
+    const QSignalSpy asked(&offline.actions(), &WindowActions::quitRequested);
+    clickItem(offline, QStringLiteral("Stackreel"), QStringLiteral("quitItem"));
+    EXPECT_EQ(asked.count(), 1);
+    offline.key(Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(asked.count(), 2);
+    offline.click(QStringLiteral("closeButton"));
+    EXPECT_EQ(asked.count(), 3);
+}
+
+TEST(MenuTest, AboutNamesTheVersion)
+{
+    OfflineWindow offline;
+    clickItem(offline, QStringLiteral("Stackreel"), QStringLiteral("aboutItem"));
+    EXPECT_EQ(text(offline, QStringLiteral("versionText")),
+              QStringLiteral("Version ") + QStringLiteral(STACKREEL_VERSION));
+    EXPECT_TRUE(offline.item(QStringLiteral("closeAbout")).hasActiveFocus());
+    offline.key(Qt::Key_Space);
+    EXPECT_FALSE(offline.item(QStringLiteral("closeAbout")).isVisible());
+}
+
+TEST(MenuTest, TheMenusWorkByKeyboardAlone)
+{
+    OfflineWindow offline;
+    offline.key(Qt::Key_F10);
+    offline.key(Qt::Key_Right);
+    offline.key(Qt::Key_Down);
+    offline.key(Qt::Key_Return);
+    EXPECT_EQ(offline.world().openPanel->timesShown(), 1U);
+}
+
+} // namespace
+
+} // namespace stackreel

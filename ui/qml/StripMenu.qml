@@ -1,0 +1,26 @@
+import QtQuick
+import QtQuick.Templates as T
+import Stackreel
+
+/// A menu of the title strip.
+T.Menu {
+    id: menu
+
+    implicitWidth: Math.max(180, contentWidth + leftPadding + rightPadding)
+    implicitHeight: contentHeight + topPadding + bottomPadding
+    margins: 4
+    padding: 5
+    overlap: 1
+
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        model: menu.contentModel
+        interactive: false
+        currentIndex: menu.currentIndex
+    }
+    background: Rectangle {
+        color: Theme.menu
+        border.color: Theme.white(0.16)
+        radius: 8
+    }
+}

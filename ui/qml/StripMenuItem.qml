@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Stackreel
+
+/// One command of a menu, with the keys that have the same effect.
+T.MenuItem {
+    id: item
+
+    property string keys
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    horizontalPadding: 10
+    verticalPadding: 7
+
+    Accessible.name: text
+    Accessible.description: keys
+
+    contentItem: RowLayout {
+        spacing: 28
+
+        Caption {
+            Layout.fillWidth: true
+            text: item.text
+            opacity: item.enabled ? 1 : 0.42
+            spoken: false
+        }
+        Caption {
+            text: item.keys
+            color: Theme.white(item.enabled ? 0.62 : 0.3)
+            spoken: false
+        }
+    }
+    background: Rectangle {
+        radius: 5
+        color: Theme.white(item.highlighted && item.enabled ? 0.12 : 0)
+    }
+}

@@ -1,0 +1,14 @@
+import QtQuick
+import QtQuick.Templates as T
+import Stackreel
+
+/// A line between groups of commands.
+T.MenuSeparator {
+    implicitWidth: 60
+    implicitHeight: 11
+    verticalPadding: 5
+
+    contentItem: Rectangle {
+        color: Theme.white(0.14)
+    }
+}

@@ -1,0 +1,35 @@
+import QtQuick
+import QtQuick.Templates as T
+import Stackreel
+
+/// One of the window's own buttons. As on other windows it takes no focus: the desktop has keys for what it does.
+T.Button {
+    id: button
+
+    property color hoverColor: Theme.white(0.1)
+
+    implicitWidth: 42
+    focusPolicy: Qt.NoFocus
+
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+
+    contentItem: Item {
+        Image {
+            anchors.centerIn: parent
+            source: button.icon.source
+            sourceSize.width: 16
+            sourceSize.height: 16
+            opacity: button.hovered ? 1 : 0.78
+        }
+    }
+    background: Rectangle {
+        color: button.hovered || button.down ? button.hoverColor : "transparent"
+        opacity: button.down ? 0.7 : 1
+    }
+
+    HoverHint {
+        text: button.text
+        shown: button.hovered && !button.down
+    }
+}
