@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# versions.sh VERSION SOURCE-FOLDER: what is released says the same version and id everywhere.
+set -uo pipefail
+version=$1
+source=$2
+status=0
+id=io.github.stackreel.Stackreel
+
+same() { # WHAT EXPECTED FOUND
+  [ "$2" = "$3" ] || { echo "$1: expected $2, found $3"; status=1; }
+}
+
+metainfo=$source/packaging/linux/$id.metainfo.xml
+desktop=$source/packaging/linux/$id.desktop
+same changelog "$version" "$(sed -n '1s/.*(\(.*\)).*/\1/p' "$source/packaging/debian/changelog")"
+same metainfo "$version" "$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' "$metainfo" | head -n 1)"
+same id "$id" "$(sed -n 's|.*<id>\(.*\)</id>.*|\1|p' "$metainfo")"
+same launchable "$id.desktop" "$(sed -n 's|.*<launchable.*>\(.*\)</launchable>.*|\1|p' "$metainfo")"
+same icon "$id" "$(sed -n 's/^Icon=//p' "$desktop")"
+same "window class" "$id" "$(sed -n 's/^StartupWMClass=//p' "$desktop")"
+same flatpak "$id" "$(sed -n 's/^app-id: //p' "$source/packaging/flatpak/$id.yml")"
+# No file is opened by the desktop's file manager: the program takes none.
+same "file types" "" "$(grep -E '^MimeType|^Exec=.*%' "$desktop")"
+exit $status
