@@ -32,7 +32,8 @@ public:
     /// process has set for itself.
     ///
     /// Throws `SystemError`, at once, when the program does not exist, is a folder or not executable, has a
-    /// missing interpreter or an unknown format, or when the system cannot start another process.
+    /// missing interpreter or an unknown format, when the system cannot start another process, or when
+    /// children may start no more (`RunningChildren::end`).
     static std::shared_ptr<ChildProcess> launch(const ChildProcessLaunch& launch);
 
     /// Collects the child; blocks while it still runs.

@@ -2,6 +2,7 @@
 
 #include "platform/SystemCalls.h"
 #include "platform/SystemError.h"
+#include "platform/linux/ChildRegistry.h"
 
 #include <unistd.h>
 
@@ -63,6 +64,15 @@ std::vector<char*> argumentVector(std::vector<std::string>& words)
     return pointers;
 }
 
+/// Blocks until the child has ended; false, with the reason in errno, when it cannot be waited for.
+bool waitFor(pid_t child, siginfo_t& info, int options)
+{
+    while (systemCalls().waitid(P_PID, static_cast<id_t>(child), &info, options) != 0)
+        if (errno != EINTR)
+            return false;
+    return true;
+}
+
 } // namespace
 
 std::shared_ptr<ChildProcess> ChildProcess::launch(const ChildProcessLaunch& launch)
@@ -75,12 +85,17 @@ std::shared_ptr<ChildProcess> ChildProcess::launch(const ChildProcessLaunch& lau
     if (const int error = actions.redirect(launch))
         throw SystemError(error, "start", launch.executable);
 
+    if (!ChildRegistry::shared().isOpen())
+        throw SystemError(ECANCELED, "start", launch.executable);
     pid_t pid = 0;
     const int error = systemCalls().posixSpawn(&pid, launch.executable.c_str(), &actions.value,
                                                &attributes.value, arguments.data(), environ);
     if (error != 0)
         throw SystemError(error, "start", launch.executable);
-    return std::shared_ptr<ChildProcess>(new ChildProcess(pid, launch.executable));
+    const auto child = std::shared_ptr<ChildProcess>(new ChildProcess(pid, launch.executable));
+    if (!ChildRegistry::shared().add(pid))
+        child->terminate();
+    return child;
 }
 
 ChildProcess::ChildProcess(pid_t pid, std::filesystem::path executable)
@@ -90,17 +105,18 @@ ChildProcess::ChildProcess(pid_t pid, std::filesystem::path executable)
 
 ChildProcess::~ChildProcess()
 {
+    // Still uncollected when it leaves the list, so that nobody signals a stranger with its process id.
     siginfo_t info{};
-    while (systemCalls().waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED) != 0 && errno == EINTR) {
-    }
+    waitFor(m_pid, info, WEXITED | WNOWAIT);
+    ChildRegistry::shared().remove(m_pid);
+    waitFor(m_pid, info, WEXITED);
 }
 
 int ChildProcess::waitForExit()
 {
     siginfo_t info{};
-    while (systemCalls().waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOWAIT) != 0)
-        if (errno != EINTR)
-            throw SystemError(errno, "wait for", m_executable);
+    if (!waitFor(m_pid, info, WEXITED | WNOWAIT))
+        throw SystemError(errno, "wait for", m_executable);
     // For a child that a signal ended, si_status holds the signal's number.
     return info.si_status;
 }

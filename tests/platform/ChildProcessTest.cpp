@@ -270,7 +270,7 @@ TEST_F(ChildProcessTest, WaitsOnWhenTheWaitIsInterrupted)
         return ++waits % 3 != 0 ? -1 : ::waitid(type, id, info, options);
     };
     EXPECT_EQ(run({"exit", "4"}), 4);
-    EXPECT_EQ(waits, 6);
+    EXPECT_EQ(waits, 9);
     EXPECT_FALSE(hasChildren());
 }
 

@@ -1,0 +1,73 @@
+#include "platform/RunningChildren.h"
+
+#include "platform/SystemCalls.h"
+#include "platform/linux/ChildRegistry.h"
+
+#include <csignal>
+
+namespace stackreel
+{
+
+ChildRegistry& ChildRegistry::shared()
+{
+    // Never destroyed: threads may still collect children while the program ends.
+    static auto* const registry = new ChildRegistry;
+    return *registry;
+}
+
+bool ChildRegistry::isOpen() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_open;
+}
+
+bool ChildRegistry::add(pid_t child)
+{
+    const std::lock_guard guard(m_lock);
+    m_children.insert(child);
+    return m_open;
+}
+
+void ChildRegistry::remove(pid_t child)
+{
+    const std::lock_guard guard(m_lock);
+    m_children.erase(child);
+}
+
+std::size_t ChildRegistry::count() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_children.size();
+}
+
+void ChildRegistry::signalAll(int signal) const
+{
+    const std::lock_guard guard(m_lock);
+    for (const pid_t child : m_children)
+        systemCalls().kill(child, signal);
+}
+
+void ChildRegistry::close()
+{
+    const std::lock_guard guard(m_lock);
+    m_open = false;
+}
+
+std::size_t RunningChildren::count()
+{
+    return ChildRegistry::shared().count();
+}
+
+void RunningChildren::end()
+{
+    // In this order: a child that starts in between sees that it is too late.
+    ChildRegistry::shared().close();
+    ChildRegistry::shared().signalAll(SIGTERM);
+}
+
+void RunningChildren::kill()
+{
+    ChildRegistry::shared().signalAll(SIGKILL);
+}
+
+} // namespace stackreel
