@@ -1,10 +1,11 @@
-# stackreel_test(<name> SOURCES … [LIBS …] [TIMEOUT seconds] [SERIAL]): one GoogleTest program, each of its tests
-# known to ctest. The programs land in build/…/tests, beside lib/stackreel, so that they find the same resources.
+# stackreel_test(<name> SOURCES … [LIBS …] [TIMEOUT seconds] [SERIAL] [ENVIRONMENT change]): one GoogleTest program,
+# each of its tests known to ctest; a change of the environment is written as ctest does (VARIABLE=operation:value).
+# The programs land in build/…/tests, beside lib/stackreel, so that they find the same resources.
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
 function(stackreel_test name)
-  cmake_parse_arguments(arg "SERIAL" "TIMEOUT" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(arg "SERIAL" "TIMEOUT;ENVIRONMENT" "SOURCES;LIBS" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
@@ -19,6 +20,9 @@ function(stackreel_test name)
   set(properties TIMEOUT ${arg_TIMEOUT})
   if(arg_SERIAL)
     list(APPEND properties RUN_SERIAL ON)
+  endif()
+  if(arg_ENVIRONMENT)
+    list(APPEND properties ENVIRONMENT_MODIFICATION ${arg_ENVIRONMENT})
   endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()

@@ -1,5 +1,7 @@
 #include "platform/gstreamer/DecodePipeline.h"
 
+#include "platform/gstreamer/Handover.h"
+
 #include <gst/video/video.h>
 
 #include <algorithm>
@@ -54,6 +56,7 @@ DecodePipeline::DecodePipeline(const std::filesystem::path& file, Content conten
     ensureGStreamer();
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
     watch(build(file, content));
+    const Handover handover;
     if (gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE)
         m_failed = true;
 }
@@ -63,6 +66,7 @@ DecodePipeline::~DecodePipeline()
     // Whatever waits for room in the sink's queue, perhaps with a lock that the change of state needs, goes.
     gst_pad_send_event(m_sinkPad.get(), gst_event_new_flush_start());
     gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+    const Handover handover;
 }
 
 GstElement* DecodePipeline::build(const std::filesystem::path& file, Content content)
@@ -154,7 +158,8 @@ int DecodePipeline::onAutoplugSelect(GstElement*, GstPad*, GstCaps*, GstElementF
 {
     constexpr int tryIt = 0;
     constexpr int exposeAsItIs = 1;
-    const auto* that = static_cast<DecodePipeline*>(self);
+    auto* that = static_cast<DecodePipeline*>(self);
+    const Handover handover;
     const bool decoder = gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER);
     return decoder && !gst_element_factory_list_is_type(factory, that->m_media) ? exposeAsItIs : tryIt;
 }
@@ -162,6 +167,7 @@ int DecodePipeline::onAutoplugSelect(GstElement*, GstPad*, GstCaps*, GstElementF
 void DecodePipeline::onPadAdded(GstElement*, GstPad* pad, gpointer self)
 {
     auto* that = static_cast<DecodePipeline*>(self);
+    const Handover handover;
     const GstPadPtr entry(gst_element_get_static_pad(that->m_entry, "sink"));
     GstCapsPtr caps(gst_pad_get_current_caps(pad));
     if (!caps)
@@ -178,6 +184,7 @@ void DecodePipeline::onPadAdded(GstElement*, GstPad* pad, gpointer self)
 void DecodePipeline::onNoMorePads(GstElement*, gpointer self)
 {
     auto* that = static_cast<DecodePipeline*>(self);
+    const Handover handover;
     const GstPadPtr entry(gst_element_get_static_pad(that->m_entry, "sink"));
     if (gst_pad_is_linked(entry.get()))
         return;
@@ -194,6 +201,7 @@ void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpoin
 GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer self)
 {
     auto* that = static_cast<DecodePipeline*>(self);
+    const Handover handover;
     if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR) {
         that->m_failed = true;
         that->m_wake();
@@ -206,6 +214,7 @@ GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer
 GstPadProbeReturn DecodePipeline::onSinkPad(GstPad*, GstPadProbeInfo* info, gpointer self)
 {
     auto* that = static_cast<DecodePipeline*>(self);
+    const Handover handover;
     if (info->type & GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM) {
         GstQuery* query = GST_PAD_PROBE_INFO_QUERY(info);
         if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION)
@@ -231,6 +240,7 @@ GstPadProbeReturn DecodePipeline::onSinkPad(GstPad*, GstPadProbeInfo* info, gpoi
 GstFlowReturn DecodePipeline::onSample(GstAppSink*, gpointer self)
 {
     auto* that = static_cast<DecodePipeline*>(self);
+    const Handover handover;
     that->m_started = true;
     that->m_wake();
     return GST_FLOW_OK;
@@ -238,29 +248,9 @@ GstFlowReturn DecodePipeline::onSample(GstAppSink*, gpointer self)
 
 void DecodePipeline::onEnd(GstAppSink*, gpointer self)
 {
-    static_cast<DecodePipeline*>(self)->m_wake();
-}
-
-Nanoseconds sampleTime(GstSample* sample)
-{
-    const GstSegment* segment = gst_sample_get_segment(sample);
-    GstBuffer* buffer = gst_sample_get_buffer(sample);
-    if (!segment || !buffer || segment->format != GST_FORMAT_TIME || !GST_BUFFER_PTS_IS_VALID(buffer))
-        return -1;
-    guint64 time = 0;
-    const int sign = gst_segment_to_stream_time_full(segment, GST_FORMAT_TIME, GST_BUFFER_PTS(buffer), &time);
-    return sign > 0 ? static_cast<Nanoseconds>(time) : -1;
-}
-
-Nanoseconds sampleDuration(GstSample* sample)
-{
-    GstBuffer* buffer = gst_sample_get_buffer(sample);
-    if (buffer && GST_BUFFER_DURATION_IS_VALID(buffer) && GST_BUFFER_DURATION(buffer) > 0)
-        return static_cast<Nanoseconds>(GST_BUFFER_DURATION(buffer));
-    GstVideoInfo info;
-    if (gst_video_info_from_caps(&info, gst_sample_get_caps(sample)) && info.fps_n > 0 && info.fps_d > 0)
-        return second * info.fps_d / info.fps_n;
-    return second / 30;
+    auto* that = static_cast<DecodePipeline*>(self);
+    const Handover handover;
+    that->m_wake();
 }
 
 } // namespace stackreel

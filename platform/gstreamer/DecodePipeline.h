@@ -82,9 +82,4 @@ private:
     std::atomic<bool> m_mirrored = false;
 };
 
-/// Where a sample lies on the file's time line; negative when it does not say.
-Nanoseconds sampleTime(GstSample* sample);
-/// How long a sample lasts by its own word or else by the frame rate in its caps; positive.
-Nanoseconds sampleDuration(GstSample* sample);
-
 } // namespace stackreel

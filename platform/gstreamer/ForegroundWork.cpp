@@ -19,7 +19,8 @@ struct Gate {
 
 Gate& gate()
 {
-    static Gate theGate;
+    // Never destroyed: when the program ends there may be threads left that wait here.
+    static Gate& theGate = *new Gate;
     return theGate;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/gstreamer/FrameReader.h"
 
+#include "platform/gstreamer/SampleTiming.h"
+
 #include <algorithm>
 #include <utility>
 

@@ -1,5 +1,7 @@
 #include "platform/gstreamer/KeyFrameFinder.h"
 
+#include "platform/gstreamer/SampleTiming.h"
+
 namespace stackreel
 {
 

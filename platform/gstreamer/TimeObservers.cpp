@@ -2,12 +2,36 @@
 
 #include "platform/gstreamer/Nanoseconds.h"
 
-#include <QMetaObject>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QPointer>
 
 #include <algorithm>
 
 namespace stackreel
 {
+
+/// The events that lead to the main thread carry nothing: what there is to tell is under the lock.
+class TimeObservers::Context : public QObject
+{
+public:
+    explicit Context(TimeObservers& observers) : m_observers(observers) {}
+
+private:
+    void customEvent(QEvent*) override
+    {
+        // An observer may close the observers, and that is the end of this object.
+        const QPointer<Context> self(this);
+        while (self && m_observers.deliverNext()) {
+        }
+    }
+
+    TimeObservers& m_observers;
+};
+
+TimeObservers::TimeObservers() : m_context(std::make_unique<Context>(*this)) {}
+
+TimeObservers::~TimeObservers() = default;
 
 TimeObservers::Token TimeObservers::add(MediaTime interval, Observer observer)
 {
@@ -49,7 +73,7 @@ void TimeObservers::reportJump(MediaTime time, std::uint64_t jump, Clock::Instan
 {
     const std::lock_guard lock(m_mutex);
     for (auto& [token, entry] : m_entries)
-        report(token, entry, time, jump, now);
+        report(entry, time, jump, now);
 }
 
 void TimeObservers::reportProgress(MediaTime time, std::uint64_t jump, Clock::Instant now)
@@ -57,7 +81,7 @@ void TimeObservers::reportProgress(MediaTime time, std::uint64_t jump, Clock::In
     const std::lock_guard lock(m_mutex);
     for (auto& [token, entry] : m_entries) {
         if (entry.turn <= now)
-            report(token, entry, time, jump, now);
+            report(entry, time, jump, now);
     }
 }
 
@@ -71,7 +95,7 @@ Clock::Instant TimeObservers::nextTurn() const
 }
 
 /// With the lock held.
-void TimeObservers::report(Token token, Entry& entry, MediaTime time, std::uint64_t jump, Clock::Instant now)
+void TimeObservers::report(Entry& entry, MediaTime time, std::uint64_t jump, Clock::Instant now)
 {
     // The rhythm is kept when a turn comes late, unless it is lost altogether.
     entry.turn += entry.interval;
@@ -79,29 +103,33 @@ void TimeObservers::report(Token token, Entry& entry, MediaTime time, std::uint6
         entry.turn = now + entry.interval;
     entry.time = time;
     entry.jump = jump;
-    if (entry.posted || !m_context)
+    entry.pending = true;
+    if (m_posted || !m_context)
         return;
-    entry.posted = true;
-    QMetaObject::invokeMethod(
-        m_context.get(), [this, token] { deliver(token); }, Qt::QueuedConnection);
+    m_posted = true;
+    QCoreApplication::postEvent(m_context.get(), new QEvent(QEvent::User));
 }
 
-void TimeObservers::deliver(Token token)
+/// False when nothing is pending.
+bool TimeObservers::deliverNext()
 {
     std::shared_ptr<const Observer> observer;
     MediaTime time;
     {
         const std::lock_guard lock(m_mutex);
-        const auto found = m_entries.find(token);
-        if (found == m_entries.end())
-            return;
-        found->second.posted = false;
-        if (found->second.jump != m_expectedJump)
-            return;
-        observer = found->second.observer;
-        time = found->second.time;
+        const auto next = std::find_if(m_entries.begin(), m_entries.end(),
+                                       [](const auto& entry) { return entry.second.pending; });
+        m_posted = next != m_entries.end();
+        if (!m_posted)
+            return false;
+        next->second.pending = false;
+        if (next->second.jump != m_expectedJump)
+            return true;
+        observer = next->second.observer;
+        time = next->second.time;
     }
     (*observer)(time);
+    return true;
 }
 
 } // namespace stackreel

@@ -22,7 +22,10 @@ public:
     using Token = std::uint64_t;
     using Observer = std::function<void(MediaTime)>;
 
-    TimeObservers() : m_context(std::make_unique<QObject>()) {}
+    TimeObservers();
+    TimeObservers(const TimeObservers&) = delete;
+    TimeObservers& operator=(const TimeObservers&) = delete;
+    ~TimeObservers();
 
     /// Main thread. `observer` is called every `interval` while playing, but not more often than every
     /// millisecond, and after each jump, until it is removed.
@@ -49,16 +52,18 @@ private:
         Clock::Instant turn = {};
         MediaTime time;
         std::uint64_t jump = 0;
-        bool posted = false;
+        bool pending = false; ///< reported, and not delivered yet
     };
+    class Context;
 
-    void report(Token token, Entry& entry, MediaTime time, std::uint64_t jump, Clock::Instant now);
-    void deliver(Token token);
+    void report(Entry& entry, MediaTime time, std::uint64_t jump, Clock::Instant now);
+    bool deliverNext();
 
     mutable std::mutex m_mutex;
     std::map<Token, Entry> m_entries;
     Token m_lastToken = 0;
     std::uint64_t m_expectedJump = 0;
+    bool m_posted = false;              ///< an event for what is pending is on its way
     std::unique_ptr<QObject> m_context; ///< lives on the main thread; events for it go when it does
 };
 

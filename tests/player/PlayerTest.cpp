@@ -232,11 +232,13 @@ TEST_F(PlayerTest, showsNothingForWhatCannotBePlayedAndGoesOnWithTheNext)
 TEST_F(PlayerTest, keepsTheMainThreadFreeWhateverItIsToldToDo)
 {
     using Milliseconds = std::chrono::duration<double, std::milli>;
-    double worst = 0;
-    const auto timed = [&worst](auto&& call) {
+    int calls = 0;
+    int slowCalls = 0;
+    const auto timed = [&](auto&& call) {
         const auto start = std::chrono::steady_clock::now();
         call();
-        worst = std::max(worst, Milliseconds(std::chrono::steady_clock::now() - start).count());
+        ++calls;
+        slowCalls += Milliseconds(std::chrono::steady_clock::now() - start).count() > 8;
     };
     const auto file = longInterval.file();
     for (int round = 0; round < 10; ++round) {
@@ -252,9 +254,9 @@ TEST_F(PlayerTest, keepsTheMainThreadFreeWhateverItIsToldToDo)
     }
     timed([&] { looper.reset(); });
     timed([&] { player.reset(); });
-    // The machine may take the processor away for longer than the 8 ms aimed at; a call that waited for the
-    // decoder would take longer than this.
-    EXPECT_LT(worst, 60);
+    // A busy machine takes the processor away now and then; calls that wait for the decoder are slow every
+    // time.
+    EXPECT_LE(slowCalls, calls / 20);
 }
 
 TEST_F(PlayerTest, canBeDroppedAtAnyMoment)

@@ -7,6 +7,7 @@
 #include "platform/gstreamer/GstPlayback.h"
 #include "platform/gstreamer/RgbPainter.h"
 #include "platform/gstreamer/SampleSource.h"
+#include "platform/gstreamer/SampleTiming.h"
 #include "platform/playback/QueuePlayer.h"
 #include "tests/player/CollectingOutput.h"
 #include "tests/player/MarkedClip.h"
@@ -78,8 +79,19 @@ class RealModelTest : public testing::Test
 protected:
     RealModelTest() { makeModel(std::make_shared<GstAssetLoader>()); }
 
+    /// Whatever a model began has ended some time after it is gone.
+    void TearDown() override
+    {
+        m_model.reset();
+        EXPECT_TRUE(eventually([this] {
+            return std::all_of(m_loaders.begin(), m_loaders.end(),
+                               [](const auto& loader) { return loader.expired(); });
+        }));
+    }
+
     void makeModel(std::shared_ptr<AssetLoader> loader)
     {
+        m_loaders.push_back(loader);
         m_model = std::make_unique<AppModel>(ModelServices::system(
             std::make_shared<GstPlayback>(), std::move(loader), m_openPanel, m_savePanel));
     }
@@ -150,6 +162,7 @@ protected:
     const std::shared_ptr<FakeSavePanel> m_savePanel =
         std::make_shared<FakeSavePanel>(m_journal, "save panel");
     const std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
+    std::vector<std::weak_ptr<AssetLoader>> m_loaders; ///< held by loads and by the making of thumbnails
     std::unique_ptr<AppModel> m_model;
 };
 
@@ -329,7 +342,6 @@ TEST_F(RealModelTest, canGoAtAnyMomentOfALoad)
         ASSERT_TRUE(eventually(moment));
         makeModel(std::make_shared<GstAssetLoader>());
     }
-    // What the models left behind has ended by the time another one has loaded, or goes on without harm.
     load(wide);
     EXPECT_TRUE(showsFrames(10));
 }
