@@ -11,7 +11,7 @@ T.Button {
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    opacity: 1
+    hoverEnabled: true
     font: Theme.textFont(14, Font.Bold)
 
     Accessible.role: Accessible.Button

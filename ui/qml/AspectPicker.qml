@@ -47,6 +47,7 @@ T.ComboBox {
         required property int index
         required property string modelData
 
+        objectName: "pickerRow" + index
         width: ListView.view ? ListView.view.width : 0
         text: modelData
         chosen: index === picker.currentIndex

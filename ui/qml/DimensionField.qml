@@ -25,6 +25,7 @@ T.TextField {
     selectionColor: Theme.signalCoral
     selectedTextColor: "black"
     selectByMouse: true
+    hoverEnabled: true
     font: Theme.fixedFont(14)
     renderType: Text.NativeRendering
     inputMethodHints: Qt.ImhFormattedNumbersOnly

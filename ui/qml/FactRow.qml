@@ -12,6 +12,7 @@ RowLayout {
     spacing: 8
 
     Caption {
+        objectName: "label"
         text: row.label
         color: Theme.white(0.62)
     }
@@ -19,6 +20,7 @@ RowLayout {
     Caption {
         id: valueText
 
+        objectName: "value"
         Layout.fillWidth: true
         text: row.value
         font: Theme.fixedFont(13)

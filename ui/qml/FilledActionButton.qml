@@ -20,6 +20,7 @@ ActionButton {
         spacing: 8
 
         Caption {
+            objectName: "label"
             Layout.fillWidth: true
             text: button.text
             font: button.font

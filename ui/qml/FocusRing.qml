@@ -5,6 +5,7 @@ Rectangle {
     property real parentRadius: 7
     property real distance: 3
 
+    objectName: "focusRing"
     anchors.fill: parent
     anchors.margins: -distance
     z: 1

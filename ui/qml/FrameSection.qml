@@ -12,6 +12,7 @@ ColumnLayout {
     spacing: 12
 
     SectionTitle {
+        objectName: "frameTitle"
         text: qsTr("Frame")
     }
 

@@ -19,6 +19,7 @@ T.ToolTip {
     closePolicy: T.Popup.CloseOnEscape
 
     contentItem: Caption {
+        objectName: hint.visible ? "hintText" : ""
         text: hint.text
         font: Theme.textFont(12, Font.Medium)
         wrapMode: Text.Wrap

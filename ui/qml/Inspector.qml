@@ -32,6 +32,7 @@ Rectangle {
             spacing: 12
 
             SectionTitle {
+                objectName: "audioTitle"
                 text: qsTr("Audio")
             }
 
@@ -51,6 +52,7 @@ Rectangle {
             visible: inspector.model.hasMedia
 
             SectionTitle {
+                objectName: "sourceTitle"
                 text: qsTr("Source")
             }
 

@@ -9,6 +9,7 @@ ActionButton {
     verticalPadding: 10
 
     contentItem: Caption {
+        objectName: "label"
         text: button.text
         font: button.font
         horizontalAlignment: Text.AlignHCenter

@@ -8,6 +8,7 @@ Item {
         spacing: 16
 
         Spinner {
+            objectName: "spinner"
             anchors.horizontalCenter: parent.horizontalCenter
             Accessible.role: Accessible.ProgressBar
             Accessible.name: preparingText.text

@@ -11,6 +11,7 @@ Rectangle {
     color: "black"
 
     Rectangle {
+        objectName: "mark"
         anchors.centerIn: parent
         width: 12
         height: 12

@@ -31,6 +31,7 @@ TimelineSlider {
     }
 
     Rectangle {
+        objectName: "face"
         anchors.fill: parent
         radius: 3
         color: handle.accent
