@@ -24,7 +24,7 @@ test_packages=(
   libgtest-dev librapidcheck-dev libbenchmark-dev
   clang-16 libfuzzer-16-dev libclang-rt-16-dev
   locales procps time util-linux
-  qml6-module-qttest xvfb
+  qml6-module-qttest xvfb dbus-daemon
   desktop-file-utils appstream man-db bash-completion zsh fish
 )
 
