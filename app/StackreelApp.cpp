@@ -1,0 +1,36 @@
+#include "app/StackreelApp.h"
+
+#include "app/Shutdown.h"
+
+#include <QCoreApplication>
+
+#include <utility>
+
+namespace stackreel
+{
+
+StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, UpdateServices updates)
+    : m_model(std::move(services)),
+      m_updater(info, std::move(updates)),
+      m_windowModel(m_model),
+      m_actions([this] { m_updater.checkForUpdates(); }),
+      m_sleepInhibitor(QStringLiteral("Exporting a video")),
+      m_mainWindow(m_windowModel, m_actions)
+{
+    // Not `quit`, which begins with closing the windows, of which one may have asked for this.
+    QObject::connect(&m_actions, &WindowActions::quitRequested, &m_actions, [] { QCoreApplication::exit(); });
+    QObject::connect(&m_model, &AppModel::phaseChanged, &m_actions, [this] { keepAwakeWhileExporting(); });
+}
+
+void StackreelApp::keepAwakeWhileExporting()
+{
+    m_sleepInhibitor.setHeld(m_model.phase().kind() == Phase::Kind::exporting);
+}
+
+void StackreelApp::shutDown()
+{
+    window().hide();
+    Shutdown::run(m_model);
+}
+
+} // namespace stackreel
