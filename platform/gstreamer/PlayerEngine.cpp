@@ -18,8 +18,6 @@ constexpr std::size_t keptBytes = 64U << 20;
 constexpr int stepsPerTurn = 8;
 /// How long a player that lost its item keeps the picture and the decoder, for the next range of the file.
 constexpr auto closingDelay = 150ms;
-/// A seek that nobody replaced for this long takes the place of the one under way.
-constexpr auto patience = 60ms;
 /// How long the size has to stand before frames are gathered in it.
 constexpr auto sizeSettles = 300ms;
 /// Playing that would reach the range's end sooner than this waits for the first frames to be gathered.
@@ -109,7 +107,7 @@ void PlayerEngine::openLoop(const PlayerOrders::Loop& loop)
     m_filler.reset();
     m_feeder.reset();
     m_fillerUseless = false;
-    m_flying.reset();
+    m_seeks.abandon();
     try {
         if (!m_reader || m_failed || m_readerFile != loop.file) {
             m_reader.reset();
@@ -132,8 +130,7 @@ void PlayerEngine::closeLoop()
     m_filler.reset();
     m_feeder.reset();
     m_reader.reset();
-    m_wanted.reset();
-    m_flying.reset();
+    m_seeks.clear();
 }
 
 void PlayerEngine::obeyBox(PictureSize box)
@@ -142,8 +139,8 @@ void PlayerEngine::obeyBox(PictureSize box)
         m_reader->setBox(box);
         m_boxSince = std::chrono::steady_clock::now();
         // Standing still, the picture is made again in its new size.
-        if (m_feeder && !m_presenter.isRunning() && !m_flying && !m_wanted)
-            m_wanted = {m_presenter.position(), m_orders.seek.number};
+        if (m_feeder && !m_presenter.isRunning() && m_seeks.isIdle())
+            m_seeks.want({m_presenter.position(), m_orders.seek.number}, m_boxSince);
     }
 }
 
@@ -151,31 +148,17 @@ void PlayerEngine::obeySeek(const PlayerOrders& orders)
 {
     if (orders.seek.number == m_orders.seek.number || !orders.loop)
         return;
-    m_wanted = orders.seek;
-    m_wantedSince = std::chrono::steady_clock::now();
+    m_seeks.want(orders.seek, std::chrono::steady_clock::now());
 }
 
-/// Begins the latest seek when none is under way, or when the one under way is no longer wanted by anybody:
-/// a request that was not replaced by another for a while is where the user stopped. While requests keep
-/// coming the one under way is finished, or nothing would ever be seen.
 void PlayerEngine::tendSeek()
 {
-    if (!m_wanted || !m_feeder || m_failed)
+    if (!m_feeder || m_failed)
         return;
-    if (!m_flying) {
-        m_superseded = false;
-        beginSeek();
-    } else if (!m_superseded && std::chrono::steady_clock::now() - m_wantedSince >= patience) {
-        m_superseded = true;
-        beginSeek();
+    if (const auto seek = m_seeks.begin(std::chrono::steady_clock::now())) {
+        m_presenter.hold();
+        m_feeder->beginAt(seek->time);
     }
-}
-
-void PlayerEngine::beginSeek()
-{
-    m_flying = std::exchange(m_wanted, std::nullopt);
-    m_presenter.hold();
-    m_feeder->beginAt(m_flying->time);
 }
 
 /// True when there is more to do at once.
@@ -184,7 +167,7 @@ bool PlayerEngine::feed()
     if (!m_feeder || m_failed)
         return false;
     for (int i = 0; i < stepsPerTurn; ++i) {
-        if (!m_flying && !m_presenter.hasRoom(m_feeder->replaysAll()))
+        if (!m_seeks.isFlying() && !m_presenter.hasRoom(m_feeder->replaysAll()))
             return false;
         QueuedFrame frame;
         switch (m_feeder->step(frame)) {
@@ -205,8 +188,8 @@ bool PlayerEngine::feed()
 
 void PlayerEngine::deliver(QueuedFrame frame)
 {
-    if (m_flying && frame.frame)
-        m_presenter.jump(std::move(frame), std::exchange(m_flying, std::nullopt)->number);
+    if (m_seeks.isFlying() && frame.frame)
+        m_presenter.jump(std::move(frame), m_seeks.land());
     else
         m_presenter.push(std::move(frame));
 }
@@ -215,8 +198,7 @@ void PlayerEngine::deliver(QueuedFrame frame)
 void PlayerEngine::giveUp()
 {
     m_failed = true;
-    m_flying.reset();
-    m_wanted.reset();
+    m_seeks.clear();
     m_presenter.clear(m_orders.seek.number);
 }
 
@@ -229,7 +211,7 @@ void PlayerEngine::tendHead()
             m_feeder->adopt(kept);
         m_filler.reset();
     }
-    if (!m_feeder || m_failed || m_flying || !m_orders.playing || !m_feeder->needsHead()) {
+    if (!m_feeder || m_failed || m_seeks.isFlying() || !m_orders.playing || !m_feeder->needsHead()) {
         if (m_filler && (!m_feeder || !m_orders.playing || !m_feeder->needsHead()))
             m_filler.reset();
         return;
@@ -252,9 +234,9 @@ bool PlayerEngine::mustWaitForHead() const
 
 void PlayerEngine::tendRunning()
 {
-    const bool ready = m_feeder && !m_failed && !m_flying && !m_wanted;
+    const bool ready = m_feeder && !m_failed && m_seeks.isIdle();
     if (ready && m_orders.playing && m_feeder->parked()) {
-        m_wanted = {m_feeder->range().start, m_orders.seek.number};
+        m_seeks.want({m_feeder->range().start, m_orders.seek.number}, std::chrono::steady_clock::now());
         m_wakeUp.notify();
         return;
     }
@@ -265,7 +247,7 @@ void PlayerEngine::tendRunning()
 /// While somebody waits for a frame, thumbnails have to.
 void PlayerEngine::tendForeground()
 {
-    if (!m_flying)
+    if (!m_seeks.isFlying())
         m_foreground.reset();
     else if (!m_foreground)
         m_foreground.emplace();
@@ -273,7 +255,7 @@ void PlayerEngine::tendForeground()
 
 void PlayerEngine::tendEnd()
 {
-    if (!m_presenter.hasEnded() || m_flying || m_wanted)
+    if (!m_presenter.hasEnded() || !m_seeks.isIdle())
         return;
     if (m_orders.atEnd == QueuePlayer::ActionAtItemEnd::advance && m_orders.loop) {
         m_presenter.clear(m_orders.seek.number);
@@ -285,8 +267,8 @@ std::optional<Clock::Instant> PlayerEngine::nextDeadline() const
 {
     if (m_closing)
         return m_closing;
-    if (m_wanted && m_flying && !m_superseded)
-        return m_wantedSince + patience;
+    if (const auto deadline = m_seeks.deadline())
+        return deadline;
     if (m_feeder && m_orders.playing && m_feeder->needsHead() && !m_filler && !m_fillerUseless)
         return std::max(m_boxSince + sizeSettles, std::chrono::steady_clock::now() + 50ms);
     return std::nullopt;

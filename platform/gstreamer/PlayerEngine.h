@@ -6,6 +6,7 @@
 #include "platform/gstreamer/LoopFeeder.h"
 #include "platform/gstreamer/PlayerOrders.h"
 #include "platform/gstreamer/Presenter.h"
+#include "platform/gstreamer/SeekRequests.h"
 #include "platform/gstreamer/TimeObservers.h"
 #include "platform/gstreamer/WakeUp.h"
 
@@ -44,7 +45,6 @@ private:
     void deliver(QueuedFrame frame);
     void giveUp();
     void tendSeek();
-    void beginSeek();
     void tendHead();
     void tendRunning();
     void tendEnd();
@@ -64,11 +64,8 @@ private:
     std::unique_ptr<HeadFiller> m_filler;
     bool m_fillerUseless = false;
     bool m_failed = false;
-    std::optional<PlayerOrders::Seek> m_wanted; ///< not begun yet
-    std::optional<PlayerOrders::Seek> m_flying; ///< begun, its frame not shown yet
+    SeekRequests m_seeks;
     std::optional<ForegroundWork> m_foreground; ///< while a seek is in flight
-    bool m_superseded = false; ///< the one in flight took another's place before that showed a frame
-    Clock::Instant m_wantedSince = {};
     Clock::Instant m_boxSince = {};
     std::optional<Clock::Instant> m_closing; ///< when to close what no loop asked for again
 

@@ -9,11 +9,6 @@ namespace stackreel
 namespace
 {
 
-constexpr std::size_t queueBytes = 32U << 20;
-constexpr std::size_t fewestFrames = 4;
-constexpr std::size_t mostFrames = 90;
-/// Frames from memory are handed over a few at a time: there may be as little as one per range.
-constexpr std::size_t replayedFrames = 12;
 /// Later than this the machine stood still, and there is no point in rushing after the clock.
 constexpr Nanoseconds hopelesslyLate = second / 4;
 
@@ -44,8 +39,8 @@ void Presenter::jump(QueuedFrame frame, std::uint64_t jump)
     const auto now = std::chrono::steady_clock::now();
     {
         const std::lock_guard lock(m_mutex);
-        dropQueue();
-        m_clock.set(frame.due, now);
+        m_queue.clear();
+        m_clock->set(frame.due, now);
         m_current = std::move(frame);
         m_jump = jump;
         m_repaint = true;
@@ -60,13 +55,9 @@ void Presenter::push(QueuedFrame frame)
     const auto now = std::chrono::steady_clock::now();
     {
         const std::lock_guard lock(m_mutex);
-        if (m_queue.empty() && m_clock.isRunning() && m_clock.at(now) > frame.due)
-            m_clock.set(frame.due, now);
-        if (!frame.kept && frame.frame) {
-            ++m_decodedFrames;
-            m_decodedBytes += frame.frame->bytes();
-        }
-        m_queue.push_back(std::move(frame));
+        if (m_queue.empty() && m_clock->isRunning() && m_clock->at(now) > frame.due)
+            m_clock->set(frame.due, now);
+        m_queue.push(std::move(frame));
     }
     m_changed.notify_all();
 }
@@ -75,9 +66,9 @@ void Presenter::setRunning(bool running)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_clock.isRunning() == running || m_ended)
+        if (m_clock->isRunning() == running || m_ended)
             return;
-        m_clock.setRunning(running, std::chrono::steady_clock::now());
+        m_clock->setRunning(running, std::chrono::steady_clock::now());
     }
     m_changed.notify_all();
 }
@@ -86,17 +77,17 @@ void Presenter::hold()
 {
     const std::lock_guard lock(m_mutex);
     m_current.position = positionAt(std::chrono::steady_clock::now());
-    m_clock.setRunning(false, std::chrono::steady_clock::now());
-    m_clock.set(m_current.due, std::chrono::steady_clock::now());
-    dropQueue();
+    m_clock->setRunning(false, std::chrono::steady_clock::now());
+    m_clock->set(m_current.due, std::chrono::steady_clock::now());
+    m_queue.clear();
 }
 
 void Presenter::clear(std::uint64_t jump)
 {
     {
         const std::lock_guard lock(m_mutex);
-        m_clock.setRunning(false, std::chrono::steady_clock::now());
-        dropQueue();
+        m_clock->setRunning(false, std::chrono::steady_clock::now());
+        m_queue.clear();
         m_current = {};
         m_jump = jump;
         m_repaint = false;
@@ -109,37 +100,19 @@ void Presenter::clear(std::uint64_t jump)
 bool Presenter::endAfterThisRun()
 {
     const std::lock_guard lock(m_mutex);
-    const auto later = std::find_if(m_queue.begin(), m_queue.end(), [this](const QueuedFrame& frame) {
-        return frame.iteration > m_current.iteration;
-    });
-    if (later == m_queue.end())
-        return false;
-    // The last frame's time comes to an end where the next run would have begun.
-    const Nanoseconds position = m_current.position + later->due - m_current.due;
-    const QueuedFrame end{nullptr, later->due, position, m_current.iteration, false};
-    for (auto dropped = later; dropped != m_queue.end(); ++dropped) {
-        if (!dropped->kept && dropped->frame) {
-            --m_decodedFrames;
-            m_decodedBytes -= dropped->frame->bytes();
-        }
-    }
-    m_queue.erase(later, m_queue.end());
-    m_queue.push_back(end);
-    return true;
+    return m_queue.endAfterRunOf(m_current);
 }
 
 bool Presenter::hasRoom(bool replayed) const
 {
     const std::lock_guard lock(m_mutex);
-    if (replayed)
-        return m_queue.size() < replayedFrames;
-    return m_decodedFrames < fewestFrames || (m_decodedFrames < mostFrames && m_decodedBytes < queueBytes);
+    return m_queue.hasRoom(replayed);
 }
 
 bool Presenter::isRunning() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_clock.isRunning();
+    return m_clock->isRunning();
 }
 
 bool Presenter::hasEnded() const
@@ -156,16 +129,8 @@ Nanoseconds Presenter::position() const
 
 void Presenter::setOutput(std::shared_ptr<VideoOutput> output)
 {
-    {
-        const std::lock_guard lock(m_outputMutex);
-        if (m_output == output)
-            return;
-        std::swap(m_output, output);
-        if (m_output && m_shown.pixels)
-            m_output->present(m_shown);
-    }
-    if (output)
-        output->clear();
+    if (!m_output.replace(std::move(output)))
+        return;
     const std::lock_guard lock(m_mutex);
     m_repaint = m_current.frame != nullptr;
     m_changed.notify_all();
@@ -180,7 +145,7 @@ void Presenter::run()
             m_prepared = {};
             m_observers->reportJump(MediaTime::indefinite(), m_jump, std::chrono::steady_clock::now());
             lock.unlock();
-            send({});
+            m_output.show({});
             lock.lock();
         } else if (std::exchange(m_repaint, false)) {
             repaint(lock);
@@ -199,7 +164,7 @@ void Presenter::repaint(Lock& lock)
     if (frame) {
         m_prepared = m_painter.paint(*frame);
         m_preparedFrom = frame;
-        send(m_prepared);
+        m_output.show(m_prepared);
     }
     lock.lock();
     if (frame == m_current.frame)
@@ -210,28 +175,23 @@ void Presenter::repaint(Lock& lock)
 /// there is nothing to be done now.
 bool Presenter::present(Lock& lock, Clock::Instant now)
 {
-    if (!m_clock.isRunning())
+    if (!m_clock->isRunning())
         return false;
-    if (!m_queue.empty() && m_clock.when(m_queue.front().due) <= now) {
-        QueuedFrame next = std::move(m_queue.front());
-        m_queue.pop_front();
+    if (!m_queue.empty() && m_clock->when(m_queue.front().due) <= now) {
+        QueuedFrame next = m_queue.pop();
         if (!next.frame) {
             finish(next, now);
             return true;
         }
-        if (!next.kept) {
-            --m_decodedFrames;
-            m_decodedBytes -= next.frame->bytes();
-        }
-        if (m_clock.at(now) - next.due > hopelesslyLate)
-            m_clock.set(next.due, now);
+        if (m_clock->at(now) - next.due > hopelesslyLate)
+            m_clock->set(next.due, now);
         m_current = std::move(next);
         const PlanarFramePtr frame = m_current.frame;
         lock.unlock();
         if (m_preparedFrom != frame)
             m_prepared = m_painter.paint(*frame);
         m_preparedFrom = frame;
-        send(m_prepared);
+        m_output.show(m_prepared);
         m_wake();
         lock.lock();
         return true;
@@ -256,22 +216,10 @@ void Presenter::prepare(Lock& lock)
     lock.lock();
 }
 
-void Presenter::send(const VideoFrame& picture)
-{
-    const std::lock_guard lock(m_outputMutex);
-    m_shown = picture;
-    if (!m_output)
-        return;
-    if (picture.pixels)
-        m_output->present(picture);
-    else
-        m_output->clear();
-}
-
 void Presenter::finish(const QueuedFrame& end, Clock::Instant now)
 {
-    m_clock.setRunning(false, now);
-    m_clock.set(end.due, now);
+    m_clock->setRunning(false, now);
+    m_clock->set(end.due, now);
     m_current.due = end.due;
     m_current.position = end.position;
     m_ended = true;
@@ -284,29 +232,22 @@ void Presenter::waitForWork(Lock& lock)
     // What happened while a frame was prepared needs no waiting.
     if (m_quit || m_repaint || m_clear)
         return;
-    if (!m_clock.isRunning()) {
+    if (!m_clock->isRunning()) {
         m_changed.wait(lock);
         return;
     }
     Clock::Instant until = m_observers->nextTurn();
     if (!m_queue.empty())
-        until = std::min(until, m_clock.when(m_queue.front().due));
+        until = std::min(until, m_clock->when(m_queue.front().due));
     if (until == Clock::Instant::max())
         m_changed.wait(lock);
     else
         m_changed.wait_until(lock, until);
 }
 
-void Presenter::dropQueue()
-{
-    m_queue.clear();
-    m_decodedFrames = 0;
-    m_decodedBytes = 0;
-}
-
 Nanoseconds Presenter::positionAt(Clock::Instant now) const
 {
-    Nanoseconds sinceDue = std::max<Nanoseconds>(m_clock.at(now) - m_current.due, 0);
+    Nanoseconds sinceDue = std::max<Nanoseconds>(m_clock->at(now) - m_current.due, 0);
     if (m_queue.empty() && m_current.frame)
         sinceDue = std::min(sinceDue, m_current.frame->duration); // the next frame is late
     return m_current.position + sinceDue;

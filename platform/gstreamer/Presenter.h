@@ -1,15 +1,14 @@
 #pragma once
 
-#include "platform/gstreamer/Clock.h"
-#include "platform/gstreamer/QueuedFrame.h"
+#include "platform/gstreamer/FrameQueue.h"
+#include "platform/gstreamer/OutputSlot.h"
 #include "platform/gstreamer/RgbPainter.h"
+#include "platform/gstreamer/SharedClock.h"
 #include "platform/gstreamer/TimeObservers.h"
 #include "platform/playback/VideoOutput.h"
 
 #include <condition_variable>
-#include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -55,6 +54,8 @@ public:
     Nanoseconds position() const;
 
     void setOutput(std::shared_ptr<VideoOutput> output);
+    /// Of played time, for whoever goes along with the pictures.
+    std::shared_ptr<const SharedClock> clock() const { return m_clock; }
 
 private:
     using Lock = std::unique_lock<std::mutex>;
@@ -63,10 +64,8 @@ private:
     bool present(Lock& lock, Clock::Instant now);
     void repaint(Lock& lock);
     void prepare(Lock& lock);
-    void send(const VideoFrame& picture);
     void finish(const QueuedFrame& end, Clock::Instant now);
     void waitForWork(Lock& lock);
-    void dropQueue();
     Nanoseconds positionAt(Clock::Instant now) const;
 
     const std::shared_ptr<TimeObservers> m_observers;
@@ -74,10 +73,8 @@ private:
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
-    Clock m_clock;
-    std::deque<QueuedFrame> m_queue;
-    std::size_t m_decodedFrames = 0; ///< queued ones that are in memory for the queue only
-    std::size_t m_decodedBytes = 0;
+    const std::shared_ptr<SharedClock> m_clock = std::make_shared<SharedClock>(); ///< changed under the mutex
+    FrameQueue m_queue;
     QueuedFrame m_current;
     std::uint64_t m_jump = 0;
     bool m_repaint = false;
@@ -90,10 +87,7 @@ private:
     PlanarFramePtr m_preparedFrom;
     VideoFrame m_prepared;
 
-    std::mutex m_outputMutex; ///< held while the output is told something
-    std::shared_ptr<VideoOutput> m_output;
-    VideoFrame m_shown;
-
+    OutputSlot m_output;
     std::thread m_thread;
 };
 
