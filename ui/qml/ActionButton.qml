@@ -16,6 +16,7 @@ T.Button {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) clicked()
 
     // A button that shows its focus is pressed by the blank, whatever else that key does in the window.
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Stackreel
 
 /// One crop over the picture, which it covers: drawn, and edited by pointer, keys and assistive technology. It asks for
@@ -28,7 +27,7 @@ Item {
         onRegionEdited: region => overlay.regionEdited(region)
     }
 
-    T.Control {
+    FocusItem {
         id: body
 
         objectName: "body"
@@ -36,7 +35,6 @@ Item {
         y: editor.displayRect.y
         width: editor.displayRect.width
         height: editor.displayRect.height
-        focusPolicy: Qt.StrongFocus
 
         Keys.onPressed: event => event.accepted = editor.pressKey(event.key, event.modifiers)
 

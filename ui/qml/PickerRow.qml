@@ -19,6 +19,7 @@ T.ItemDelegate {
     Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: chosen
+    Accessible.onPressAction: clicked()
 
     contentItem: Caption {
         text: row.text

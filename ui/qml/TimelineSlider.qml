@@ -1,21 +1,20 @@
 import QtQuick
-import QtQuick.Templates as T
+import Stackreel
 
 /// A time on the timeline as a slider for keys and assistive technology; the pointer is the timeline's business.
-T.Control {
+FocusItem {
     id: slider
 
     required property string name
     required property string valueText
-    // Read under these names by the accessibility bridge; seconds.
-    property real value
-    property real minimumValue: 0
-    property real maximumValue
-    property real stepSize
+    required property real seconds
+    // Read under these names by assistive technology, which cannot set them: it steps.
+    readonly property real value: seconds
+    readonly property real minimumValue: 0
+    required property real maximumValue
+    required property real stepSize
 
     signal stepped(direction: int)
-
-    focusPolicy: Qt.TabFocus
 
     Keys.onLeftPressed: stepped(-1)
     Keys.onDownPressed: stepped(-1)

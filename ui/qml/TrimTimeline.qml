@@ -65,8 +65,8 @@ Item {
                 width: editor.trackWidth
                 height: 42
                 name: qsTr("Video position")
-                value: timeline.model.currentTime
-                valueText: timeline.model.timeText(value)
+                seconds: timeline.model.currentTime
+                valueText: timeline.model.timeText(seconds)
                 maximumValue: timeline.model.duration
                 stepSize: editor.step
                 onStepped: direction => editor.adjustPlayhead(direction)
@@ -126,8 +126,8 @@ Item {
                 accent: timeline.accent
                 active: editor.startActive
                 name: qsTr("Trim start")
-                value: timeline.model.trimStart
-                valueText: timeline.model.timeText(value)
+                seconds: timeline.model.trimStart
+                valueText: timeline.model.timeText(seconds)
                 maximumValue: timeline.model.duration
                 stepSize: editor.step
                 onStepped: direction => editor.adjustTrimStart(direction)
@@ -142,8 +142,8 @@ Item {
                 accent: timeline.accent
                 active: editor.endActive
                 name: qsTr("Trim end")
-                value: timeline.model.trimEnd
-                valueText: timeline.model.timeText(value)
+                seconds: timeline.model.trimEnd
+                valueText: timeline.model.timeText(seconds)
                 maximumValue: timeline.model.duration
                 stepSize: editor.step
                 onStepped: direction => editor.adjustTrimEnd(direction)

@@ -2,6 +2,7 @@
 target_sources(stackreel_ui PRIVATE
   ../CropEditor.cpp ../CropEditor.h
   ../CursorStack.cpp
+  ../FocusItem.cpp ../FocusItem.h
   ../MotionPreference.cpp ../MotionPreference.h
   ../ThumbnailPainter.cpp
   ../ThumbnailStrip.cpp ../ThumbnailStrip.h

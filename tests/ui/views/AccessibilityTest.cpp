@@ -1,0 +1,247 @@
+#include "tests/ui/views/ViewsTest.h"
+
+#include <QAccessible>
+
+#include <algorithm>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// The window as assistive technology finds it.
+class AccessibilityTest : public ViewsTest
+{
+protected:
+    struct Node {
+        QAccessible::Role role;
+        QString name;
+
+        bool operator==(const Node&) const = default;
+    };
+
+    void SetUp() override
+    {
+        QAccessible::setActive(true);
+        settle();
+    }
+
+    static QAccessibleInterface& face(QObject& object)
+    {
+        QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&object);
+        if (interface == nullptr)
+            throw std::invalid_argument("nothing to access: " + object.objectName().toStdString());
+        return *interface;
+    }
+    QAccessibleInterface& face(const char* name) { return face(item(name)); }
+
+    static void perform(QAccessibleInterface& target, const QString& action)
+    {
+        ASSERT_TRUE(target.actionInterface()->actionNames().contains(action)) << action.toStdString();
+        target.actionInterface()->doAction(action);
+    }
+
+    /// All that can be seen in the window's content, from its root.
+    std::vector<Node> visibleNodes()
+    {
+        std::vector<Node> nodes;
+        collect(face(window().window()), nodes);
+        return nodes;
+    }
+
+    bool shows(QAccessible::Role role, const char16_t* name)
+    {
+        const auto nodes = visibleNodes();
+        return std::find(nodes.begin(), nodes.end(), Node{role, QString::fromUtf16(name)}) != nodes.end();
+    }
+
+private:
+    static void collect(QAccessibleInterface& parent, std::vector<Node>& nodes)
+    {
+        for (int index = 0; index < parent.childCount(); ++index) {
+            QAccessibleInterface* child = parent.child(index);
+            if (child == nullptr || child->state().invisible)
+                continue;
+            nodes.push_back({child->role(), child->text(QAccessible::Name)});
+            collect(*child, nodes);
+        }
+    }
+};
+
+TEST_F(AccessibilityTest, EveryControlHasItsRoleAndItsVisibleText)
+{
+    windowModel().setAspectIndex(3);
+    enter(WindowModel::Ready);
+    EXPECT_TRUE(shows(QAccessible::Button, u"Choose video"));
+    EXPECT_TRUE(shows(QAccessible::RadioButton, u"Top"));
+    EXPECT_TRUE(shows(QAccessible::RadioButton, u"Bottom"));
+    EXPECT_TRUE(shows(QAccessible::Button, u"Pause preview"));
+    EXPECT_TRUE(shows(QAccessible::Button, u"Unmute preview"));
+    EXPECT_TRUE(shows(QAccessible::Slider, u"Video position"));
+    EXPECT_TRUE(shows(QAccessible::Slider, u"Trim start"));
+    EXPECT_TRUE(shows(QAccessible::Slider, u"Trim end"));
+    EXPECT_TRUE(shows(QAccessible::ComboBox, u"Aspect ratio"));
+    EXPECT_TRUE(shows(QAccessible::EditableText, u"Width"));
+    EXPECT_TRUE(shows(QAccessible::EditableText, u"Height"));
+    EXPECT_TRUE(shows(QAccessible::Button, u"Swap top and bottom"));
+    EXPECT_TRUE(shows(QAccessible::CheckBox, u"Include audio"));
+    EXPECT_TRUE(shows(QAccessible::Button, u"Export vertical video"));
+    EXPECT_TRUE(shows(QAccessible::StatusBar, u"Beach day.MOV"));
+    EXPECT_TRUE(shows(QAccessible::StaticText, u"1920 \u00d7 1080"));
+    EXPECT_TRUE(shows(QAccessible::StaticText, u"0:00 to 0:20"));
+}
+
+TEST_F(AccessibilityTest, TheEmptyWindowSaysWhatToDoAndHidesItsIcon)
+{
+    EXPECT_TRUE(shows(QAccessible::Button, u"Choose a video"));
+    EXPECT_TRUE(shows(QAccessible::StatusBar, u"Choose a horizontal video to begin."));
+    EXPECT_FALSE(shows(QAccessible::Button, u"Choose video"));
+    for (const Node& node : visibleNodes())
+        EXPECT_NE(node.role, QAccessible::Graphic);
+}
+
+TEST_F(AccessibilityTest, ThePreviewsControlsAreOneGroupOfReachableButtons)
+{
+    enter(WindowModel::Ready);
+    QAccessibleInterface& group = face("previewControls");
+    EXPECT_EQ(group.role(), QAccessible::Grouping);
+    ASSERT_EQ(group.childCount(), 2);
+    EXPECT_EQ(group.child(0)->text(QAccessible::Name), QStringLiteral("Pause preview"));
+}
+
+TEST_F(AccessibilityTest, ProgressIsNamedAndItsOrnamentsAreHidden)
+{
+    enter(WindowModel::Exporting);
+    EXPECT_TRUE(shows(QAccessible::ProgressBar, u"Export in progress"));
+    EXPECT_TRUE(shows(QAccessible::Button, u"Cancel export"));
+    const auto nodes = visibleNodes();
+    EXPECT_EQ(std::count_if(nodes.begin(), nodes.end(),
+                            [](const Node& node) { return node.role == QAccessible::ProgressBar; }),
+              1);
+}
+
+TEST_F(AccessibilityTest, EveryVisibleControlHasAName)
+{
+    windowModel().setAspectIndex(3);
+    enter(WindowModel::Ready);
+    for (const Node& node : visibleNodes())
+        for (const QAccessible::Role role :
+             {QAccessible::Button, QAccessible::Slider, QAccessible::CheckBox, QAccessible::RadioButton,
+              QAccessible::ComboBox, QAccessible::EditableText})
+            EXPECT_FALSE(node.role == role && node.name.isEmpty()) << role;
+}
+
+TEST_F(AccessibilityTest, ButtonsArePressed)
+{
+    enter(WindowModel::Ready);
+    perform(face("playButton"), QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(model().previewPlaying());
+    perform(face("muteButton"), QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(model().previewMuted());
+    perform(face("swapButton"), QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(model().selectedCrop(), 1);
+    perform(face("chooseButton"), QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(world().openPanel->timesShown(), 2U);
+    perform(face("exportButton"), QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(world().savePanel->timesShown(), 1U);
+}
+
+TEST_F(AccessibilityTest, TheSwitchTellsItsStateAndIsToggled)
+{
+    QAccessibleInterface& control = face("audioSwitch");
+    EXPECT_TRUE(control.state().checkable);
+    EXPECT_TRUE(control.state().checked);
+    perform(control, QAccessibleActionInterface::toggleAction());
+    EXPECT_FALSE(model().settings().includeAudio);
+    EXPECT_FALSE(control.state().checked);
+    perform(control, QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(model().settings().includeAudio);
+}
+
+TEST_F(AccessibilityTest, SlidersTellTheirTimesAndAreAdjusted)
+{
+    enter(WindowModel::Ready);
+    model().updateTrimStart(5);
+    model().updateTrimEnd(15);
+    model().seekPreview(10);
+    struct Row {
+        const char* name;
+        double value;
+        const char* time;
+    };
+    for (const Row& row : {Row{"trimStartHandle", 5, "0:05"}, Row{"trimEndHandle", 15, "0:15"},
+                           Row{"videoPosition", 10, "0:10"}}) {
+        QAccessibleInterface& slider = face(row.name);
+        ASSERT_NE(slider.valueInterface(), nullptr);
+        EXPECT_EQ(slider.valueInterface()->currentValue().toDouble(), row.value) << row.name;
+        EXPECT_EQ(slider.valueInterface()->minimumValue().toDouble(), 0) << row.name;
+        EXPECT_EQ(slider.valueInterface()->maximumValue().toDouble(), 20) << row.name;
+        EXPECT_EQ(slider.text(QAccessible::Description), QString::fromLatin1(row.time)) << row.name;
+    }
+    perform(face("trimStartHandle"), QAccessibleActionInterface::increaseAction());
+    EXPECT_DOUBLE_EQ(model().trimStart(), 5.25);
+    perform(face("trimEndHandle"), QAccessibleActionInterface::decreaseAction());
+    EXPECT_DOUBLE_EQ(model().trimEnd(), 14.75);
+    model().seekPreview(10);
+    perform(face("videoPosition"), QAccessibleActionInterface::increaseAction());
+    EXPECT_DOUBLE_EQ(model().currentTime(), 10.25);
+    EXPECT_DOUBLE_EQ(face("videoPosition").valueInterface()->currentValue().toDouble(), 10.25);
+}
+
+TEST_F(AccessibilityTest, ASliderTakesNoValueItCouldNotKeep)
+{
+    enter(WindowModel::Ready);
+    face("trimEndHandle").valueInterface()->setCurrentValue(3);
+    EXPECT_EQ(model().trimEnd(), 20);
+    EXPECT_EQ(face("trimEndHandle").valueInterface()->currentValue().toDouble(), 20);
+}
+
+TEST_F(AccessibilityTest, CropsTellWhichIsSelectedAndAreSelectedMovedAndResized)
+{
+    enter(WindowModel::Ready);
+    QAccessibleInterface& top = face(part("topCrop", "body"));
+    QAccessibleInterface& bottom = face(part("bottomCrop", "body"));
+    EXPECT_TRUE(top.state().checked);
+    EXPECT_FALSE(bottom.state().checked);
+    perform(bottom, QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(model().selectedCrop(), 1);
+    EXPECT_TRUE(bottom.state().checked);
+    const QRectF before = windowModel().bottomRegion();
+    perform(bottom, QAccessibleActionInterface::scrollLeftAction());
+    EXPECT_NEAR(windowModel().bottomRegion().x(), before.x() - 10.0 / 1920, 1e-9);
+    perform(bottom, QAccessibleActionInterface::decreaseAction());
+    EXPECT_NEAR(windowModel().bottomRegion().width(), before.width() - 10.0 / 1920, 1e-9);
+}
+
+TEST_F(AccessibilityTest, AShapeIsChosenFromThePicker)
+{
+    perform(face("aspectPicker"), QAccessibleActionInterface::pressAction());
+    settle();
+    QAccessibleInterface& row = face("pickerRow1");
+    EXPECT_EQ(row.text(QAccessible::Name), QStringLiteral("4:5"));
+    perform(row, QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(model().settings().aspect, OutputAspect::feed);
+}
+
+TEST_F(AccessibilityTest, TheStatusIsNamedAfterEachOfItsTexts)
+{
+    const auto name = [this] { return face("status").text(QAccessible::Name); };
+    EXPECT_EQ(name(), QStringLiteral("Choose a horizontal video to begin."));
+    enter(WindowModel::Exporting);
+    EXPECT_EQ(name(), QStringLiteral("Rendering from the original video."));
+    world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+    settle();
+    EXPECT_EQ(name(), QStringLiteral("Saved Beach day-vertical.mp4"));
+}
+
+TEST_F(AccessibilityTest, AnElidedStatusIsNamedInFull)
+{
+    const std::string name = std::string(200, 'w') + ".mov";
+    window().load(OfflineWindow::clip(), "/clips/" + name);
+    EXPECT_EQ(face("status").text(QAccessible::Name), QString::fromStdString(name));
+}
+
+} // namespace
+
+} // namespace stackreel

@@ -1,0 +1,36 @@
+#include "ui/FocusItem.h"
+
+namespace stackreel
+{
+
+FocusItem::FocusItem(QQuickItem* parent) : QQuickItem(parent)
+{
+    setActiveFocusOnTab(true);
+}
+
+void FocusItem::focusInEvent(QFocusEvent* event)
+{
+    QQuickItem::focusInEvent(event);
+    // The window's own coming and going changes nothing about how the focus got here.
+    const Qt::FocusReason reason = event->reason();
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        setVisualFocus(reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                       reason == Qt::ShortcutFocusReason);
+}
+
+void FocusItem::focusOutEvent(QFocusEvent* event)
+{
+    QQuickItem::focusOutEvent(event);
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
+        setVisualFocus(false);
+}
+
+void FocusItem::setVisualFocus(bool visualFocus)
+{
+    if (visualFocus == m_visualFocus)
+        return;
+    m_visualFocus = visualFocus;
+    Q_EMIT visualFocusChanged();
+}
+
+} // namespace stackreel
