@@ -31,6 +31,8 @@ T.ComboBox {
         x: picker.width - width - 9
         y: (picker.height - height) / 2
         source: "icons/chevron-up-down.svg"
+        width: 12
+        height: 16
         sourceSize.width: 12
         sourceSize.height: 16
     }

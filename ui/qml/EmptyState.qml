@@ -24,6 +24,8 @@ Item {
             objectName: "appIcon"
             anchors.horizontalCenter: parent.horizontalCenter
             source: "icons/stackreel.svg"
+            width: 82
+            height: 82
             sourceSize.width: 82
             sourceSize.height: 82
             Accessible.ignored: true

@@ -12,6 +12,8 @@ ActionButton {
 
     contentItem: Image {
         source: button.symbol
+        width: 20
+        height: 20
         sourceSize.width: 20
         sourceSize.height: 20
     }

@@ -443,7 +443,8 @@ TEST_F(InteractionTest, TheArrowsStepTheHandlesAndThePlayhead)
 TEST_F(InteractionTest, TheThumbnailsAreShownWhenTheyCome)
 {
     enter(WindowModel::Ready);
-    const QPoint place = item("thumbnails").mapToScene(QPointF(100, 21)).toPoint();
+    const double scale = window().window().effectiveDevicePixelRatio();
+    const QPoint place = (item("thumbnails").mapToScene(QPointF(100, 21)) * scale).toPoint();
     const QColor before = window().screenshot().pixelColor(place);
     window().finishThumbnails();
     EXPECT_NE(window().screenshot().pixelColor(place), before);

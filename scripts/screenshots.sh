@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Pictures of the window in each of its states, at scale 1 and 2, into build/screenshots, for somebody to look at.
+#   scripts/screenshots.sh [CLIP]   shows a frame of the clip, or one colour without
+# Needs the release build of the tests (./test release).
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+program=${STACKREEL_SCREENSHOT_PROGRAM:-build/release/tests/window-screenshots}
+folder=build/screenshots
+mkdir -p "$folder"
+frame=
+if [ $# -gt 0 ]; then
+  frame=$folder/.frame.png
+  ffmpeg -v error -y -ss 1 -i "$1" -frames:v 1 "$frame"
+fi
+for scale in 1 2; do
+  QT_SCALE_FACTOR=$scale STACKREEL_SCREENSHOTS=$folder/scale-$scale STACKREEL_SCREENSHOT_FRAME=$frame \
+    "$program" --gtest_brief=1
+done
+[ -z "$frame" ] || rm -f "$frame"
+echo "The pictures are in $folder."
