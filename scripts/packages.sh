@@ -27,6 +27,8 @@ test_packages=(
   qml6-module-qttest xvfb dbus-daemon
   desktop-file-utils appstream man-db bash-completion zsh fish
 )
+# To build the Debian package and try it in a bare system.
+package_packages=(dpkg-dev lintian debootstrap util-linux xvfb xdotool)
 
 missing_packages() {
   local name

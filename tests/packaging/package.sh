@@ -1,0 +1,93 @@
+#!/usr/bin/env bash
+# package.sh FOLDER: the proof of the Debian package. Builds it twice and compares, has lintian look at it, and installs it
+# in a bare Debian 12 made for it, where nothing else was installed: there it exports a clip, opens its window, and comes
+# off again. Says one line for each check: ok, FAILED or skipped. Logs and a picture of the window stay in the folder.
+set -uo pipefail
+source=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+folder=$(realpath -m "$1")
+base=$folder/base root=$folder/root archives=$folder/archives
+status=0
+. "$source/tests/packaging/bare_root.sh"
+
+ok() { echo "ok $*"; }
+failed() { echo "FAILED $*"; status=1; }
+skipped() { echo "skipped $*"; }
+check() { # WHAT COMMAND…
+  local what=$1
+  shift
+  if "$@"; then ok "$what"; else failed "$what"; fi
+}
+
+build_twice() {
+  "$source/scripts/package" "$folder/first" >/dev/null && "$source/scripts/package" "$folder/second" >/dev/null || {
+    failed "the package is built"
+    exit 1
+  }
+  package=$(echo "$folder"/first/*.deb)
+  check "two builds of one commit give the same package" cmp "$package" "$folder"/second/*.deb
+}
+
+look_at_it() {
+  lintian --allow-root --fail-on error "$package" >"$folder/lintian.log" 2>&1 && ok "lintian finds no error" || {
+    cat "$folder/lintian.log"
+    failed "lintian finds no error"
+  }
+}
+
+install_it() {
+  cp "$package" "$root/tmp/stackreel.deb"
+  in_root root apt-get update -qq >"$folder/install.log" 2>&1 &&
+    in_root root apt-get install -y --no-install-recommends /tmp/stackreel.deb >>"$folder/install.log" 2>&1 || {
+    tail -n 20 "$folder/install.log"
+    failed "the package installs with what it depends on"
+    return 1
+  }
+  rm "$root/tmp/stackreel.deb"
+  ok "the package installs with what it depends on"
+  in_root root dpkg -L stackreel >"$folder/files"
+}
+
+export_works() {
+  in_root user sh -ec '
+    ffmpeg -hide_banner -loglevel error -nostdin -f lavfi -i testsrc2=size=1280x720:rate=30:duration=3 \
+      -f lavfi -i sine=sample_rate=48000:duration=3 -c:v libx264 -preset ultrafast -c:a aac -shortest clip.mp4
+    stackreel-cli export --quiet clip.mp4
+    ffprobe -v error -show_entries stream=codec_name,width,height -of csv=p=0 clip-vertical.mp4 >facts
+    grep -qx h264,1080,1920 facts && grep -qx aac facts' >"$folder/export.log" 2>&1 || {
+    cat "$folder/export.log"
+    return 1
+  }
+}
+
+window_opens() {
+  local command
+  command=$(sed -n 's/^Exec=//p' "$root"/usr/share/applications/*.desktop)
+  bash "$source/tests/packaging/window.sh" "$folder" "$command"
+}
+
+comes_off() {
+  local path left=0
+  in_root root apt-get purge -y --autoremove stackreel >"$folder/purge.log" 2>&1 || { tail "$folder/purge.log"; return 1; }
+  # Folders that other packages share stay as long as those do.
+  while read -r path; do
+    [ -d "$root$path" ] || [ ! -e "$root$path" ] || { echo "left behind: $path"; left=1; }
+  done <"$folder/files"
+  find "$root" -xdev -path "$root/home" -prune -o -path "$root/proc" -prune -o -iname '*stackreel*' -print | grep . && left=1
+  [ $left -eq 0 ]
+}
+
+mkdir -p "$folder"
+build_twice
+look_at_it
+if reason=$(why_no_root); then
+  skipped "the bare system: $reason"
+  exit $status
+fi
+make_root || { failed "a bare system is made"; exit 1; }
+if install_it; then
+  check "the command line exports a clip there" export_works
+  check "the window opens there from the desktop file, plays a clip, and misses nothing" window_opens
+  check "the package comes off without a trace" comes_off
+fi
+rm -rf --one-file-system "$root"
+exit $status
