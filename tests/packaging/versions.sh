@@ -17,7 +17,7 @@ same metainfo "$version" "$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' "$m
 same id "$id" "$(sed -n 's|.*<id>\(.*\)</id>.*|\1|p' "$metainfo")"
 same launchable "$id.desktop" "$(sed -n 's|.*<launchable.*>\(.*\)</launchable>.*|\1|p' "$metainfo")"
 same icon "$id" "$(sed -n 's/^Icon=//p' "$desktop")"
-same "window class" "$id" "$(sed -n 's/^StartupWMClass=//p' "$desktop")"
+same program "\"$id\"" "$(sed -n 's/.*applicationId = \(.*\);/\1/p' "$source/app/ApplicationId.h")"
 same flatpak "$id" "$(sed -n 's/^app-id: //p' "$source/packaging/flatpak/$id.yml")"
 # No file is opened by the desktop's file manager: the program takes none.
 same "file types" "" "$(grep -E '^MimeType|^Exec=.*%' "$desktop")"

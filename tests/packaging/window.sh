@@ -25,11 +25,14 @@ colours() {
     od -An -v -w3 -tx1 | sort -u | wc -l
 }
 
-windows() { xdotool search --onlyvisible --class stackreel 2>/dev/null | wc -l; }
+# Windows are known by the class that the desktop file tells the desktop to look for.
+class=$(sed -n 's/^StartupWMClass=//p' "$root"/usr/share/applications/*.desktop)
+visible() { xdotool search --onlyvisible --class "^$class\$" 2>/dev/null; }
+windows() { visible | wc -l; }
 has_windows() { [ "$(windows)" -ge "$1" ]; }
 has_windows_at_most() { [ "$(windows)" -le "$1" ]; }
 # There is no window manager to do that.
-focus_on_newest() { xdotool windowfocus --sync "$(xdotool search --onlyvisible --class stackreel 2>/dev/null | tail -n 1)"; }
+focus_on_newest() { xdotool windowfocus --sync "$(visible | tail -n 1)"; }
 shows_colours() { [ "$(colours "$2")" -gt "$1" ]; }
 moves_on() { picture "$folder/later.png" && ! cmp -s "$folder/playing.png" "$folder/later.png"; }
 has_ended() { ! kill -0 "$program" 2>/dev/null; }
