@@ -71,6 +71,7 @@ Item {
 
         DragArea {
             space: overlay
+            focusTarget: body
             cursorShape: Qt.SizeAllCursor
             onClicked: overlay.selectRequested()
             onDragged: (x, y) => editor.move(x, y)
@@ -108,8 +109,8 @@ Item {
 
             DragArea {
                 space: overlay
+                focusTarget: body
                 cursorShape: Qt.SizeFDiagCursor
-                onPressed: body.forceActiveFocus(Qt.MouseFocusReason)
                 onDragged: (x, y) => editor.resize(x, y)
                 onEnded: editor.endResize()
             }

@@ -1,11 +1,12 @@
 import QtQuick
 
-/// Follows a drag of its parent in the coordinates of `space`, which stays where it is when the parent moves. Whatever
-/// the parent is, the press gives it the focus.
+/// Follows a drag of its parent in the coordinates of `space`, which stays where it is when the parent moves. A press
+/// gives `focusTarget` the focus.
 MouseArea {
     id: area
 
     required property Item space
+    required property Item focusTarget
     property point start
 
     /// How far the pointer is from where it was pressed.
@@ -18,7 +19,7 @@ MouseArea {
 
     onPressed: mouse => {
         start = mapToItem(space, mouse.x, mouse.y);
-        parent.forceActiveFocus(Qt.MouseFocusReason);
+        focusTarget.forceActiveFocus(Qt.MouseFocusReason);
     }
     onPositionChanged: mouse => {
         const now = mapToItem(space, mouse.x, mouse.y);

@@ -18,6 +18,7 @@ Rectangle {
     Rectangle {
         id: segment
 
+        objectName: "segment"
         width: MotionPreference.reduced ? bar.width : 72
         height: bar.height
         radius: height / 2

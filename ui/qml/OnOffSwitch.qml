@@ -42,6 +42,7 @@ T.Switch {
         color: control.checked ? Theme.signalCoral : Theme.white(0.2)
 
         Rectangle {
+            objectName: "knob"
             x: control.checked ? parent.width - width - 2 : 2
             y: 2
             width: 18

@@ -168,6 +168,7 @@ Item {
                     editor.drag(mouse.x);
                     editor.hover(mouse.x);
                 }
+                onEntered: editor.hover(mouseX)
                 onReleased: endDrag()
                 onCanceled: endDrag()
                 onVisibleChanged: if (!visible) editor.leave()

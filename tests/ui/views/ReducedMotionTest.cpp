@@ -1,0 +1,80 @@
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/ui/views/ViewsTest.h"
+
+#include <QTest>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// The wish is known before the window is made.
+struct WishForLessMotion {
+    ScopedEnvironment wish{"STACKREEL_REDUCED_MOTION", "1"};
+};
+
+class ReducedMotionTest : private WishForLessMotion, public ViewsTest
+{
+protected:
+    /// A point on the trim's end handle.
+    QPoint handle() { return centre(item("trimEndHandle")); }
+};
+
+TEST_F(ReducedMotionTest, AHoveredHandleIsLargeAtOnce)
+{
+    enter(WindowModel::Ready);
+    moveTo(handle());
+    EXPECT_EQ(item("trimEndHandle").scale(), 1.1);
+}
+
+TEST_F(ReducedMotionTest, TheSwitchJumps)
+{
+    click("audioSwitch");
+    EXPECT_EQ(part("audioSwitch", "knob").x(), 2);
+}
+
+TEST_F(ReducedMotionTest, TheProgressBarIsFilledAndStandsStill)
+{
+    enter(WindowModel::Exporting);
+    const QQuickItem& segment = part("exportProgress", "segment");
+    EXPECT_EQ(segment.width(), 220);
+    EXPECT_EQ(segment.x(), 0);
+    EXPECT_FALSE(QTest::qWaitFor([&] { return segment.x() != 0; }, 200));
+}
+
+TEST_F(ReducedMotionTest, TheSpinnerStandsStill)
+{
+    enter(WindowModel::Preparing);
+    const QQuickItem& spinner = part("preparingState", "spinner");
+    EXPECT_FALSE(QTest::qWaitFor([&] { return spinner.property("phase").toInt() != 0; }, 300));
+}
+
+using MotionTest = ViewsTest;
+
+TEST_F(MotionTest, ProgressMovesOtherwise)
+{
+    enter(WindowModel::Preparing);
+    const QQuickItem& spinner = part("preparingState", "spinner");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return spinner.property("phase").toInt() != 0; }));
+    enter(WindowModel::Exporting);
+    const QQuickItem& segment = part("exportProgress", "segment");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return segment.x() > 0; }));
+    EXPECT_FALSE(spinner.isVisible());
+}
+
+TEST_F(MotionTest, WhatIsHiddenDoesNotMove)
+{
+    const int phase = part("preparingState", "spinner").property("phase").toInt();
+    const double x = part("exportProgress", "segment").x();
+    EXPECT_FALSE(QTest::qWaitFor(
+        [&] {
+            return part("preparingState", "spinner").property("phase").toInt() != phase ||
+                   part("exportProgress", "segment").x() != x;
+        },
+        300));
+}
+
+} // namespace
+
+} // namespace stackreel
