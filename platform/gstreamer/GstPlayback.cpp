@@ -9,7 +9,7 @@ namespace stackreel
 
 std::shared_ptr<QueuePlayer> GstPlayback::makePlayer()
 {
-    return std::make_shared<GstQueuePlayer>();
+    return std::make_shared<GstQueuePlayer>(m_makeSoundSink);
 }
 
 std::unique_ptr<PlayerLooper> GstPlayback::makeLooper(const std::shared_ptr<QueuePlayer>& player,

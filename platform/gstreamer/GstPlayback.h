@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/gstreamer/SoundOutput.h"
 #include "platform/playback/Playback.h"
 
 namespace stackreel
@@ -9,9 +10,18 @@ namespace stackreel
 class GstPlayback : public Playback
 {
 public:
+    /// The players' sound ends in what `makeSoundSink` makes, on threads of the players'.
+    explicit GstPlayback(MakeSoundSink makeSoundSink = makeSystemSoundSink)
+        : m_makeSoundSink(std::move(makeSoundSink))
+    {
+    }
+
     std::shared_ptr<QueuePlayer> makePlayer() override;
     std::unique_ptr<PlayerLooper> makeLooper(const std::shared_ptr<QueuePlayer>& player,
                                              const PlayerItem& templateItem, MediaTimeRange range) override;
+
+private:
+    MakeSoundSink m_makeSoundSink;
 };
 
 } // namespace stackreel

@@ -7,8 +7,9 @@
 namespace stackreel
 {
 
-GstQueuePlayer::GstQueuePlayer()
-    : m_observers(std::make_shared<TimeObservers>()), m_engine(std::make_shared<PlayerEngine>(m_observers))
+GstQueuePlayer::GstQueuePlayer(MakeSoundSink makeSoundSink)
+    : m_observers(std::make_shared<TimeObservers>()),
+      m_engine(std::make_shared<PlayerEngine>(m_observers, std::move(makeSoundSink)))
 {
     PlayerEngine::start(m_engine);
 }

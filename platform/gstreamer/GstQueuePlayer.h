@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/gstreamer/SoundOutput.h"
 #include "platform/playback/QueuePlayer.h"
 
 #include <cstdint>
@@ -16,7 +17,7 @@ class TimeObservers;
 class GstQueuePlayer : public QueuePlayer
 {
 public:
-    GstQueuePlayer();
+    explicit GstQueuePlayer(MakeSoundSink makeSoundSink = makeSystemSoundSink);
     GstQueuePlayer(const GstQueuePlayer&) = delete;
     GstQueuePlayer& operator=(const GstQueuePlayer&) = delete;
     ~GstQueuePlayer() override;

@@ -25,8 +25,9 @@ constexpr Nanoseconds bridgedByQueue = 3 * second / 2;
 
 } // namespace
 
-PlayerEngine::PlayerEngine(std::shared_ptr<TimeObservers> observers)
-    : m_presenter(std::move(observers), [this] { m_wakeUp.notify(); })
+PlayerEngine::PlayerEngine(std::shared_ptr<TimeObservers> observers, MakeSoundSink makeSoundSink)
+    : m_presenter(std::move(observers), [this] { m_wakeUp.notify(); }),
+      m_sound(std::move(makeSoundSink), m_presenter.clock())
 {
 }
 
@@ -63,6 +64,7 @@ void PlayerEngine::run()
         tendHead();
         tendRunning();
         tendForeground();
+        tendSound();
         if (!more)
             m_wakeUp.wait(nextDeadline());
     }
@@ -118,6 +120,7 @@ void PlayerEngine::openLoop(const PlayerOrders::Loop& loop)
         m_feeder = std::make_unique<LoopFeeder>(*m_reader, loop.range, keptBytes);
         if (!loop.repeating)
             m_feeder->stopRepeating();
+        m_sound.open(loop.file, loop.range);
     } catch (const std::runtime_error&) {
         m_reader.reset();
         giveUp();
@@ -188,10 +191,13 @@ bool PlayerEngine::feed()
 
 void PlayerEngine::deliver(QueuedFrame frame)
 {
-    if (m_seeks.isFlying() && frame.frame)
+    if (m_seeks.isFlying() && frame.frame) {
+        m_sound.jump(frame);
         m_presenter.jump(std::move(frame), m_seeks.land());
-    else
+    } else {
+        m_sound.follow(frame);
         m_presenter.push(std::move(frame));
+    }
 }
 
 /// The file shows nothing, and nothing is tried until the next order.
@@ -251,6 +257,14 @@ void PlayerEngine::tendForeground()
         m_foreground.reset();
     else if (!m_foreground)
         m_foreground.emplace();
+}
+
+/// Somewhere to hear it is only looked for while there is something to be heard.
+void PlayerEngine::tendSound()
+{
+    const bool audible = m_feeder && !m_failed && m_orders.playing && !m_orders.muted;
+    if (std::exchange(m_audible, audible) != audible)
+        m_sound.setAudible(audible);
 }
 
 void PlayerEngine::tendEnd()

@@ -7,6 +7,7 @@
 #include "platform/gstreamer/PlayerOrders.h"
 #include "platform/gstreamer/Presenter.h"
 #include "platform/gstreamer/SeekRequests.h"
+#include "platform/gstreamer/Sound.h"
 #include "platform/gstreamer/TimeObservers.h"
 #include "platform/gstreamer/WakeUp.h"
 
@@ -23,7 +24,7 @@ namespace stackreel
 class PlayerEngine
 {
 public:
-    explicit PlayerEngine(std::shared_ptr<TimeObservers> observers);
+    PlayerEngine(std::shared_ptr<TimeObservers> observers, MakeSoundSink makeSoundSink);
 
     /// Begins the work, on a thread that keeps `engine` alive until it is ordered to quit.
     static void start(const std::shared_ptr<PlayerEngine>& engine);
@@ -49,6 +50,7 @@ private:
     void tendRunning();
     void tendEnd();
     void tendForeground();
+    void tendSound();
     std::optional<Clock::Instant> nextDeadline() const;
     bool mustWaitForHead() const;
 
@@ -69,7 +71,10 @@ private:
     Clock::Instant m_boxSince = {};
     std::optional<Clock::Instant> m_closing; ///< when to close what no loop asked for again
 
+    bool m_audible = false;
+
     Presenter m_presenter; // ends before what its thread wakes
+    Sound m_sound;
 };
 
 } // namespace stackreel

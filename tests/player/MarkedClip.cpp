@@ -48,7 +48,7 @@ std::string commandFor(const MarkedClip& clip, const fs::path& target)
     const std::string rate = std::to_string(clip.rate);
     std::string command = "ffmpeg -v error -nostdin -y -f lavfi -i color=black:s=" + clip.size + ":r=" + rate;
     if (clip.sound)
-        command += " -f lavfi -i sine=frequency=440:sample_rate=48000 -shortest -c:a aac";
+        command += " -f lavfi -i \"" + clip.tone + "\" -shortest -c:a aac";
     command += " -vf \"geq=lum='" + clip.luma + "':cb=128:cr=128";
     if (clip.variable)
         command += ",settb=1/90000,setpts='(N-2/3*eq(mod(N\\,3)\\,1))/(" + rate + "*TB)'";

@@ -16,10 +16,11 @@ struct MarkedClip {
     int frames = 60;
     int rate = 30;         ///< frames a second
     int keyInterval = 30;  ///< frames
-    bool sound = false;    ///< a tone as long as the pictures
+    bool sound = false;    ///< sound as long as the pictures
     bool variable = false; ///< frames last a third, one and five thirds of the usual time in turn
     std::string size = "320x180";
-    std::string output = {}; ///< further options before the output
+    std::string tone = "sine=frequency=440:sample_rate=48000"; ///< the sound, in FFmpeg's terms
+    std::string output = {};                                   ///< further options before the output
     std::string luma = "16+219*mod(floor(N/pow(2\\,floor(16*X/W)))\\,2)"; ///< the picture, in FFmpeg's terms
 
     /// When a frame starts, in seconds.

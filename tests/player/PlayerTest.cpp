@@ -263,6 +263,7 @@ TEST_F(PlayerTest, canBeDroppedAtAnyMoment)
 {
     for (int round = 0; round < 12; ++round) {
         auto other = playback.makePlayer();
+        other->setMuted(true);
         other->setVideoOutput(output);
         auto held = playback.makeLooper(other, PlayerItem{longInterval.file()}, range(7, 8));
         if (round % 3 > 0)

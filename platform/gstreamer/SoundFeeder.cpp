@@ -1,0 +1,102 @@
+#include "platform/gstreamer/SoundFeeder.h"
+
+namespace stackreel
+{
+
+namespace
+{
+
+constexpr std::size_t mostKeptSamples = (16U << 20) / sizeof(std::int16_t);
+/// Half of the time between two samples.
+constexpr Nanoseconds tick = second / SoundPiece::rate / 2;
+
+} // namespace
+
+void SoundFeeder::beginAt(const SoundRuns& runs, Nanoseconds played)
+{
+    m_run.reset();
+    const SoundRuns::Run* run = runs.at(played);
+    if (!run)
+        return;
+    const Nanoseconds position = runs.range().start + played - run->base;
+    enter(*run, std::max(position, run->from), runs.range());
+}
+
+void SoundFeeder::enter(const SoundRuns::Run& run, Nanoseconds position, const LoopRange& range)
+{
+    m_run = run;
+    m_position = position;
+    m_over = false;
+    m_replayed.reset();
+    m_collecting = !m_complete && position <= range.start + tick;
+    if (m_complete) {
+        m_replayed = 0;
+        return;
+    }
+    m_kept.clear();
+    m_keptSamples = 0;
+    m_reader.beginAt(position);
+}
+
+SoundFeeder::Step SoundFeeder::step(const SoundRuns& runs, DuePiece& next)
+{
+    if (!m_run)
+        return Step::waiting;
+    const Nanoseconds end = runs.endOf(*m_run);
+    if (m_over || m_position >= end - tick)
+        return leave(runs);
+    SoundPiece piece;
+    switch (read(piece)) {
+    case SoundReader::Step::waiting:
+        return Step::waiting;
+    case SoundReader::Step::end:
+        m_over = true;
+        return Step::working;
+    default:
+        break;
+    }
+    if (piece.position >= end) {
+        m_over = true;
+        return Step::working;
+    }
+    piece.cut(m_position, end);
+    if (piece.isEmpty())
+        return Step::working;
+    m_position = piece.end();
+    next.due = m_run->base + piece.position - runs.range().start;
+    next.piece = std::move(piece);
+    return Step::piece;
+}
+
+/// Goes over to the next run as soon as that is known.
+SoundFeeder::Step SoundFeeder::leave(const SoundRuns& runs)
+{
+    const SoundRuns::Run* following = runs.find(m_run->iteration + 1);
+    if (!following)
+        return Step::waiting;
+    m_complete = m_complete || m_collecting;
+    enter(*following, following->from, runs.range());
+    return Step::working;
+}
+
+SoundReader::Step SoundFeeder::read(SoundPiece& piece)
+{
+    if (m_replayed) {
+        if (*m_replayed >= m_kept.size())
+            return SoundReader::Step::end;
+        piece = m_kept[(*m_replayed)++];
+        return SoundReader::Step::piece;
+    }
+    const SoundReader::Step step = m_reader.step(piece);
+    if (step == SoundReader::Step::piece && m_collecting) {
+        m_keptSamples += piece.samples.size();
+        m_collecting = m_keptSamples <= mostKeptSamples;
+        if (m_collecting)
+            m_kept.push_back(piece);
+        else
+            m_kept.clear();
+    }
+    return step;
+}
+
+} // namespace stackreel
