@@ -1,0 +1,81 @@
+#include "tests/ui/views/ViewsTest.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <cmath>
+
+namespace stackreel
+{
+
+namespace
+{
+
+double linear(double channel)
+{
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& color)
+{
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+/// How far two opaque colours are apart, from 1 to 21, as the accessibility guidelines of the web count it.
+double contrast(const QColor& one, const QColor& other)
+{
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor over(const QColor& top, const QColor& bottom)
+{
+    const float a = top.alphaF();
+    return QColor::fromRgbF(top.redF() * a + bottom.redF() * (1 - a),
+                            top.greenF() * a + bottom.greenF() * (1 - a),
+                            top.blueF() * a + bottom.blueF() * (1 - a));
+}
+
+class ContrastTest : public ViewsTest, public testing::WithParamInterface<WindowModel::Phase>
+{
+protected:
+    /// The commonest colour behind an item: text covers less than half of its place.
+    static QColor behind(const QQuickItem& target, const QImage& picture)
+    {
+        const QRectF points = target.mapRectToScene(QRectF(0, 0, target.width(), target.height()));
+        const double scale = target.window()->effectiveDevicePixelRatio();
+        const QRect place =
+            QRectF(points.topLeft() * scale, points.size() * scale).toAlignedRect() & picture.rect();
+        QHash<QRgb, int> counts;
+        for (int y = place.top(); y <= place.bottom(); ++y)
+            for (int x = place.left(); x <= place.right(); ++x)
+                ++counts[picture.pixel(x, y)];
+        const auto commonest = std::max_element(counts.cbegin(), counts.cend());
+        return commonest == counts.cend() ? QColor() : QColor(commonest.key());
+    }
+};
+
+TEST_P(ContrastTest, EveryTextThatCountsStandsOutFromWhatIsBehindIt)
+{
+    windowModel().setAspectIndex(3);
+    enter(GetParam());
+    const QImage picture = window().screenshot();
+    int texts = 0;
+    for (QQuickItem* each : item("contentView").findChildren<QQuickItem*>()) {
+        if (!each->inherits("QQuickText") || !each->isVisible() || !each->isEnabled() ||
+            text(*each).isEmpty())
+            continue;
+        ++texts;
+        const QColor ground = behind(*each, picture);
+        EXPECT_GE(contrast(over(color(*each), ground), ground), 4.5) << text(*each).toStdString();
+    }
+    EXPECT_GE(texts, 10);
+}
+
+INSTANTIATE_TEST_SUITE_P(AllPhases, ContrastTest,
+                         testing::Values(WindowModel::Empty, WindowModel::Preparing, WindowModel::Ready,
+                                         WindowModel::Exporting, WindowModel::Complete, WindowModel::Failed));
+
+} // namespace
+
+} // namespace stackreel
