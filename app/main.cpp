@@ -30,6 +30,10 @@ void ignoreMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 {
+    // With X11's newer input events, Qt 6.4 misses the release that ends a move of the window by the desktop,
+    // and the next move begins with a jump.
+    if (qEnvironmentVariableIsEmpty("QT_XCB_NO_XI2"))
+        qputenv("QT_XCB_NO_XI2", "1");
     const QtMessageHandler previous = qInstallMessageHandler(ignoreMessage);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(previous);
