@@ -21,10 +21,13 @@ struct KeptFrames {
     bool complete = false;
     Nanoseconds end = 0; ///< of the range, or of what the file has of it; only when complete
 
-    /// Adds the next frame unless that would exceed `budget` bytes.
+    /// Adds the next frame unless that would exceed `budget` bytes. The first second may take three times as
+    /// much: so long a decoder can take to get back to the range's start from a key frame far before, and
+    /// large pictures would not last.
     bool add(const PlanarFramePtr& frame, std::size_t budget)
     {
-        if (bytes + frame->bytes() > budget)
+        const bool bridges = frame->time - range.start < second;
+        if (bytes + frame->bytes() > (bridges ? 3 * budget : budget))
             return false;
         bytes += frame->bytes();
         frames.push_back(frame);

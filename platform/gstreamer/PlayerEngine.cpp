@@ -54,12 +54,12 @@ PlayerOrders PlayerEngine::takeOrders()
 void PlayerEngine::run()
 {
     while (true) {
+        tendEnd(); // first, for what was ordered after the end is to be obeyed after it
         const PlayerOrders orders = takeOrders();
         if (orders.quit)
             break;
         obey(orders);
         tendSeek();
-        tendEnd();
         const bool more = feed();
         tendHead();
         tendRunning();
@@ -267,13 +267,17 @@ void PlayerEngine::tendSound()
         m_sound.setAudible(audible);
 }
 
+/// What happens as playing reaches its end, once.
 void PlayerEngine::tendEnd()
 {
-    if (!m_presenter.hasEnded() || !m_seeks.isIdle())
+    const bool ended = m_presenter.hasEnded() && m_seeks.isIdle() && m_orders.loop;
+    if (std::exchange(m_ended, ended) == ended || !ended)
         return;
-    if (m_orders.atEnd == QueuePlayer::ActionAtItemEnd::advance && m_orders.loop) {
+    if (m_orders.atEnd == QueuePlayer::ActionAtItemEnd::advance) {
         m_presenter.clear(m_orders.seek.number);
         closeLoop();
+    } else if (m_orders.atEnd == QueuePlayer::ActionAtItemEnd::pause) {
+        order([](PlayerOrders& orders) { orders.playing = false; });
     }
 }
 

@@ -72,6 +72,7 @@ private:
     std::optional<Clock::Instant> m_closing; ///< when to close what no loop asked for again
 
     bool m_audible = false;
+    bool m_ended = false; ///< the end of playing was dealt with
 
     Presenter m_presenter; // ends before what its thread wakes
     Sound m_sound;

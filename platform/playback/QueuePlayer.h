@@ -16,7 +16,11 @@ class VideoOutput;
 class QueuePlayer
 {
 public:
-    enum class ActionAtItemEnd { advance, pause, none };
+    enum class ActionAtItemEnd {
+        advance, ///< to the next item, of which there is none: the player loses its item
+        pause,   ///< as `pause` does, on the last frame
+        none,    ///< the last frame stays; a seek back plays on
+    };
     /// Names a registered observer; 0 names none.
     using TimeObserverToken = std::uint64_t;
     using TimeObserver = std::function<void(MediaTime)>;
