@@ -1,0 +1,125 @@
+#include "app/StackreelApp.h"
+
+#include "media/CancellationError.h"
+#include "platform/updates/StandardUpdateServices.h"
+#include "tests/support/Awaited.h"
+#include "tests/support/TemporaryDirectory.h"
+#include "tests/support/window/OfflineWindow.h"
+
+#include <QGuiApplication>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// The application on fakes, with its window shown and its event loop run as in the program.
+class StackreelAppTest : public testing::Test
+{
+protected:
+    StackreelAppTest()
+    {
+        m_app.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_app.window()));
+    }
+
+    void load()
+    {
+        m_app.model().chooseSource();
+        m_world.openPanel->choose(m_folder / "clip.mov");
+        OfflineWindow::settle();
+        m_world.inspections.back().task().complete(OfflineWindow::clip());
+        m_world.previews.back().task().complete(m_folder / "clip.mov");
+        OfflineWindow::settle();
+    }
+    void startExport()
+    {
+        load();
+        m_app.model().chooseExportDestination();
+        m_world.savePanel->choose(m_destination);
+        OfflineWindow::settle();
+        m_folder.write(m_destination.filename(), "half");
+        ASSERT_EQ(m_app.model().phase(), Phase::exporting());
+    }
+    /// Runs the event loop until the program quits by what `ask` does; gives its status, or -1 when it never
+    /// quits.
+    static int runUntil(const std::function<void()>& ask)
+    {
+        QTimer giveUp;
+        QObject::connect(&giveUp, &QTimer::timeout, [] { QCoreApplication::exit(-1); });
+        giveUp.start(ceiling);
+        QTimer::singleShot(0, ask);
+        return QCoreApplication::exec();
+    }
+
+    TemporaryDirectory m_folder;
+    const std::filesystem::path m_destination = m_folder / "clip-vertical.mp4";
+    FakeServices m_world;
+    StackreelApp m_app{m_world.services(), InfoDictionary(), standardUpdateServices()};
+};
+
+TEST_F(StackreelAppTest, QuitsWhenTheWindowIsClosed)
+{
+    EXPECT_EQ(runUntil([this] { m_app.window().close(); }), 0);
+}
+
+TEST_F(StackreelAppTest, QuitsWhenTheWindowIsClosedWhileAnotherIsOpen)
+{
+    QWindow other;
+    other.show();
+    EXPECT_EQ(runUntil([this] { m_app.window().close(); }), 0);
+}
+
+TEST_F(StackreelAppTest, QuitsByItsKey)
+{
+    EXPECT_EQ(runUntil([this] { QTest::keyClick(&m_app.window(), Qt::Key_Q, Qt::ControlModifier); }), 0);
+}
+
+TEST_F(StackreelAppTest, CancelsARunningExportBeforeItEnds)
+{
+    startExport();
+    EXPECT_EQ(runUntil([this] { m_app.window().close(); }), 0);
+    // The tool takes a while to notice.
+    QTimer::singleShot(30, &m_app.model(), [this] {
+        EXPECT_TRUE(m_world.exports.back().isCancelled());
+        m_world.exports.back().task().fail(CancellationError());
+    });
+    m_app.shutDown();
+    EXPECT_EQ(m_app.model().phase(), Phase::ready());
+    EXPECT_FALSE(std::filesystem::exists(m_destination));
+    EXPECT_FALSE(m_app.window().isVisible());
+}
+
+TEST_F(StackreelAppTest, WaitsForALoadThatIsUnderWay)
+{
+    m_app.model().chooseSource();
+    m_world.openPanel->choose(m_folder / "clip.mov");
+    OfflineWindow::settle();
+    ASSERT_EQ(m_app.model().phase(), Phase::preparing());
+    QTimer::singleShot(30, &m_app.model(), [this] {
+        m_world.inspections.back().task().fail(std::runtime_error("The tool was ended."));
+    });
+    m_app.shutDown();
+    EXPECT_EQ(m_app.model().phase(), Phase::failed("The tool was ended."));
+}
+
+TEST_F(StackreelAppTest, CheckingForUpdatesWithoutAKeyDoesNothing)
+{
+    for (QWindow* window : QGuiApplication::topLevelWindows())
+        EXPECT_TRUE(!window->isVisible() || window == &m_app.window());
+    auto* item = m_app.window().findChild<QObject*>(QStringLiteral("updatesItem"));
+    ASSERT_NE(item, nullptr);
+    QMetaObject::invokeMethod(item, "triggered");
+    OfflineWindow::settle();
+    for (QWindow* window : QGuiApplication::topLevelWindows())
+        EXPECT_TRUE(!window->isVisible() || window == &m_app.window());
+}
+
+} // namespace
+
+} // namespace stackreel
