@@ -25,6 +25,7 @@ test_packages=(
   clang-16 libfuzzer-16-dev libclang-rt-16-dev
   locales procps time util-linux
   qml6-module-qttest xvfb dbus-daemon
+  openbox xdotool imagemagick x11-utils
   desktop-file-utils appstream man-db bash-completion zsh fish python3
 )
 # To build the Debian package and try it in a bare system.

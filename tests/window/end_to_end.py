@@ -1,0 +1,220 @@
+"""The program from start to end on a real desktop: a clip chosen, framed, trimmed and exported by pointer and keys.
+
+Usage: end_to_end.py EXECUTABLE SCREENSHOT_FOLDER
+"""
+
+import json
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import time
+import unittest
+
+from desktop import Desktop, Program, eventually
+
+executable, screenshots = sys.argv[1], pathlib.Path(sys.argv[2])
+
+# In front of the real tools: each waits for a file named "go", where it is told to. A stubborn encoder takes no hints.
+HELD_FFPROBE = """#!/bin/sh
+while [ ! -e "{folder}/go" ]; do sleep 0.05; done
+exec {real} "$@"
+"""
+HELD_FFMPEG = """#!/bin/sh
+case "$*" in *filter_complex*) ;; *) exec {real} "$@" ;; esac
+{trap}
+echo $$ >"{folder}/encoder"
+while [ ! -e "{folder}/go" ]; do sleep 0.05; done
+exec {real} "$@"
+"""
+
+
+def make_clip(file, size):
+    subprocess.run(["ffmpeg", "-hide_banner", "-loglevel", "error", "-nostdin", "-y",
+                    "-f", "lavfi", "-i", f"testsrc2=size={size}:rate=30:duration=6",
+                    "-f", "lavfi", "-i", "sine=frequency=440:sample_rate=48000:duration=6",
+                    "-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-c:a", "aac", str(file)],
+                   check=True)
+
+
+def probe(file):
+    report = subprocess.run(["ffprobe", "-v", "error", "-show_streams", "-show_format", "-of", "json", str(file)],
+                            capture_output=True, check=True).stdout
+    return json.loads(report)
+
+
+def is_running(pid):
+    return os.path.exists(f"/proc/{pid}") and "zombie" not in pathlib.Path(f"/proc/{pid}/status").read_text()
+
+
+class EndToEnd(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        screenshots.mkdir(parents=True, exist_ok=True)
+        cls.desktop = Desktop()
+        cls.addClassCleanup(cls.desktop.close)
+        cls.clip = cls.desktop.home / "Beach day.mp4"
+        make_clip(cls.clip, "1280x720")
+
+    def setUp(self):
+        self.tools = self.desktop.folder / "tools"
+        shutil.rmtree(self.tools, ignore_errors=True)
+        self.tools.mkdir()
+        self.out = self.desktop.home / "out"
+        shutil.rmtree(self.out, ignore_errors=True)
+        self.out.mkdir()
+
+    def hold(self, name, script, **values):
+        tool = self.tools / name
+        tool.write_text(script.format(folder=self.tools, real=shutil.which(name), **values))
+        tool.chmod(0o755)
+
+    def go(self):
+        (self.tools / "go").touch()
+
+    def start(self):
+        program = Program(self.desktop, executable, self.tools)
+        self.addCleanup(program.close)
+        return program
+
+    def start_ready(self):
+        program = self.start()
+        program.choose(self.clip)
+        eventually(program.export_is_offered, "a loaded clip")
+        return program
+
+    def shoot(self, program, name):
+        program.screenshot(screenshots / f"{name}.png")
+
+    def quit(self, program):
+        program.key("ctrl+q")
+        self.assertEqual(program.wait(), 0)
+        self.assertEqual(program.complaints(), "")
+
+    def test_a_clip_is_chosen_trimmed_and_exported(self):
+        self.hold("ffprobe", HELD_FFPROBE)
+        self.hold("ffmpeg", HELD_FFMPEG, trap="")
+        program = self.start()
+        self.shoot(program, "empty")
+        program.choose(self.clip)
+        time.sleep(0.5)
+        self.assertFalse(program.export_is_offered())
+        self.shoot(program, "preparing")
+        self.go()
+        eventually(program.export_is_offered, "a loaded clip")
+        time.sleep(1.5)  # for the picture of a full timeline
+        self.shoot(program, "ready")
+
+        # The end of the range to the middle of the timeline.
+        width, height = program.size()
+        program.drag(width - 388, height - 65, -(width - 388 - 60) // 2, 0)
+        (self.tools / "go").unlink()
+        result = self.out / "Beach day-vertical.mp4"
+        program.export_to(result)
+        eventually(program.progress_is_shown, "an export under way")
+        self.shoot(program, "exporting")
+        self.assertFalse(result.exists())
+        self.go()
+        eventually(lambda: result.exists() and not program.progress_is_shown(), "an exported file")
+        self.shoot(program, "complete")
+
+        report = probe(result)
+        video, audio = report["streams"]
+        self.assertEqual((video["codec_name"], video["width"], video["height"]), ("h264", 1080, 1920))
+        self.assertEqual(audio["codec_name"], "aac")
+        self.assertAlmostEqual(float(report["format"]["duration"]), 3, delta=0.4)
+        self.assertEqual([file.name for file in self.out.iterdir()], [result.name])
+        self.quit(program)
+
+    def test_a_portrait_clip_is_refused_with_a_reason(self):
+        portrait = self.desktop.home / "portrait.mp4"
+        make_clip(portrait, "360x640")
+        program = self.start()
+        program.choose(portrait)
+        eventually(program.failure_is_shown, "a message")
+        self.assertFalse(program.export_is_offered())
+        self.shoot(program, "failed")
+        self.quit(program)
+
+    def test_a_custom_size_is_exported(self):
+        program = self.start_ready()
+        width, _ = program.size()
+        program.click(width - 103, 209)
+        time.sleep(0.3)
+        program.key("Down", "Down", "Down", "Return")
+        time.sleep(0.5)
+        self.shoot(program, "custom-size")
+        result = self.out / "custom.mp4"
+        program.export_to(self.out / "custom")
+        eventually(result.exists, "an exported file with the suffix that was not typed")
+        self.quit(program)
+
+    def test_the_window_is_moved_resized_and_maximised_by_its_frame(self):
+        program = self.start_ready()
+        for round in range(3):
+            left, top, width, height = program.place()
+            program.drag(500, 15, 40, 20)
+            moved_left, moved_top, _, _ = program.place()
+            # The desktop takes over a few points late, but never early and never with a jump.
+            self.assertTrue(25 <= moved_left - left <= 40 and 10 <= moved_top - top <= 20,
+                            f"round {round}: {(left, top)} to {(moved_left, moved_top)}")
+        left, top, _, _ = program.place()
+        program.drag(500, 60, -60, -40)
+        self.assertLess(program.place()[0], left)
+
+        program.drag(width - 3, height - 3, -600, -600, steps=20)
+        eventually(lambda: program.size() == (980, 710), "the smallest window")
+        time.sleep(0.3)
+        self.shoot(program, "smallest")
+        program.click(500, 15, times=2)
+        eventually(lambda: program.size() == (1400, 900), "a window that fills the screen")
+        time.sleep(1)  # or these would be the third and fourth click of one series
+        program.click(500, 15, times=2)
+        eventually(lambda: program.size() == (980, 710), "the size from before")
+        self.quit(program)
+
+    def test_closing_the_window_cancels_an_export(self):
+        self.hold("ffmpeg", HELD_FFMPEG, trap="")
+        program = self.start_ready()
+        program.export_to(self.out / "never.mp4")
+        encoder = self.encoder()
+        width, _ = program.size()
+        program.click(width - 21, 15)
+        self.assert_ended_clean(program, encoder)
+
+    def test_a_signal_cancels_an_export_that_takes_no_hints(self):
+        self.hold("ffmpeg", HELD_FFMPEG, trap="trap '' TERM")
+        program = self.start_ready()
+        program.export_to(self.out / "never.mp4")
+        encoder = self.encoder()
+        program.process.send_signal(signal.SIGTERM)
+        self.assert_ended_clean(program, encoder)
+
+    def test_an_interrupt_ends_a_load_that_is_under_way(self):
+        self.hold("ffprobe", HELD_FFPROBE)
+        program = self.start()
+        program.choose(self.clip)
+        time.sleep(0.5)
+        program.process.send_signal(signal.SIGINT)
+        self.assertEqual(program.wait(), 0)
+        self.assertEqual(program.complaints(), "")
+        children = subprocess.run(["pgrep", "-f", str(self.tools / "ffprobe")], capture_output=True).stdout
+        self.assertEqual(children, b"")
+        self.assertEqual(list(self.desktop.folder.glob("Stackreel-Process-*")), [])
+
+    def encoder(self):
+        file = self.tools / "encoder"
+        return eventually(lambda: file.exists() and file.read_text().strip(), "an encoder")
+
+    def assert_ended_clean(self, program, encoder):
+        self.assertEqual(program.wait(), 0)
+        self.assertEqual(program.complaints(), "")
+        self.assertFalse(is_running(encoder))
+        self.assertEqual(list(self.out.iterdir()), [])
+        self.assertEqual(list(self.desktop.folder.glob("Stackreel-Process-*")), [])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1] + sys.argv[3:])
