@@ -1,5 +1,8 @@
 #include "tests/ui/views/ViewsTest.h"
 
+#include <ostream>
+#include <stdexcept>
+
 namespace stackreel
 {
 
@@ -17,6 +20,12 @@ struct Row {
     bool preparing;
     bool empty;
 };
+
+/// Names a row in the report of the tests.
+void PrintTo(const Row& row, std::ostream* out)
+{
+    *out << row.phase;
+}
 
 class EnabledRulesTest : public ViewsTest, public testing::WithParamInterface<Row>
 {
