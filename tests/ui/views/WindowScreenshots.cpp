@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QImageReader>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -113,6 +114,20 @@ TEST_F(WindowScreenshots, Complete)
     window.startExport();
     window.world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
     save(window, QStringLiteral("complete"));
+}
+
+TEST_F(WindowScreenshots, HintsAndFocus)
+{
+    OfflineWindow window;
+    load(window, "/clips/" + std::string(150, 'w') + ".mov");
+    window.item(QStringLiteral("trimStartHandle")).forceActiveFocus(Qt::TabFocusReason);
+    QTest::mouseMove(&window.window(), window.centre(QStringLiteral("status")));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.hasItem(QStringLiteral("hintText")); }));
+    save(window, QStringLiteral("hint"));
+    QTest::mouseMove(&window.window(), window.centre(QStringLiteral("trimEndHandle")));
+    window.item(QStringLiteral("audioSwitch")).forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.item(QStringLiteral("trimEndHandle")).scale() == 1.1; }));
+    save(window, QStringLiteral("hovered"));
 }
 
 TEST_F(WindowScreenshots, Failed)
