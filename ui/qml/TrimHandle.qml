@@ -8,11 +8,13 @@ TimelineSlider {
     required property color accent
     required property bool active ///< hovered or being dragged
 
+    // Grows by its measures and not by a transform, under which the software scene graph leaves gaps in corners.
+    property real growth: active ? 1.1 : 1
+
     width: 13
     height: 46
-    scale: active ? 1.1 : 1
 
-    Behavior on scale {
+    Behavior on growth {
         enabled: !MotionPreference.reduced
 
         // A spring of response 0.18 s and damping fraction 0.66, in the terms of this animation, which counts in steps
@@ -25,23 +27,28 @@ TimelineSlider {
     }
 
     SoftShadow {
-        anchors.fill: parent
+        anchors.fill: face
         strength: handle.active ? 0.32 : 0.16
-        cornerRadius: 3
+        cornerRadius: face.radius
     }
 
     Rectangle {
+        id: face
+
         objectName: "face"
-        anchors.fill: parent
-        radius: 3
+        x: (parent.width - width) / 2
+        y: (parent.height - height) / 2
+        width: 13 * handle.growth
+        height: 46 * handle.growth
+        radius: 3 * handle.growth
         color: handle.accent
     }
 
     Rectangle {
         objectName: "grip"
         anchors.centerIn: parent
-        width: 2
-        height: 17
+        width: 2 * handle.growth
+        height: 17 * handle.growth
         color: Theme.black(0.58)
     }
 

@@ -386,14 +386,19 @@ TEST_F(InteractionTest, AHoveredHandleGrowsAndShowsTheOpenHand)
     moveTo(at(20) - QPoint(15, 0));
     EXPECT_TRUE(item("trimEndHandle").property("active").toBool());
     EXPECT_EQ(item("trimTimeline").cursor().shape(), Qt::OpenHandCursor);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return item("trimEndHandle").scale() == 1.1; }));
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return item("trimEndHandle").property("growth").toDouble() == 1.1; }));
+    settle();
+    EXPECT_NEAR(place(part("trimEndHandle", "face")).width(), 13 * 1.1, 0.01);
+    EXPECT_NEAR(place(part("trimEndHandle", "face")).height(), 46 * 1.1, 0.01);
+    EXPECT_NEAR(place(part("trimEndHandle", "face")).center().x(), place("trimEndHandle").center().x(), 0.01);
     press(at(20) - QPoint(15, 0));
     EXPECT_EQ(item("trimTimeline").cursor().shape(), Qt::ClosedHandCursor);
     release(at(20) - QPoint(15, 0));
     EXPECT_EQ(item("trimTimeline").cursor().shape(), Qt::OpenHandCursor);
     moveTo(at(10) - QPoint(0, 200));
     EXPECT_FALSE(item("trimEndHandle").property("active").toBool());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return item("trimEndHandle").scale() == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return item("trimEndHandle").property("growth").toDouble() == 1; }));
 }
 
 TEST_F(InteractionTest, HoveringDoesNothingDuringADrag)

@@ -25,7 +25,7 @@ TEST_F(ReducedMotionTest, AHoveredHandleIsLargeAtOnce)
 {
     enter(WindowModel::Ready);
     moveTo(handle());
-    EXPECT_EQ(item("trimEndHandle").scale(), 1.1);
+    EXPECT_EQ(item("trimEndHandle").property("growth").toDouble(), 1.1);
 }
 
 TEST_F(ReducedMotionTest, TheSwitchJumps)

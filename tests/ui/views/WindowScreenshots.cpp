@@ -126,7 +126,8 @@ TEST_F(WindowScreenshots, HintsAndFocus)
     save(window, QStringLiteral("hint"));
     QTest::mouseMove(&window.window(), window.centre(QStringLiteral("trimEndHandle")));
     window.item(QStringLiteral("audioSwitch")).forceActiveFocus(Qt::TabFocusReason);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.item(QStringLiteral("trimEndHandle")).scale() == 1.1; }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return window.item(QStringLiteral("trimEndHandle")).property("growth").toDouble() == 1.1; }));
     save(window, QStringLiteral("hovered"));
 }
 
