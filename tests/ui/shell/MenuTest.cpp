@@ -151,7 +151,13 @@ TEST(MenuTest, TheMenusWorkByKeyboardAlone)
 {
     OfflineWindow offline;
     offline.key(Qt::Key_F10);
+    EXPECT_TRUE(offline.item(updates).isVisible());
     offline.key(Qt::Key_Right);
+    EXPECT_FALSE(offline.item(updates).isVisible());
+    EXPECT_TRUE(offline.item(choose).isVisible());
+    offline.key(Qt::Key_Right);
+    EXPECT_TRUE(offline.item(toggle).isVisible());
+    offline.key(Qt::Key_Left);
     offline.key(Qt::Key_Down);
     offline.key(Qt::Key_Return);
     EXPECT_EQ(offline.world().openPanel->timesShown(), 1U);
