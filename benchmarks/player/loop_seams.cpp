@@ -1,21 +1,17 @@
 /// Plays a range of a file for a number of wraps and tells how long the seams lasted, against the ideal: the
-/// range's end minus the last frame's time.
+/// range's end minus the last frame's time. A frame is lost in a run when other runs, or FRAMES, have one
+/// more.
 ///
-/// loop_seams FILE START END WRAPS [WIDTH HEIGHT]
+/// loop_seams FILE START END WRAPS WIDTH HEIGHT FRAMES      (FRAMES: how many the range has; 0 when unknown)
 
-#include "benchmarks/player/RecordingOutput.h"
-#include "platform/gstreamer/GstPlayback.h"
-#include "platform/playback/PlayerItem.h"
-#include "platform/playback/PlayerLooper.h"
-#include "platform/playback/QueuePlayer.h"
+#include "benchmarks/player/Measuring.h"
+#include "benchmarks/player/PreviewedClip.h"
 
 #include <QCoreApplication>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <set>
 #include <string>
 
 using namespace stackreel;
@@ -23,72 +19,85 @@ using namespace stackreel;
 namespace
 {
 
-std::size_t wrapsIn(const std::vector<RecordingOutput::Shown>& shown)
+using Shown = RecordingOutput::Shown;
+
+std::size_t wrapsIn(const std::vector<Shown>& shown)
 {
     std::size_t wraps = 0;
     for (std::size_t i = 1; i < shown.size(); ++i)
-        wraps += shown[i].seconds <= shown[i - 1].seconds;
+        wraps += shown[i].seconds < shown[i - 1].seconds;
     return wraps;
 }
 
-double milliseconds(std::chrono::steady_clock::duration duration)
-{
-    return std::chrono::duration<double, std::milli>(duration).count();
-}
+struct Seams {
+    std::vector<double> errors; ///< of the seams, in milliseconds
+    double worstStep = 0;       ///< the largest error between two frames of a run
+    std::size_t doubled = 0;
+    std::vector<std::size_t> frames; ///< how many each whole run showed
+};
 
-void report(const std::vector<RecordingOutput::Shown>& shown, double end)
+Seams seamsOf(const std::vector<Shown>& shown, double end)
 {
-    std::vector<double> errors;
-    std::vector<double> others;
-    std::vector<std::set<double>> runs(1);
+    Seams seams;
+    std::size_t frames = 1;
     for (std::size_t i = 1; i < shown.size(); ++i) {
         const double took = milliseconds(shown[i].at - shown[i - 1].at);
-        if (shown[i].seconds <= shown[i - 1].seconds) {
-            errors.push_back(took - 1000 * (end - shown[i - 1].seconds));
-            runs.emplace_back();
-        } else {
-            others.push_back(std::abs(took - 1000 * (shown[i].seconds - shown[i - 1].seconds)));
+        if (shown[i].seconds < shown[i - 1].seconds) {
+            seams.errors.push_back(took - 1000 * (end - shown[i - 1].seconds));
+            seams.frames.push_back(frames);
+            frames = 1;
+            continue;
         }
-        runs.back().insert(shown[i].seconds);
+        const double step = 1000 * (shown[i].seconds - shown[i - 1].seconds);
+        seams.worstStep = std::max(seams.worstStep, std::abs(took - step));
+        const bool again = step == 0;
+        seams.doubled += again;
+        frames += !again;
     }
-    // The first run lacks its first frame here, and the last one was cut short.
-    std::size_t uneven = 0;
-    for (std::size_t i = 2; i + 1 < runs.size(); ++i)
-        uneven += runs[i] != runs[1];
-    std::sort(errors.begin(), errors.end());
-    std::sort(others.begin(), others.end());
-    std::printf("wraps %zu, seam minus ideal: median %+.2f ms, least %+.2f, most %+.2f; within 3 ms %.0f %%; "
-                "frames a run %zu, runs that differ %zu; other steps off by %.2f ms (median), %.2f (worst)\n",
-                errors.size(), errors[errors.size() / 2], errors.front(), errors.back(),
-                100.0 *
-                    static_cast<double>(std::count_if(errors.begin(), errors.end(),
-                                                      [](double error) { return std::abs(error) <= 3; })) /
-                    static_cast<double>(errors.size()),
-                runs.size() > 1 ? runs[1].size() : 0, uneven, others.empty() ? 0 : others[others.size() / 2],
-                others.empty() ? 0 : others.back());
+    return seams;
+}
+
+void report(const Seams& seams, std::size_t expected)
+{
+    std::size_t lost = 0;
+    const std::size_t whole = std::max(expected, *std::max_element(seams.frames.begin(), seams.frames.end()));
+    for (std::size_t frames : seams.frames)
+        lost += whole - frames;
+    const auto good = std::count_if(seams.errors.begin(), seams.errors.end(),
+                                    [](double error) { return std::abs(error) <= 3; });
+    const auto [least, most] = std::minmax_element(seams.errors.begin(), seams.errors.end());
+    std::printf("wraps=%zu median=%+.2f least=%+.2f most=%+.2f within=%.0f step=%.1f lost=%zu doubled=%zu "
+                "peak=%.0f\n",
+                seams.errors.size(), median(seams.errors), *least, *most,
+                100.0 * static_cast<double>(good) / static_cast<double>(seams.errors.size()), seams.worstStep,
+                lost, seams.doubled, peakMemory());
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
-    if (argc < 5) {
-        std::fprintf(stderr, "loop_seams FILE START END WRAPS [WIDTH HEIGHT]\n");
+    const QCoreApplication application(argc, argv);
+    if (argc != 8) {
+        std::fprintf(stderr, "loop_seams FILE START END WRAPS WIDTH HEIGHT FRAMES\n");
         return 2;
     }
-    const double start = std::atof(argv[2]);
     const double end = std::atof(argv[3]);
     const auto wraps = static_cast<std::size_t>(std::atoi(argv[4]));
-    GstPlayback playback;
-    const auto player = playback.makePlayer();
-    const auto output = std::make_shared<RecordingOutput>();
-    player->setMuted(true);
-    player->setVideoOutput(output);
-    player->setVideoSize(argc > 6 ? std::atoi(argv[5]) : 1100, argc > 6 ? std::atoi(argv[6]) : 620);
-    const auto looper = playback.makeLooper(
-        player, PlayerItem{argv[1]}, {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
-    player->play();
-    output->waitFor([&](const auto& shown) { return wrapsIn(shown) >= wraps; }, std::chrono::minutes(30));
-    report(output->take(), end);
+    const PreviewedClip clip(argv[1], std::atof(argv[2]), end, std::atoi(argv[5]), std::atoi(argv[6]));
+    // Whoever loads a clip sees its first frame before anything else happens.
+    clip.output->waitFor([](const auto& shown) { return !shown.empty(); }, std::chrono::minutes(1));
+    clip.output->take();
+    clip.player->play();
+    clip.output->waitFor([&](const auto& shown) { return wrapsIn(shown) >= wraps; },
+                         std::chrono::minutes(30));
+    const auto shown = clip.output->take();
+    if (wrapsIn(shown) == 0) {
+        std::fprintf(stderr, "%s did not wrap\n", argv[1]);
+        return 1;
+    }
+    Seams seams = seamsOf(shown, end);
+    // The first run began before the first frame noted here.
+    seams.frames.front() = std::max(seams.frames.front(), static_cast<std::size_t>(std::atoi(argv[7])));
+    report(seams, static_cast<std::size_t>(std::atoi(argv[7])));
 }

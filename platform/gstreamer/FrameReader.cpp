@@ -8,6 +8,15 @@
 namespace stackreel
 {
 
+namespace
+{
+
+/// How much later than wanted a seek asks for a key frame. Demuxers go back to where a packet of sound begins
+/// that overlaps the time asked for, and from a key frame at that time thus to the one before it.
+constexpr Nanoseconds packetOfSound = 48 * millisecond;
+
+} // namespace
+
 FrameReader::FrameReader(std::filesystem::path file, PictureSize box, std::function<void()> wake)
     : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box)
 {
@@ -43,8 +52,8 @@ void FrameReader::setGoal(Goal goal)
     m_goal = goal;
     m_candidate.reset();
     m_following.reset();
-    m_stepBack = 0;
-    m_seekTime = std::max<Nanoseconds>(goal.time + halfUnit, 0);
+    m_stepBack = -packetOfSound;
+    m_seekTime = std::max<Nanoseconds>(goal.time - m_stepBack, 0);
     m_seekPending = true;
 }
 
@@ -89,10 +98,14 @@ bool FrameReader::seekToGoal()
     return true;
 }
 
-/// For streams without an index, whose seeks land somewhere near, and for times past the end.
+/// For times shortly before a key frame, for streams without an index, whose seeks land somewhere near, and
+/// for times past the end.
 FrameReader::Step FrameReader::seekEarlier()
 {
-    m_stepBack = m_stepBack > 0 ? m_stepBack * 4 : second;
+    if (m_stepBack < -halfUnit)
+        m_stepBack = -halfUnit;
+    else
+        m_stepBack = m_stepBack > 0 ? m_stepBack * 4 : second;
     m_seekTime = std::max<Nanoseconds>(m_goal->time - m_stepBack, 0);
     m_seekPending = true;
     return Step::working;

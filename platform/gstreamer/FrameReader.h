@@ -82,7 +82,7 @@ private:
     bool m_seekPending = false;
     bool m_untouched = true; ///< just opened: reading from the beginning needs no seek
     Nanoseconds m_seekTime = 0;
-    Nanoseconds m_stepBack = 0;
+    Nanoseconds m_stepBack = 0;  ///< how far before the goal the seek went; negative when after it
     Nanoseconds m_lastTime = -1; ///< of the sample last read since the seek
     std::optional<Picture> m_candidate;
     std::optional<Picture> m_following;

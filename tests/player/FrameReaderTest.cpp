@@ -176,4 +176,16 @@ TEST(FrameReader, failsWithoutHangingOnWhatShowsNothing)
     }
 }
 
+TEST(FrameReader, findsTheFramesOnBothSidesOfAKeyFrameThatSoundOverlaps)
+{
+    const MarkedClip clip{.name = "sounding30.mp4", .frames = 200, .keyInterval = 30, .sound = true};
+    Reading reading(clip.file());
+    ASSERT_EQ(reading.next(), 0);
+    for (int number : {120, 119, 118, 150, 180, 179, 61, 60, 59}) {
+        reading.reader.showFrom(fromSeconds(number / 30.0));
+        EXPECT_EQ(reading.next(), number);
+        EXPECT_EQ(reading.next(), number + 1);
+    }
+}
+
 } // namespace stackreel

@@ -1,0 +1,40 @@
+/// Makes the timeline's twelve thumbnails of a file and tells how long that took.
+///
+/// thumbnails FILE DURATION
+
+#include "benchmarks/player/Measuring.h"
+#include "platform/gstreamer/GstAssetLoader.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace stackreel;
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (argc != 3) {
+        std::fprintf(stderr, "thumbnails FILE DURATION\n");
+        return 2;
+    }
+    constexpr int count = 12;
+    std::vector<MediaTime> times;
+    for (int i = 0; i < count; ++i)
+        times.push_back(MediaTime::fromSeconds((i + 0.5) / count * std::atof(argv[2])));
+    const ImageGeneratorSettings settings{true, 320, 180, MediaTime::fromSeconds(0.5),
+                                          MediaTime::fromSeconds(0.5)};
+    const auto before = std::chrono::steady_clock::now();
+    int made = 0;
+    double furthest = 0;
+    GstAssetLoader()
+        .makeImageGenerator(argv[1], settings)
+        ->generate(times, {}, [&](const GeneratedImage& image) {
+            made += image.frame.pixels != nullptr;
+            furthest =
+                std::max(furthest, std::abs(image.actualTime.seconds() - image.requestedTime.seconds()));
+        });
+    std::printf("images=%d took=%.0f furthest=%.3f peak=%.0f\n", made,
+                milliseconds(std::chrono::steady_clock::now() - before), furthest, peakMemory());
+}
