@@ -16,6 +16,8 @@ T.Button {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
+    // Qt 6.4 tells assistive technology nothing of disabled items.
+    Accessible.description: enabled ? "" : qsTr("Not available now")
     Accessible.onPressAction: if (enabled) clicked()
 
     // A button that shows its focus is pressed by the blank, whatever else that key does in the window.

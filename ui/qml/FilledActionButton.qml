@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The button for what the window is there for. Stretches over the width when `fillsWidth`, with its symbol at the right
-/// edge.
+/// The button for what the window is there for. Stretches over the width when `fillsWidth`, with its symbol at the
+/// right edge.
 ActionButton {
     id: button
 

@@ -27,15 +27,18 @@ QtObject {
     }
 
     function textFont(size: int, weight: int): font {
-        return Qt.font({ family: Typefaces.text, pixelSize: size, weight: weight, hintingPreference: Font.PreferVerticalHinting });
+        return Qt.font({ family: Typefaces.text, pixelSize: size, weight: weight,
+                         hintingPreference: Font.PreferVerticalHinting });
     }
 
     /// Rounded, in the heaviest weight there is.
     function titleFont(size: int): font {
-        return Qt.font({ family: Typefaces.title, pixelSize: size, weight: Font.Black, hintingPreference: Font.PreferVerticalHinting });
+        return Qt.font({ family: Typefaces.title, pixelSize: size, weight: Font.Black,
+                         hintingPreference: Font.PreferVerticalHinting });
     }
 
     function fixedFont(size: int): font {
-        return Qt.font({ family: Typefaces.fixed, pixelSize: size, weight: Font.DemiBold, hintingPreference: Font.PreferVerticalHinting });
+        return Qt.font({ family: Typefaces.fixed, pixelSize: size, weight: Font.DemiBold,
+                         hintingPreference: Font.PreferVerticalHinting });
     }
 }

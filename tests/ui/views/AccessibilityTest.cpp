@@ -147,6 +147,15 @@ TEST_F(AccessibilityTest, ButtonsArePressed)
     EXPECT_EQ(world().savePanel->timesShown(), 1U);
 }
 
+TEST_F(AccessibilityTest, ADisabledButtonSaysSoAndIsNotPressed)
+{
+    EXPECT_EQ(face("exportButton").text(QAccessible::Description), QStringLiteral("Not available now"));
+    face("exportButton").actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(world().savePanel->timesShown(), 0U);
+    enter(WindowModel::Ready);
+    EXPECT_EQ(face("exportButton").text(QAccessible::Description), QString());
+}
+
 TEST_F(AccessibilityTest, TheSwitchTellsItsStateAndIsToggled)
 {
     QAccessibleInterface& control = face("audioSwitch");

@@ -386,8 +386,7 @@ TEST_F(InteractionTest, AHoveredHandleGrowsAndShowsTheOpenHand)
     moveTo(at(20) - QPoint(15, 0));
     EXPECT_TRUE(item("trimEndHandle").property("active").toBool());
     EXPECT_EQ(item("trimTimeline").cursor().shape(), Qt::OpenHandCursor);
-    EXPECT_TRUE(
-        QTest::qWaitFor([this] { return item("trimEndHandle").property("growth").toDouble() == 1.1; }));
+    EXPECT_TRUE(soon([this] { return item("trimEndHandle").property("growth").toDouble() == 1.1; }));
     settle();
     EXPECT_NEAR(place(part("trimEndHandle", "face")).width(), 13 * 1.1, 0.01);
     EXPECT_NEAR(place(part("trimEndHandle", "face")).height(), 46 * 1.1, 0.01);
@@ -398,7 +397,7 @@ TEST_F(InteractionTest, AHoveredHandleGrowsAndShowsTheOpenHand)
     EXPECT_EQ(item("trimTimeline").cursor().shape(), Qt::OpenHandCursor);
     moveTo(at(10) - QPoint(0, 200));
     EXPECT_FALSE(item("trimEndHandle").property("active").toBool());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return item("trimEndHandle").property("growth").toDouble() == 1; }));
+    EXPECT_TRUE(soon([this] { return item("trimEndHandle").property("growth").toDouble() == 1; }));
 }
 
 TEST_F(InteractionTest, HoveringDoesNothingDuringADrag)
@@ -504,7 +503,7 @@ TEST_F(InteractionTest, AHintShowsWhileThePointerRests)
 {
     enter(WindowModel::Ready);
     moveTo(centre(item("muteButton")));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window().hasItem(QStringLiteral("hintText")); }));
+    EXPECT_TRUE(soon([this] { return window().hasItem(QStringLiteral("hintText")); }));
     EXPECT_EQ(text(item("hintText")), QStringLiteral("Unmute preview"));
 }
 

@@ -56,10 +56,10 @@ TEST_F(MotionTest, ProgressMovesOtherwise)
 {
     enter(WindowModel::Preparing);
     const QQuickItem& spinner = part("preparingState", "spinner");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return spinner.property("phase").toInt() != 0; }));
+    EXPECT_TRUE(soon([&] { return spinner.property("phase").toInt() != 0; }));
     enter(WindowModel::Exporting);
     const QQuickItem& segment = part("exportProgress", "segment");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return segment.x() > 0; }));
+    EXPECT_TRUE(soon([&] { return segment.x() > 0; }));
     EXPECT_FALSE(spinner.isVisible());
 }
 

@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QFont>
 #include <QQuickItem>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -47,6 +48,13 @@ protected:
     void focus(const char* name) { item(name).forceActiveFocus(Qt::TabFocusReason); }
     /// Runs what is pending, and lays out and paints what came of it.
     void settle();
+
+    /// Whether it becomes so within a time that no machine is too busy for.
+    template <typename Condition>
+    static bool soon(Condition condition)
+    {
+        return QTest::qWaitFor(condition, 30000);
+    }
 
 private:
     OfflineWindow m_window;
