@@ -2,7 +2,8 @@
 
 #include "app/Shutdown.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QWindow>
 
 #include <utility>
 
@@ -29,7 +30,9 @@ void StackreelApp::keepAwakeWhileExporting()
 
 void StackreelApp::shutDown()
 {
-    window().hide();
+    // A panel may be open as well.
+    for (QWindow* shown : QGuiApplication::topLevelWindows())
+        shown->hide();
     Shutdown::run(m_model);
 }
 
