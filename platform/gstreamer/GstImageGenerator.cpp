@@ -1,5 +1,6 @@
 #include "platform/gstreamer/GstImageGenerator.h"
 
+#include "platform/gstreamer/ForegroundWork.h"
 #include "platform/gstreamer/ImageSearch.h"
 #include "platform/gstreamer/RgbPainter.h"
 
@@ -55,6 +56,9 @@ void GstImageGenerator::generate(const std::vector<MediaTime>& times, std::stop_
     const ImageSearch::Tolerance tolerance = usedTolerance(m_settings, times, order);
     const PictureSize box{m_settings.maximumWidth, m_settings.maximumHeight};
     RgbPainter painter;
+    // Already opening a long file takes a while of which a player would lack.
+    std::chrono::nanoseconds patience = std::chrono::seconds(5);
+    waitForForegroundWork(stop, patience);
     std::optional<ImageSearch> search;
     try {
         search.emplace(m_file, box, m_settings.appliesPreferredTransform, stop);

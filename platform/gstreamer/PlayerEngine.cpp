@@ -13,15 +13,10 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t keptBytes = 64U << 20;
 /// Work done before looking at the orders again.
 constexpr int stepsPerTurn = 8;
 /// How long a player that lost its item keeps the picture and the decoder, for the next range of the file.
 constexpr auto closingDelay = 150ms;
-/// How long the size has to stand before frames are gathered in it.
-constexpr auto sizeSettles = 300ms;
-/// Playing that would reach the range's end sooner than this waits for the first frames to be gathered.
-constexpr Nanoseconds bridgedByQueue = 3 * second / 2;
 
 } // namespace
 
@@ -41,6 +36,8 @@ void PlayerEngine::order(const std::function<void(PlayerOrders&)>& change)
     {
         const std::lock_guard lock(m_mutex);
         change(m_ordered);
+        if (isFrameAwaited() && !m_foreground)
+            m_foreground.emplace();
     }
     m_wakeUp.notify();
 }
@@ -70,6 +67,7 @@ void PlayerEngine::run()
     }
     m_presenter.setOutput(nullptr);
     closeLoop();
+    const std::lock_guard lock(m_mutex);
     m_foreground.reset();
 }
 
@@ -206,90 +204,6 @@ void PlayerEngine::giveUp()
     m_failed = true;
     m_seeks.clear();
     m_presenter.clear(m_orders.seek.number);
-}
-
-void PlayerEngine::tendHead()
-{
-    if (m_filler && m_filler->isOver()) {
-        const auto kept = m_filler->result();
-        m_fillerUseless = !kept;
-        if (kept && m_feeder)
-            m_feeder->adopt(kept);
-        m_filler.reset();
-    }
-    if (!m_feeder || m_failed || m_seeks.isFlying() || !m_orders.playing || !m_feeder->needsHead()) {
-        if (m_filler && (!m_feeder || !m_orders.playing || !m_feeder->needsHead()))
-            m_filler.reset();
-        return;
-    }
-    const bool settled = std::chrono::steady_clock::now() - m_boxSince >= sizeSettles;
-    if (m_filler && m_filler->box() != m_reader->box())
-        m_filler.reset();
-    if (!m_filler && !m_fillerUseless && settled && m_orders.loop && m_orders.loop->repeating)
-        m_filler = std::make_unique<HeadFiller>(m_readerFile, m_feeder->range(), m_reader->box(), keptBytes,
-                                                [this] { m_wakeUp.notify(); });
-}
-
-/// Starting shortly before the range's end, the loop would stand still there until its first frames are
-/// decoded; it does so before starting instead, where the picture stands still anyway.
-bool PlayerEngine::mustWaitForHead() const
-{
-    return m_filler && !m_presenter.isRunning() &&
-           m_feeder->range().end - m_presenter.position() < bridgedByQueue;
-}
-
-void PlayerEngine::tendRunning()
-{
-    const bool ready = m_feeder && !m_failed && m_seeks.isIdle();
-    if (ready && m_orders.playing && m_feeder->parked()) {
-        m_seeks.want({m_feeder->range().start, m_orders.seek.number}, std::chrono::steady_clock::now());
-        m_wakeUp.notify();
-        return;
-    }
-    if (m_feeder || !m_orders.playing)
-        m_presenter.setRunning(ready && m_orders.playing && !mustWaitForHead());
-}
-
-/// While somebody waits for a frame, thumbnails have to.
-void PlayerEngine::tendForeground()
-{
-    if (!m_seeks.isFlying())
-        m_foreground.reset();
-    else if (!m_foreground)
-        m_foreground.emplace();
-}
-
-/// Somewhere to hear it is only looked for while there is something to be heard.
-void PlayerEngine::tendSound()
-{
-    const bool audible = m_feeder && !m_failed && m_orders.playing && !m_orders.muted;
-    if (std::exchange(m_audible, audible) != audible)
-        m_sound.setAudible(audible);
-}
-
-/// What happens as playing reaches its end, once.
-void PlayerEngine::tendEnd()
-{
-    const bool ended = m_presenter.hasEnded() && m_seeks.isIdle() && m_orders.loop;
-    if (std::exchange(m_ended, ended) == ended || !ended)
-        return;
-    if (m_orders.atEnd == QueuePlayer::ActionAtItemEnd::advance) {
-        m_presenter.clear(m_orders.seek.number);
-        closeLoop();
-    } else if (m_orders.atEnd == QueuePlayer::ActionAtItemEnd::pause) {
-        order([](PlayerOrders& orders) { orders.playing = false; });
-    }
-}
-
-std::optional<Clock::Instant> PlayerEngine::nextDeadline() const
-{
-    if (m_closing)
-        return m_closing;
-    if (const auto deadline = m_seeks.deadline())
-        return deadline;
-    if (m_feeder && m_orders.playing && m_feeder->needsHead() && !m_filler && !m_fillerUseless)
-        return std::max(m_boxSince + sizeSettles, std::chrono::steady_clock::now() + 50ms);
-    return std::nullopt;
 }
 
 } // namespace stackreel

@@ -34,6 +34,8 @@ public:
     Presenter& presenter() { return m_presenter; }
 
 private:
+    static constexpr std::size_t keptBytes = 64U << 20; ///< of a range's frames, see `KeptFrames`
+
     void run();
     PlayerOrders takeOrders();
     void obey(const PlayerOrders& orders);
@@ -49,6 +51,7 @@ private:
     void tendHead();
     void tendRunning();
     void tendEnd();
+    bool isFrameAwaited() const;
     void tendForeground();
     void tendSound();
     std::optional<Clock::Instant> nextDeadline() const;
@@ -56,7 +59,10 @@ private:
 
     WakeUp m_wakeUp;
     std::mutex m_mutex;
-    PlayerOrders m_ordered; ///< guarded by the mutex
+    // Guarded by the mutex.
+    PlayerOrders m_ordered;
+    std::uint64_t m_obeyed = 0;                 ///< the seek that the engine's thread knows of
+    std::optional<ForegroundWork> m_foreground; ///< from when a frame is asked for until it is shown
 
     // The engine's thread only.
     PlayerOrders m_orders; ///< those obeyed so far
@@ -67,7 +73,6 @@ private:
     bool m_fillerUseless = false;
     bool m_failed = false;
     SeekRequests m_seeks;
-    std::optional<ForegroundWork> m_foreground; ///< while a seek is in flight
     Clock::Instant m_boxSince = {};
     std::optional<Clock::Instant> m_closing; ///< when to close what no loop asked for again
 

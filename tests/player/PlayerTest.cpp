@@ -1,3 +1,4 @@
+#include "platform/gstreamer/ForegroundWork.h"
 #include "platform/gstreamer/GstPlayback.h"
 #include "platform/playback/PlayerItem.h"
 #include "platform/playback/PlayerLooper.h"
@@ -292,6 +293,26 @@ TEST_F(PlayerTest, keepsTheMainThreadFreeWhateverItIsToldToDo)
     // A busy machine takes the processor away now and then; calls that wait for the decoder are slow every
     // time.
     EXPECT_LE(slowCalls, calls / 20);
+}
+
+TEST_F(PlayerTest, hasOthersWaitFromWhenAFrameIsAskedForUntilItIsShown)
+{
+    const auto othersWait = [] {
+        std::chrono::nanoseconds patience(1);
+        waitForForegroundWork({}, patience);
+        return patience.count() == 0;
+    };
+    int waited = 0;
+    for (int round = 0; round < 5; ++round) {
+        loop(longInterval.file(), 7, 8);
+        waited += othersWait();
+        EXPECT_TRUE(eventually([&] { return !othersWait(); }));
+        EXPECT_EQ(output->current(), 210);
+        player->removeAllItems();
+        EXPECT_FALSE(othersWait());
+    }
+    // Not each time, as a busy machine may show the frame before this thread goes on.
+    EXPECT_GT(waited, 0);
 }
 
 TEST_F(PlayerTest, canBeDroppedAtAnyMoment)
