@@ -8,7 +8,7 @@ why_no_root() {
   unshare --mount --pid --fork true 2>/dev/null || { echo "mount namespaces are not allowed here"; return; }
   [ -f "$base.done" ] && return 1
   mkdir -p "$base"
-  if debootstrap --variant=minbase bookworm "$base" http://deb.debian.org/debian >"$base.log" 2>&1; then
+  if debootstrap --variant=minbase bookworm "$base" >"$base.log" 2>&1; then
     touch "$base.done"
     return 1
   fi
