@@ -13,6 +13,7 @@ T.Button {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: clicked()
 
     contentItem: Item {
         Image {
