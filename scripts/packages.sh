@@ -26,6 +26,8 @@ test_packages=(
   locales procps time util-linux
   qml6-module-qttest xvfb dbus-daemon
   openbox xdotool imagemagick x11-utils
+  at-spi2-core python3-gi gir1.2-atspi-2.0
+  weston qt6-wayland
   desktop-file-utils appstream man-db bash-completion zsh fish python3
 )
 # To build the Debian package and try it in a bare system.

@@ -3,7 +3,6 @@
 Usage: end_to_end.py EXECUTABLE SCREENSHOT_FOLDER
 """
 
-import json
 import os
 import pathlib
 import shutil
@@ -13,6 +12,7 @@ import sys
 import time
 import unittest
 
+from clips import make_clip, probe
 from desktop import Desktop, Program, eventually
 
 executable, screenshots = sys.argv[1], pathlib.Path(sys.argv[2])
@@ -29,20 +29,6 @@ echo $$ >"{folder}/encoder"
 while [ ! -e "{folder}/go" ]; do sleep 0.05; done
 exec {real} "$@"
 """
-
-
-def make_clip(file, size):
-    subprocess.run(["ffmpeg", "-hide_banner", "-loglevel", "error", "-nostdin", "-y",
-                    "-f", "lavfi", "-i", f"testsrc2=size={size}:rate=30:duration=6",
-                    "-f", "lavfi", "-i", "sine=frequency=440:sample_rate=48000:duration=6",
-                    "-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-c:a", "aac", str(file)],
-                   check=True)
-
-
-def probe(file):
-    report = subprocess.run(["ffprobe", "-v", "error", "-show_streams", "-show_format", "-of", "json", str(file)],
-                            capture_output=True, check=True).stdout
-    return json.loads(report)
 
 
 def is_running(pid):

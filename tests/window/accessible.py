@@ -1,0 +1,114 @@
+"""A private accessibility bus on a desktop of the tests' own, and the program on it as a screen reader meets it."""
+
+import os
+import subprocess
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
+
+from desktop import CEILING, Desktop, eventually
+
+
+class AccessibleDesktop(Desktop):
+    """A desktop with a session bus on which assistive technology has said that it is there."""
+
+    def __init__(self):
+        super().__init__()
+        self.bus = subprocess.Popen(
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"], text=True,
+            env=self.environment | {"GSETTINGS_BACKEND": "memory"}, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.bus.stdout.readline().strip()
+        # This process joins the same buses, and not those of the person who runs the tests.
+        os.environ.update({name: self.environment[name]
+                           for name in ("DISPLAY", "HOME", "XDG_RUNTIME_DIR", "DBUS_SESSION_BUS_ADDRESS")})
+        self.announce_assistive_technology()
+        Atspi.init()
+        Atspi.set_timeout(CEILING * 1000, CEILING * 1000)
+
+    def announce_assistive_technology(self):
+        connection = Gio.bus_get_sync(Gio.BusType.SESSION)
+        connection.set_exit_on_close(False)
+        connection.call_sync(
+            "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
+            GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))), None,
+            Gio.DBusCallFlags.NONE, CEILING * 1000)
+
+    def close(self):
+        self.bus.terminate()
+        self.bus.wait()
+        self.bus.stdout.close()
+        super().close()
+
+
+def heard(condition, what):
+    """Waits for the condition, while events are delivered and nothing old is remembered."""
+    def look():
+        while GLib.MainContext.default().iteration(False):
+            pass
+        try:
+            return condition()
+        except GLib.Error:  # It went away under the question.
+            return None
+    return eventually(look, what)
+
+
+def descendants(accessible):
+    """All below an accessible, from top to bottom."""
+    for index in range(accessible.get_child_count()):
+        child = accessible.get_child_at_index(index)
+        if child is not None:
+            yield child
+            yield from descendants(child)
+
+
+def is_showing(accessible):
+    return accessible.get_state_set().contains(Atspi.StateType.SHOWING)
+
+
+def described(accessible):
+    return f"{accessible.get_role_name()} “{accessible.get_name()}”"
+
+
+class AccessibleProgram:
+    """The program as it appears on the accessibility bus."""
+
+    def __init__(self, pid):
+        self.application = heard(lambda: self.find_application(pid), "the program on the accessibility bus")
+        self.application.set_cache_mask(Atspi.Cache.NONE)
+
+    @staticmethod
+    def find_application(pid):
+        desktop = Atspi.get_desktop(0)
+        desktop.clear_cache()
+        found = [desktop.get_child_at_index(index) for index in range(desktop.get_child_count())]
+        return next((each for each in found if each is not None and each.get_process_id() == pid), None)
+
+    def window(self, title):
+        def find():
+            found = [self.application.get_child_at_index(index) for index in range(self.application.get_child_count())]
+            return next((each for each in found if each is not None and each.get_name() == title), None)
+        return heard(find, f"a window “{title}”")
+
+    def find(self, window, role, name):
+        """The showing control of this role and name in the window with this title, once there is one."""
+        def look():
+            return next((each for each in descendants(self.window(window)) if is_showing(each)
+                         and (each.get_role_name(), each.get_name()) == (role, name)), None)
+        return heard(look, f"{role} “{name}” in “{window}”")
+
+    def act(self, window, role, name, action):
+        """Has an enabled control do one of the things it says it can do."""
+        control = self.find(window, role, name)
+        heard(lambda: control.get_state_set().contains(Atspi.StateType.ENABLED)
+              and not control.get_description().startswith("Not available"), f"an enabled “{name}”")
+        actions = control.get_action_iface()
+        names = [actions.get_action_name(index) for index in range(actions.get_n_actions())]
+        assert action in names, f"{described(control)} offers {names}"
+        actions.do_action(names.index(action))
+
+    def choose_file(self, panel, path, button):
+        """Names a file in an open panel and confirms."""
+        self.find(panel, "text", "File name:").get_editable_text_iface().set_text_contents(str(path))
+        self.act(panel, "push button", button, "Press")
