@@ -7,7 +7,8 @@
 #   ready       from choosing a clip to ready   −  ffprobe alone; with what thumbnails do to the first frame
 #   cpu         a second of 1080p60 preview     /  mpv --vo=x11 at the same size
 #   memory      a 4K clip looping               /  mpv --vo=x11
-# Usage: benchmarks/player.sh [--row ROW]… [--quick] [--clips DIRECTORY] [--bin DIRECTORY]
+# Usage: benchmarks/player.sh [--row ROW]… [--quick] [--wraps COUNT] [--lengths "SECONDS …"] [--clips DIRECTORY]
+#          [--bin DIRECTORY]
 #   after ./run or ./test has built build/release. Clips are made once; they take about 0.7 GB. --quick does fewer
 #   rounds, to see that everything works. Programs that are not installed are left out and named.
 set -euo pipefail
@@ -16,12 +17,16 @@ bin=$here/../build/release/bin
 clips=${TMPDIR:-/tmp}/stackreel-benchmark-clips
 rows=()
 quick=
+wraps=100 # of each loop
+lengths="0.1 0.25 1.5 10" # of the loops, seconds
 while [ $# -gt 0 ]; do
   case $1 in
   --row) rows+=("$2"); shift ;;
   --clips) clips=$2; shift ;;
   --bin) bin=$2; shift ;;
-  --quick) quick=1 ;;
+  --quick) quick=1 wraps=4 lengths="0.1 0.25 1.5" ;;
+  --wraps) wraps=$2; shift ;;
+  --lengths) lengths=$2; shift ;;
   *) sed -n '2,/^set /{/^set /d;s/^# \{0,1\}//;p}' "$0"; exit 2 ;;
   esac
   shift
@@ -118,8 +123,7 @@ mpv_seams() { # NAME START END WRAPS
           else printf "did not loop" }'
 }
 seam() { # TITLE NAME START END
-  local wraps=100 line theirs='mpv or Xvfb is not installed'
-  [ -z "$quick" ] || wraps=4
+  local line theirs='mpv or Xvfb is not installed'
   line=$("$bin/loop_seams" "$clips/$2.mp4" "$3" "$4" $wraps $width $height "$(frames_in "$2" "$3" "$4")")
   ! can_play_mpv || theirs=$(mpv_seams "$2" "$3" "$4" $((wraps < 20 ? wraps : 20)))
   row "seam minus ideal, $1, $(awk -v a="$3" -v b="$4" 'BEGIN { print b - a }') s" \
@@ -129,8 +133,7 @@ seam() { # TITLE NAME START END
 row_seams() {
   local length end
   make_clips gop30 gop250 fast variable
-  for length in 0.1 0.25 1.5 10; do
-    [ -z "$quick" ] || [ $length != 10 ] || continue
+  for length in $lengths; do
     end=$(awk -v l=$length 'BEGIN { print 8 + l }')
     seam "GOP 30" gop30 8 "$end"
     seam "GOP 250" gop250 8 "$end"
