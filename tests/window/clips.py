@@ -16,3 +16,8 @@ def probe(file):
     report = subprocess.run(["ffprobe", "-v", "error", "-show_streams", "-show_format", "-of", "json", str(file)],
                             capture_output=True, check=True).stdout
     return json.loads(report)
+
+
+def is_whole(file):
+    """Whether the file is there and nothing of it is still to be written, as far as its index tells."""
+    return subprocess.run(["ffprobe", "-v", "error", str(file)], capture_output=True).returncode == 0
