@@ -117,6 +117,20 @@ TEST(MenuTest, ThePlaybackItemTogglesThePreview)
     EXPECT_TRUE(offline.model().previewPlaying());
 }
 
+TEST(MenuTest, ThePlaybackItemTogglesThePreviewAfterAnExportButNotDuringIt)
+{
+    OfflineWindow offline;
+    offline.load();
+    ASSERT_TRUE(offline.model().previewPlaying());
+    offline.model().setPhase(Phase::exporting());
+    clickItem(offline, QStringLiteral("Playback"), toggle);
+    EXPECT_TRUE(offline.model().previewPlaying());
+    offline.key(Qt::Key_Escape);
+    offline.model().setPhase(Phase::complete("/a.mp4"));
+    clickItem(offline, QStringLiteral("Playback"), toggle);
+    EXPECT_FALSE(offline.model().previewPlaying());
+}
+
 TEST(MenuTest, ThePlaybackItemDoesNothingWithoutASource)
 {
     OfflineWindow offline;
