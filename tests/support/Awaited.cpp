@@ -13,11 +13,15 @@ bool eventually(const std::function<bool()>& condition, std::chrono::millisecond
     QTimer look;
     look.start(std::chrono::milliseconds(2));
     const QDeadlineTimer deadline(limit);
-    while (!condition() && !deadline.hasExpired())
+    // What held once counts, even where it does not last.
+    bool held = condition();
+    while (!held && !deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        held = condition();
+    }
     // Outside of a running event loop nobody else deletes what was left for later.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    return condition();
+    return held;
 }
 
 } // namespace stackreel
