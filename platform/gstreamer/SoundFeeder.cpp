@@ -68,10 +68,11 @@ SoundFeeder::Step SoundFeeder::step(const SoundRuns& runs, DuePiece& next)
     return Step::piece;
 }
 
-/// Goes over to the next run as soon as that is known.
+/// Goes over to the next run as soon as that is known. Sound that fell behind by more than a run leaves out
+/// those that are over and forgotten.
 SoundFeeder::Step SoundFeeder::leave(const SoundRuns& runs)
 {
-    const SoundRuns::Run* following = runs.find(m_run->iteration + 1);
+    const SoundRuns::Run* following = runs.after(m_run->iteration);
     if (!following)
         return Step::waiting;
     m_complete = m_complete || m_collecting;

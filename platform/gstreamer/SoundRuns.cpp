@@ -30,6 +30,13 @@ const SoundRuns::Run* SoundRuns::find(std::uint64_t iteration) const
     return found == m_runs.end() ? nullptr : &*found;
 }
 
+const SoundRuns::Run* SoundRuns::after(std::uint64_t iteration) const
+{
+    const auto found = std::find_if(m_runs.begin(), m_runs.end(),
+                                    [iteration](const Run& run) { return run.iteration > iteration; });
+    return found == m_runs.end() ? nullptr : &*found;
+}
+
 Nanoseconds SoundRuns::endOf(const Run& run) const
 {
     const Run* next = find(run.iteration + 1);

@@ -30,6 +30,8 @@ public:
     /// The run under way at a played time, or the first one known; none without any.
     const Run* at(Nanoseconds played) const;
     const Run* find(std::uint64_t iteration) const;
+    /// The next run that is still known; none when there is none yet.
+    const Run* after(std::uint64_t iteration) const;
     /// Where the run leaves off, as far as is known by now.
     Nanoseconds endOf(const Run& run) const;
 

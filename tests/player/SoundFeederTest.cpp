@@ -123,6 +123,22 @@ TEST(SoundFeederTest, repeatsTheRangeToTheSample)
     EXPECT_NEAR(toSeconds(due), 2.25, 0.001);
 }
 
+TEST(SoundFeederTest, leavesOutTheRunsThatAreOverWhenItFellBehind)
+{
+    SoundFeeding feeding(ramp.file());
+    const Nanoseconds length = second / 2;
+    SoundRuns runs({second, second + length});
+    runs.follow(frameAt(0, second, 0), 0);
+    feeding.beginAt(runs, 0);
+    feeding.until(runs, length / 2);
+    for (std::uint64_t iteration = 1; iteration < 6; ++iteration)
+        runs.follow(frameAt(static_cast<Nanoseconds>(iteration) * length, second, iteration), 9 * length / 2);
+    ASSERT_EQ(runs.find(1), nullptr) << "it is over";
+    const auto pieces = feeding.until(runs, 5 * length);
+    ASSERT_FALSE(pieces.empty());
+    EXPECT_GT(pieces.back().due, 4 * length);
+}
+
 TEST(SoundFeederTest, beginsInTheMiddle)
 {
     SoundFeeding feeding(ramp.file());

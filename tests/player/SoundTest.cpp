@@ -248,10 +248,12 @@ TEST_F(SoundTest, isDoneWithoutWhenNoDeviceCanBeOpened)
 
 TEST_F(SoundTest, isDoneWithoutWhenTheDeviceGoes)
 {
-    GstElement* sink = nullptr;
-    GstPlayback other([&sink] {
+    std::mutex mutex;
+    GstElementPtr sink; // made on the thread of the sound
+    GstPlayback other([&] {
         GstElementPtr made = makeElement("fakesink");
-        sink = made.get();
+        const std::lock_guard guard(mutex);
+        sink.reset(GST_ELEMENT(gst_object_ref(made.get())));
         return made;
     });
     player = other.makePlayer();
@@ -259,8 +261,11 @@ TEST_F(SoundTest, isDoneWithoutWhenTheDeviceGoes)
     looper = other.makeLooper(player, PlayerItem{ramp.file()}, {MediaTime(), MediaTime::fromSeconds(0.5)});
     player->play();
     ASSERT_TRUE(output->waitForCount(10));
-    ASSERT_NE(sink, nullptr);
-    GST_ELEMENT_ERROR(sink, RESOURCE, WRITE, ("The device is gone"), (nullptr));
+    ASSERT_TRUE(eventually([&] {
+        const std::lock_guard guard(mutex);
+        return sink != nullptr;
+    }));
+    GST_ELEMENT_ERROR(sink.get(), RESOURCE, WRITE, ("The device is gone"), (nullptr));
     output->forget();
     ASSERT_TRUE(output->waitForCount(40));
     EXPECT_TRUE(repeats(output->numbers(), 0, 14));
