@@ -31,10 +31,12 @@ set(depends
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window
   # Icons and letters.
-  libqt6svg6 hicolor-icon-theme "fonts-inter | fonts-dejavu-core")
+  libqt6svg6 hicolor-icon-theme fonts-inter fonts-dosis fonts-jetbrains-mono
+  # What a feed's server is recognised by.
+  ca-certificates)
 list(JOIN depends ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "qt6-wayland, qt6-gtk-platformtheme | qt6-xdgdesktopportal-platformtheme | plasma-integration, xdg-utils")
+  "qt6-wayland, qt6-gtk-platformtheme | qt6-xdgdesktopportal-platformtheme, gstreamer1.0-alsa, xdg-utils")
 
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/SetFileTimes.cmake)
 include(CPack)
