@@ -265,6 +265,31 @@ TEST_F(PanelsTest, ARefusalToReplaceLeavesThePanelOpen)
     EXPECT_EQ(m_responses[0].url, m_folder.path() / "other.mp4");
 }
 
+TEST_F(PanelsTest, ANameUnderWhichNothingCanBeWrittenIsRefusedWithTheReason)
+{
+    const std::pair<QString, QString> rows[] = {
+        {QStringLiteral("missing/film.mp4"), QStringLiteral("The folder “%1/missing” does not exist.")
+                                                 .arg(QString::fromStdString(m_folder.path()))},
+        {QString(100, u'東'), QStringLiteral("The name is too long. Choose a shorter one.")},
+        {QString(252, u'x'), QStringLiteral("The name is too long. Choose a shorter one.")},
+    };
+    for (const auto& [entered, reason] : rows) {
+        savePanel();
+        enter(entered);
+        confirmButton()->click();
+        ASSERT_NE(question(), nullptr) << entered.toStdString();
+        EXPECT_EQ(question()->text(), reason);
+        answer(QMessageBox::AcceptRole);
+        EXPECT_TRUE(m_responses.empty());
+        ASSERT_NE(dialog(), nullptr);
+        enter(QStringLiteral("film"));
+        confirmButton()->click();
+        ASSERT_EQ(m_responses.size(), 1U);
+        EXPECT_EQ(m_responses[0].url, m_folder.path() / "film.mp4");
+        m_responses.clear();
+    }
+}
+
 TEST_F(PanelsTest, AFolderInTheNameFieldIsGoneInto)
 {
     std::filesystem::create_directory(m_folder.path() / "inner");

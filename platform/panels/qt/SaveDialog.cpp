@@ -1,5 +1,6 @@
 #include "platform/panels/qt/SaveDialog.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -9,6 +10,28 @@
 
 namespace stackreel
 {
+
+namespace
+{
+
+/// What file systems allow a name to have.
+constexpr qsizetype mostBytesOfAName = 255;
+
+/// Why nothing can be written there; empty when something can.
+QString obstacle(const QFileInfo& file)
+{
+    const QFileInfo folder(file.absolutePath());
+    if (!folder.isDir())
+        return QStringLiteral("The folder “%1” does not exist.").arg(file.absolutePath());
+    if (QFile::encodeName(file.fileName()).size() > mostBytesOfAName)
+        return QStringLiteral("The name is too long. Choose a shorter one.");
+    if (!(file.exists() ? file : folder).isWritable())
+        return QStringLiteral("“%1” cannot be written to.")
+            .arg(file.exists() ? file.fileName() : file.absolutePath());
+    return {};
+}
+
+} // namespace
 
 SaveDialog::SaveDialog(std::optional<QString> suffix) : m_suffix(std::move(suffix))
 {
@@ -42,10 +65,22 @@ void SaveDialog::accept()
         return;
     }
     const QString file = withSuffix(entered);
-    if (QFileInfo::exists(file))
+    if (const QString reason = obstacle(QFileInfo(file)); !reason.isEmpty())
+        refuse(reason);
+    else if (QFileInfo::exists(file))
         askToReplace(file);
     else
         choose(file);
+}
+
+void SaveDialog::refuse(const QString& reason)
+{
+    auto* message = new QMessageBox(QMessageBox::Warning, windowTitle(), reason, QMessageBox::Ok, this);
+    message->setTextFormat(Qt::PlainText);
+    message->setAttribute(Qt::WA_DeleteOnClose);
+    // A desktop's own dialog is gone by now.
+    connect(message, &QDialog::finished, this, &QWidget::show);
+    message->open();
 }
 
 void SaveDialog::askToReplace(const QString& file)

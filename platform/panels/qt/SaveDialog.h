@@ -9,7 +9,8 @@ namespace stackreel
 {
 
 /// A file dialog for saving that adds the suffix a name lacks, and only then asks whether an existing file is
-/// to be replaced; it stays open while it asks, and when the answer is no.
+/// to be replaced; it stays open while it asks, and when the answer is no. A name under which nothing can be
+/// written is refused with the reason, as an export that failed on it later would cost the user's work.
 class SaveDialog : public QFileDialog
 {
     Q_OBJECT
@@ -26,6 +27,7 @@ public Q_SLOTS:
 private:
     QString enteredFile() const;
     QString withSuffix(const QString& file) const;
+    void refuse(const QString& reason);
     void askToReplace(const QString& file);
     void choose(const QString& file);
 
