@@ -10,7 +10,7 @@ namespace stackreel
 namespace
 {
 
-QNetworkRequest request(const QUrl& url)
+QNetworkRequest feedRequest(const QUrl& url)
 {
     constexpr int mostRedirects = 5;
     QNetworkRequest request(url);
@@ -26,12 +26,26 @@ QNetworkRequest request(const QUrl& url)
     return request;
 }
 
+bool isLoopback(const QUrl& url)
+{
+    return QHostAddress(url.host()).isLoopback();
+}
+
+FeedTrouble troubleOf(QNetworkReply::NetworkError error)
+{
+    // What comes before has to do with the connection, a proxy or a redirect, as of a hotel's log-in page.
+    const bool isAnswer = error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied;
+    return isAnswer ? FeedTrouble::badAnswer : FeedTrouble::noAnswer;
+}
+
 } // namespace
 
-FeedFetcher::FeedFetcher(FeedLimits limits, QObject* parent) : QObject(parent), m_limits(limits)
+FeedFetcher::FeedFetcher(FeedLimits limits, ProxyLookup::Choice proxy, QObject* parent)
+    : QObject(parent), m_limits(limits), m_proxies(std::move(proxy))
 {
     m_deadline.setSingleShot(true);
-    connect(&m_deadline, &QTimer::timeout, this, [this] { m_reply->abort(); });
+    connect(&m_deadline, &QTimer::timeout, this, &FeedFetcher::giveUp);
+    connect(&m_proxies, &ProxyLookup::found, this, &FeedFetcher::request);
 }
 
 FeedFetcher::~FeedFetcher()
@@ -43,23 +57,46 @@ FeedFetcher::~FeedFetcher()
 
 bool FeedFetcher::mayFetch(const QUrl& url)
 {
-    if (!url.isValid() || url.host().isEmpty() || !url.userInfo().isEmpty())
+    // An empty user name is one as well.
+    if (!url.isValid() || url.host().isEmpty() || url.authority().contains(QLatin1Char('@')))
         return false;
-    const bool isLoopback = QHostAddress(url.host()).isLoopback();
-    return url.scheme() == QLatin1String("https") || (url.scheme() == QLatin1String("http") && isLoopback);
+    return url.scheme() == QLatin1String("https") ||
+           (url.scheme() == QLatin1String("http") && isLoopback(url));
 }
 
 void FeedFetcher::fetch(const QUrl& url)
 {
+    m_url = url;
     m_document.clear();
     m_tooLarge = false;
-    m_reply = m_network.get(request(url));
+    m_isFetching = true;
+    m_deadline.start(m_limits.time);
+    if (isLoopback(url))
+        request(QNetworkProxy::NoProxy);
+    else
+        m_proxies.start(url);
+}
+
+void FeedFetcher::request(const QNetworkProxy& proxy)
+{
+    // The time may have been over before the proxy was known.
+    if (!m_isFetching || m_reply)
+        return;
+    m_network.setProxy(proxy);
+    m_reply = m_network.get(feedRequest(m_url));
     m_reply->setReadBufferSize(m_limits.bytes + 1);
+    connect(m_reply, &QNetworkReply::redirected, this, &FeedFetcher::judgeRedirect);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &FeedFetcher::readHeaders);
     connect(m_reply, &QNetworkReply::readyRead, this, &FeedFetcher::readBody);
     // Queued, so that an abort from within another of these handlers ends after that.
     connect(m_reply, &QNetworkReply::finished, this, &FeedFetcher::conclude, Qt::QueuedConnection);
-    m_deadline.start(m_limits.time);
+}
+
+void FeedFetcher::judgeRedirect(const QUrl& target)
+{
+    // The toolkit sees to it that the origin stays the same, but lets user names pass.
+    if (!mayFetch(target))
+        m_reply->abort();
 }
 
 void FeedFetcher::readHeaders()
@@ -79,17 +116,29 @@ void FeedFetcher::readBody()
     m_reply->abort();
 }
 
+void FeedFetcher::giveUp()
+{
+    if (m_reply)
+        m_reply->abort();
+    else
+        conclude();
+}
+
 void FeedFetcher::conclude()
 {
-    QNetworkReply* const reply = m_reply;
     m_deadline.stop();
+    m_isFetching = false;
+    QNetworkReply* const reply = m_reply;
     m_reply.clear();
-    reply->deleteLater();
-    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    const auto error = reply ? reply->error() : QNetworkReply::TimeoutError;
+    const int status = reply ? reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() : 0;
+    if (reply)
+        reply->deleteLater();
     if (m_tooLarge)
-        Q_EMIT failed(tr("The update information is too large, so it was ignored."));
-    else if (reply->error() != QNetworkReply::NoError || status != 200)
-        Q_EMIT failed(tr("Stackreel could not reach its update information. Please try again later."));
+        Q_EMIT failed(tr("The update information is too large, so it was ignored."), FeedTrouble::badAnswer);
+    else if (error != QNetworkReply::NoError || status != 200)
+        Q_EMIT failed(tr("Stackreel could not reach its update information. Please try again later."),
+                      troubleOf(error));
     else
         Q_EMIT received(m_document);
 }

@@ -17,12 +17,12 @@ StandardUpdaterController::StandardUpdaterController(bool startingUpdater, Updat
       m_configuration(std::move(configuration)),
       m_key(FeedKey::fromBase64(m_configuration.publicKey)),
       m_services(std::move(services)),
-      m_fetcher(m_services.limits)
+      m_fetcher(m_services.limits, m_services.proxy)
 {
     if (!m_started)
         return;
     connect(&m_fetcher, &FeedFetcher::received, this, &StandardUpdaterController::receive);
-    connect(&m_fetcher, &FeedFetcher::failed, this, &StandardUpdaterController::endInTrouble);
+    connect(&m_fetcher, &FeedFetcher::failed, this, &StandardUpdaterController::endWithoutDocument);
     connect(&m_schedule, &QTimer::timeout, this, &StandardUpdaterController::checkIfDue);
     m_schedule.start(m_services.schedule.firstLook);
 }
@@ -39,19 +39,24 @@ void StandardUpdaterController::checkForUpdates(QObject*)
 void StandardUpdaterController::checkIfDue()
 {
     m_schedule.start(m_services.schedule.nextLooks);
-    if (m_fetcher.isFetching())
-        return;
-    const auto last = m_services.store.lastCheck();
-    const auto now = m_services.now();
-    // A last check in the future comes from a clock that was wrong, and would put off all others.
-    if (!last || *last > now || now - *last >= m_services.schedule.betweenChecks)
+    if (!m_fetcher.isFetching() && isDue())
         check();
+}
+
+bool StandardUpdaterController::isDue() const
+{
+    const auto now = m_services.now();
+    const auto isOver = [now](const auto& last, auto wait) {
+        // A last time in the future comes from a clock that was wrong, and would put off all others.
+        return !last || *last > now || now - *last >= wait;
+    };
+    return isOver(m_lastTry, m_services.schedule.betweenTries) &&
+           isOver(m_services.store.lastCheck(), m_services.schedule.betweenChecks);
 }
 
 void StandardUpdaterController::check()
 {
-    // Whatever comes of it, this was the check of the day: a feed that is out of order is not asked all day.
-    m_services.store.setLastCheck(m_services.now());
+    m_lastTry = m_services.now();
     const QUrl url(QString::fromStdString(m_configuration.feedURL), QUrl::StrictMode);
     if (!m_key || !FeedFetcher::mayFetch(url) || !UpdateVersion::parse(m_configuration.installedVersion))
         return endInTrouble(tr("This copy of Stackreel cannot check for updates."));
@@ -60,11 +65,20 @@ void StandardUpdaterController::check()
 
 void StandardUpdaterController::receive(const QByteArray& document)
 {
+    m_services.store.setLastCheck(m_services.now());
     try {
         judge(document);
     } catch (const UpdateError& error) {
         endInTrouble(QString::fromUtf8(error.what()));
     }
+}
+
+void StandardUpdaterController::endWithoutDocument(const QString& sentence, FeedTrouble trouble)
+{
+    // A server that is out of order is not asked all day; one that could not be reached soon may be.
+    if (trouble == FeedTrouble::badAnswer)
+        m_services.store.setLastCheck(m_services.now());
+    endInTrouble(sentence);
 }
 
 void StandardUpdaterController::judge(const QByteArray& document)
@@ -75,7 +89,7 @@ void StandardUpdaterController::judge(const QByteArray& document)
     const bool asked = std::exchange(m_asked, false);
     const QString installed = QString::fromStdString(m_configuration.installedVersion);
     if (feed.newest().version > *UpdateVersion::parse(m_configuration.installedVersion))
-        m_services.messages->showUpdate(feed.newest(), installed);
+        m_services.messages->showUpdate(feed.newest(), installed, asked);
     else if (asked)
         m_services.messages->showUpToDate(installed);
     Q_EMIT checkFinished();

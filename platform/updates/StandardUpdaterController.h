@@ -25,11 +25,13 @@ struct UpdateConfiguration {
 };
 
 /// When the updater looks whether a check is due. A check is due a day after the last one, whoever asked for
-/// that. The clock of the day goes on while the machine sleeps and a timer does not, hence the short steps.
+/// that; one to which no server answered counts for an hour, and only in this run. The clock of the day goes
+/// on while the machine sleeps and a timer does not, hence the short steps.
 struct UpdateSchedule {
     std::chrono::milliseconds firstLook = std::chrono::seconds(5); ///< leaves the start of the program alone
     std::chrono::milliseconds nextLooks = std::chrono::minutes(30);
     std::chrono::system_clock::duration betweenChecks = std::chrono::hours(24);
+    std::chrono::system_clock::duration betweenTries = std::chrono::hours(1);
 };
 
 /// What the updater asks of the world.
@@ -39,6 +41,7 @@ struct UpdateServices {
     std::function<std::chrono::system_clock::time_point()> now = std::chrono::system_clock::now;
     UpdateSchedule schedule = {};
     FeedLimits limits = {};
+    ProxyLookup::Choice proxy = &ProxyLookup::systemChoice;
 };
 
 /// The standard updater: reads the update feed once a day in the background, and whenever the user asks.
@@ -66,8 +69,10 @@ Q_SIGNALS:
 
 private:
     void checkIfDue();
+    bool isDue() const;
     void check();
     void receive(const QByteArray& document);
+    void endWithoutDocument(const QString& sentence, FeedTrouble trouble);
     void judge(const QByteArray& document);
     void endInTrouble(const QString& sentence);
 
@@ -77,6 +82,7 @@ private:
     UpdateServices m_services;
     FeedFetcher m_fetcher;
     QTimer m_schedule;
+    std::optional<UpdateStore::Time> m_lastTry;
     bool m_asked = false; ///< the user waits for the check that is under way
 };
 

@@ -41,9 +41,18 @@ std::string textMember(const Json& object, const std::string& place, const char*
     return value.get<std::string>();
 }
 
-bool isControl(char c)
+/// What would hide or reorder the text around it, or break its lines in ways of its own.
+bool isControl(char32_t c)
 {
-    return (static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
+    const bool isBidirectional = (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+    const bool isSeparator = c == 0x2028 || c == 0x2029;
+    return (c < 0x20 && c != '\n' && c != '\t') || (c >= 0x7F && c < 0xA0) || isBidirectional || isSeparator;
+}
+
+bool hasControls(const std::string& text)
+{
+    const std::u32string characters = QString::fromStdString(text).toStdU32String();
+    return std::any_of(characters.begin(), characters.end(), isControl);
 }
 
 bool isDownloadPage(const std::string& address)
@@ -53,8 +62,9 @@ bool isDownloadPage(const std::string& address)
     if (!isVisibleAscii || address.size() > longestAddress)
         return false;
     const QUrl url(QString::fromStdString(address), QUrl::StrictMode);
+    // An empty user name is one as well.
     return url.isValid() && url.scheme() == QLatin1String("https") && !url.host().isEmpty() &&
-           url.userInfo().isEmpty();
+           !url.authority().contains(QLatin1Char('@'));
 }
 
 std::int64_t decodeSerial(const Json& root)
@@ -79,7 +89,7 @@ UpdateRelease decodeRelease(const Json& value, const std::string& place)
     if (!version)
         fail(place + ".version", "is not a version");
     release.version = *version;
-    if (std::any_of(release.notes.begin(), release.notes.end(), isControl))
+    if (hasControls(release.notes))
         fail(place + ".notes", "has control characters");
     if (!isDownloadPage(release.downloadPage))
         fail(place + ".download", "is not an https address");

@@ -1,9 +1,14 @@
 #include "platform/updates/UpdateMessageBoxes.h"
 
 #include <QCoreApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QLabel>
-#include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace stackreel
 {
@@ -11,68 +16,125 @@ namespace stackreel
 namespace
 {
 
+constexpr int textWidth = 420; // points
+
 QString translated(const char* text)
 {
     return QCoreApplication::translate("UpdateMessageBoxes", text);
 }
 
-/// Notes that fit into the box are shown at once, longer ones in its scrolling part.
-void addNotes(QMessageBox* box, const QString& notes)
+void addSentence(QDialog* box, const QString& sentence)
 {
-    constexpr int mostCharacters = 600;
+    auto* const label = new QLabel(sentence, box);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMinimumWidth(textWidth);
+    box->layout()->addWidget(label);
+}
+
+/// As high as the text takes, within reason; the rest is reached by scrolling.
+int heightFor(const QPlainTextEdit& edit, const QString& text)
+{
     constexpr int mostLines = 12;
-    if (notes.size() <= mostCharacters && notes.count(QLatin1Char('\n')) < mostLines)
-        box->setInformativeText(notes);
-    else
-        box->setDetailedText(notes);
-    // The box's own text format leaves its informative text out.
-    for (QLabel* label : box->findChildren<QLabel*>())
-        label->setTextFormat(Qt::PlainText);
+    constexpr int margins = 16;
+    constexpr int mostMeasured = 2000; // characters
+    const QFontMetrics metrics = edit.fontMetrics();
+    const QRect bounds = metrics.boundingRect(QRect(0, 0, textWidth - 2 * margins, INT16_MAX),
+                                              Qt::TextWrapAnywhere, text.left(mostMeasured));
+    return std::min(bounds.height(), mostLines * metrics.lineSpacing()) + metrics.lineSpacing() + margins;
+}
+
+/// A text to read and to copy, of any length and with words of any length.
+void addText(QDialog* box, const QString& text, const QString& name)
+{
+    auto* const edit = new QPlainTextEdit(text, box);
+    edit->setReadOnly(true);
+    edit->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    edit->setTabChangesFocus(true);
+    edit->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    edit->setAccessibleName(name);
+    edit->setMinimumSize(textWidth, heightFor(*edit, text));
+    box->layout()->addWidget(edit);
+}
+
+/// The buttons' row; the standard button of it closes the box.
+QDialogButtonBox* addButtons(QDialog* box, QDialogButtonBox::StandardButtons buttons)
+{
+    auto* const row = new QDialogButtonBox(buttons, box);
+    QObject::connect(row, &QDialogButtonBox::accepted, box, &QDialog::accept);
+    QObject::connect(row, &QDialogButtonBox::rejected, box, &QDialog::reject);
+    box->layout()->addWidget(row);
+    return row;
 }
 
 } // namespace
 
-UpdateMessageBoxes::UpdateMessageBoxes(std::function<void(const QUrl&)> openPage)
-    : m_openPage(std::move(openPage))
-{
-}
+UpdateMessageBoxes::UpdateMessageBoxes(PageOpener openPage) : m_openPage(std::move(openPage)) {}
 
 UpdateMessageBoxes::~UpdateMessageBoxes()
 {
     delete m_box;
 }
 
-void UpdateMessageBoxes::showUpdate(const UpdateRelease& release, const QString& installedVersion)
+void UpdateMessageBoxes::showUpdate(const UpdateRelease& release, const QString& installedVersion, bool asked)
 {
+    QDialog* const box = newBox();
     const QString version = QString::fromStdString(release.versionText);
-    QMessageBox* const box =
-        newBox(translated("Stackreel %1 is available. You have %2.").arg(version, installedVersion));
-    addNotes(box, QString::fromStdString(release.notes));
-    const QPushButton* const open = box->addButton(translated("Open Download Page"), QMessageBox::AcceptRole);
-    box->addButton(translated("Later"), QMessageBox::RejectRole);
-    const QUrl page(QString::fromStdString(release.downloadPage), QUrl::StrictMode);
-    QObject::connect(open, &QPushButton::clicked, box, [openPage = m_openPage, page] { openPage(page); });
+    addSentence(box, translated("Stackreel %1 is available. You have %2.").arg(version, installedVersion));
+    if (!release.notes.empty())
+        addText(box, QString::fromStdString(release.notes), translated("What is new"));
+    QDialogButtonBox* const row = addButtons(box, QDialogButtonBox::NoButton);
+    QPushButton* const open = row->addButton(translated("Open Download Page"), QDialogButtonBox::AcceptRole);
+    QPushButton* const later = row->addButton(translated("Later"), QDialogButtonBox::RejectRole);
+    const QString page = QString::fromStdString(release.downloadPage);
+    QObject::connect(box, &QDialog::accepted, [this, page] { showPage(page); });
+    QPushButton* const standard = asked ? open : later;
+    standard->setDefault(true);
+    standard->setFocus();
+    box->setAttribute(Qt::WA_ShowWithoutActivating, !asked);
     box->show();
 }
 
 void UpdateMessageBoxes::showUpToDate(const QString& installedVersion)
 {
-    newBox(translated("Stackreel %1 is the newest version.").arg(installedVersion))->show();
+    showSentence(translated("Stackreel %1 is the newest version.").arg(installedVersion));
 }
 
 void UpdateMessageBoxes::showTrouble(const QString& sentence)
 {
-    newBox(sentence)->show();
+    showSentence(sentence);
 }
 
-QMessageBox* UpdateMessageBoxes::newBox(const QString& text)
+QDialog* UpdateMessageBoxes::newBox()
 {
-    delete m_box;
-    m_box = new QMessageBox(QMessageBox::NoIcon, translated("Software Update"), text);
+    // Not at once, as it may be one of its own buttons that leads here.
+    if (m_box)
+        m_box->close();
+    m_box = new QDialog;
+    m_box->setWindowTitle(translated("Software Update"));
     m_box->setAttribute(Qt::WA_DeleteOnClose);
-    m_box->setTextFormat(Qt::PlainText);
-    m_box->setWindowModality(Qt::NonModal);
+    new QVBoxLayout(m_box);
     return m_box;
+}
+
+void UpdateMessageBoxes::showSentence(const QString& sentence)
+{
+    QDialog* const box = newBox();
+    addSentence(box, sentence);
+    addButtons(box, QDialogButtonBox::Ok);
+    box->show();
+}
+
+void UpdateMessageBoxes::showPage(const QString& page)
+{
+    if (m_openPage(QUrl(page, QUrl::StrictMode)))
+        return;
+    QDialog* const box = newBox();
+    addSentence(
+        box, translated("Stackreel found no browser to open the download page with. This is its address:"));
+    addText(box, page, translated("Address of the download page"));
+    addButtons(box, QDialogButtonBox::Ok)->button(QDialogButtonBox::Ok)->setFocus();
+    box->show();
 }
 
 } // namespace stackreel

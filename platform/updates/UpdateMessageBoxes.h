@@ -7,7 +7,8 @@
 
 #include <functional>
 
-class QMessageBox;
+class QDialog;
+class QPushButton;
 
 namespace stackreel
 {
@@ -17,19 +18,25 @@ namespace stackreel
 class UpdateMessageBoxes : public UpdateMessages
 {
 public:
-    /// `openPage` shows an address in the user's browser.
-    explicit UpdateMessageBoxes(std::function<void(const QUrl&)> openPage);
+    /// Shows an address in the user's browser; false where that is not possible.
+    using PageOpener = std::function<bool(const QUrl&)>;
+
+    explicit UpdateMessageBoxes(PageOpener openPage);
     ~UpdateMessageBoxes() override;
 
-    void showUpdate(const UpdateRelease& release, const QString& installedVersion) override;
+    /// The answer that a single key gives opens the page for a user who asked, and puts the message off for
+    /// one who did not; that one's window leaves the keyboard where it is.
+    void showUpdate(const UpdateRelease& release, const QString& installedVersion, bool asked) override;
     void showUpToDate(const QString& installedVersion) override;
     void showTrouble(const QString& sentence) override;
 
 private:
-    QMessageBox* newBox(const QString& text);
+    QDialog* newBox();
+    void showSentence(const QString& sentence);
+    void showPage(const QString& page);
 
-    std::function<void(const QUrl&)> m_openPage;
-    QPointer<QMessageBox> m_box; ///< deletes itself when it is closed
+    PageOpener m_openPage;
+    QPointer<QDialog> m_box; ///< deletes itself when it is closed
 };
 
 } // namespace stackreel

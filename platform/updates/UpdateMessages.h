@@ -13,8 +13,9 @@ class UpdateMessages
 public:
     virtual ~UpdateMessages() = default;
 
-    /// There is a newer version; shows its notes as plain text and offers to open its download page.
-    virtual void showUpdate(const UpdateRelease& release, const QString& installedVersion) = 0;
+    /// There is a newer version; shows its notes as plain text and offers to open its download page. When the
+    /// user did not ask, it comes in the middle of other work and must not take the keyboard from that.
+    virtual void showUpdate(const UpdateRelease& release, const QString& installedVersion, bool asked) = 0;
     /// The user asked, and has the newest version.
     virtual void showUpToDate(const QString& installedVersion) = 0;
     /// The user asked, and the question cannot be answered; one short sentence says so.

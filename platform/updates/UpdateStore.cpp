@@ -1,8 +1,8 @@
 #include "platform/updates/UpdateStore.h"
 
 #include <QDir>
-#include <QFile>
-#include <QSettings>
+#include <QFileInfo>
+#include <QSaveFile>
 
 #include <algorithm>
 
@@ -15,9 +15,42 @@ namespace
 constexpr const char* lastCheckKey = "lastCheck";
 constexpr const char* newestSerialKey = "newestSerial";
 
-QString settingsFile(const std::filesystem::path& file)
+QString nameOf(const std::filesystem::path& file)
 {
     return QFile::decodeName(QByteArray::fromStdString(file.string()));
+}
+
+/// The beginning of a file, which is all of one that was written here; empty when it cannot be read.
+QByteArray contentOf(const QString& name)
+{
+    constexpr qint64 mostBytes = 4096;
+    QFile file(name);
+    // Opening a pipe would wait for its other end.
+    if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    return file.read(mostBytes);
+}
+
+std::optional<std::int64_t> numberOf(const QByteArray& content, const QByteArray& key)
+{
+    for (const QByteArray& line : content.split('\n')) {
+        if (!line.startsWith(key + '='))
+            continue;
+        bool isNumber = false;
+        const qlonglong number = line.mid(key.size() + 1).trimmed().toLongLong(&isNumber);
+        return isNumber ? std::optional<std::int64_t>(number) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+QByteArray lineOf(const char* key, std::int64_t number)
+{
+    return QByteArray(key) + '=' + QByteArray::number(static_cast<qlonglong>(number)) + '\n';
+}
+
+std::int64_t secondsOf(UpdateStore::Time time)
+{
+    return std::chrono::duration_cast<std::chrono::seconds>(time.time_since_epoch()).count();
 }
 
 } // namespace
@@ -31,45 +64,62 @@ std::filesystem::path UpdateStore::standardFile()
     return folder / "stackreel" / "updates.ini";
 }
 
-std::optional<UpdateStore::Time> UpdateStore::lastCheck() const
-{
-    const auto seconds = number(lastCheckKey);
-    // In the year 2255; the clock cannot hold times much later than that.
-    constexpr std::int64_t latest = 9'000'000'000;
-    if (!seconds || *seconds < 0 || *seconds > latest)
-        return std::nullopt;
-    return Time(std::chrono::seconds(*seconds));
-}
-
 void UpdateStore::setLastCheck(Time time)
 {
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time.time_since_epoch());
-    setNumber(lastCheckKey, seconds.count());
-}
-
-std::int64_t UpdateStore::newestSerial() const
-{
-    return std::max<std::int64_t>(0, number(newestSerialKey).value_or(0));
+    State next = state();
+    next.lastCheck = Time(std::chrono::seconds(secondsOf(time)));
+    remember(next);
 }
 
 void UpdateStore::setNewestSerial(std::int64_t serial)
 {
-    if (serial > newestSerial())
-        setNumber(newestSerialKey, serial);
+    State next = state();
+    if (serial <= next.newestSerial)
+        return;
+    next.newestSerial = serial;
+    remember(next);
 }
 
-std::optional<std::int64_t> UpdateStore::number(const char* key) const
+UpdateStore::State UpdateStore::state() const
 {
-    const QSettings settings(settingsFile(m_file), QSettings::IniFormat);
-    bool isNumber = false;
-    const qlonglong number = settings.value(QLatin1String(key)).toString().toLongLong(&isNumber);
-    return isNumber ? std::optional<std::int64_t>(number) : std::nullopt;
+    State known = storedState();
+    if (m_unwrittenCheck)
+        known.lastCheck = m_unwrittenCheck;
+    known.newestSerial = std::max(known.newestSerial, m_newestSerial);
+    return known;
 }
 
-void UpdateStore::setNumber(const char* key, std::int64_t number)
+UpdateStore::State UpdateStore::storedState() const
 {
-    QSettings settings(settingsFile(m_file), QSettings::IniFormat);
-    settings.setValue(QLatin1String(key), QString::number(number));
+    // In the year 2255; the clock cannot hold times much later than that.
+    constexpr std::int64_t latest = 9'000'000'000;
+    const QByteArray content = contentOf(nameOf(m_file));
+    State stored;
+    const auto seconds = numberOf(content, lastCheckKey);
+    if (seconds && *seconds >= 0 && *seconds <= latest)
+        stored.lastCheck = Time(std::chrono::seconds(*seconds));
+    stored.newestSerial = std::max<std::int64_t>(0, numberOf(content, newestSerialKey).value_or(0));
+    return stored;
+}
+
+void UpdateStore::remember(const State& state)
+{
+    m_newestSerial = state.newestSerial;
+    m_unwrittenCheck = write(state) ? std::nullopt : state.lastCheck;
+}
+
+bool UpdateStore::write(const State& state) const
+{
+    const QString name = nameOf(m_file);
+    QDir().mkpath(QFileInfo(name).path());
+    QSaveFile file(name);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    file.write("[General]\n");
+    if (state.lastCheck)
+        file.write(lineOf(lastCheckKey, secondsOf(*state.lastCheck)));
+    file.write(lineOf(newestSerialKey, state.newestSerial));
+    return file.commit();
 }
 
 } // namespace stackreel

@@ -8,8 +8,9 @@
 namespace stackreel
 {
 
-/// What the updater remembers between runs, in a small file of the user's. A file that is missing, broken or
-/// cannot be written is like an empty one. Main thread.
+/// What the updater remembers between runs, in a small file of the user's. A file that is missing or broken
+/// is like an empty one; where it cannot be written, the object remembers for as long as it lives. Several
+/// programs may share a file. Main thread, which is never made to wait for another program.
 class UpdateStore
 {
 public:
@@ -21,19 +22,28 @@ public:
     /// set to an absolute path.
     static std::filesystem::path standardFile();
 
-    /// When the last check began, to the second.
-    std::optional<Time> lastCheck() const;
+    /// When the last check was made, to the second.
+    std::optional<Time> lastCheck() const { return state().lastCheck; }
     void setLastCheck(Time time);
-    /// The highest serial of a feed that was accepted, 0 before the first.
-    std::int64_t newestSerial() const;
+    /// The highest serial of a feed that was accepted, 0 before the first. It never falls.
+    std::int64_t newestSerial() const { return state().newestSerial; }
     /// Remembers the serial unless a higher one is known.
     void setNewestSerial(std::int64_t serial);
 
 private:
-    std::optional<std::int64_t> number(const char* key) const;
-    void setNumber(const char* key, std::int64_t number);
+    struct State {
+        std::optional<Time> lastCheck;
+        std::int64_t newestSerial = 0;
+    };
+
+    State state() const;
+    State storedState() const;
+    void remember(const State& state);
+    bool write(const State& state) const;
 
     std::filesystem::path m_file;
+    std::optional<Time> m_unwrittenCheck; ///< the last check, where the file does not take it
+    std::int64_t m_newestSerial = 0;      ///< of this object's own, should the file be emptied meanwhile
 };
 
 } // namespace stackreel

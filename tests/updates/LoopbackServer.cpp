@@ -1,26 +1,56 @@
 #include "tests/updates/LoopbackServer.h"
 
+#include <QNetworkProxy>
+#include <QSslServer>
 #include <QTimer>
 
 namespace stackreel
 {
 
-LoopbackServer::LoopbackServer(Answer answer) : m_answer(std::move(answer))
+namespace
 {
-    QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] { accept(); });
-    if (!m_server.listen(QHostAddress::LocalHost))
+
+std::unique_ptr<QTcpServer> tlsServer(const QSslConfiguration& tls)
+{
+    auto server = std::make_unique<QSslServer>();
+    server->setSslConfiguration(tls);
+    return server;
+}
+
+} // namespace
+
+LoopbackServer::LoopbackServer(Answer answer)
+    : LoopbackServer(std::make_unique<QTcpServer>(), "http", std::move(answer))
+{
+}
+
+LoopbackServer::LoopbackServer(const QSslConfiguration& tls, Answer answer)
+    : LoopbackServer(tlsServer(tls), "https", std::move(answer))
+{
+}
+
+LoopbackServer::LoopbackServer(std::unique_ptr<QTcpServer> server, const char* scheme, Answer answer)
+    : m_answer(std::move(answer)), m_scheme(QString::fromLatin1(scheme)), m_server(std::move(server))
+{
+    // Not by a proxy that a test has set for all others.
+    m_server->setProxy(QNetworkProxy::NoProxy);
+    QObject::connect(m_server.get(), &QTcpServer::pendingConnectionAvailable, m_server.get(),
+                     [this] { accept(); });
+    if (!m_server->listen(QHostAddress::LocalHost))
         throw std::runtime_error("no port to listen on");
 }
 
 QUrl LoopbackServer::url(const QByteArray& path) const
 {
-    return QUrl(
-        QStringLiteral("http://127.0.0.1:%1%2").arg(m_server.serverPort()).arg(QString::fromLatin1(path)));
+    QUrl url(
+        QStringLiteral("http://127.0.0.1:%1%2").arg(m_server->serverPort()).arg(QString::fromLatin1(path)));
+    url.setScheme(m_scheme);
+    return url;
 }
 
 void LoopbackServer::accept()
 {
-    QTcpSocket* const connection = m_server.nextPendingConnection();
+    QTcpSocket* const connection = m_server->nextPendingConnection();
     QObject::connect(connection, &QTcpSocket::disconnected, connection, &QObject::deleteLater);
     QObject::connect(connection, &QTcpSocket::readyRead, connection,
                      [this, connection, request = QByteArray()]() mutable {

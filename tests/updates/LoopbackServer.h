@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QSslConfiguration>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QUrl>
 
 #include <functional>
+#include <memory>
 
 namespace stackreel
 {
@@ -18,6 +20,8 @@ public:
     using Answer = std::function<void(QTcpSocket& connection, const QByteArray& path)>;
 
     explicit LoopbackServer(Answer answer);
+    /// The same over TLS, as a configuration with key and certificate says.
+    LoopbackServer(const QSslConfiguration& tls, Answer answer);
 
     void setAnswer(Answer answer) { m_answer = std::move(answer); }
     QUrl url(const QByteArray& path = "/feed") const;
@@ -26,12 +30,14 @@ public:
     const QByteArray& lastRequest() const { return m_lastRequest; }
 
 private:
+    LoopbackServer(std::unique_ptr<QTcpServer> server, const char* scheme, Answer answer);
     void accept();
 
     Answer m_answer;
     QByteArrayList m_paths;
     QByteArray m_lastRequest;
-    QTcpServer m_server;
+    QString m_scheme;
+    std::unique_ptr<QTcpServer> m_server;
 };
 
 /// Answers: a document with an honest length; the given bytes and then the end; the bytes again and again.

@@ -12,10 +12,10 @@ namespace stackreel
 class RecordedMessages : public UpdateMessages
 {
 public:
-    void showUpdate(const UpdateRelease& release, const QString& installedVersion) override
+    void showUpdate(const UpdateRelease& release, const QString& installedVersion, bool asked) override
     {
-        said.push_back("update " + release.versionText + " for " + installedVersion.toStdString() + ": " +
-                       release.notes + " at " + release.downloadPage);
+        said.push_back((asked ? "update " : "unasked update ") + release.versionText + " for " +
+                       installedVersion.toStdString() + ": " + release.notes + " at " + release.downloadPage);
     }
     void showUpToDate(const QString& installedVersion) override
     {

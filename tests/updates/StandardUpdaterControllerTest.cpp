@@ -26,6 +26,7 @@ const Said unreadable = {"The update information could not be read, so it was ig
 const Said outdated = {"The update information is older than what came before, so it was ignored."};
 const Said upToDate = {"up to date with 0.1.0"};
 const Said newer = {"update 0.2.0 for 0.1.0: New. at https://example.org/0.2.0"};
+const Said newerUnasked = {"unasked update 0.2.0 for 0.1.0: New. at https://example.org/0.2.0"};
 
 /// An updater of version 0.1.0 with a server, a clock and a memory of its own. Its background checks do not
 /// start by themselves before a test has the clock look.
@@ -47,7 +48,7 @@ protected:
     StandardUpdaterController& start(bool startingUpdater = true)
     {
         const UpdateServices services = {.messages = messages,
-                                         .store = UpdateStore(folder / "updates.ini"),
+                                         .store = UpdateStore(storeFile),
                                          .now =
                                              [this] {
                                                  ++looks;
@@ -83,6 +84,7 @@ protected:
     }
 
     TemporaryDirectory folder;
+    std::filesystem::path storeFile = folder / "updates.ini";
     QPointer<QTcpSocket> held;
     FeedSigningKey key = FeedSigningKey::generate();
     LoopbackServer server{sayNothing()};
@@ -328,7 +330,48 @@ TEST_F(BackgroundUpdateTest, SpeaksOnlyOfANewerVersion)
     serve(feed("0.2.0", 6));
     now += 24h;
     ASSERT_TRUE(waitForChecks(count));
-    EXPECT_EQ(messages->said, newer);
+    EXPECT_EQ(messages->said, newerUnasked);
+}
+
+TEST_F(BackgroundUpdateTest, TriesAgainInAnHourQuietlyWhenNoServerAnswers)
+{
+    server.setAnswer(sendAndClose(""));
+    start();
+    ASSERT_TRUE(waitForChecks(1));
+    now += 1h - 1s;
+    EXPECT_EQ(checksAfterManyLooks(), 1);
+    now += 1s;
+    ASSERT_TRUE(waitForChecks(2));
+    EXPECT_EQ(checksAfterManyLooks(), 2);
+    serve(feed("0.1.0"));
+    now += 1h;
+    ASSERT_TRUE(waitForChecks(3));
+    now += 23h;
+    EXPECT_EQ(checksAfterManyLooks(), 3);
+    EXPECT_TRUE(messages->said.empty());
+}
+
+TEST_F(BackgroundUpdateTest, LeavesAServerAloneForTheDayThatAnswersBadly)
+{
+    server.setAnswer(sendAndClose("HTTP/1.1 500 No\r\n\r\n"));
+    start();
+    ASSERT_TRUE(waitForChecks(1));
+    now += 23h;
+    EXPECT_EQ(checksAfterManyLooks(), 1);
+    now += 1h;
+    ASSERT_TRUE(waitForChecks(2));
+}
+
+TEST_F(BackgroundUpdateTest, GoesOnWhereItsMemoryCannotBeWritten)
+{
+    storeFile = "/proc/none/updates.ini";
+    serve(feed("0.1.0", 8));
+    start();
+    ASSERT_TRUE(waitForChecks(1));
+    now += 23h;
+    EXPECT_EQ(checksAfterManyLooks(), 1);
+    serve(feed("0.2.0", 7));
+    EXPECT_EQ(ask(), outdated);
 }
 
 TEST_F(BackgroundUpdateTest, AnswersAUserWhoAsksDuringIt)

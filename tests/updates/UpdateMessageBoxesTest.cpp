@@ -1,10 +1,12 @@
 #include "platform/updates/UpdateMessageBoxes.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
-#include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTextEdit>
+#include <QScrollBar>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -28,103 +30,157 @@ protected:
                 .downloadPage = "https://example.org/d?a=1"};
     }
 
+    void showUpdate(const std::string& notes = "New.", bool asked = true)
+    {
+        messages.showUpdate(release(notes), QStringLiteral("0.1.0"), asked);
+    }
+
     /// The one box that is open, or null.
-    static QMessageBox* box()
+    static QDialog* box()
     {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QMessageBox* found = nullptr;
+        QDialog* found = nullptr;
         for (QWidget* widget : QApplication::topLevelWidgets())
-            if (auto* message = qobject_cast<QMessageBox*>(widget)) {
+            if (auto* message = qobject_cast<QDialog*>(widget)) {
                 EXPECT_EQ(found, nullptr);
                 found = message;
             }
         return found;
     }
-
-    static QAbstractButton* button(const QString& text)
+    static QString sentence() { return box()->findChild<QLabel*>()->text(); }
+    /// The text to read, as a user sees it.
+    static QString text()
     {
-        for (QAbstractButton* candidate : box()->buttons())
-            if (candidate->text() == text)
+        const auto* edit = box()->findChild<QPlainTextEdit*>();
+        return edit ? edit->toPlainText() : QString();
+    }
+    static QPushButton* button(const QString& name)
+    {
+        for (QPushButton* candidate : box()->findChildren<QPushButton*>())
+            if (candidate->text() == name)
                 return candidate;
         return nullptr;
     }
 
     QList<QUrl> opened;
-    UpdateMessageBoxes messages{[this](const QUrl& url) { opened.append(url); }};
+    bool hasBrowser = true;
+    UpdateMessageBoxes messages{[this](const QUrl& url) {
+        opened.append(url);
+        return hasBrowser;
+    }};
+    const QString openName = QStringLiteral("Open Download Page");
+    const QString laterName = QStringLiteral("Later");
 };
 
 } // namespace
 
 TEST_F(UpdateMessageBoxesTest, ShowsAnUpdateWithItsNotesAndHoldsNothingUp)
 {
-    messages.showUpdate(release(), QStringLiteral("0.1.0"));
+    showUpdate();
     ASSERT_NE(box(), nullptr);
     EXPECT_TRUE(box()->isVisible());
     EXPECT_FALSE(box()->isModal());
-    EXPECT_EQ(box()->text(), QStringLiteral("Stackreel 0.2.0 is available. You have 0.1.0."));
-    EXPECT_EQ(box()->informativeText(), QStringLiteral("New."));
+    EXPECT_EQ(sentence(), QStringLiteral("Stackreel 0.2.0 is available. You have 0.1.0."));
+    EXPECT_EQ(text(), QStringLiteral("New."));
     EXPECT_TRUE(opened.isEmpty());
 }
 
 TEST_F(UpdateMessageBoxesTest, OpensTheDownloadPageOnlyWhenAskedTo)
 {
-    messages.showUpdate(release(), QStringLiteral("0.1.0"));
-    button(QStringLiteral("Later"))->click();
+    showUpdate();
+    button(laterName)->click();
     EXPECT_EQ(box(), nullptr);
     EXPECT_TRUE(opened.isEmpty());
-    messages.showUpdate(release(), QStringLiteral("0.1.0"));
-    button(QStringLiteral("Open Download Page"))->click();
+    showUpdate();
+    button(openName)->click();
     EXPECT_EQ(box(), nullptr);
     EXPECT_EQ(opened, QList<QUrl>({QUrl(QStringLiteral("https://example.org/d?a=1"))}));
 }
 
 TEST_F(UpdateMessageBoxesTest, ClosesForEscapeWithoutOpeningAnything)
 {
-    messages.showUpdate(release(), QStringLiteral("0.1.0"));
-    box()->reject();
+    showUpdate();
+    QTest::keyClick(box(), Qt::Key_Escape);
     EXPECT_EQ(box(), nullptr);
     EXPECT_TRUE(opened.isEmpty());
 }
 
-TEST_F(UpdateMessageBoxesTest, ShowsMarkupInNotesAsItIsWritten)
+TEST_F(UpdateMessageBoxesTest, TakesReturnForTheWishOfAUserWhoAsked)
 {
-    messages.showUpdate(release(hostileNotes), QStringLiteral("0.1.0"));
-    EXPECT_EQ(box()->informativeText(), QString::fromStdString(hostileNotes));
-    int labels = 0;
-    for (const QLabel* label : box()->findChildren<QLabel*>()) {
-        if (label->text().isEmpty())
-            continue;
-        EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
-        ++labels;
-    }
-    EXPECT_EQ(labels, 2);
+    showUpdate();
+    EXPECT_FALSE(box()->testAttribute(Qt::WA_ShowWithoutActivating));
+    QTest::keyClick(box(), Qt::Key_Return);
+    EXPECT_EQ(opened.size(), 1);
 }
 
-TEST_F(UpdateMessageBoxesTest, ShowsLongNotesInItsScrollingPartAsTheyAreWritten)
+TEST_F(UpdateMessageBoxesTest, DoesNotTakeTypingThatWasMeantForSomethingElseForAWish)
 {
-    for (const std::string& notes : {hostileNotes + std::string(5000, 'x'), "<b>" + std::string(20, '\n')}) {
-        messages.showUpdate(release(notes), QStringLiteral("0.1.0"));
-        const auto* text = box()->findChild<QTextEdit*>();
-        ASSERT_NE(text, nullptr);
-        EXPECT_EQ(text->toPlainText(), QString::fromStdString(notes));
-        EXPECT_TRUE(box()->informativeText().isEmpty());
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        showUpdate("New.", false);
+        EXPECT_TRUE(box()->testAttribute(Qt::WA_ShowWithoutActivating));
+        QTest::keyClick(box()->focusWidget(), key);
+        EXPECT_EQ(box(), nullptr) << key;
     }
+    EXPECT_TRUE(opened.isEmpty());
+}
+
+TEST_F(UpdateMessageBoxesTest, GivesTheAddressToCopyWhereNoBrowserOpens)
+{
+    hasBrowser = false;
+    showUpdate();
+    button(openName)->click();
+    ASSERT_NE(box(), nullptr);
+    EXPECT_TRUE(sentence().startsWith(QStringLiteral("Stackreel found no browser")))
+        << sentence().toStdString();
+    EXPECT_EQ(text(), QStringLiteral("https://example.org/d?a=1"));
+    EXPECT_TRUE(box()->findChild<QPlainTextEdit*>()->textInteractionFlags() & Qt::TextSelectableByKeyboard);
+    button(QStringLiteral("OK"))->click();
+    EXPECT_EQ(box(), nullptr);
+}
+
+TEST_F(UpdateMessageBoxesTest, ShowsMarkupAsItIsWritten)
+{
+    for (const std::string& notes : {hostileNotes, hostileNotes + std::string(5000, 'x')}) {
+        showUpdate(notes);
+        EXPECT_EQ(text(), QString::fromStdString(notes));
+    }
+    messages.showTrouble(QStringLiteral("<b>Trouble.</b>"));
+    EXPECT_EQ(box()->findChild<QLabel*>()->textFormat(), Qt::PlainText);
+}
+
+TEST_F(UpdateMessageBoxesTest, IsNoLargerForLongNotesAndLongWords)
+{
+    showUpdate();
+    const QSize usual = box()->size();
+    for (const std::string& notes :
+         {std::string(600, 'w'), std::string(250'000, 'w'), std::string(5000, '\n'), std::string("New.")}) {
+        showUpdate(notes);
+        const auto* edit = box()->findChild<QPlainTextEdit*>();
+        EXPECT_EQ(box()->width(), usual.width()) << notes.size();
+        EXPECT_LT(box()->height(), usual.height() + 400) << notes.size();
+        EXPECT_EQ(edit->horizontalScrollBar()->maximum(), 0) << notes.size();
+    }
+}
+
+TEST_F(UpdateMessageBoxesTest, LeavesOutNotesThatAreEmpty)
+{
+    showUpdate("");
+    EXPECT_EQ(box()->findChild<QPlainTextEdit*>(), nullptr);
 }
 
 TEST_F(UpdateMessageBoxesTest, KeepsOneBoxForAllMessages)
 {
     messages.showTrouble(QStringLiteral("<b>Trouble.</b>"));
-    EXPECT_EQ(box()->text(), QStringLiteral("<b>Trouble.</b>"));
-    EXPECT_EQ(box()->textFormat(), Qt::PlainText);
+    EXPECT_EQ(sentence(), QStringLiteral("<b>Trouble.</b>"));
     messages.showUpToDate(QStringLiteral("0.1.0"));
-    EXPECT_EQ(box()->text(), QStringLiteral("Stackreel 0.1.0 is the newest version."));
+    EXPECT_EQ(sentence(), QStringLiteral("Stackreel 0.1.0 is the newest version."));
     EXPECT_TRUE(box()->isVisible());
 }
 
 TEST_F(UpdateMessageBoxesTest, TakesItsBoxAlongWhenItGoes)
 {
     {
-        UpdateMessageBoxes others([](const QUrl&) {});
+        UpdateMessageBoxes others([](const QUrl&) { return true; });
         others.showTrouble(QStringLiteral("Trouble."));
         EXPECT_NE(box(), nullptr);
     }

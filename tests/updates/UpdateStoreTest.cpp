@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace stackreel
 {
 
@@ -50,12 +53,49 @@ TEST(UpdateStore, TakesABrokenFileForAnEmptyOne)
     }
 }
 
-TEST(UpdateStore, GoesOnWhereItCannotWrite)
+TEST(UpdateStore, RemembersByItselfWhereItCannotWrite)
 {
     UpdateStore store("/proc/none/updates.ini");
     store.setNewestSerial(7);
     store.setLastCheck(UpdateStore::Time(1s));
-    EXPECT_FALSE(store.lastCheck());
+    EXPECT_EQ(store.newestSerial(), 7);
+    EXPECT_EQ(store.lastCheck(), UpdateStore::Time(1s));
+}
+
+TEST(UpdateStore, RemembersTheSerialWhenItsFileIsEmptied)
+{
+    const TemporaryDirectory folder;
+    UpdateStore store(folder / "updates.ini");
+    store.setNewestSerial(7);
+    std::filesystem::remove(folder / "updates.ini");
+    EXPECT_EQ(store.newestSerial(), 7);
+    store.setLastCheck(UpdateStore::Time(1s));
+    EXPECT_EQ(UpdateStore(folder / "updates.ini").newestSerial(), 7);
+}
+
+TEST(UpdateStore, SharesItsFileWithOtherPrograms)
+{
+    const TemporaryDirectory folder;
+    UpdateStore store(folder / "updates.ini");
+    UpdateStore other(folder / "updates.ini");
+    store.setNewestSerial(7);
+    other.setLastCheck(UpdateStore::Time(1s));
+    other.setNewestSerial(5);
+    EXPECT_EQ(store.lastCheck(), UpdateStore::Time(1s));
+    EXPECT_EQ(other.newestSerial(), 7);
+}
+
+TEST(UpdateStore, WaitsForNobody)
+{
+    // Neither for the other end of a pipe nor for a lock that another program left.
+    const TemporaryDirectory folder;
+    folder.write("locked.ini.lock", std::to_string(::getpid()) + "\nother\nelsewhere\n");
+    ASSERT_EQ(::mkfifo((folder / "pipe.ini").c_str(), 0600), 0);
+    for (const char* name : {"locked.ini", "pipe.ini"}) {
+        UpdateStore store(folder / name);
+        store.setNewestSerial(7);
+        EXPECT_EQ(store.newestSerial(), 7) << name;
+    }
 }
 
 TEST(UpdateStore, LiesInTheUsersStateFolder)
