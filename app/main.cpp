@@ -66,6 +66,8 @@ int run(int& argc, char** argv, TerminationSignals& signals)
     });
     const int status = QApplication::exec();
     app.shutDown();
+    // A look-up of a name cannot be given up, and the toolkit would wait for it at the end of its application.
+    QObject::disconnect(application.get(), &QObject::destroyed, nullptr, nullptr);
     return status;
 }
 
