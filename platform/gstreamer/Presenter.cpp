@@ -1,5 +1,7 @@
 #include "platform/gstreamer/Presenter.h"
 
+#include "platform/ThreadUrgency.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -138,6 +140,7 @@ void Presenter::setOutput(std::shared_ptr<VideoOutput> output)
 
 void Presenter::run()
 {
+    runPromptly();
     Lock lock(m_mutex);
     while (!m_quit) {
         if (std::exchange(m_clear, false)) {

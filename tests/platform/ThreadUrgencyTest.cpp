@@ -1,0 +1,66 @@
+#include "platform/ThreadUrgency.h"
+
+#include <gtest/gtest.h>
+
+#include <sched.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <functional>
+#include <thread>
+
+namespace stackreel
+{
+
+namespace
+{
+
+int niceness()
+{
+    return getpriority(PRIO_PROCESS, static_cast<id_t>(syscall(SYS_gettid)));
+}
+
+int nicenessAfter(const std::function<void()>& request)
+{
+    int seen = -1;
+    std::thread([&] {
+        request();
+        seen = niceness();
+    }).join();
+    return seen;
+}
+
+} // namespace
+
+TEST(ThreadUrgency, putsAThreadAndThoseItStartsBehindTheMainThread)
+{
+    EXPECT_EQ(nicenessAfter(runInBackground), niceness() + 2);
+    EXPECT_EQ(nicenessAfter([] {
+                  runInBackground();
+                  EXPECT_EQ(nicenessAfter([] {}), niceness());
+              }),
+              niceness() + 2);
+}
+
+TEST(ThreadUrgency, sinksNoLowerWhenAskedAgain)
+{
+    const auto twice = [] {
+        runInBackground();
+        runInBackground();
+    };
+    EXPECT_EQ(nicenessAfter(twice), niceness() + 2);
+}
+
+TEST(ThreadUrgency, leavesPolicyAndPriorityOfAPromptThreadAlone)
+{
+    int policy = -1;
+    EXPECT_EQ(nicenessAfter([&] {
+                  runPromptly();
+                  policy = sched_getscheduler(0);
+              }),
+              niceness());
+    EXPECT_EQ(policy, SCHED_OTHER);
+}
+
+} // namespace stackreel
