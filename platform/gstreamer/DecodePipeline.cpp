@@ -1,5 +1,6 @@
 #include "platform/gstreamer/DecodePipeline.h"
 
+#include "platform/ThreadUrgency.h"
 #include "platform/gstreamer/Handover.h"
 
 #include <gst/video/video.h>
@@ -46,6 +47,15 @@ void limitThreads(GstElement* element)
         if (property && G_IS_PARAM_SPEC_INT(property))
             g_object_set(element, name, static_cast<gint>(std::min(cores, 4U)), nullptr);
     }
+}
+
+/// Called on the thread that the message tells of.
+void tendThread(GstMessage* message)
+{
+    GstStreamStatusType status = GST_STREAM_STATUS_TYPE_CREATE;
+    gst_message_parse_stream_status(message, &status, nullptr);
+    if (status == GST_STREAM_STATUS_TYPE_ENTER)
+        runInBackground();
 }
 
 } // namespace
@@ -121,7 +131,14 @@ bool DecodePipeline::atEnd() const
 
 bool DecodePipeline::seekToKeyFrame(Nanoseconds time, GstSeekFlags snap)
 {
+    m_gate.passAll();
     return seek(time, static_cast<GstSeekFlags>(GST_SEEK_FLAG_KEY_UNIT | snap));
+}
+
+bool DecodePipeline::seekToOneKeyFrame(Nanoseconds time, Nanoseconds wanted)
+{
+    m_gate.passOnly(wanted);
+    return seek(time, static_cast<GstSeekFlags>(GST_SEEK_FLAG_KEY_UNIT | GST_SEEK_FLAG_SNAP_BEFORE));
 }
 
 bool DecodePipeline::seekToSample(Nanoseconds time)
@@ -192,10 +209,12 @@ void DecodePipeline::onNoMorePads(GstElement*, gpointer self)
     that->m_wake();
 }
 
-void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpointer)
+void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpointer self)
 {
-    if (GST_IS_VIDEO_DECODER(element))
-        limitThreads(element);
+    if (!GST_IS_VIDEO_DECODER(element))
+        return;
+    limitThreads(element);
+    static_cast<DecodePipeline*>(self)->m_gate.guard(element);
 }
 
 GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer self)
@@ -206,6 +225,8 @@ GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer
         that->m_failed = true;
         that->m_wake();
     }
+    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_STREAM_STATUS)
+        tendThread(message);
     // With a sync handler the reference is ours to drop, and nobody reads the bus.
     gst_message_unref(message);
     return GST_BUS_DROP;

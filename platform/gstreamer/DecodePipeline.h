@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/gstreamer/GStreamer.h"
+#include "platform/gstreamer/KeyFrameGate.h"
 #include "platform/gstreamer/Nanoseconds.h"
 #include "platform/gstreamer/Orientation.h"
 
@@ -45,6 +46,9 @@ public:
     /// `time`, as far as the container knows, with `GST_SEEK_FLAG_SNAP_AFTER` the first one at or after.
     /// Everything not pulled yet is dropped. False when the stream cannot seek there.
     bool seekToKeyFrame(Nanoseconds time, GstSeekFlags snap = GST_SEEK_FLAG_SNAP_BEFORE);
+    /// Goes on from a key frame that is shown at or before `time`, with key frames only, and ends behind the
+    /// first that is shown at `wanted` or later: the quickest way to a single one. Otherwise as above.
+    bool seekToOneKeyFrame(Nanoseconds time, Nanoseconds wanted);
     /// Goes on from the very sample under `time`.
     bool seekToSample(Nanoseconds time);
 
@@ -70,6 +74,7 @@ private:
     bool seek(Nanoseconds time, GstSeekFlags flags);
 
     std::function<void()> m_wake;
+    KeyFrameGate m_gate;
     GstElementPtr m_pipeline;
     GstElement* m_sink = nullptr; ///< the pipeline's
     GstPadPtr m_sinkPad;

@@ -34,6 +34,11 @@ void FrameReader::showFrom(Nanoseconds time)
     setGoal({time, true});
 }
 
+void FrameReader::showKeyFrame(Nanoseconds time)
+{
+    setGoal({time, true, true});
+}
+
 void FrameReader::continueAfter(Nanoseconds time)
 {
     setGoal({time, false});
@@ -41,7 +46,7 @@ void FrameReader::continueAfter(Nanoseconds time)
 
 void FrameReader::readOnTo(Nanoseconds time)
 {
-    if (m_seekPending)
+    if (m_seekPending || !m_readsOn)
         return showFrom(time);
     m_goal = {time, true};
     m_seekTime = 0; // nothing before what comes now is wanted
@@ -91,11 +96,20 @@ bool FrameReader::seekToGoal()
         m_seekTime = 0;
     else if (!m_pipeline->started())
         return false;
-    else if (!m_pipeline->seekToKeyFrame(m_seekTime) && m_seekTime > 0)
-        m_pipeline->seekToKeyFrame(m_seekTime = 0);
+    else
+        seek();
     m_seekPending = false;
     m_lastTime = -1;
     return true;
+}
+
+void FrameReader::seek()
+{
+    m_readsOn = !m_goal->keyFrameOnly;
+    const bool sought = m_readsOn ? m_pipeline->seekToKeyFrame(m_seekTime)
+                                  : m_pipeline->seekToOneKeyFrame(m_seekTime, m_goal->time);
+    if (!sought && m_seekTime > 0)
+        m_pipeline->seekToKeyFrame(m_seekTime = 0);
 }
 
 /// For times shortly before a key frame, for streams without an index, whose seeks land somewhere near, and
@@ -107,6 +121,7 @@ FrameReader::Step FrameReader::seekEarlier()
     else
         m_stepBack = m_stepBack > 0 ? m_stepBack * 4 : second;
     m_seekTime = std::max<Nanoseconds>(m_goal->time - m_stepBack, 0);
+    m_goal->keyFrameOnly = false; // where it should be it was not to be had
     m_seekPending = true;
     return Step::working;
 }

@@ -36,6 +36,8 @@ public:
     /// The next frame is to be the one on screen at `time`: the last that starts no later. Where the file
     /// begins after or ends before that time, its first or last frame.
     void showFrom(Nanoseconds time);
+    /// The next frame is to be the key frame at `time`, and none is to follow it.
+    void showKeyFrame(Nanoseconds time);
     /// The next frame is to be the first that starts after `time`.
     void continueAfter(Nanoseconds time);
 
@@ -63,11 +65,13 @@ private:
     struct Goal {
         Nanoseconds time;
         bool inclusive; ///< the frame under the time is wanted, not the one after
+        bool keyFrameOnly = false;
     };
 
     void setGoal(Goal goal);
     void open();
     bool seekToGoal();
+    void seek();
     Step seekEarlier();
     Step approach(Picture picture, PlanarFramePtr& frame);
     Step endOfStream(PlanarFramePtr& frame);
@@ -80,6 +84,7 @@ private:
     std::optional<Goal> m_goal;
     bool m_upright = true;
     bool m_seekPending = false;
+    bool m_readsOn = true;   ///< the stream goes on behind the goal
     bool m_untouched = true; ///< just opened: reading from the beginning needs no seek
     Nanoseconds m_seekTime = 0;
     Nanoseconds m_stepBack = 0;  ///< how far before the goal the seek went; negative when after it

@@ -23,8 +23,11 @@ PlanarFramePtr ImageSearch::near(Nanoseconds time, Tolerance tolerance)
         return decodeTowards(time, tolerance, before);
     if (m_last && std::abs(m_last->time - *keyFrame) <= halfUnit)
         return m_last;
-    m_reader.showFrom(*keyFrame);
-    return read();
+    m_reader.showKeyFrame(*keyFrame);
+    const PlanarFramePtr found = read();
+    const bool near =
+        found && time - found->time <= tolerance.before && found->time - time <= tolerance.after;
+    return near || m_stop.stop_requested() ? found : decodeTowards(time, tolerance, before);
 }
 
 /// The nearest key frame within the tolerance.

@@ -5,15 +5,18 @@
 namespace stackreel
 {
 
-Nanoseconds sampleTime(GstSample* sample)
+Nanoseconds bufferTime(const GstBuffer* buffer, const GstSegment* segment)
 {
-    const GstSegment* segment = gst_sample_get_segment(sample);
-    GstBuffer* buffer = gst_sample_get_buffer(sample);
     if (!segment || !buffer || segment->format != GST_FORMAT_TIME || !GST_BUFFER_PTS_IS_VALID(buffer))
         return -1;
     guint64 time = 0;
     const int sign = gst_segment_to_stream_time_full(segment, GST_FORMAT_TIME, GST_BUFFER_PTS(buffer), &time);
     return sign > 0 ? static_cast<Nanoseconds>(time) : -1;
+}
+
+Nanoseconds sampleTime(GstSample* sample)
+{
+    return bufferTime(gst_sample_get_buffer(sample), gst_sample_get_segment(sample));
 }
 
 Nanoseconds sampleDuration(GstSample* sample)

@@ -130,6 +130,29 @@ TEST(FrameReader, goesOnAfterATime)
     EXPECT_EQ(reading.next(), -1);
 }
 
+TEST(FrameReader, readsNoFurtherThanAKeyFrameThatIsWantedAlone)
+{
+    Reading reading(longInterval.file());
+    EXPECT_EQ(reading.next(), 0);
+    reading.reader.showKeyFrame(fromSeconds(250 / 30.0));
+    EXPECT_EQ(reading.next(), 250);
+    EXPECT_EQ(reading.next(), -1);
+    reading.reader.showFrom(fromSeconds(251 / 30.0));
+    EXPECT_EQ(reading.next(), 251);
+    EXPECT_EQ(reading.next(), 252);
+}
+
+TEST(FrameReader, readsNormallyWhereAKeyFrameIsExpectedInVain)
+{
+    Reading reading(longInterval.file());
+    EXPECT_EQ(reading.next(), 0);
+    reading.reader.showKeyFrame(fromSeconds(280 / 30.0)); // the last one is number 250
+    EXPECT_EQ(reading.next(), 250);
+    reading.reader.readOnTo(fromSeconds(280 / 30.0));
+    EXPECT_EQ(reading.next(), 280);
+    EXPECT_EQ(reading.next(), 281);
+}
+
 TEST(FrameReader, readsToWhereATruncatedFileBreaksOff)
 {
     const MarkedClip clip{

@@ -93,6 +93,17 @@ TEST(ImageGenerator, takesKeyFramesWhereTheToleranceAllowsIt)
     EXPECT_EQ(numbers, (std::vector{0, 60, 120, 180, 240}));
 }
 
+TEST(ImageGenerator, decodesOnFromAKeyFrameThatWasTakenAlone)
+{
+    const MarkedClip clip{
+        .name = "two-key-frames.mp4", .frames = 150, .keyInterval = 250, .output = "-force_key_frames 1"};
+    const auto images = generate(clip.file(), {1.1, 2.1, 3.1}, settings(0.15));
+    std::vector<int> numbers;
+    for (const GeneratedImage& image : images)
+        numbers.push_back(image.frame.pixels ? numberIn(image.frame) : -1);
+    EXPECT_EQ(numbers, (std::vector{30, 59, 89}));
+}
+
 TEST(ImageGenerator, makesDifferentImagesOfAShortClip)
 {
     const MarkedClip clip{.name = "second.mp4", .frames = 30, .keyInterval = 250};
