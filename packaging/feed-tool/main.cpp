@@ -1,6 +1,7 @@
 // Makes the key that update feeds are signed with, and signs and checks feeds. See docs/releasing.md.
 
 #include "packaging/feed-tool/FeedSigningKey.h"
+#include "platform/updates/UpdateError.h"
 #include "platform/updates/UpdateFeed.h"
 
 #include <fcntl.h>
@@ -69,6 +70,23 @@ void describe(const UpdateFeed& feed)
     std::cout << "serial " << feed.serial << ", newest version " << feed.newest().versionText << "\n";
 }
 
+/// The feed that is published so far must be one of the same key, and older than the next one: a program that
+/// has seen its serial takes no other feed with one that is not higher.
+void requireOlder(const Path& document, const UpdateFeed& next, const FeedSigningKey& key)
+{
+    if (!std::filesystem::exists(document))
+        return;
+    UpdateFeed before;
+    try {
+        before = acceptedFeed(contentOf(document), FeedKey::fromBase64(key.publicKey()).value(), 0);
+    } catch (const UpdateError&) {
+        throw std::runtime_error(document.string() + " is there, and no feed that was signed with this key");
+    }
+    if (next.serial <= before.serial)
+        throw std::runtime_error("the serial has to be higher than " + std::to_string(before.serial) +
+                                 ", which the feed before has");
+}
+
 void sign(const Path& keyFile, const Path& feedFile, const Path& document)
 {
     constexpr std::size_t mostBytes = 256 * 1024;
@@ -76,6 +94,7 @@ void sign(const Path& keyFile, const Path& feedFile, const Path& document)
     const std::string feed = contentOf(feedFile);
     // What no program would accept is not signed in the first place.
     const UpdateFeed decoded = UpdateFeed::decode(feed);
+    requireOlder(document, decoded, key);
     const std::string content = key.signedDocument(feed);
     if (content.size() > mostBytes)
         throw std::runtime_error("the feed is larger than 256 KiB");

@@ -1,6 +1,7 @@
-// Any bytes as an update feed, and as a signed document: refused with a description, or a feed that keeps its
-// promises.
+// Any bytes as an update feed, as the signed part of a document, and as a document: refused with a
+// description, or a feed that keeps its promises.
 
+#include "packaging/feed-tool/FeedSigningKey.h"
 #include "platform/updates/UpdateError.h"
 #include "platform/updates/UpdateFeed.h"
 #include "tests/fuzz/Require.h"
@@ -21,8 +22,38 @@ void check(const UpdateFeed& feed)
         require(release.version <= feed.newest().version, "none is newer than the newest");
         require(release.notes.find('\0') == std::string::npos, "notes have no NUL");
         require(release.notes.find('\x1B') == std::string::npos, "notes have no escape character");
+        require(release.notes.find("\u202E") == std::string::npos, "notes do not turn the direction");
         require(std::tolower(release.downloadPage[0]) == 'h' && release.downloadPage[5] == ':',
                 "a download page is an https address");
+    }
+}
+
+const FeedSigningKey& signingKey()
+{
+    // Always the same, so that a finding comes up again.
+    static const FeedSigningKey key = FeedSigningKey::fromSecret(std::string(43, 'A') + "=").value();
+    return key;
+}
+
+/// The feed in a document, as the program reads it; none when it is refused, for a reason.
+std::optional<UpdateFeed> accepted(std::string_view document, std::int64_t newestSerial)
+{
+    static const FeedKey key = FeedKey::fromBase64(signingKey().publicKey()).value();
+    try {
+        return acceptedFeed(document, key, newestSerial);
+    } catch (const UpdateError& error) {
+        require(error.what()[0] != '\0', "a refusal has a reason");
+        return std::nullopt;
+    }
+}
+
+std::optional<UpdateFeed> decoded(std::string_view text)
+{
+    try {
+        return UpdateFeed::decode(text);
+    } catch (const FeedFormatError& error) {
+        require(error.what()[0] != '\0', "an error has a description");
+        return std::nullopt;
     }
 }
 
@@ -31,13 +62,16 @@ void check(const UpdateFeed& feed)
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
 {
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);
-    try {
-        check(UpdateFeed::decode(text));
-    } catch (const FeedFormatError& error) {
-        require(error.what()[0] != '\0', "an error has a description");
-    }
-    FeedKey key;
-    key.bytes.fill(7);
-    require(!verifiedFeed(text, key), "nobody signs by chance");
+    const auto feed = decoded(text);
+    if (feed)
+        check(*feed);
+    const std::string document = signingKey().signedDocument(text);
+    require(accepted(document, 0) == feed, "a signed feed is what its text says");
+    if (feed && feed->serial < INT64_MAX)
+        require(!accepted(document, feed->serial + 1), "an older feed is refused");
+    // The text in place of what was signed, and of the whole document.
+    const std::string forged = signingKey().signedDocument("{}").substr(0, 89) + std::string(text);
+    require(!accepted(forged, 0), "a signature fits no other feed");
+    require(!accepted(text, 0), "nobody signs by chance");
     return 0;
 }

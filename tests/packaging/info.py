@@ -1,4 +1,5 @@
-"""info.py INFO.JSON INFO.PLIST VERSION: the information dictionary of both systems can be read and says the same."""
+"""info.py INFO.JSON INFO.PLIST VERSION [FEED KEY]: the information dictionary of both systems can be read and says the
+same, and what it was configured with."""
 
 import json
 import plistlib
@@ -12,3 +13,5 @@ assert info["CFBundleShortVersionString"] == sys.argv[3], info
 assert set(info) == {"CFBundleIdentifier", "CFBundleShortVersionString", "SUFeedURL", "SUPublicEDKey"}, info
 for key, value in info.items():
     assert plist[key] == value, key
+if len(sys.argv) > 4:
+    assert [info["SUFeedURL"], info["SUPublicEDKey"]] == sys.argv[4:], info

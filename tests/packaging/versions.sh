@@ -18,6 +18,11 @@ same id "$id" "$(sed -n 's|.*<id>\(.*\)</id>.*|\1|p' "$metainfo")"
 same launchable "$id.desktop" "$(sed -n 's|.*<launchable.*>\(.*\)</launchable>.*|\1|p' "$metainfo")"
 same icon "$id" "$(sed -n 's/^Icon=//p' "$desktop")"
 same program "\"$id\"" "$(sed -n 's/.*applicationId = \(.*\);/\1/p' "$source/app/ApplicationId.h")"
+same "Wayland's window class" applicationId \
+  "$(sed -n 's/.*setDesktopFileName(.*(\(.*\)));/\1/p' "$source/app/main.cpp")"
+# On X11 the class is the application's name.
+same "X11's window class" "$(sed -n 's/.*setApplicationName(.*"\(.*\)".*/\1/p' "$source/app/main.cpp")" \
+  "$(sed -n 's/^StartupWMClass=//p' "$desktop")"
 same flatpak "$id" "$(sed -n 's/^app-id: //p' "$source/packaging/flatpak/$id.yml")"
 # No file is opened by the desktop's file manager: the program takes none.
 same "file types" "" "$(grep -E '^MimeType|^Exec=.*%' "$desktop")"

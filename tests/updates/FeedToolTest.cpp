@@ -15,8 +15,13 @@ namespace stackreel
 namespace
 {
 
-constexpr const char* feed =
-    R"({"serial": 3, "releases": [{"version": "0.2.0", "notes": "", "download": "https://example.org/"}]})";
+std::string feedOf(int serial)
+{
+    return R"({"serial": )" + std::to_string(serial) +
+           R"(, "releases": [{"version": "0.2.0", "notes": "", "download": "https://example.org/"}]})";
+}
+
+const std::string feed = feedOf(3);
 
 struct Result {
     int status;
@@ -73,18 +78,49 @@ TEST_F(FeedTool, SignsAFeedThatTheProgramAccepts)
     EXPECT_EQ(run({"check", publicKey, document}).output, signing.output);
 }
 
-TEST_F(FeedTool, ReplacesAnOlderDocument)
+TEST_F(FeedTool, ReplacesAFeedOnlyByOneWithAHigherSerial)
 {
-    folder.write("stackreel.feed", "older");
-    EXPECT_EQ(run({"sign", secret, folder.write("feed.json", feed), document}).status, 0);
-    EXPECT_TRUE(contentOf(document).ends_with(feed));
+    ASSERT_EQ(run({"sign", secret, folder.write("feed.json", feedOf(3)), document}).status, 0);
+    for (const int serial : {1, 2, 3}) {
+        const Result result = run({"sign", secret, folder.write("feed.json", feedOf(serial)), document});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_TRUE(result.error.contains(QStringLiteral("higher than 3"))) << result.error.toStdString();
+        EXPECT_TRUE(contentOf(document).ends_with(feedOf(3)));
+    }
+    EXPECT_EQ(run({"sign", secret, folder.write("feed.json", feedOf(4)), document}).status, 0);
+    EXPECT_TRUE(contentOf(document).ends_with(feedOf(4)));
+}
+
+TEST_F(FeedTool, ReplacesNothingElseThanAFeedOfItsKey)
+{
+    const std::string other = folder / "other key";
+    run({"new-key", other});
+    ASSERT_EQ(run({"sign", other, folder.write("feed.json", feedOf(3)), document}).status, 0);
+    const std::string before = contentOf(document);
+    EXPECT_EQ(run({"sign", secret, folder.write("feed.json", feedOf(4)), document}).status, 1);
+    EXPECT_EQ(contentOf(document), before);
+    folder.write("stackreel.feed", "something else");
+    EXPECT_EQ(run({"sign", secret, folder / "feed.json", document}).status, 1);
+    EXPECT_EQ(contentOf(document), "something else");
+    EXPECT_EQ(folder.names().size(), 4U);
+}
+
+TEST_F(FeedTool, SignsUpTo256KiBWithTheSignature)
+{
+    constexpr std::size_t most = 262'144 - 89;
+    const std::string largest = feed + std::string(most - feed.size(), ' ');
+    EXPECT_EQ(run({"sign", secret, folder.write("feed.json", largest), document}).status, 0);
+    EXPECT_EQ(contentOf(document).size(), 262'144U);
+    std::filesystem::remove(document);
+    const Result result = run({"sign", secret, folder.write("feed.json", largest + " "), document});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(result.error.contains(QStringLiteral("256 KiB"))) << result.error.toStdString();
+    EXPECT_FALSE(std::filesystem::exists(document));
 }
 
 TEST_F(FeedTool, RefusesWhatNoProgramWouldAccept)
 {
-    const std::string large =
-        std::string(R"({"serial": 3, "x": ")") + std::string(262'144, 'x') + R"(", )" + (feed + 14);
-    for (const std::string& broken : {std::string("nonsense"), std::string(feed) + "x", large}) {
+    for (const std::string& broken : {std::string("nonsense"), feed + "x"}) {
         EXPECT_EQ(run({"sign", secret, folder.write("feed.json", broken), document}).status, 1);
         EXPECT_TRUE(contentOf(document).empty());
     }
