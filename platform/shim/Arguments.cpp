@@ -1,5 +1,7 @@
 #include "platform/shim/Arguments.h"
 
+#include "platform/shim/OddPanels.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -76,6 +78,16 @@ void addChannelLayouts(Arguments& output)
     filters += (filters.empty() ? "" : ",") + channelLayouts;
 }
 
+// The graphs stand before the request, as they belong to its output.
+void mendFilterGraphs(Arguments& arguments)
+{
+    auto option = arguments.begin();
+    while ((option = std::find(option, arguments.end(), "-filter_complex")) != arguments.end()) {
+        if (++option != arguments.end())
+            *option = withWholeChroma(*option);
+    }
+}
+
 } // namespace
 
 bool asksForVideoToolbox(const Arguments& arguments)
@@ -89,6 +101,8 @@ Arguments withEncoder(const Arguments& arguments, H264Encoder encoder)
         return arguments;
     const Arguments& options = encoder == H264Encoder::x264 ? x264Options : openH264Options;
     Position request = findRequest(arguments.begin(), arguments.end());
+    if (request == arguments.end())
+        return arguments;
     Arguments result(arguments.begin(), request);
     while (request != arguments.end()) {
         const Position first = request + std::ssize(videoToolboxRequest);
@@ -98,6 +112,7 @@ Arguments withEncoder(const Arguments& arguments, H264Encoder encoder)
         result.insert(result.end(), options.begin(), options.end());
         result.insert(result.end(), output.begin(), output.end());
     }
+    mendFilterGraphs(result);
     return result;
 }
 

@@ -114,6 +114,22 @@ TEST_F(ExportTest, CropsAreTakenAtTheirPixelsFromAnOddFrame)
               0.95);
 }
 
+TEST_F(ExportTest, HalvesOfAnOddHeightAreStackedWhole)
+{
+    const auto file = clip({.width = 1280, .height = 720, .seconds = 1}, "landscape.mp4");
+    for (const ExportSettings& settings :
+         {ExportSettings{.aspect = OutputAspect::feed},
+          ExportSettings{.aspect = OutputAspect::custom, .customWidth = 720, .customHeight = 1278}}) {
+        const ExportRequest request = requestFor(file, settings);
+        ASSERT_EQ(settings.size().height / 2 % 2, 1);
+        runToEnd(exportSource(request));
+        const ProbeStream video = streamOf(request.output, "video");
+        EXPECT_EQ(video.width, settings.size().width);
+        EXPECT_EQ(video.height, settings.size().height);
+        expectHalvesShow(request, file);
+    }
+}
+
 TEST_F(ExportTest, ATrimKeepsExactlyTheFramesOfItsRange)
 {
     const auto file = clip({.width = 320, .height = 180, .seconds = 4, .numbered = true});

@@ -1,0 +1,55 @@
+#include "platform/shim/OddPanels.h"
+
+#include "platform/shim/Arguments.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel::shim
+{
+
+namespace
+{
+
+std::string graph(const std::string& top, const std::string& bottom,
+                  const std::string& join = "vstack=inputs=2")
+{
+    return "[0:v:0]split=2[a][b];[a]crop=w=8:h=6:x=2:y=3,scale=" + top + ",setsar=1[t];[b]scale=" + bottom +
+           ",setsar=1[u];[t][u]" + join + ",format=yuv420p[video]";
+}
+
+} // namespace
+
+TEST(OddPanels, PanelsOfAnOddHeightKeepAllTheirChroma)
+{
+    const std::string feed = "1080:675:flags=bicubic";
+    EXPECT_EQ(withWholeChroma(graph(feed, feed)), graph(feed + ",format=yuv444p", feed + ",format=yuv444p"));
+    EXPECT_EQ(withWholeChroma(graph("2:1:flags=bicubic", feed)),
+              graph("2:1:flags=bicubic,format=yuv444p", feed + ",format=yuv444p"));
+}
+
+TEST(OddPanels, EverythingElseStaysAsItIs)
+{
+    const std::string portrait = "1080:960:flags=bicubic";
+    for (const std::string& each :
+         {std::string(), graph(portrait, portrait), graph("1080:5750:flags=bicubic", portrait),
+          graph("1081:960:flags=bicubic", portrait), graph("1080:675", portrait),
+          graph("1080:675:flags=bicubic", portrait, "hstack=inputs=2")})
+        EXPECT_EQ(withWholeChroma(each), each);
+}
+
+TEST(OddPanels, AreMendedForAnEncoderInPlaceOfTheOneAskedFor)
+{
+    const std::string feed = graph("1080:675:flags=bicubic", "1080:675:flags=bicubic");
+    const Arguments arguments = {"-i",  feed,   "-filter_complex",   feed,        "-map",
+                                 "[v]", "-c:v", "h264_videotoolbox", "-allow_sw", "1"};
+    const Arguments mended = withEncoder(arguments, H264Encoder::x264);
+    EXPECT_EQ(mended.at(1), feed) << "a file may have any name";
+    EXPECT_EQ(mended.at(3), withWholeChroma(feed));
+    EXPECT_EQ(withEncoder(arguments, H264Encoder::videoToolbox), arguments);
+    EXPECT_EQ(withEncoder({"-filter_complex", feed}, H264Encoder::x264),
+              (Arguments{"-filter_complex", feed}));
+    const Arguments cutOff = {"-c:v", "h264_videotoolbox", "-allow_sw", "1", "-filter_complex"};
+    EXPECT_EQ(withEncoder(cutOff, H264Encoder::x264).back(), "-filter_complex");
+}
+
+} // namespace stackreel::shim
