@@ -2,7 +2,9 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME stackreel)
 set(CPACK_PACKAGE_VENDOR "The Stackreel authors")
-set(CPACK_PACKAGE_CONTACT "The Stackreel authors <stackreel@users.noreply.github.com>")
+# No post arrives there; whoever publishes packages puts an address of their own.
+set(STACKREEL_MAINTAINER "The Stackreel authors <authors@stackreel.invalid>" CACHE STRING "Maintainer of the package")
+set(CPACK_PACKAGE_CONTACT "${STACKREEL_MAINTAINER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "stack two views of one landscape clip into a vertical video")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Stackreel turns one landscape video into a vertical one: two crops of the

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # package.sh FOLDER: the proof of the Debian package. Builds it twice and compares, has lintian look at it, and installs it
-# in a bare Debian 12 made for it, where nothing else was installed: there it exports a clip, opens its window, and comes
-# off again. Says one line for each check: ok, FAILED or skipped. Logs and a picture of the window stay in the folder.
+# in a bare Debian 12 made for it, where nothing else was installed: there it exports a clip, opens its window, looks for
+# updates, and comes off again. Says one line for each check: ok, FAILED or skipped. Logs and a picture of the window stay in the folder.
 set -uo pipefail
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 folder=$(realpath -m "$1")
@@ -65,6 +65,10 @@ window_opens() {
   bash "$source/tests/packaging/window.sh" "$folder" "$command"
 }
 
+updates_are_looked_for() {
+  bash "$source/tests/packaging/updates.sh" "$folder"
+}
+
 comes_off() {
   local path left=0
   in_root root apt-get purge -y --autoremove stackreel >"$folder/purge.log" 2>&1 || { tail "$folder/purge.log"; return 1; }
@@ -87,6 +91,7 @@ make_root || { failed "a bare system is made"; exit 1; }
 if install_it; then
   check "the command line exports a clip there" export_works
   check "the window opens there from the desktop file, plays a clip, and misses nothing" window_opens
+  check "it looks for updates there over TLS" updates_are_looked_for
   check "the package comes off without a trace" comes_off
 fi
 rm -rf --one-file-system "$root"
