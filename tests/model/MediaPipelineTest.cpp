@@ -257,6 +257,17 @@ TEST_F(TimelineThumbnails, ComeInTheOrderOfTheirTimes)
     EXPECT_EQ(numbers(thumbnails(10, 4)), (std::vector<int>{0, 1, 2, 3}));
 }
 
+TEST_F(TimelineThumbnails, AreOrderedByTheTimesAskedForAndNotByThoseOfTheFrames)
+{
+    // The tolerance lets a later request have the earlier frame.
+    m_loader->answers = [](const std::vector<MediaTime>& times) {
+        auto images = FakeAssetLoader::oneImageEach(times);
+        std::swap(images.at(1).actualTime, images.at(2).actualTime);
+        return images;
+    };
+    EXPECT_EQ(numbers(thumbnails(10, 4)), (std::vector<int>{0, 1, 2, 3}));
+}
+
 TEST_F(TimelineThumbnails, KeepTheirOrderOfArrivalAtEqualTimes)
 {
     // A clip so short that all its slices have the same time.

@@ -119,6 +119,16 @@ TEST_F(SeekingThePreview, StaysWithinTheTrimRange)
     EXPECT_TRUE(model().previewPlaying());
 }
 
+TEST_F(SeekingThePreview, GoesToTheEndOfARangeThatEndsBeforeItStarts)
+{
+    load(20);
+    for (const double asked : {0.0, 7.0, 20.0}) {
+        place(8, 6, 7);
+        model().seekPreview(asked);
+        EXPECT_EQ(happened(), (Lines{"currentTime 6", "player 1: seek to 3600/600"})) << asked;
+    }
+}
+
 TEST_F(SeekingThePreview, MovesThePlayheadWithoutAPlayer)
 {
     place(6, 8, 7);
@@ -203,7 +213,7 @@ TEST_F(MovingTheTrimEnd, KeepsTheLeastLengthAfterTheStartAndStaysInTheClip)
     }
 }
 
-TEST_F(MovingTheTrimEnd, LeavesThePlayheadAtTheStartOfARangeShorterThanAFrame)
+TEST_F(MovingTheTrimEnd, PutsThePlayheadAFrameBeforeTheEndOfTheShortestRange)
 {
     load(20);
     model().setMediaInfo(clip(0.05));
@@ -393,6 +403,17 @@ TEST_F(FollowingThePlayer, TicksStayWithinTheTrimRange)
         player().tick(row.time);
         runQueuedTasks();
         EXPECT_EQ(happened(), Lines{"currentTime " + described(row.currentTime)});
+    }
+}
+
+TEST_F(FollowingThePlayer, TicksGoToTheEndOfARangeThatEndsBeforeItStarts)
+{
+    load(20);
+    for (const std::int64_t units : {0, 4200, 12000}) {
+        place(8, 6, 7);
+        player().tick(MediaTime::fromUnits(units));
+        runQueuedTasks();
+        EXPECT_EQ(happened(), Lines{"currentTime 6"}) << units;
     }
 }
 

@@ -149,6 +149,20 @@ TEST_F(LoadingASource, FitsTheRegionsToTheOutputThatWasChosenBefore)
     EXPECT_EQ(model().bottomRegion(), bottom);
 }
 
+TEST_F(LoadingASource, FitsTheRegionsToThePictureAsDisplayed)
+{
+    // Coded upright, displayed 1920 wide.
+    MediaInfo turned = clip(20);
+    std::swap(turned.width, turned.height);
+    turned.rotation = 90;
+    choose("/clips/turned.mov");
+    m_world.inspections.back().task().complete(turned);
+    m_world.previews.back().task().complete("/clips/turned.mov");
+    const auto [top, bottom] = CropRegion::initialPair(16.0 / 9, 1.125);
+    EXPECT_EQ(model().topRegion(), top);
+    EXPECT_EQ(model().bottomRegion(), bottom);
+}
+
 TEST_F(LoadingASource, LoopsWhatTheDurationLeaves)
 {
     struct Row {
@@ -218,6 +232,24 @@ TEST_F(LoadingTwoSources, TearsTheFirstPlayerDown)
     EXPECT_EQ(happened(), joined(expected, {"cancel thumbnails 1", "player 1: remove observer 1",
                                             "looper 1: disable", "player 1: pause", "player none",
                                             "previewPlaying false", "inspect 2: /clips/b.mov"}));
+
+    finishLoad(30);
+    const Lines lines = happened();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "looper 1: disable"), 0) << "it was let go of";
+}
+
+TEST_F(LoadingTwoSources, ForgetsTheObserverOfAPlayerThatIsGone)
+{
+    load(20, "/clips/a.mov");
+    model().setPlayer(nullptr);
+    choose("/clips/b.mov");
+    // Observers of different players may have equal tokens.
+    model().setPlayer(m_world.playback->makePlayer());
+    happened();
+    choose("/clips/c.mov");
+    const Lines lines = happened();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "player 2: remove observer 1"), 0);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "player 2: pause"), 1);
 }
 
 TEST_F(LoadingTwoSources, NeverShowsTheThumbnailsOfTheFirst)

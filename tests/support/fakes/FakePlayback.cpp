@@ -19,7 +19,9 @@ std::unique_ptr<PlayerLooper> FakePlayback::makeLooper(const std::shared_ptr<Que
     const auto& on = dynamic_cast<const FakeQueuePlayer&>(*player);
     auto looper = std::make_unique<FakePlayerLooper>(m_journal, ++m_looperCount);
     m_journal->note("make " + looper->name() + " on " + on.name() + " for " + templateItem.file.string() +
-                    " from " + described(range.start) + " for " + described(range.duration));
+                    " from " + described(range.start) + " for " + described(range.duration) +
+                    (m_lastLooper.expired() ? "" : " beside the one before"));
+    m_lastLooper = looper->life();
     return looper;
 }
 

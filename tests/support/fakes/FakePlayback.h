@@ -10,7 +10,8 @@
 namespace stackreel
 {
 
-/// Makes fake players and loopers, numbered from 1, which write what is done with them into the journal.
+/// Makes fake players and loopers, numbered from 1, which write what is done with them into the journal. A
+/// looper that is made while the one before still lives is noted as being beside it.
 class FakePlayback : public Playback
 {
 public:
@@ -28,6 +29,7 @@ private:
     std::shared_ptr<Journal> m_journal;
     std::vector<std::shared_ptr<FakeQueuePlayer>> m_players;
     int m_looperCount = 0;
+    std::weak_ptr<const void> m_lastLooper;
 };
 
 } // namespace stackreel

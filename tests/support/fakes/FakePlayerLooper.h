@@ -20,11 +20,14 @@ public:
     }
 
     const std::string& name() const { return m_name; } ///< "looper 1"
+    /// Expires with the looper.
+    std::weak_ptr<const void> life() const { return m_life; }
     void disableLooping() override { m_journal->note(m_name + ": disable"); }
 
 private:
     std::shared_ptr<Journal> m_journal;
     std::string m_name;
+    std::shared_ptr<const void> m_life = std::make_shared<char>();
 };
 
 } // namespace stackreel
