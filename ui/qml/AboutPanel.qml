@@ -3,12 +3,14 @@ import QtQuick.Templates as T
 import Stackreel
 
 /// Says what this program is.
-T.Popup {
+T.Dialog {
     id: panel
 
     required property string version
 
     objectName: "aboutPanel"
+    // Not shown, but told to assistive technology.
+    title: qsTr("About Stackreel")
     parent: T.Overlay.overlay
     anchors.centerIn: parent
     modal: true

@@ -16,6 +16,7 @@ T.ComboBox {
     font: Theme.textFont(13, Font.DemiBold)
 
     Accessible.role: Accessible.ComboBox
+    Accessible.description: displayText
     Accessible.onPressAction: popup.open()
 
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus

@@ -24,13 +24,16 @@ T.MenuBar {
         height: bar.height
         horizontalPadding: 9
 
-        Accessible.name: text
+        // To assistive technology its text stands for it, as Qt 6.4 makes each title a menu bar of its own.
+        Accessible.ignored: true
 
         contentItem: Caption {
             text: title.text
             verticalAlignment: Text.AlignVCenter
             color: Theme.white(title.highlighted || title.hovered ? 1 : 0.78)
-            spoken: false
+
+            Accessible.role: Accessible.MenuItem
+            Accessible.onPressAction: title.triggered()
         }
         background: Rectangle {
             anchors.fill: parent

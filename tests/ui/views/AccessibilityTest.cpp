@@ -36,6 +36,15 @@ protected:
     }
     QAccessibleInterface& face(const char* name) { return face(item(name)); }
 
+    /// The title of a menu in the menu bar.
+    QAccessibleInterface& menuTitle(const char* text)
+    {
+        for (QQuickItem* title : item("menuBar").findChildren<QQuickItem*>())
+            if (title->inherits("QQuickMenuBarItem") && title->property("text") == QLatin1String(text))
+                return face(*title->property("contentItem").value<QQuickItem*>());
+        throw std::invalid_argument(std::string("no menu ") + text);
+    }
+
     static void perform(QAccessibleInterface& target, const QString& action)
     {
         ASSERT_TRUE(target.actionInterface()->actionNames().contains(action)) << action.toStdString();
@@ -225,12 +234,60 @@ TEST_F(AccessibilityTest, CropsTellWhichIsSelectedAndAreSelectedMovedAndResized)
 
 TEST_F(AccessibilityTest, AShapeIsChosenFromThePicker)
 {
+    const auto told = [this] { return face("aspectPicker").text(QAccessible::Description); };
+    EXPECT_EQ(told(), QStringLiteral("9:16"));
     perform(face("aspectPicker"), QAccessibleActionInterface::pressAction());
     settle();
     QAccessibleInterface& row = face("pickerRow1");
     EXPECT_EQ(row.text(QAccessible::Name), QStringLiteral("4:5"));
     perform(row, QAccessibleActionInterface::pressAction());
     EXPECT_EQ(model().settings().aspect, OutputAspect::feed);
+    EXPECT_EQ(told(), QStringLiteral("4:5"));
+}
+
+TEST_F(AccessibilityTest, MenusAreOpenedAndTheirCommandsGiven)
+{
+    EXPECT_TRUE(shows(QAccessible::MenuItem, u"File"));
+    perform(menuTitle("File"), QAccessibleActionInterface::pressAction());
+    settle();
+    EXPECT_TRUE(shows(QAccessible::MenuItem, u"Choose Video\u2026"));
+    EXPECT_EQ(face("chooseVideoItem").text(QAccessible::Description), QStringLiteral("Ctrl+O"));
+    perform(face("chooseVideoItem"), QAccessibleActionInterface::pressAction());
+    settle();
+    EXPECT_EQ(world().openPanel->timesShown(), 1U);
+    EXPECT_FALSE(shows(QAccessible::MenuItem, u"Choose Video\u2026"));
+}
+
+TEST_F(AccessibilityTest, ACommandThatIsNotAvailableSaysSoAndIsNotGiven)
+{
+    perform(menuTitle("Playback"), QAccessibleActionInterface::pressAction());
+    settle();
+    QAccessibleInterface& command = face("togglePreviewItem");
+    EXPECT_EQ(command.text(QAccessible::Description), QStringLiteral("Not available now"));
+    perform(command, QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(model().previewPlaying());
+    enter(WindowModel::Ready);
+    EXPECT_EQ(command.text(QAccessible::Description), QStringLiteral("Space"));
+    perform(command, QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(model().previewPlaying());
+}
+
+TEST_F(AccessibilityTest, TheAboutBoxIsADialogThatIsClosedAgain)
+{
+    const auto showsDialog = [this] {
+        const auto nodes = visibleNodes();
+        // The platform without a screen never says that somebody listens, and so the dialog has no name here.
+        return std::any_of(nodes.begin(), nodes.end(),
+                           [](const Node& node) { return node.role == QAccessible::Dialog; });
+    };
+    EXPECT_FALSE(showsDialog());
+    perform(face("aboutItem"), QAccessibleActionInterface::pressAction());
+    settle();
+    EXPECT_TRUE(showsDialog());
+    EXPECT_TRUE(shows(QAccessible::StaticText, u"Version " STACKREEL_VERSION));
+    perform(face("closeAbout"), QAccessibleActionInterface::pressAction());
+    settle();
+    EXPECT_FALSE(showsDialog());
 }
 
 TEST_F(AccessibilityTest, TheStatusIsNamedAfterEachOfItsTexts)
