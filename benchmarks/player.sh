@@ -235,26 +235,47 @@ cost_of_mpv() {
   cpu=$(awk -v n="$2" '{ printf "%.3f", ($1 + $2) / n }' "$work/time")
   peak=$(awk '{ printf "%.0f", $3 / 1024 }' "$work/time")
 }
-cost() { # TITLE NAME SECONDS CPU_TARGET MEMORY_TARGET: one of the two
-  local line theirs=
-  make_clips "$2"
-  line=$("$bin/preview_cost" "$clips/$2.mp4" 0 2 "$3" $width $height)
+row_cpu() {
+  local seconds=20 line theirs='mpv or Xvfb is not installed' compared=–
+  [ -z "$quick" ] || seconds=4
+  make_clips fast
+  line=$("$bin/preview_cost" "$clips/fast.mp4" 0 2 $seconds $width $height)
   if can_play_mpv; then
-    cost_of_mpv "$2" "$3"
-    theirs=1
+    cost_of_mpv fast $seconds
+    theirs="mpv $cpu s, with its start; $peak MiB"
+    compared=$(ratio "$(value "$line" cpu)" "$cpu")
   fi
-  if [ -n "$4" ]; then
-    row "$1" "$(value "$line" cpu) s at $(value "$line" fps) fps, without a window; $(value "$line" peak) MiB" \
-      "$([ -n "$theirs" ] && echo "mpv $cpu s, with its start; $peak MiB" || echo "mpv or Xvfb is not installed")" \
-      "$([ -n "$theirs" ] && ratio "$(value "$line" cpu)" "$cpu" || echo –)" "$4"
-  else
-    row "$1" "$(value "$line" peak) MiB, without a window" \
-      "$([ -n "$theirs" ] && echo "mpv $peak MiB" || echo "mpv or Xvfb is not installed")" \
-      "$([ -n "$theirs" ] && ratio "$(value "$line" peak)" "$peak" || echo –)" "$5"
-  fi
+  row "processor time of a second, 1080p60" "$(value "$line" cpu) s at $(value "$line" fps) fps, without a window; $(value "$line" peak) MiB" \
+    "$theirs" "$compared" 1.0
 }
-row_cpu() { cost "processor time of a second, 1080p60" fast "$([ -n "$quick" ] && echo 4 || echo 20)" 1.0 ""; }
-row_memory() { cost "memory, 4K looping" uhd "$([ -n "$quick" ] && echo 4 || echo 20)" "" 1.0; }
+
+# memory_of_mpv NAME END SECONDS: sets peak and looping to MiB, after so many seconds.
+memory_of_mpv() {
+  play_mpv "$clips/$1.mp4" --no-terminal --start=0 --ab-loop-a=0 --ab-loop-b="$2" >/dev/null 2>&1 &
+  local shell=$! player
+  sleep "$3"
+  player=$(pgrep -P $shell mpv || echo $shell)
+  peak=$(awk '/VmHWM/ { printf "%.0f", $2 / 1024 }' "/proc/$player/status")
+  looping=$(awk '/VmRSS/ { printf "%.0f", $2 / 1024 }' "/proc/$player/status")
+  kill "$player"
+  wait $shell 2>/dev/null || true
+}
+row_memory() {
+  local seconds=15 end line theirs compared
+  [ -z "$quick" ] || seconds=6
+  make_clips uhd
+  for end in 2 9.5; do
+    theirs='mpv or Xvfb is not installed' compared=–
+    line=$("$bin/preview_cost" "$clips/uhd.mp4" 0 $end $seconds $width $height)
+    if can_play_mpv; then
+      memory_of_mpv uhd $end $seconds
+      theirs="mpv $looping MiB, at most $peak MiB"
+      compared="$(ratio "$(value "$line" memory)" "$looping"), at most $(ratio "$(value "$line" peak)" "$peak")"
+    fi
+    row "memory, $end s of 4K looping" "$(value "$line" memory) MiB, at most $(value "$line" peak) MiB, without a window" \
+      "$theirs" "$compared" 1.0
+  done
+}
 
 echo "| what | ours | peer | ratio | to reach |"
 echo "|---|---|---|---|---|"

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
+#include <fstream>
 #include <vector>
 
 namespace stackreel
@@ -32,7 +34,16 @@ inline double processorSeconds()
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
-/// The most memory this process ever had, in MiB.
+/// What this process has in memory now, in MiB.
+inline double residentMemory()
+{
+    long pages = 0;
+    long resident = 0;
+    std::ifstream("/proc/self/statm") >> pages >> resident;
+    return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
+
+/// The most that this process ever had in memory, in MiB.
 inline double peakMemory()
 {
     rusage usage;

@@ -65,6 +65,6 @@ int main(int argc, char** argv)
         QTimer::singleShot(static_cast<int>(seconds * 1000), [] { QCoreApplication::quit(); });
     });
     application.exec();
-    std::printf("cpu=%.3f fps=%.1f peak=%.0f\n", (processorSeconds() - before) / seconds,
-                (output->frames() - framesBefore) / seconds, peakMemory());
+    std::printf("cpu=%.3f fps=%.1f memory=%.0f peak=%.0f\n", (processorSeconds() - before) / seconds,
+                (output->frames() - framesBefore) / seconds, residentMemory(), peakMemory());
 }

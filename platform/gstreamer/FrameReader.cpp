@@ -46,10 +46,25 @@ void FrameReader::continueAfter(Nanoseconds time)
 
 void FrameReader::readOnTo(Nanoseconds time)
 {
-    if (m_seekPending || !m_readsOn)
+    if (m_seekPending || !m_readsOn || !m_pipeline)
         return showFrom(time);
     m_goal = {time, true};
     m_seekTime = 0; // nothing before what comes now is wanted
+}
+
+void FrameReader::rest()
+{
+    if (!m_pipeline)
+        return;
+    m_restingDuration = m_pipeline->claimedDuration();
+    m_candidate.reset();
+    m_following.reset();
+    m_pipeline.reset();
+}
+
+Nanoseconds FrameReader::claimedDuration() const
+{
+    return m_pipeline ? m_pipeline->claimedDuration() : m_restingDuration;
 }
 
 void FrameReader::setGoal(Goal goal)
@@ -68,6 +83,8 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
         Picture following = std::move(*std::exchange(m_following, std::nullopt));
         return m_goal ? approach(std::move(following), frame) : deliver(std::move(following), frame);
     }
+    if (!m_pipeline && !m_seekPending)
+        return Step::end;
     if (m_seekPending && !seekToGoal())
         return m_pipeline->failed() || m_pipeline->atEnd() ? Step::failed : Step::waiting;
     // Asked before pulling: a sample that arrives in between must not be taken for missing.
@@ -90,7 +107,7 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
 /// False when the pipeline has not come far enough to seek.
 bool FrameReader::seekToGoal()
 {
-    if (m_pipeline->failed() && m_pipeline->started())
+    if (!m_pipeline || (m_pipeline->failed() && m_pipeline->started()))
         open(); // what broke off is read afresh
     if (m_untouched && m_goal->time <= halfUnit)
         m_seekTime = 0;

@@ -45,6 +45,9 @@ public:
     /// by decoding on; or the very next one where that is later already.
     void readOnTo(Nanoseconds time);
 
+    /// Lets go of the decoder, its pictures and the file until the next frame is asked for by its time.
+    void rest();
+
     /// Does one bit of work; on `Step::frame` the frame is in `frame`.
     Step step(PlanarFramePtr& frame);
 
@@ -54,7 +57,7 @@ public:
     void setBox(PictureSize box) { m_scaler.setBox(box); }
     PictureSize box() const { return m_scaler.box(); }
     /// The file's length as it claims, 0 when it does not say.
-    Nanoseconds claimedDuration() const { return m_pipeline->claimedDuration(); }
+    Nanoseconds claimedDuration() const;
 
 private:
     struct Picture {
@@ -80,7 +83,8 @@ private:
     std::filesystem::path m_file;
     std::function<void()> m_wake;
     FrameScaler m_scaler;
-    std::unique_ptr<DecodePipeline> m_pipeline;
+    std::unique_ptr<DecodePipeline> m_pipeline; ///< none while resting
+    Nanoseconds m_restingDuration = 0;          ///< what the file claimed until then
     std::optional<Goal> m_goal;
     bool m_upright = true;
     bool m_seekPending = false;

@@ -1,5 +1,7 @@
 #include "platform/gstreamer/GStreamer.h"
 
+#include "platform/LargeBlocks.h"
+
 #include <mutex>
 #include <stdexcept>
 #include <string>
@@ -11,6 +13,7 @@ void ensureGStreamer()
 {
     static std::once_flag once;
     std::call_once(once, [] {
+        returnLargeBlocksAtOnce();
         GError* error = nullptr;
         if (gst_init_check(nullptr, nullptr, &error))
             return;

@@ -61,6 +61,7 @@ void PlayerEngine::run()
         tendHead();
         tendRunning();
         tendForeground();
+        tendDecoder();
         tendSound();
         if (!more)
             m_wakeUp.wait(nextDeadline());

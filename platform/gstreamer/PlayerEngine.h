@@ -53,6 +53,7 @@ private:
     void tendEnd();
     bool isFrameAwaited() const;
     void tendForeground();
+    void tendDecoder();
     void tendSound();
     std::optional<Clock::Instant> nextDeadline() const;
     bool mustWaitForHead() const;
@@ -74,7 +75,8 @@ private:
     bool m_failed = false;
     SeekRequests m_seeks;
     Clock::Instant m_boxSince = {};
-    std::optional<Clock::Instant> m_closing; ///< when to close what no loop asked for again
+    std::optional<Clock::Instant> m_replayingSince; ///< from memory alone
+    std::optional<Clock::Instant> m_closing;        ///< when to close what no loop asked for again
 
     bool m_audible = false;
     bool m_ended = false; ///< the end of playing was dealt with

@@ -16,6 +16,8 @@ using namespace std::chrono_literals;
 constexpr auto sizeSettles = 300ms;
 /// Playing that would reach the range's end sooner than this waits for the first frames to be gathered.
 constexpr Nanoseconds bridgedByQueue = 3 * second / 2;
+/// How long a range repeats from memory before the decoder is let go; opening it again takes some 50 ms.
+constexpr auto decoderRests = 3s;
 
 } // namespace
 
@@ -76,6 +78,20 @@ void PlayerEngine::tendForeground()
         m_foreground.reset();
     else if (!m_foreground)
         m_foreground.emplace();
+}
+
+/// A range that repeats from memory needs no decoder, which holds a dozen whole pictures.
+void PlayerEngine::tendDecoder()
+{
+    if (!m_feeder || !m_feeder->replaysAll() || !m_presenter.isRunning()) {
+        m_replayingSince.reset();
+        return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (!m_replayingSince)
+        m_replayingSince = now;
+    if (now - *m_replayingSince >= decoderRests)
+        m_reader->rest();
 }
 
 /// Somewhere to hear it is only looked for while there is something to be heard.

@@ -142,6 +142,22 @@ TEST(FrameReader, readsNoFurtherThanAKeyFrameThatIsWantedAlone)
     EXPECT_EQ(reading.next(), 252);
 }
 
+TEST(FrameReader, readsOnAfterARest)
+{
+    Reading reading(longInterval.file());
+    EXPECT_EQ(reading.next(), 0);
+    const Nanoseconds claimed = reading.reader.claimedDuration();
+    reading.reader.rest();
+    EXPECT_EQ(reading.reader.claimedDuration(), claimed);
+    EXPECT_EQ(reading.next(), -1);
+    reading.reader.readOnTo(fromSeconds(1));
+    EXPECT_EQ(reading.next(), 30);
+    reading.reader.rest();
+    reading.reader.rest();
+    reading.reader.continueAfter(fromSeconds(8.5));
+    EXPECT_EQ(reading.next(), 256);
+}
+
 TEST(FrameReader, readsNormallyWhereAKeyFrameIsExpectedInVain)
 {
     Reading reading(longInterval.file());

@@ -35,6 +35,17 @@ MediaTimeRange range(double start, double end)
     return {at(start), at(end - start)};
 }
 
+/// Whether this process has a file open.
+bool isOpen(const std::filesystem::path& file)
+{
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code gone;
+        if (std::filesystem::read_symlink(entry.path(), gone) == file)
+            return true;
+    }
+    return false;
+}
+
 class PlayerTest : public testing::Test
 {
 protected:
@@ -95,6 +106,24 @@ TEST_F(PlayerTest, repeatsARangeWithoutLosingOrDoublingAFrame)
         EXPECT_EQ(numbers.front(), row.first);
         EXPECT_TRUE(repeats(numbers, row.first, row.last)) << row.clip.name << " from " << row.start;
     }
+}
+
+TEST_F(PlayerTest, letsTheFileGoWhileARangeRepeatsFromMemory)
+{
+    const std::filesystem::path file = longInterval.file();
+    loop(file, 4, 4.5);
+    player->play();
+    ASSERT_TRUE(output->waitForNumber(120));
+    EXPECT_TRUE(isOpen(file));
+    for (int wraps = 0; wraps < 200 && isOpen(file); ++wraps) {
+        ASSERT_TRUE(output->waitForNumber(134));
+        ASSERT_TRUE(output->waitForNumber(120));
+    }
+    EXPECT_FALSE(isOpen(file));
+    player->pause();
+    seek(7);
+    EXPECT_TRUE(output->waitForNumber(210));
+    EXPECT_TRUE(isOpen(file));
 }
 
 TEST_F(PlayerTest, showsTheFrameOfAnExactSeekWhilePaused)

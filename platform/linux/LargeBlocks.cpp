@@ -1,0 +1,20 @@
+#include "platform/LargeBlocks.h"
+
+#include <cstdlib>
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
+namespace stackreel
+{
+
+void returnLargeBlocksAtOnce()
+{
+#if defined(__GLIBC__)
+    // A fixed threshold; otherwise it grows to the largest block ever freed.
+    mallopt(M_MMAP_THRESHOLD, 1 << 20);
+#endif
+}
+
+} // namespace stackreel
