@@ -1,0 +1,123 @@
+#include "platform/gstreamer/SeekRequests.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using std::chrono::milliseconds;
+
+class SeekRequestsTest : public testing::Test
+{
+protected:
+    static constexpr std::uint64_t none = 0;
+
+    /// Asks for the seek of this number, some milliseconds after the start.
+    void want(std::uint64_t number, int after)
+    {
+        requests.want({.time = static_cast<Nanoseconds>(number) * second, .number = number}, at(after));
+    }
+    /// The number of the seek that begins then, or none.
+    std::uint64_t begun(int after)
+    {
+        const auto seek = requests.begin(at(after));
+        if (!seek)
+            return none;
+        EXPECT_EQ(seek->time, static_cast<Nanoseconds>(seek->number) * second);
+        return seek->number;
+    }
+    static Clock::Instant at(int after) { return Clock::Instant() + milliseconds(after); }
+
+    SeekRequests requests;
+};
+
+} // namespace
+
+TEST_F(SeekRequestsTest, beginAtOnceWhenNothingIsUnderWay)
+{
+    EXPECT_TRUE(requests.isIdle());
+    EXPECT_EQ(begun(0), none);
+    want(1, 0);
+    EXPECT_TRUE(requests.isWaiting());
+    EXPECT_EQ(begun(0), 1U);
+    EXPECT_FALSE(requests.isWaiting());
+    EXPECT_TRUE(requests.isFlying());
+    EXPECT_EQ(requests.land(), 1U);
+    EXPECT_TRUE(requests.isIdle());
+    EXPECT_EQ(begun(1000), none) << "a seek is made once";
+}
+
+TEST_F(SeekRequestsTest, keepOnlyTheLatestAndAlwaysCarryItOut)
+{
+    want(1, 0);
+    EXPECT_EQ(begun(0), 1U);
+    want(2, 10);
+    want(3, 20);
+    want(4, 30);
+    EXPECT_EQ(begun(30), none);
+    EXPECT_EQ(requests.land(), 1U);
+    EXPECT_EQ(begun(31), 4U);
+    EXPECT_EQ(requests.land(), 4U);
+    EXPECT_TRUE(requests.isIdle());
+}
+
+TEST_F(SeekRequestsTest, finishTheOneUnderWayWhileOthersKeepComing)
+{
+    want(1, 0);
+    EXPECT_EQ(begun(0), 1U);
+    int now = 0;
+    for (std::uint64_t number = 2; number < 20; ++number) {
+        now += 50;
+        want(number, now);
+        EXPECT_EQ(begun(now + 49), none) << number;
+        EXPECT_EQ(requests.deadline(), at(now + 60));
+    }
+    EXPECT_EQ(requests.land(), 1U);
+}
+
+TEST_F(SeekRequestsTest, giveUpTheOneUnderWayForWhereTheUserStopped)
+{
+    want(1, 0);
+    EXPECT_EQ(requests.deadline(), std::nullopt) << "nothing is under way";
+    EXPECT_EQ(begun(0), 1U);
+    EXPECT_EQ(requests.deadline(), std::nullopt) << "nothing waits";
+    want(2, 100);
+    EXPECT_EQ(requests.deadline(), at(160));
+    EXPECT_EQ(begun(159), none);
+    EXPECT_EQ(begun(160), 2U);
+    EXPECT_EQ(requests.land(), 2U);
+}
+
+TEST_F(SeekRequestsTest, finishTheOneThatTookAnothersPlace)
+{
+    want(1, 0);
+    EXPECT_EQ(begun(0), 1U);
+    want(2, 0);
+    EXPECT_EQ(begun(60), 2U);
+    want(3, 100);
+    EXPECT_EQ(requests.deadline(), std::nullopt) << "a slow file would never show anything";
+    EXPECT_EQ(begun(10000), none);
+    EXPECT_EQ(requests.land(), 2U);
+    EXPECT_EQ(begun(10000), 3U);
+    want(4, 10000);
+    EXPECT_EQ(begun(10060), 4U) << "the one before had shown its frame";
+}
+
+TEST_F(SeekRequestsTest, canBeForgottenOrLeftWaiting)
+{
+    want(1, 0);
+    EXPECT_EQ(begun(0), 1U);
+    want(2, 1);
+    requests.abandon();
+    EXPECT_FALSE(requests.isFlying());
+    EXPECT_EQ(begun(1), 2U);
+    want(3, 2);
+    requests.clear();
+    EXPECT_TRUE(requests.isIdle());
+    EXPECT_EQ(begun(1000), none);
+}
+
+} // namespace stackreel
