@@ -85,6 +85,10 @@ TEST_F(ChoosingADestination, NeedsALoadedSourceThatIsNotBusy)
     happened();
     model().chooseExportDestination();
     model().setMediaInfo(clip(20));
+    model().setSourceURL(std::nullopt);
+    happened();
+    model().chooseExportDestination();
+    EXPECT_EQ(happened(), Lines()) << "facts without a file";
     model().setSourceURL(std::filesystem::path());
     model().chooseExportDestination();
     EXPECT_EQ(m_world.savePanel->timesShown(), 3U) << "an empty path is a path";
