@@ -1,30 +1,26 @@
-"""The program from start to end by assistive technology alone: no pointer, no key and nothing seen.
-
-Usage: accessibility.py EXECUTABLE
-"""
-
-import sys
-import unittest
+"""The program from start to end by assistive technology alone: no pointer, no key and nothing seen."""
 
 from accessible import AccessibleDesktop, AccessibleProgram, Atspi, described, descendants, heard, is_showing
-from clips import make_clip, probe
+from clips import Crop, make_mosaic
 from desktop import Program
+from window_test import WindowTest, executable, main
 
 MAIN = "Stackreel"
 OPEN_PANEL = "Choose a horizontal video"
 SAVE_PANEL = "Export vertical video"
+PANEL = 1080 / (1350 / 2)  # of the shape chosen below, 4:5
 
 
-class Accessibility(unittest.TestCase):
+class Accessibility(WindowTest):
     @classmethod
     def setUpClass(cls):
         cls.desktop = AccessibleDesktop()
         cls.addClassCleanup(cls.desktop.close)
         cls.clip = cls.desktop.home / "Beach day.mp4"
-        make_clip(cls.clip, "1280x720")
+        make_mosaic(cls.clip)
 
     def setUp(self):
-        self.program = Program(self.desktop, sys.argv[1])
+        self.program = Program(self.desktop, executable)
         self.addCleanup(self.program.close)
         self.spoken = AccessibleProgram(self.program.process.pid)
         self.status = self.spoken.find(MAIN, "status bar", "Choose a horizontal video to begin.")
@@ -37,17 +33,18 @@ class Accessibility(unittest.TestCase):
         if event.source == self.status:
             self.announced.append(self.status.get_name())
 
-    def test_a_clip_is_chosen_trimmed_silenced_and_exported(self):
+    def test_a_clip_is_chosen_framed_trimmed_silenced_and_exported(self):
         self.spoken.act(MAIN, "push button", "Choose a video", "Press")
         self.spoken.choose_file(OPEN_PANEL, self.clip, "Choose Video")
         self.await_status(self.clip.name)
         self.assert_all_is_named()
 
+        self.spoken.act(MAIN, "combo box", "Aspect ratio", "Press")
+        self.spoken.act(MAIN, "list item", "4:5", "Press")
+        crops = self.frame(*(each.reshaped(PANEL) for each in Crop.first_pair()))
         for end in (5.75, 5.5, 5.25, 5):
-            self.spoken.act(MAIN, "slider", "Trim end", "Decrease")
-            self.await_value("Trim end", end)
-        self.spoken.act(MAIN, "slider", "Trim start", "Increase")
-        self.await_value("Trim start", 0.25)
+            self.step("Trim end", "Decrease", end)
+        self.step("Trim start", "Increase", 0.25)
         self.spoken.act(MAIN, "check box", "Include audio", "Toggle")
         audio = self.spoken.find(MAIN, "check box", "Include audio")
         heard(lambda: not audio.get_state_set().contains(Atspi.StateType.CHECKED), "a switch that is off")
@@ -55,16 +52,47 @@ class Accessibility(unittest.TestCase):
         self.spoken.act(MAIN, "push button", "Export vertical video", "Press")
         result = self.desktop.home / "Silent.mp4"
         self.spoken.choose_file(SAVE_PANEL, result, "Export")
+        self.await_status("Rendering from the original video.")
         self.await_status("Saved Silent.mp4")
         self.assert_all_is_named()
-        report = probe(result)
-        self.assertEqual([(each["codec_name"], each["width"], each["height"]) for each in report["streams"]],
-                         [("h264", 1080, 1920)])
-        self.assertAlmostEqual(float(report["format"]["duration"]), 4.75, delta=0.1)
+        self.assert_is_export(result, (1080, 1350), 4.75, sound=False)
+        self.assert_shows(result, self.clip, (0.25, 5), [each.pixels() for each in crops])
+        self.close_window()
 
-        self.spoken.act(MAIN, "push button", "Close", "Press")
+    def frame(self, top, bottom):
+        """Moves one crop and makes the other smaller; what becomes of them."""
+        for action in ("Scroll Right", "Scroll Down", "Scroll Down", "Scroll Right", "Scroll Left"):
+            self.spoken.act(MAIN, "radio button", "Top", action)
+        for action in ("Decrease", "Decrease", "Increase", "Scroll Up"):
+            self.spoken.act(MAIN, "radio button", "Bottom", action)
+        chosen = self.spoken.find(MAIN, "radio button", "Bottom")
+        heard(lambda: chosen.get_state_set().contains(Atspi.StateType.CHECKED), "the crop last moved as the selected one")
+        return top.moved(10, 20), bottom.widened(-10, PANEL).moved(0, -10)
+
+    def test_the_menus_do_what_they_do_for_others(self):
+        self.spoken.act_in_menu(MAIN, "File", "Choose Video…")
+        self.spoken.choose_file(OPEN_PANEL, self.clip, "Choose Video")
+        self.await_status(self.clip.name)
+        self.spoken.find(MAIN, "push button", "Pause preview")
+        self.spoken.act_in_menu(MAIN, "Playback", "Pause Preview")
+        self.spoken.find(MAIN, "push button", "Play preview")
+        self.spoken.act_in_menu(MAIN, "Playback", "Play Preview")
+        self.spoken.find(MAIN, "push button", "Pause preview")
+        self.spoken.act_in_menu(MAIN, "Stackreel", "Quit")
         self.assertEqual(self.program.wait(), 0)
         self.assertEqual(self.program.complaints(), "")
+
+    def test_a_failure_is_announced_and_leaves_the_window_usable(self):
+        text = self.desktop.home / "notes.txt"
+        text.write_text("Milk, eggs, bread\n")
+        self.spoken.act(MAIN, "push button", "Choose a video", "Press")
+        self.spoken.choose_file(OPEN_PANEL, text, "Choose Video")
+        heard(lambda: self.announced[-1:] not in ([], ["Preparing a smooth looping preview."]), "an announced failure")
+        self.assertIn(self.status.get_name(), self.announced)
+        self.spoken.act(MAIN, "push button", "Choose video", "Press")
+        self.spoken.choose_file(OPEN_PANEL, self.clip, "Choose Video")
+        self.await_status(self.clip.name)
+        self.close_window()
 
     def test_all_in_an_empty_window_is_named(self):
         self.spoken.find(MAIN, "push button", "Choose a video")
@@ -75,7 +103,13 @@ class Accessibility(unittest.TestCase):
         self.spoken.find(MAIN, "status bar", message)
         heard(lambda: message in self.announced, f"an event for the status “{message}”")
 
-    def await_value(self, name, value):
+    def close_window(self):
+        self.spoken.act(MAIN, "push button", "Close", "Press")
+        self.assertEqual(self.program.wait(), 0)
+        self.assertEqual(self.program.complaints(), "")
+
+    def step(self, name, action, value):
+        self.spoken.act(MAIN, "slider", name, action)
         slider = self.spoken.find(MAIN, "slider", name)
         heard(lambda: abs(slider.get_value_iface().get_current_value() - value) < 0.02, f"“{name}” at {value}")
 
@@ -91,5 +125,4 @@ class Accessibility(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    # The library calls the only names it has for actions and values deprecated.
-    unittest.main(argv=sys.argv[:1] + sys.argv[2:], warnings="ignore")
+    main()

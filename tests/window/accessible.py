@@ -1,4 +1,4 @@
-"""A private accessibility bus on a desktop of the tests' own, and the program on it as a screen reader meets it."""
+"""A private accessibility bus, and the program on it as a screen reader meets it."""
 
 import os
 import subprocess
@@ -11,23 +11,26 @@ from gi.repository import Atspi, Gio, GLib  # noqa: E402
 from desktop import CEILING, Desktop, eventually
 
 
-class AccessibleDesktop(Desktop):
-    """A desktop with a session bus on which assistive technology has said that it is there."""
+class AccessibilityBus:
+    """A session bus on which assistive technology has said that it is there. Completes an environment for programs,
+    and has this process join; so there is one in a process."""
 
-    def __init__(self):
-        super().__init__()
-        self.bus = subprocess.Popen(
+    def __init__(self, environment):
+        self.daemon = subprocess.Popen(
             ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"], text=True,
-            env=self.environment | {"GSETTINGS_BACKEND": "memory"}, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.bus.stdout.readline().strip()
+            env=environment | {"GSETTINGS_BACKEND": "memory"}, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        environment["DBUS_SESSION_BUS_ADDRESS"] = self.daemon.stdout.readline().strip()
         # This process joins the same buses, and not those of the person who runs the tests.
-        os.environ.update({name: self.environment[name]
-                           for name in ("DISPLAY", "HOME", "XDG_RUNTIME_DIR", "DBUS_SESSION_BUS_ADDRESS")})
+        os.environ.pop("DISPLAY", None)
+        os.environ.update({name: environment[name]
+                           for name in ("DISPLAY", "HOME", "XDG_RUNTIME_DIR", "DBUS_SESSION_BUS_ADDRESS")
+                           if name in environment})
         self.announce_assistive_technology()
         Atspi.init()
         Atspi.set_timeout(CEILING * 1000, CEILING * 1000)
 
-    def announce_assistive_technology(self):
+    @staticmethod
+    def announce_assistive_technology():
         connection = Gio.bus_get_sync(Gio.BusType.SESSION)
         connection.set_exit_on_close(False)
         connection.call_sync(
@@ -36,9 +39,20 @@ class AccessibleDesktop(Desktop):
             Gio.DBusCallFlags.NONE, CEILING * 1000)
 
     def close(self):
-        self.bus.terminate()
-        self.bus.wait()
-        self.bus.stdout.close()
+        self.daemon.terminate()
+        self.daemon.wait()
+        self.daemon.stdout.close()
+
+
+class AccessibleDesktop(Desktop):
+    """A desktop with assistive technology."""
+
+    def __init__(self):
+        super().__init__()
+        self.bus = AccessibilityBus(self.environment)
+
+    def close(self):
+        self.bus.close()
         super().close()
 
 
@@ -103,10 +117,22 @@ class AccessibleProgram:
         control = self.find(window, role, name)
         heard(lambda: control.get_state_set().contains(Atspi.StateType.ENABLED)
               and not control.get_description().startswith("Not available"), f"an enabled “{name}”")
+        self.perform(control, action)
+
+    @staticmethod
+    def perform(control, action):
         actions = control.get_action_iface()
         names = [actions.get_action_name(index) for index in range(actions.get_n_actions())]
         assert action in names, f"{described(control)} offers {names}"
         actions.do_action(names.index(action))
+
+    def act_in_menu(self, window, menu, item):
+        """Opens a menu of the window and has one of its items do what it does."""
+        title = heard(lambda: next((each for each in descendants(self.window(window)) if is_showing(each)
+                                    and each.get_role_name() in ("menu", "menu bar", "menu item")
+                                    and each.get_name() == menu), None), f"a menu “{menu}”")
+        self.perform(title, "Press")
+        self.act(window, "menu item", item, "Press")
 
     def choose_file(self, panel, path, button):
         """Names a file in an open panel and confirms."""

@@ -38,7 +38,9 @@ class Desktop:
             display = ":" + numbers.readline().strip()
         self.environment = {
             "PATH": os.environ["PATH"], "HOME": str(self.home), "LANG": "C.UTF-8", "DISPLAY": display,
-            "XDG_RUNTIME_DIR": str(self.folder / "runtime"), "TMPDIR": str(self.folder), "QT_QPA_PLATFORM": "xcb"}
+            "XDG_RUNTIME_DIR": str(self.folder / "runtime"), "TMPDIR": str(self.folder), "QT_QPA_PLATFORM": "xcb",
+            # Or a library for sound complains that there is no device for it.
+            "ALSOFT_LOGLEVEL": "0"}
         self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         eventually(lambda: "_NET_WM_NAME" in self.output("xprop", "-root", "_NET_SUPPORTED"), "a window manager")
@@ -55,10 +57,24 @@ class Desktop:
     def xdotool(self, *words):
         return self.output("xdotool", *map(str, words)).strip()
 
+    def screenshot(self, file):
+        """The whole screen."""
+        subprocess.run(["import", "-silent", "-window", "root", str(file)], env=self.environment)
+
     def window(self, title, limit=CEILING):
         """The visible window with this title, once there is one."""
         return eventually(lambda: self.xdotool("search", "--onlyvisible", "--name", f"^{title}$").split("\n")[0],
                           f"a window “{title}”", limit)
+
+    def type_path(self, panel_title, path):
+        """Types a path into the panel with this title, in place of what stands there, and confirms."""
+        panel = self.window(panel_title)
+        self.xdotool("windowactivate", "--sync", panel)
+        time.sleep(0.3)
+        self.xdotool("key", "ctrl+a")
+        self.xdotool("type", "--delay", 8, path)
+        time.sleep(0.2)
+        self.xdotool("key", "Return")
 
 
 class Program:
@@ -66,9 +82,9 @@ class Program:
 
     CORAL = (255, 90, 61)
 
-    def __init__(self, desktop, executable, tools=None):
+    def __init__(self, desktop, executable, tools=None, environment=None):
         self.desktop = desktop
-        environment = dict(desktop.environment)
+        environment = desktop.environment | (environment or {})
         if tools is not None:
             environment["PATH"] = f"{tools}:{environment['PATH']}"
         self.errors = open(desktop.folder / f"errors-{time.monotonic_ns()}", "w+")
@@ -103,10 +119,14 @@ class Program:
     def size(self):
         return self.place()[2:]
 
+    def picture(self, x, y, width, height, form="rgb:-"):
+        """The bytes of an area, row by row."""
+        return subprocess.run(["import", "-silent", "-window", self.window, "-crop", f"{width}x{height}+{x}+{y}",
+                               "-depth", "8", form], env=self.desktop.environment, capture_output=True).stdout
+
     def colours(self, x, y, width=1, height=1):
         """The colours in an area, as a set."""
-        picture = subprocess.run(["import", "-silent", "-window", self.window, "-crop", f"{width}x{height}+{x}+{y}",
-                                  "-depth", "8", "rgb:-"], env=self.desktop.environment, capture_output=True).stdout
+        picture = self.picture(x, y, width, height)
         return {tuple(picture[at:at + 3]) for at in range(0, len(picture) - 2, 3)}
 
     def screenshot(self, file):
@@ -153,20 +173,10 @@ class Program:
         self.desktop.xdotool("windowactivate", "--sync", self.window)
         self.desktop.xdotool("key", *keys)
 
-    def type_path(self, panel_title, path):
-        """Types a path into the panel with this title, in place of what stands there, and confirms."""
-        panel = self.desktop.window(panel_title)
-        self.desktop.xdotool("windowactivate", "--sync", panel)
-        time.sleep(0.3)
-        self.desktop.xdotool("key", "ctrl+a")
-        self.desktop.xdotool("type", "--delay", 8, path)
-        time.sleep(0.2)
-        self.desktop.xdotool("key", "Return")
-
     def choose(self, path):
         self.key("ctrl+o")
-        self.type_path("Choose a horizontal video", path)
+        self.desktop.type_path("Choose a horizontal video", path)
 
     def export_to(self, path):
         self.click(*self.export_button())
-        self.type_path("Export vertical video", path)
+        self.desktop.type_path("Export vertical video", path)

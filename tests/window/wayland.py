@@ -1,7 +1,5 @@
-"""The program on a Wayland compositor without a screen: it shows its window and ends when it is told to.
-
-Usage: wayland.py EXECUTABLE
-"""
+"""The program on a Wayland compositor without a screen, at several scales: it shows its window, and the pictures of a
+clip in it, and ends when it is told to. As there is neither pointer nor keyboard, it is used by assistive technology."""
 
 import os
 import pathlib
@@ -11,12 +9,16 @@ import signal
 import subprocess
 import sys
 import tempfile
-import unittest
 
+from accessible import AccessibilityBus, AccessibleProgram
+from clips import Crop, make_mosaic
 from desktop import CEILING, eventually
+from pictures import LIGHT_CORAL, Picture, shown_second
+from window_test import WindowTest, executable, main
 
 APPLICATION = "io.github.stackreel.Stackreel"
 SKIPPED = 77  # known to the test driver
+PICTURE_WIDTH = 768  # points, of the preview in a new window
 
 
 class Compositor:
@@ -24,12 +26,17 @@ class Compositor:
 
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="stackreel-wayland-"))
+        # This compositor has no seat, without which the usual input method of Qt 6.4 crashes.
         self.environment = {"PATH": os.environ["PATH"], "HOME": str(self.folder), "LANG": "C.UTF-8",
-                            "XDG_RUNTIME_DIR": str(self.folder), "TMPDIR": str(self.folder)}
+                            "XDG_RUNTIME_DIR": str(self.folder), "TMPDIR": str(self.folder),
+                            "WAYLAND_DISPLAY": "wayland-test", "QT_QPA_PLATFORM": "wayland",
+                            "QT_IM_MODULE": "compose", "ALSOFT_LOGLEVEL": "0"}
         self.journal = self.folder / "journal"
+        # Large enough for the window at twice its size; with leave to take pictures of it.
         self.process = subprocess.Popen(
-            ["weston", "--backend=headless-backend.so", "--socket=wayland-test", "--no-config", "--idle-time=0",
-             "--logger-scopes=log,proto", f"--log={self.journal}"],
+            ["weston", "--backend=headless-backend.so", "--use-pixman", "--width=2600", "--height=1800", "--debug",
+             "--socket=wayland-test", "--no-config", "--idle-time=0", "--logger-scopes=log,proto",
+             f"--log={self.journal}"],
             env=self.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         socket = self.folder / "wayland-test"
         eventually(lambda: socket.exists() or self.process.poll() is not None, "a compositor")
@@ -40,12 +47,9 @@ class Compositor:
         self.process.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def start(self, executable):
-        # This compositor has no seat, without which the usual input method of Qt 6.4 crashes.
-        environment = self.environment | {"WAYLAND_DISPLAY": "wayland-test", "QT_QPA_PLATFORM": "wayland",
-                                          "QT_IM_MODULE": "compose"}
-        return subprocess.Popen([executable], env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                text=True)
+    def start(self, scale):
+        return subprocess.Popen([executable], env=self.environment | {"QT_SCALE_FACTOR": str(scale)},
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
 
     def shows(self, application):
         """Whether a surface with content of the client with this name is on the output."""
@@ -53,24 +57,78 @@ class Compositor:
         client = re.search(rf'client (\w+) rq xdg_toplevel@\d+\.set_app_id\("{re.escape(application)}"\)', said)
         return client and re.search(rf"client {client[1]} ev wl_surface@\d+\.enter\(", said)
 
+    def screenshot(self, file):
+        """The whole output, into a file."""
+        folder = pathlib.Path(tempfile.mkdtemp(dir=self.folder))
+        subprocess.run(["weston-screenshooter"], cwd=folder, env=self.environment, check=True, timeout=CEILING,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        shutil.move(next(folder.iterdir()), file)
 
-class Wayland(unittest.TestCase):
-    def test_the_window_is_shown_until_the_program_is_told_to_end(self):
-        program = compositor.start(sys.argv[1])
+    def seen(self):
+        self.screenshot(self.folder / "seen.png")
+        return Picture.of_file(self.folder / "seen.png")
+
+
+class Wayland(WindowTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = compositor
+        cls.clip = compositor.folder / "Beach day.mp4"
+        make_mosaic(cls.clip)
+
+    def test_the_window_shows_a_clip_as_it_is(self):
+        self.use_at(1)
+
+    def test_the_window_shows_a_clip_a_quarter_larger(self):
+        self.use_at(1.25)
+
+    def test_the_window_shows_a_clip_half_as_large_again(self):
+        self.use_at(1.5)
+
+    def test_the_window_shows_a_clip_twice_as_large(self):
+        self.use_at(2)
+
+    def use_at(self, scale):
+        program = compositor.start(scale)
         self.addCleanup(program.kill)
         eventually(lambda: compositor.shows(APPLICATION) or program.poll() is not None, "a window")
         self.assertIsNone(program.poll())
+        spoken = AccessibleProgram(program.pid)
+        spoken.act("Stackreel", "push button", "Choose a video", "Press")
+        spoken.choose_file("Choose a horizontal video", self.clip, "Choose Video")
+        spoken.find("Stackreel", "status bar", self.clip.name)
+        first = eventually(lambda: self.second_at(scale), "a picture in the preview")
+        eventually(lambda: self.second_at(scale) not in (None, first), "a preview that goes on")
         program.send_signal(signal.SIGTERM)
         output, errors = program.communicate(timeout=CEILING)
         self.assertEqual((program.returncode, output, errors), (0, "", ""))
+
+    def second_at(self, scale):
+        """The second of the clip that the preview shows in this scale, as a text; found by the lower crop's edge."""
+        seen = compositor.seen()
+        crop, box = Crop.first_pair()[1], seen.box(LIGHT_CORAL)
+        if box is None:
+            return None
+        picture_width, picture_height = round(PICTURE_WIDTH * scale), round(PICTURE_WIDTH * scale * 9 / 16)
+        left, top, width, height = box[0] + scale, box[1] + scale, box[2] - 2 * scale, box[3] - 2 * scale
+        self.assertAlmostEqual(width, crop.width * picture_width, delta=3, msg="the lower crop's width on screen")
+        self.assertAlmostEqual(height, crop.height * picture_height, delta=3, msg="its height")
+        stripe = seen.part(round(left - crop.x * picture_width), round(top - crop.y * picture_height),
+                           picture_width, round(0.1 * picture_height))
+        second = shown_second(stripe, self.clip)
+        return None if second is None else str(second)
 
 
 if __name__ == "__main__":
     compositor = Compositor()
     try:
         if not compositor.runs:
-            print("Skipped: no Wayland compositor starts here.")
+            print("Skipped: no Wayland compositor starts here; Debian's package weston has one.")
             sys.exit(SKIPPED)
-        unittest.main(argv=sys.argv[:1] + sys.argv[2:])
+        bus = AccessibilityBus(compositor.environment)
+        try:
+            main()
+        finally:
+            bus.close()
     finally:
         compositor.close()

@@ -1,0 +1,130 @@
+"""The program drawn by OpenGL, in the toolkit's two ways of doing so, compared with the software renderer that it
+chooses itself where there is no graphics processor.
+
+Usage: opengl.py EXECUTABLE FAILURE_FOLDER TEST_OF_THE_PLAYER_SURFACE
+"""
+
+import pathlib
+import subprocess
+import sys
+
+from clips import make_clip, make_mosaic
+from desktop import CEILING, Desktop, Program, eventually
+from pictures import LIGHT_CORAL, Picture, shown_second
+from window_test import WindowTest, executable, main
+
+surface_test = sys.argv.pop(3)
+SKIPPED = 77  # known to the test driver
+OPENGL = {"QT_QUICK_BACKEND": "rhi", "QSG_RHI_BACKEND": "opengl", "LIBGL_ALWAYS_SOFTWARE": "1"}
+LOOPS = {"basic": OPENGL | {"QSG_RENDER_LOOP": "basic"}, "threaded": OPENGL | {"QSG_RENDER_LOOP": "threaded"}}
+# Left edge and width of the preview, and where its upper stripe surely is, in a new window.
+LEFT, WIDTH, STRIPE = 42, 768, 40
+
+
+def has_opengl(desktop):
+    """Whether a window of the toolkit's gets a context of OpenGL here."""
+    run = subprocess.run([surface_test, "--gtest_filter=*IsBlackWithoutAPlayer"], capture_output=True, text=True,
+                         env=desktop.environment | OPENGL | {"QSG_INFO": "1"}, timeout=CEILING)
+    return "RENDERER" in run.stderr
+
+
+class OpenGL(WindowTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = screen
+        cls.clip = cls.desktop.home / "Beach day.mp4"
+        make_mosaic(cls.clip)
+        make_clip(cls.desktop.home / "portrait.mp4", "360x640")
+        cls.expected = cls.looks(Program(cls.desktop, executable))
+
+    @classmethod
+    def looks(cls, program):
+        """The window on a clip, at rest at a place of its own; then ends the program."""
+        try:
+            cls.rest(program)
+            width, height = program.size()
+            picture = Picture(program.picture(0, 0, width, height), width)
+            program.key("ctrl+q")
+            assert program.wait() == 0 and program.complaints() == "", program.complaints()
+        finally:
+            program.close()
+        return picture
+
+    @classmethod
+    def rest(cls, program):
+        program.choose(cls.clip)
+        eventually(program.export_is_offered, "a loaded clip")
+        program.key("space")
+        _, height = program.size()
+        program.click(LEFT + 18 + 300, height - 65)
+        program.point(600, 20)
+        eventually(lambda: cls.second(program) == 2, "the second of the clip that was clicked")
+        eventually(lambda: len(set(program.picture(LEFT + 18, height - 80, WIDTH - 36, 1))) > 64, "thumbnails")
+
+    @classmethod
+    def second(cls, program):
+        """The second that the preview shows, in a window of the first width."""
+        width, height = program.size()
+        box = Picture(program.picture(0, 0, width, height), width).box(LIGHT_CORAL)
+        if box is None or box[2] < WIDTH / 4:  # The program's icon has a little of that colour, too.
+            return None
+        top = round(box[1] + 1 - 0.14 * WIDTH * 9 / 16)
+        return shown_second(Picture(program.picture(LEFT, top, WIDTH, STRIPE), WIDTH), cls.clip)
+
+    def test_the_window_looks_as_drawn_by_software(self):
+        for loop, environment in LOOPS.items():
+            with self.subTest(loop):
+                seen = self.looks(Program(self.desktop, executable, environment=environment))
+                # Letters and rounded corners are smoothed in other ways.
+                self.assertLess(seen.difference(self.expected), 2)
+
+    def test_the_preview_follows_the_window_and_goes(self):
+        for loop, environment in LOOPS.items():
+            with self.subTest(loop):
+                program = Program(self.desktop, executable, environment=environment)
+                try:
+                    self.assert_drawn_by_opengl(program, threaded=loop == "threaded")
+                    self.resize_and_replace(program)
+                    program.key("ctrl+q")
+                    self.assertEqual((program.wait(), program.complaints()), (0, ""))
+                finally:
+                    program.close()
+
+    def resize_and_replace(self, program):
+        self.rest(program)
+        width, height = program.size()
+        program.drag(width - 3, height - 3, 0, 60)
+        eventually(lambda: program.size()[1] > height + 40, "a higher window")
+        eventually(lambda: self.second(program) == 2, "the preview in it")
+        program.key("space")
+        eventually(lambda: self.second(program) not in (None, 2), "a preview that plays")
+        # Another clip takes the place of the first, and one that cannot be used leaves none.
+        program.choose(self.clip)
+        eventually(lambda: self.second(program) == 0, "the first picture")
+        program.choose(self.desktop.home / "portrait.mp4")
+        eventually(program.failure_is_shown, "a message")
+        eventually(lambda: self.second(program) is None, "no preview")
+
+    def assert_drawn_by_opengl(self, program, threaded):
+        process = pathlib.Path(f"/proc/{program.process.pid}")
+        self.assertTrue("_dri.so" in (process / "maps").read_text(), "OpenGL is not even loaded")
+        names = {(task / "comm").read_text().strip() for task in (process / "task").iterdir()}
+        self.assertEqual("QSGRenderThread" in names, threaded, names)
+
+    def test_the_player_surface_keeps_what_it_promises(self):
+        for loop, environment in LOOPS.items():
+            with self.subTest(loop):
+                run = subprocess.run([surface_test], env=self.desktop.environment | environment, text=True,
+                                     capture_output=True, timeout=CEILING * 5)
+                self.assertEqual((run.returncode, run.stderr), (0, ""), run.stdout[-3000:])
+
+
+if __name__ == "__main__":
+    screen = Desktop()
+    try:
+        if not has_opengl(screen):
+            print("Skipped: no OpenGL here; Debian's package libgl1-mesa-dri has it.")
+            sys.exit(SKIPPED)
+        main()
+    finally:
+        screen.close()

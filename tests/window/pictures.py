@@ -1,0 +1,55 @@
+"""What is on a screen, and whether it is the preview that should be there."""
+
+import functools
+import re
+import subprocess
+
+from clips import frame_picture, mean_difference
+
+CORAL, LIGHT_CORAL = (255, 90, 61), (255, 184, 166)
+# Another second of a mosaic differs by some 80; what was scaled for the screen by other means than the tests', and is
+# looked at a pixel beside its place, by less than 30.
+ALIKE_ON_SCREEN = 35
+
+
+class Picture:
+    """Colours of pixels, row by row."""
+
+    def __init__(self, rgb, width):
+        self.rgb, self.width, self.height = rgb, width, len(rgb) // width // 3
+
+    @classmethod
+    def of_file(cls, file):
+        width = int(subprocess.run(["identify", "-format", "%w", str(file)], capture_output=True, check=True).stdout)
+        return cls(subprocess.run(["convert", str(file), "-depth", "8", "rgb:-"], capture_output=True,
+                                  check=True).stdout, width)
+
+    def part(self, x, y, width, height):
+        rows = (3 * ((y + row) * self.width + x) for row in range(height))
+        return Picture(b"".join(self.rgb[at:at + 3 * width] for at in rows), width)
+
+    def box(self, colour):
+        """Left, top, width and height of all that has exactly this colour; None when nothing has."""
+        places = [match.start() // 3 for match in re.finditer(b"(?=" + re.escape(bytes(colour)) + b")", self.rgb)
+                  if match.start() % 3 == 0]
+        if not places:
+            return None
+        columns, rows = {each % self.width for each in places}, {each // self.width for each in places}
+        return min(columns), min(rows), max(columns) - min(columns) + 1, max(rows) - min(rows) + 1
+
+    def difference(self, other):
+        """The mean over all values of 0 to 255."""
+        return mean_difference(self.rgb, other.rgb)
+
+
+@functools.cache
+def upper_stripe(clip, second, width, height):
+    """What a preview of this width shows of a second of a clip, down to a height."""
+    filters = f"scale={width}:{width * 720 // 1280}:flags=bilinear,crop={width}:{height}:0:0"
+    return frame_picture(clip, second + 0.5, filters, "rgb24")
+
+
+def shown_second(stripe, clip):
+    """Which second of a mosaic the upper stripe of a preview shows, or None. The preview is as wide as its stripe."""
+    return next((second for second in range(6) if ALIKE_ON_SCREEN >
+                 mean_difference(stripe.rgb, upper_stripe(clip, second, stripe.width, stripe.height))), None)
