@@ -47,12 +47,13 @@ void Shutdown::run(AppModel& model, std::chrono::milliseconds patience)
     QObject::connect(&surrender, &QTimer::timeout, [] { std::_Exit(EXIT_FAILURE); });
     surrender.start(2 * patience);
 
-    // The export first: a child that ends before its export was cancelled looks like one that failed.
-    const auto task = model.exportTask();
-    if (task)
+    // The exports first: a child that ends before its export was cancelled looks like one that failed.
+    const auto exports = model.unfinishedExports();
+    for (const auto& task : exports)
         task->cancel();
     RunningChildren::end();
-    ExportShutdown::endExport(task);
+    for (const auto& task : exports)
+        ExportShutdown::endExport(task);
     awaitLoads(model, QDeadlineTimer(patience + patience / 2));
 }
 

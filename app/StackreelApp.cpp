@@ -20,12 +20,15 @@ StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, U
 {
     // Not `quit`, which begins with closing the windows, of which one may have asked for this.
     QObject::connect(&m_actions, &WindowActions::quitRequested, &m_actions, [] { QCoreApplication::exit(); });
-    QObject::connect(&m_model, &AppModel::phaseChanged, &m_actions, [this] { keepAwakeWhileExporting(); });
+    // Later, as an export that sets its last phase has not quite ended.
+    QObject::connect(
+        &m_model, &AppModel::phaseChanged, &m_actions, [this] { keepAwakeWhileExporting(); },
+        Qt::QueuedConnection);
 }
 
 void StackreelApp::keepAwakeWhileExporting()
 {
-    m_sleepInhibitor.setHeld(m_model.phase().kind() == Phase::Kind::exporting);
+    m_sleepInhibitor.setHeld(!m_model.unfinishedExports().empty());
 }
 
 void StackreelApp::shutDown()

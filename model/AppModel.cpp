@@ -112,6 +112,11 @@ std::shared_ptr<TaskHandle> AppModel::exportTask() const
     return m_export->task();
 }
 
+std::vector<std::shared_ptr<TaskHandle>> AppModel::unfinishedExports() const
+{
+    return m_export->unfinishedTasks();
+}
+
 void AppModel::chooseSource()
 {
     m_loading->chooseSource();

@@ -74,6 +74,9 @@ public:
     std::string phaseMessage() const;
     /// The running export, or none. Announces nothing.
     std::shared_ptr<TaskHandle> exportTask() const;
+    /// Every export that has not ended, also one that `exportTask` has lost sight of, as it does when another
+    /// that was cancelled ends. Announces nothing; an export that sets the last phase has not quite ended.
+    std::vector<std::shared_ptr<TaskHandle>> unfinishedExports() const;
 
     void chooseSource();
     void adaptRegionsToCurrentOutput();

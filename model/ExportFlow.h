@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace stackreel
 {
@@ -21,8 +22,11 @@ public:
 
     /// Shows the save panel while a loaded source can be exported; a chosen destination starts the export.
     void chooseExportDestination();
-    /// The running export, or none.
+    /// The export that can be cancelled, or none. The end of a cancelled one also takes away the handle of
+    /// the one that replaced it.
     const std::shared_ptr<TaskHandle>& task() const { return m_exportTask; }
+    /// Every export that was started and has not ended, also those whose handle is gone, in their order.
+    std::vector<std::shared_ptr<TaskHandle>> unfinishedTasks() const;
 
 private:
     void startExport(const std::filesystem::path& source, const std::filesystem::path& destination,
@@ -39,6 +43,7 @@ private:
     ModelServices m_services;
     PreviewPlayback& m_playback;
     std::shared_ptr<TaskHandle> m_exportTask;
+    std::vector<std::shared_ptr<TaskHandle>> m_started; ///< those that have ended go when another starts
 };
 
 } // namespace stackreel

@@ -37,13 +37,14 @@ protected:
         m_world.previews.back().task().complete(m_folder / "clip.mov");
         OfflineWindow::settle();
     }
-    void startExport()
+    void startExport() { startExport(m_destination); }
+    void startExport(const std::filesystem::path& destination)
     {
         load();
         m_app.model().chooseExportDestination();
-        m_world.savePanel->choose(m_destination);
+        m_world.savePanel->choose(destination);
         OfflineWindow::settle();
-        m_folder.write(m_destination.filename(), "half");
+        m_folder.write(destination.filename(), "half");
         ASSERT_EQ(m_app.model().phase(), Phase::exporting());
     }
     /// Runs the event loop until the program quits by what `ask` does; gives its status, or -1 when it never
@@ -93,6 +94,22 @@ TEST_F(StackreelAppTest, CancelsARunningExportBeforeItEnds)
     EXPECT_EQ(m_app.model().phase(), Phase::ready());
     EXPECT_FALSE(std::filesystem::exists(m_destination));
     EXPECT_FALSE(m_app.window().isVisible());
+}
+
+TEST_F(StackreelAppTest, CancelsAnExportThatTheModelHasLostSightOf)
+{
+    const auto other = m_folder / "other-vertical.mp4";
+    startExport();
+    startExport(other);
+    m_world.exports.front().task().fail(CancellationError());
+    ASSERT_EQ(m_app.model().exportTask(), nullptr);
+    QTimer::singleShot(30, &m_app.model(), [this] {
+        EXPECT_TRUE(m_world.exports.back().isCancelled());
+        m_world.exports.back().task().fail(CancellationError());
+    });
+    m_app.shutDown();
+    EXPECT_FALSE(std::filesystem::exists(m_destination));
+    EXPECT_FALSE(std::filesystem::exists(other));
 }
 
 TEST_F(StackreelAppTest, WaitsForALoadThatIsUnderWay)

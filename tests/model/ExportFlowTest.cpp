@@ -46,6 +46,8 @@ using AnExportWithoutItsModel = ExportFlowTest;
 
 } // namespace
 
+using Tasks = std::vector<std::shared_ptr<TaskHandle>>;
+
 TEST_F(ChoosingADestination, ShowsAPanelWithTheProposedName)
 {
     model().chooseExportDestination();
@@ -343,8 +345,13 @@ TEST_F(CancellingAnExport, HappensWhenAnotherIsStarted)
     EXPECT_TRUE(first->isCancelled());
     EXPECT_NE(model().exportTask(), first);
     EXPECT_FALSE(model().exportTask()->isCancelled());
+    EXPECT_EQ(model().unfinishedExports(), (Tasks{first, model().exportTask()}));
+    const auto second = model().exportTask();
     m_world.exports.at(0).task().fail(CancellationError());
+    EXPECT_EQ(model().exportTask(), nullptr);
+    EXPECT_EQ(model().unfinishedExports(), Tasks{second});
     m_world.exports.at(1).task().complete(m_directory / "second.mp4");
+    EXPECT_EQ(model().unfinishedExports(), Tasks());
     EXPECT_EQ(model().phase(), Phase::complete(m_directory / "second.mp4"));
 }
 
