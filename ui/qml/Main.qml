@@ -42,6 +42,7 @@ Window {
         window: window
         model: window.model
         actions: window.actions
+        view: content
     }
 
     WindowFrame {

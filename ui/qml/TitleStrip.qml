@@ -9,10 +9,22 @@ Item {
     required property Window window
     required property WindowModel model
     required property WindowActions actions
+    /// What gets the focus back from the menus.
+    required property Item view
 
     readonly property bool maximised: window.visibility === Window.Maximized
 
+    readonly property bool popupShown: applicationMenu.visible || fileMenu.visible || playbackMenu.visible || about.visible
+
     implicitHeight: 30
+
+    onPopupShownChanged: if (!popupShown) focusKeeper.giveBack()
+
+    FocusKeeper {
+        id: focusKeeper
+
+        content: strip.view
+    }
 
     WindowMoveArea {
         objectName: "stripMoveArea"
@@ -28,8 +40,11 @@ Item {
         height: parent.height
 
         StripMenu {
+            id: applicationMenu
+
             objectName: "applicationMenu"
             title: "Stackreel"
+            onAboutToShow: focusKeeper.remember()
 
             StripMenuItem {
                 objectName: "aboutItem"
@@ -51,8 +66,11 @@ Item {
         }
 
         StripMenu {
+            id: fileMenu
+
             objectName: "fileMenu"
             title: qsTr("File")
+            onAboutToShow: focusKeeper.remember()
 
             StripMenuItem {
                 objectName: "chooseVideoItem"
@@ -63,8 +81,11 @@ Item {
         }
 
         StripMenu {
+            id: playbackMenu
+
             objectName: "playbackMenu"
             title: qsTr("Playback")
+            onAboutToShow: focusKeeper.remember()
 
             StripMenuItem {
                 objectName: "togglePreviewItem"
@@ -104,12 +125,17 @@ Item {
         }
     }
 
+    // These two also over a menu or a box of the window; not in a panel, which has keys of its own.
     Shortcut {
         sequence: "Ctrl+O"
+        context: Qt.ApplicationShortcut
+        enabled: strip.window.active
         onActivated: strip.model.chooseSource()
     }
     Shortcut {
         sequence: "Ctrl+Q"
+        context: Qt.ApplicationShortcut
+        enabled: strip.window.active
         onActivated: strip.actions.quit()
     }
     // A text field, and a button that shows the focus, take this key before it gets here.
@@ -121,12 +147,16 @@ Item {
     }
     Shortcut {
         sequence: "F10"
-        onActivated: menuBar.openFirst()
+        onActivated: {
+            focusKeeper.remember();
+            menuBar.openFirst();
+        }
     }
 
     AboutPanel {
         id: about
 
         version: strip.actions.version
+        onAboutToShow: focusKeeper.remember()
     }
 }

@@ -1,0 +1,42 @@
+#include "ui/FocusKeeper.h"
+
+#include <QQuickWindow>
+
+namespace stackreel
+{
+
+void FocusKeeper::setContent(QQuickItem* content)
+{
+    if (content == m_content)
+        return;
+    m_content = content;
+    m_remembered = nullptr;
+    Q_EMIT contentChanged();
+}
+
+QQuickItem* FocusKeeper::focused() const
+{
+    if (!m_content || m_content->window() == nullptr)
+        return nullptr;
+    QQuickItem* const item = m_content->window()->activeFocusItem();
+    return item != nullptr && m_content->isAncestorOf(item) ? item : nullptr;
+}
+
+void FocusKeeper::remember()
+{
+    QQuickItem* const item = focused();
+    if (item == nullptr)
+        return;
+    m_remembered = item;
+    m_showedFocus = item->property("visualFocus").toBool();
+}
+
+void FocusKeeper::giveBack()
+{
+    const QPointer<QQuickItem> item = m_remembered;
+    m_remembered = nullptr;
+    if (item && item->isVisible() && item->isEnabled() && focused() == nullptr)
+        item->forceActiveFocus(m_showedFocus ? Qt::ShortcutFocusReason : Qt::PopupFocusReason);
+}
+
+} // namespace stackreel
