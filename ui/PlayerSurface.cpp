@@ -65,7 +65,6 @@ void PlayerSurface::attachPlayer()
     if (player) {
         m_mailbox = std::make_shared<FrameMailbox>(
             [this] { QMetaObject::invokeMethod(this, &QQuickItem::update, Qt::QueuedConnection); });
-        sendVideoSize();
         player->setVideoOutput(m_mailbox);
     }
     m_frame = {};
@@ -85,14 +84,25 @@ void PlayerSurface::itemChange(ItemChange change, const ItemChangeData& data)
     QQuickItem::itemChange(change, data);
     if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange)
         sizeChanged();
+    if (change == ItemParentHasChanged || change == ItemSceneChange)
+        followPlace();
+}
+
+void PlayerSurface::followPlace()
+{
+    for (const auto& place : m_places)
+        disconnect(place);
+    m_places.clear();
+    for (QQuickItem* ancestor = parentItem(); ancestor != nullptr; ancestor = ancestor->parentItem()) {
+        m_places.push_back(connect(ancestor, &QQuickItem::xChanged, this, &QQuickItem::update));
+        m_places.push_back(connect(ancestor, &QQuickItem::yChanged, this, &QQuickItem::update));
+    }
 }
 
 void PlayerSurface::sizeChanged()
 {
     if (m_sentSize.isValid())
         m_settling.start();
-    else
-        sendVideoSize();
     update();
 }
 
@@ -110,6 +120,9 @@ void PlayerSurface::sendVideoSize()
 
 QSGNode* PlayerSurface::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*)
 {
+    // Only now is everything laid out: a size of before would have a player begin twice.
+    if (!m_sentSize.isValid())
+        QMetaObject::invokeMethod(this, &PlayerSurface::sendVideoSize, Qt::QueuedConnection);
     const auto arrived = m_mailbox ? m_mailbox->take() : std::nullopt;
     if (arrived)
         m_frame = *arrived;

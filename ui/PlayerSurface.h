@@ -9,6 +9,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
+#include <vector>
 
 namespace stackreel
 {
@@ -19,8 +20,8 @@ class FrameMailbox;
 /// which is all there is while there is no picture. Follows the model to each new player, and to none,
 /// without being made anew. Takes no input.
 ///
-/// The player is told the item's size in device pixels when it has settled, so that pictures come at the size
-/// they are shown at. When the item goes the player is left as it is.
+/// The player is told the item's size in device pixels when it is first painted and whenever it has settled
+/// anew, so that pictures come at the size they are shown at. When the item goes the player is left as it is.
 class PlayerSurface : public QQuickItem
 {
     Q_OBJECT
@@ -45,6 +46,7 @@ protected:
 
 private:
     void attachPlayer();
+    void followPlace();
     void sizeChanged();
     void sendVideoSize();
     QRectF pictureRect() const;
@@ -54,7 +56,8 @@ private:
     std::shared_ptr<FrameMailbox> m_mailbox; ///< of the present player, or none
     VideoFrame m_frame;                      ///< on screen; touched while the scene is synchronised
     QTimer m_settling;
-    QSize m_sentSize; ///< what the present player was told
+    QSize m_sentSize;                              ///< what the present player was told
+    std::vector<QMetaObject::Connection> m_places; ///< of all that moves this item without its own geometry
 };
 
 } // namespace stackreel

@@ -60,6 +60,37 @@ protected:
         const QPointF point = (m_surface.position() + QPointF(x, y)) * ratio();
         return image.pixelColor(int(point.x()), int(point.y()));
     }
+    /// A picture of the surface's size in stripes of one pixel, which turn grey when they are scaled or moved
+    /// by a part of a pixel.
+    void showStripes()
+    {
+        auto stripes = std::make_shared<QImage>(inPixels({320, 180}) - QSize(1, 1), QImage::Format_RGB32);
+        for (int y = 0; y < stripes->height(); ++y)
+            for (int x = 0; x < stripes->width(); ++x)
+                stripes->setPixelColor(x, y, x % 2 == 0 ? Qt::white : Qt::red);
+        player().videoOutput()->present({.owner = stripes,
+                                         .pixels = reinterpret_cast<const std::byte*>(stripes->constBits()),
+                                         .width = stripes->width(),
+                                         .height = stripes->height(),
+                                         .bytesPerLine = stripes->bytesPerLine()});
+    }
+    void expectStripes()
+    {
+        OfflineWindow::settle();
+        const QImage image = m_window.grabWindow();
+        for (int x = 100; x < 110; ++x) {
+            const QColor colour = image.pixelColor(int(60 * ratio()) + x, int(150 * ratio()));
+            EXPECT_TRUE(colour == QColor(Qt::white) || colour == QColor(Qt::red))
+                << colour.name().toStdString();
+        }
+    }
+    /// What happens next, once something has.
+    Journal::Lines nextLines()
+    {
+        Journal::Lines lines;
+        EXPECT_TRUE(eventually([&] { return !(lines = m_world.journal->take()).empty(); }));
+        return lines;
+    }
     std::string sizeLine(QSize pixels) const
     {
         return "player 1: show at " + std::to_string(pixels.width()) + " × " +
@@ -208,57 +239,67 @@ TEST_F(PlayerSurfaceTest, ShowsItsPictureInTheNextWindowToo)
     m_surface.setParentItem(m_window.contentItem());
 }
 
-TEST_F(PlayerSurfaceTest, TellsANewPlayerItsSizeInDevicePixelsAtOnce)
+TEST_F(PlayerSurfaceTest, TellsANewPlayerItsSizeInDevicePixelsWhenItIsPainted)
 {
     newPlayer();
-    const Journal::Lines expected = {sizeLine(inPixels({320, 180})), "player 1: attach output"};
-    EXPECT_EQ(m_world.journal->take(), expected);
+    EXPECT_EQ(m_world.journal->take(), Journal::Lines{"player 1: attach output"});
+    // What lays the window out for the new clip may change the size until then.
+    m_surface.setSize(QSizeF(300, 170));
+    EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({300, 170}))});
+}
+
+TEST_F(PlayerSurfaceTest, TellsAPlayerOnlyTheSizeOfTheWindowThatShowsItsClip)
+{
+    OfflineWindow offline;
+    offline.load();
+    std::string told;
+    EXPECT_TRUE(eventually([&] {
+        for (const auto& line : offline.world().journal->take())
+            if (line.find("show at") != std::string::npos)
+                told = line;
+        return !told.empty();
+    }));
+    EXPECT_EQ(told, sizeLine(inPixels(offline.item(QStringLiteral("playerSurface")).size())));
 }
 
 TEST_F(PlayerSurfaceTest, TellsThePlayerOnlyTheSizeInWhichAResizeEnds)
 {
     newPlayer();
     m_world.journal->take();
+    ASSERT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({320, 180}))});
     for (int width = 319; width >= 200; --width)
         m_surface.setWidth(width);
-    Journal::Lines told;
-    EXPECT_TRUE(eventually([&] {
-        const auto lines = m_world.journal->take();
-        told.insert(told.end(), lines.begin(), lines.end());
-        return !told.empty();
-    }));
-    EXPECT_EQ(told, Journal::Lines{sizeLine(inPixels({200, 180}))});
+    EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({200, 180}))});
 }
 
 TEST_F(PlayerSurfaceTest, TellsNoPlayerOfAnEmptySize)
 {
     m_surface.setSize(QSizeF());
     newPlayer();
+    at(0, 0);
     EXPECT_EQ(m_world.journal->take(), Journal::Lines{"player 1: attach output"});
     m_surface.setSize(QSizeF(100, 50));
-    EXPECT_EQ(m_world.journal->take(), Journal::Lines{sizeLine(inPixels({100, 50}))});
+    EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({100, 50}))});
 }
 
 TEST_F(PlayerSurfaceTest, DrawsAPictureScaledForItPixelForPixel)
 {
     newPlayer();
-    const QSize pixels = inPixels({320, 180});
-    // Stripes of one pixel turn grey when they are scaled or moved by a part of a pixel.
-    auto stripes = std::make_shared<QImage>(pixels - QSize(1, 1), QImage::Format_RGB32);
-    for (int y = 0; y < stripes->height(); ++y)
-        for (int x = 0; x < stripes->width(); ++x)
-            stripes->setPixelColor(x, y, x % 2 == 0 ? Qt::white : Qt::red);
-    player().videoOutput()->present({.owner = stripes,
-                                     .pixels = reinterpret_cast<const std::byte*>(stripes->constBits()),
-                                     .width = stripes->width(),
-                                     .height = stripes->height(),
-                                     .bytesPerLine = stripes->bytesPerLine()});
-    OfflineWindow::settle();
-    const QImage image = m_window.grabWindow();
-    for (int x = 100; x < 110; ++x) {
-        const QColor colour = image.pixelColor(int(60 * ratio()) + x, int(150 * ratio()));
-        EXPECT_TRUE(colour == QColor(Qt::white) || colour == QColor(Qt::red)) << colour.name().toStdString();
-    }
+    showStripes();
+    expectStripes();
+}
+
+TEST_F(PlayerSurfaceTest, DrawsItPixelForPixelAfterOnlyWhatHoldsItHasMoved)
+{
+    QQuickItem outer(m_window.contentItem());
+    QQuickItem inner(&outer);
+    m_surface.setParentItem(&inner);
+    newPlayer();
+    showStripes();
+    expectStripes();
+    outer.setX(0.5 / ratio());
+    expectStripes();
+    m_surface.setParentItem(m_window.contentItem());
 }
 
 TEST(PlayerSurfaceEndTest, PicturesThatComeAfterItsEndGoNowhere)
