@@ -32,11 +32,14 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 {
     // With X11's newer input events, Qt 6.4 misses the release that ends a move of the window by the desktop,
     // and the next move begins with a jump.
-    if (qEnvironmentVariableIsEmpty("QT_XCB_NO_XI2"))
+    const bool decidesOnEvents = qEnvironmentVariableIsEmpty("QT_XCB_NO_XI2");
+    if (decidesOnEvents)
         qputenv("QT_XCB_NO_XI2", "1");
     const QtMessageHandler previous = qInstallMessageHandler(ignoreMessage);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(previous);
+    if (decidesOnEvents)
+        qunsetenv("QT_XCB_NO_XI2"); // no business of the children
     QApplication::setApplicationName(QStringLiteral("Stackreel"));
     QApplication::setApplicationVersion(QStringLiteral(STACKREEL_VERSION));
     QGuiApplication::setDesktopFileName(QString::fromLatin1(applicationId));
@@ -66,7 +69,8 @@ int run(int& argc, char** argv, TerminationSignals& signals)
     });
     const int status = QApplication::exec();
     app.shutDown();
-    // A look-up of a name cannot be given up, and the toolkit would wait for it at the end of its application.
+    // A look-up of a name cannot be given up, and the toolkit would wait for it at the end of its
+    // application.
     QObject::disconnect(application.get(), &QObject::destroyed, nullptr, nullptr);
     return status;
 }

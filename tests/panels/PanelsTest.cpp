@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QThread>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -340,6 +341,18 @@ TEST_F(PanelsTest, BeginningAnewCancelsTheOpenDialog)
     ASSERT_EQ(m_responses.size(), 1U);
     EXPECT_FALSE(m_responses[0].accepted);
     EXPECT_NE(dialog(), nullptr);
+}
+
+TEST_F(PanelsTest, APanelBelongsToTheWindowAlsoWhenNoneHasTheFocus)
+{
+    QWindow window;
+    window.setFlags(window.flags() | Qt::WindowDoesNotAcceptFocus);
+    window.show();
+    ASSERT_NE(QGuiApplication::focusWindow(), &window);
+    openPanel();
+    EXPECT_EQ(dialog()->windowHandle()->transientParent(), &window);
+    openPanel();
+    EXPECT_EQ(dialog()->windowHandle()->transientParent(), &window) << "and not to the panel before";
 }
 
 TEST_F(PanelsTest, ACompletionMayBeginTheNextPanel)

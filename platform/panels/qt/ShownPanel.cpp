@@ -3,10 +3,31 @@
 #include <QGuiApplication>
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace stackreel
 {
+
+namespace
+{
+
+bool isShown(const QWindow* window)
+{
+    return window != nullptr && window->isVisible() && window->type() == Qt::Window;
+}
+
+/// The window in use; the program's first where none is, as when assistive technology asks for the panel.
+QWindow* ownerWindow()
+{
+    if (QWindow* const focused = QGuiApplication::focusWindow(); isShown(focused))
+        return focused;
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    const auto first = std::find_if(windows.begin(), windows.end(), isShown);
+    return first != windows.end() ? *first : nullptr;
+}
+
+} // namespace
 
 ShownPanel::~ShownPanel()
 {
@@ -25,7 +46,7 @@ void ShownPanel::show(std::unique_ptr<QFileDialog> dialog, Choice choice, PanelC
                              finish(result == QDialog::Accepted);
                      });
     // The dialog is no child of the window, which is not a widget, but belongs above it all the same.
-    QWindow* const owner = QGuiApplication::focusWindow();
+    QWindow* const owner = ownerWindow();
     m_dialog->winId();
     if (owner != nullptr && m_dialog->windowHandle() != nullptr)
         m_dialog->windowHandle()->setTransientParent(owner);
