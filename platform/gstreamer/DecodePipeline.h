@@ -39,6 +39,8 @@ public:
     bool atEnd() const;
     /// Reading stopped early. What was decoded until then can still be pulled; seeking does not help.
     bool failed() const { return m_failed; }
+    /// Reading stopped before the wanted stream was found, so that there is nothing to wait for.
+    bool isHopeless() const { return m_failed && !m_linked; }
     /// Whether seeking is possible: something was decoded.
     bool started() const { return m_started; }
 
@@ -83,6 +85,7 @@ private:
     GstElementFactoryListType m_media = 0;
     std::atomic<bool> m_failed = false;
     std::atomic<bool> m_started = false;
+    std::atomic<bool> m_linked = false; ///< the wanted stream was found
     std::atomic<int> m_quarterTurns = 0;
     std::atomic<bool> m_mirrored = false;
 };

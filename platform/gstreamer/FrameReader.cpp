@@ -1,6 +1,7 @@
 #include "platform/gstreamer/FrameReader.h"
 
 #include "platform/gstreamer/SampleTiming.h"
+#include "platform/gstreamer/TrackOrientation.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,6 +15,8 @@ namespace
 /// How much later than wanted a seek asks for a key frame. Demuxers go back to where a packet of sound begins
 /// that overlaps the time asked for, and from a key frame at that time thus to the one before it.
 constexpr Nanoseconds packetOfSound = 48 * millisecond;
+/// How long nothing has to come of what broke off until nothing is expected any more.
+constexpr auto quietAfterFailure = std::chrono::seconds(2);
 
 } // namespace
 
@@ -27,6 +30,8 @@ void FrameReader::open()
 {
     m_pipeline = std::make_unique<DecodePipeline>(m_file, DecodePipeline::Content::pictures, m_wake);
     m_untouched = true;
+    m_readsOn = true;
+    m_patience.reset();
 }
 
 void FrameReader::showFrom(Nanoseconds time)
@@ -86,14 +91,15 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
     if (!m_pipeline && !m_seekPending)
         return Step::end;
     if (m_seekPending && !seekToGoal())
-        return m_pipeline->failed() || m_pipeline->atEnd() ? Step::failed : Step::waiting;
+        return isOver() ? Step::failed : Step::waiting;
     // Asked before pulling: a sample that arrives in between must not be taken for missing.
-    const bool over = m_pipeline->failed() || m_pipeline->atEnd();
+    const bool over = isOver();
     Picture picture;
     picture.sample = m_pipeline->tryPull();
     if (!picture.sample)
         return over ? endOfStream(frame) : Step::waiting;
     m_untouched = false;
+    m_patience.reset();
     picture.duration = sampleDuration(picture.sample.get());
     picture.time = sampleTime(picture.sample.get());
     if (picture.time < 0)
@@ -104,29 +110,50 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
     return m_goal ? approach(std::move(picture), frame) : deliver(std::move(picture), frame);
 }
 
+/// Whether nothing follows what can be pulled. An error may overtake the frames that are on their way through
+/// the decoder. It mostly has the end of the stream follow them, but not where the decoder itself gave up.
+bool FrameReader::isOver()
+{
+    if (m_pipeline->atEnd() || m_pipeline->isHopeless())
+        return true;
+    if (!m_pipeline->failed())
+        return false;
+    const auto now = std::chrono::steady_clock::now();
+    if (!m_patience)
+        m_patience = now + quietAfterFailure;
+    return now >= *m_patience;
+}
+
 /// False when the pipeline has not come far enough to seek.
 bool FrameReader::seekToGoal()
 {
-    if (!m_pipeline || (m_pipeline->failed() && m_pipeline->started()))
+    if (!m_pipeline || (m_pipeline->failed() && !m_untouched))
         open(); // what broke off is read afresh
-    if (m_untouched && m_goal->time <= halfUnit)
+    // What breaks off at once cannot seek, but what there is of it can be read.
+    if (m_untouched && (m_goal->time <= halfUnit || m_pipeline->failed()))
         m_seekTime = 0;
     else if (!m_pipeline->started())
         return false;
-    else
-        seek();
+    else if (!seek() && !m_untouched)
+        open(); // what cannot seek is read from its beginning again
     m_seekPending = false;
     m_lastTime = -1;
     return true;
 }
 
-void FrameReader::seek()
+/// False when the stream cannot seek at all, so that it has to be read from its beginning.
+bool FrameReader::seek()
 {
     m_readsOn = !m_goal->keyFrameOnly;
     const bool sought = m_readsOn ? m_pipeline->seekToKeyFrame(m_seekTime)
                                   : m_pipeline->seekToOneKeyFrame(m_seekTime, m_goal->time);
-    if (!sought && m_seekTime > 0)
-        m_pipeline->seekToKeyFrame(m_seekTime = 0);
+    if (!sought && !m_pipeline->seekToKeyFrame(m_seekTime = 0)) {
+        m_readsOn = true;
+        return false;
+    }
+    m_untouched = false;
+    m_patience.reset();
+    return true;
 }
 
 /// For times shortly before a key frame, for streams without an index, whose seeks land somewhere near, and
@@ -174,9 +201,20 @@ FrameReader::Step FrameReader::endOfStream(PlanarFramePtr& frame)
 
 FrameReader::Step FrameReader::deliver(Picture picture, PlanarFramePtr& frame)
 {
-    const Orientation orientation = m_upright ? m_pipeline->orientation() : Orientation();
-    frame = m_scaler.scale(picture.sample.get(), orientation, picture.time, picture.duration);
+    frame = m_scaler.scale(picture.sample.get(), orientation(), picture.time, picture.duration);
     return frame ? Step::frame : Step::working;
+}
+
+Orientation FrameReader::orientation()
+{
+    if (!m_upright)
+        return {};
+    const Orientation told = m_pipeline->orientation();
+    if (told != Orientation())
+        return told;
+    if (!m_overlooked)
+        m_overlooked = overlookedOrientation(m_file);
+    return *m_overlooked;
 }
 
 } // namespace stackreel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/gstreamer/Clock.h"
 #include "platform/gstreamer/DecodePipeline.h"
 #include "platform/gstreamer/FrameScaler.h"
 #include "platform/gstreamer/PlanarFrame.h"
@@ -22,7 +23,7 @@ class FrameReader
 {
 public:
     enum class Step {
-        waiting, ///< nothing can be done until `wake` is called
+        waiting, ///< nothing can be done until `wake` is called, or at `deadline`
         working, ///< some progress was made; go on
         frame,   ///< the next frame
         end,     ///< no frame follows; the stream ended, or broke off
@@ -50,6 +51,11 @@ public:
 
     /// Does one bit of work; on `Step::frame` the frame is in `frame`.
     Step step(PlanarFramePtr& frame);
+    /// When to look again although nobody woke; none but while it is unclear whether frames are still to come
+    /// of what broke off.
+    std::optional<Clock::Instant> deadline() const { return m_patience; }
+    /// Reading stopped early, so that there may be more than was delivered.
+    bool brokeOff() const { return m_pipeline && m_pipeline->failed(); }
 
     /// Whether frames are turned upright, as they are at first. To be set before the first one.
     void setUpright(bool upright) { m_upright = upright; }
@@ -73,8 +79,10 @@ private:
 
     void setGoal(Goal goal);
     void open();
+    bool isOver();
     bool seekToGoal();
-    void seek();
+    bool seek();
+    Orientation orientation();
     Step seekEarlier();
     Step approach(Picture picture, PlanarFramePtr& frame);
     Step endOfStream(PlanarFramePtr& frame);
@@ -90,6 +98,8 @@ private:
     bool m_seekPending = false;
     bool m_readsOn = true;   ///< the stream goes on behind the goal
     bool m_untouched = true; ///< just opened: reading from the beginning needs no seek
+    std::optional<Clock::Instant> m_patience;
+    std::optional<Orientation> m_overlooked; ///< see `overlookedOrientation`; none until it was looked up
     Nanoseconds m_seekTime = 0;
     Nanoseconds m_stepBack = 0;  ///< how far before the goal the seek went; negative when after it
     Nanoseconds m_lastTime = -1; ///< of the sample last read since the seek

@@ -1,11 +1,30 @@
 #include "platform/gstreamer/GstQueuePlayer.h"
 
 #include "platform/gstreamer/PlayerEngine.h"
+#include "platform/gstreamer/ThreadReaper.h"
 
 #include <algorithm>
+#include <system_error>
+#include <utility>
 
 namespace stackreel
 {
+
+namespace
+{
+
+/// The engine's own thread may be gone by now, and whoever drops the last reference waits for the presenter's
+/// thread and for whatever the decoder's closing takes. That must not be the main thread.
+void leaveTheLast(std::shared_ptr<PlayerEngine> engine) noexcept
+{
+    try {
+        runDetached([engine = std::move(engine)] {});
+    } catch (const std::system_error&) {
+        // No thread is to be had, so there is nobody else who could wait.
+    }
+}
+
+} // namespace
 
 GstQueuePlayer::GstQueuePlayer(MakeSoundSink makeSoundSink)
     : m_observers(std::make_shared<TimeObservers>()),
@@ -19,6 +38,7 @@ GstQueuePlayer::~GstQueuePlayer()
     m_observers->close();
     m_engine->presenter().setOutput(nullptr);
     m_engine->order([](PlayerOrders& orders) { orders.quit = true; });
+    leaveTheLast(std::move(m_engine));
 }
 
 /// Numbers whatever makes the playhead jump; reports from before are of no interest any more.

@@ -40,7 +40,7 @@ struct HeadFiller::Job {
             if (step == LoopFeeder::Step::failed || step == LoopFeeder::Step::finished)
                 break;
             if (step == LoopFeeder::Step::waiting)
-                wakeUp.wait();
+                wakeUp.wait(feeder.deadline());
         }
         return feeder.kept();
     }

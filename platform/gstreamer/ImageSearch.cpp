@@ -77,7 +77,7 @@ PlanarFramePtr ImageSearch::read()
         case FrameReader::Step::working:
             break;
         case FrameReader::Step::waiting:
-            m_wakeUp.wait();
+            m_wakeUp.wait(m_reader.deadline());
             break;
         default:
             m_last.reset();

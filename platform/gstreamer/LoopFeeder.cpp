@@ -74,14 +74,21 @@ LoopFeeder::Step LoopFeeder::step(QueuedFrame& next)
     case FrameReader::Step::frame:
         return accept(frame, next);
     case FrameReader::Step::end:
-        return endOfRange(endOfMedia(), next);
     case FrameReader::Step::failed:
-        return m_last ? endOfRange(endOfMedia(), next) : Step::failed;
+        // Begun again, a range without a single frame would be over at once, over and over.
+        return m_last ? endOfPictures(next) : Step::failed;
     case FrameReader::Step::working:
         return Step::working;
     default:
         return Step::waiting;
     }
+}
+
+std::optional<Clock::Instant> LoopFeeder::deadline() const
+{
+    if (m_finished || m_parked || m_replayed)
+        return std::nullopt;
+    return m_reader.deadline();
 }
 
 LoopFeeder::Step LoopFeeder::replay(QueuedFrame& next)
@@ -108,6 +115,14 @@ LoopFeeder::Step LoopFeeder::accept(const PlanarFramePtr& frame, QueuedFrame& ne
     return Step::frame;
 }
 
+/// The file shows no frame any more before the range's end.
+LoopFeeder::Step LoopFeeder::endOfPictures(QueuedFrame& next)
+{
+    if (m_reader.brokeOff() && m_collecting)
+        m_kept = std::exchange(m_collecting, nullptr); // the next time there may be more
+    return endOfRange(endOfMedia(), next);
+}
+
 LoopFeeder::Step LoopFeeder::endOfRange(Nanoseconds end, QueuedFrame& next)
 {
     if (m_collecting) {
@@ -132,6 +147,9 @@ void LoopFeeder::beginAgain()
     m_entry = m_range.start;
     if (m_adopted)
         m_kept = std::exchange(m_adopted, nullptr);
+    if (m_dropsOutdated && m_kept && m_kept->box != m_reader.box())
+        m_kept.reset();
+    m_replayed.reset();
     if (m_kept && !m_kept->frames.empty()) {
         m_replayed = 0;
         if (!m_kept->complete)

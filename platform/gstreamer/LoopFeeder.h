@@ -22,7 +22,7 @@ class LoopFeeder
 {
 public:
     enum class Step {
-        waiting,  ///< nothing can be done until the reader wakes
+        waiting,  ///< nothing can be done until the reader wakes, or at `deadline`
         working,  ///< go on
         frame,    ///< the next frame
         finished, ///< the range was played and is not repeated
@@ -37,6 +37,8 @@ public:
     void beginAt(Nanoseconds time);
     /// Does one bit of work; on `Step::frame` the result is in `next`.
     Step step(QueuedFrame& next);
+    /// As the reader's, while frames are taken from it.
+    std::optional<Clock::Instant> deadline() const;
 
     /// The range is not begun again any more.
     void stopRepeating() { m_repeating = false; }
@@ -44,6 +46,9 @@ public:
     void finish() { m_finished = true; }
     /// Takes the range's first frames, made elsewhere, from the next beginning of the range on.
     void adopt(std::shared_ptr<const KeptFrames> kept) { m_adopted = std::move(kept); }
+    /// Nothing will be adopted: frames kept in another size than is shown now are not used any more. Until
+    /// then they are, since a range that begins again a bit blurred is better than one that comes late.
+    void dropOutdated() { m_dropsOutdated = true; }
 
     /// The first frames of the range as far as they were gathered; none before that is done.
     std::shared_ptr<const KeptFrames> kept() const { return m_kept; }
@@ -58,6 +63,7 @@ public:
 private:
     Step replay(QueuedFrame& next);
     Step accept(const PlanarFramePtr& frame, QueuedFrame& next);
+    Step endOfPictures(QueuedFrame& next);
     Step endOfRange(Nanoseconds end, QueuedFrame& next);
     Nanoseconds endOfMedia() const;
     void beginAgain();
@@ -71,6 +77,7 @@ private:
     bool m_repeating = true;
     bool m_parked = false;
     bool m_outside = false;
+    bool m_dropsOutdated = false;
     bool m_finished = false;
     Nanoseconds m_base = 0; ///< played time at which the present run through the range began
     std::uint64_t m_iteration = 0;

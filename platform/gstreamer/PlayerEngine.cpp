@@ -2,6 +2,7 @@
 
 #include "platform/gstreamer/ThreadReaper.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -141,8 +142,13 @@ void PlayerEngine::obeyBox(PictureSize box)
         m_reader->setBox(box);
         m_boxSince = std::chrono::steady_clock::now();
         // Standing still, the picture is made again in its new size.
-        if (m_feeder && !m_presenter.isRunning() && m_seeks.isIdle())
-            m_seeks.want({m_presenter.position(), m_orders.seek.number}, m_boxSince);
+        if (!m_feeder || m_presenter.isRunning() || !m_seeks.isIdle())
+            return;
+        Nanoseconds shown = m_presenter.position();
+        // Behind the end there is another picture, from which a player that plays would begin again.
+        if (m_presenter.hasEnded())
+            shown = std::max(shown - 2 * halfUnit, m_feeder->range().start);
+        m_seeks.want({shown, m_orders.seek.number}, m_boxSince);
     }
 }
 
@@ -172,7 +178,7 @@ bool PlayerEngine::feed()
         if (!m_seeks.isFlying() && !m_presenter.hasRoom(m_feeder->replaysAll()))
             return false;
         QueuedFrame frame;
-        switch (m_feeder->step(frame)) {
+        switch (takeStep(frame)) {
         case LoopFeeder::Step::frame:
             deliver(std::move(frame));
             break;
@@ -186,6 +192,15 @@ bool PlayerEngine::feed()
         }
     }
     return true;
+}
+
+LoopFeeder::Step PlayerEngine::takeStep(QueuedFrame& frame)
+{
+    try {
+        return m_feeder->step(frame);
+    } catch (const std::runtime_error&) {
+        return LoopFeeder::Step::failed; // what is opened again may lack what it had the first time
+    }
 }
 
 void PlayerEngine::deliver(QueuedFrame frame)

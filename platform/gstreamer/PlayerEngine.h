@@ -45,10 +45,13 @@ private:
     void obeyBox(PictureSize box);
     void obeySeek(const PlayerOrders& orders);
     bool feed();
+    LoopFeeder::Step takeStep(QueuedFrame& frame);
     void deliver(QueuedFrame frame);
     void giveUp();
     void tendSeek();
     void tendHead();
+    void startFiller();
+    bool wantsHead() const;
     void tendRunning();
     void tendEnd();
     bool isFrameAwaited() const;

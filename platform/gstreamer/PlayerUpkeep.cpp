@@ -2,6 +2,8 @@
 
 #include "platform/gstreamer/PlayerEngine.h"
 
+#include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace stackreel
@@ -28,6 +30,8 @@ void PlayerEngine::tendHead()
         m_fillerUseless = !kept;
         if (kept && m_feeder)
             m_feeder->adopt(kept);
+        else if (m_feeder)
+            m_feeder->dropOutdated();
         m_filler.reset();
     }
     if (!m_feeder || m_failed || m_seeks.isFlying() || !m_orders.playing || !m_feeder->needsHead()) {
@@ -38,9 +42,26 @@ void PlayerEngine::tendHead()
     const bool settled = std::chrono::steady_clock::now() - m_boxSince >= sizeSettles;
     if (m_filler && m_filler->box() != m_reader->box())
         m_filler.reset();
-    if (!m_filler && !m_fillerUseless && settled && m_orders.loop && m_orders.loop->repeating)
+    if (settled && wantsHead())
+        startFiller();
+}
+
+void PlayerEngine::startFiller()
+{
+    try {
         m_filler = std::make_unique<HeadFiller>(m_readerFile, m_feeder->range(), m_reader->box(), keptBytes,
                                                 [this] { m_wakeUp.notify(); });
+    } catch (const std::system_error&) {
+        m_fillerUseless = true; // no thread is to be had; the range begins again as well as it can
+        m_feeder->dropOutdated();
+    }
+}
+
+/// Whether the range's first frames are still to be gathered.
+bool PlayerEngine::wantsHead() const
+{
+    return m_feeder && !m_failed && m_orders.playing && m_orders.loop && m_orders.loop->repeating &&
+           m_feeder->needsHead() && !m_filler && !m_fillerUseless;
 }
 
 /// Starting shortly before the range's end, the loop would stand still there until its first frames are
@@ -118,13 +139,17 @@ void PlayerEngine::tendEnd()
 
 std::optional<Clock::Instant> PlayerEngine::nextDeadline() const
 {
-    if (m_closing)
-        return m_closing;
-    if (const auto deadline = m_seeks.deadline())
-        return deadline;
-    if (m_feeder && m_orders.playing && m_feeder->needsHead() && !m_filler && !m_fillerUseless)
-        return std::max(m_boxSince + sizeSettles, std::chrono::steady_clock::now() + 50ms);
-    return std::nullopt;
+    std::optional<Clock::Instant> next = m_closing;
+    const auto consider = [&next](std::optional<Clock::Instant> other) {
+        if (other && (!next || *other < *next))
+            next = other;
+    };
+    consider(m_seeks.deadline());
+    if (m_feeder && !m_failed)
+        consider(m_feeder->deadline());
+    if (wantsHead())
+        consider(std::max(m_boxSince + sizeSettles, std::chrono::steady_clock::now() + 50ms));
+    return next;
 }
 
 } // namespace stackreel

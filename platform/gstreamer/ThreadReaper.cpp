@@ -4,7 +4,9 @@
 #include <list>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
+#include <utility>
 
 namespace stackreel
 {
@@ -17,8 +19,9 @@ class ThreadReaper
 public:
     ~ThreadReaper()
     {
-        for (Entry& entry : m_entries)
-            entry.thread.join();
+        // Those still running may run others themselves until they have ended.
+        while (std::optional<std::thread> thread = takeOne())
+            thread->join();
     }
 
     void run(std::function<void()> body)
@@ -43,6 +46,16 @@ private:
         std::shared_ptr<std::atomic<bool>> over;
         std::thread thread;
     };
+
+    std::optional<std::thread> takeOne()
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_entries.empty())
+            return std::nullopt;
+        std::thread thread = std::move(m_entries.front().thread);
+        m_entries.pop_front();
+        return thread;
+    }
 
     std::mutex m_mutex;
     std::list<Entry> m_entries;

@@ -43,7 +43,7 @@ public:
             case FrameReader::Step::working:
                 break;
             default:
-                m_wakeUp.wait();
+                m_wakeUp.wait(reader.deadline());
             }
         }
     }

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace stackreel
@@ -55,7 +56,7 @@ public:
             default:
                 if (feeder.parked())
                     return std::nullopt;
-                m_wakeUp.wait();
+                m_wakeUp.wait(feeder.deadline());
             }
         }
     }
@@ -245,6 +246,42 @@ TEST(LoopFeeder, repeatsUpToWhereATruncatedFileBreaksOff)
             ASSERT_EQ(number, last + 1);
         last = number;
     }
+}
+
+TEST(LoopFeeder, failsWhereNoFrameCanBeConverted)
+{
+    // Pixels so wide that without a limit to their size pictures outgrow all memory.
+    const std::string square("pasp\0\0\0\1", 8);
+    const std::string widest("pasp\0\0\xc2\x2f", 8);
+    Feeding feeding(renamedCodec(shortInterval.file(), "widest-pixels.mp4", square, widest), rangeOf(0, 1),
+                    plenty);
+    feeding.reader.setBox({0, 0});
+    feeding.feeder.beginAt(0);
+    EXPECT_FALSE(feeding.next());
+    feeding.reader.setBox({320, 180});
+    feeding.feeder.beginAt(0);
+    EXPECT_TRUE(feeding.next()) << "in a size that is possible there is a picture";
+}
+
+TEST(LoopFeeder, beginsAgainWithOutdatedFramesOnlyAsLongAsOthersMayCome)
+{
+    Feeding feeding(longInterval.file(), rangeOf(2, 2.5), plenty);
+    feeding.feeder.beginAt(fromSeconds(2));
+    const auto widthInNextRun = [&feeding] {
+        std::optional<QueuedFrame> frame = feeding.next();
+        for (const auto run = frame->iteration; frame->iteration == run;)
+            frame = feeding.next();
+        return GST_VIDEO_INFO_WIDTH(&frame->frame->info);
+    };
+    EXPECT_EQ(widthInNextRun(), 320);
+    feeding.reader.setBox({160, 90});
+    EXPECT_TRUE(feeding.feeder.needsHead());
+    EXPECT_EQ(widthInNextRun(), 320) << "without a gap";
+    feeding.feeder.dropOutdated();
+    EXPECT_EQ(widthInNextRun(), 160);
+    EXPECT_FALSE(feeding.feeder.needsHead());
+    EXPECT_EQ(widthInNextRun(), 160);
+    EXPECT_TRUE(feeding.feeder.replaysAll());
 }
 
 } // namespace stackreel

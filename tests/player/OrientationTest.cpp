@@ -1,8 +1,13 @@
 #include "platform/gstreamer/Orientation.h"
 
+#include "platform/gstreamer/TrackOrientation.h"
+#include "tests/player/MarkedClip.h"
+#include "tests/player/Quarters.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
 #include <string>
 
 namespace stackreel
@@ -54,6 +59,27 @@ TEST(Orientation, readsTheTagAndTurnsPicturesByIt)
         EXPECT_EQ(orientationFromTag(row.tag), row.orientation) << row.tag;
         EXPECT_EQ(turned(row.orientation), row.picture) << row.tag;
     }
+}
+
+TEST(TrackOrientation, isUprightForWhatIsNoFilmAndForABrokenOne)
+{
+    const auto clip = turnedCopy(quartersClip.file(), "quarters-overlooked.mp4", {0, -1, -1, 0});
+    ASSERT_EQ(overlookedOrientation(clip), (Orientation{1, true}));
+    const auto size = std::filesystem::file_size(clip);
+    const std::string endlessBoxes("\0\0\0\0moov", 8);
+    const std::filesystem::path files[] = {
+        quartersClip.file(),
+        turnedCopy(clip, "quarters-turned-back.mp4", {0, 1, 1, 0}),
+        truncatedCopy(clip, "quarters-truncated.mp4", size / 2),
+        plainFile("no-boxes.mp4", ""),
+        plainFile("words.mp4", "no film at all, only words and words and words"),
+        plainFile("zeroes.mp4", std::string(100'000, '\0')),
+        plainFile("endless-boxes.mp4", endlessBoxes + endlessBoxes + endlessBoxes),
+        "/missing/file.mp4",
+        "/tmp",
+    };
+    for (const auto& file : files)
+        EXPECT_EQ(overlookedOrientation(file), Orientation()) << file;
 }
 
 } // namespace stackreel

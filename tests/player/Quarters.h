@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/playback/VideoFrame.h"
+#include "tests/player/MarkedClip.h"
+
+#include <array>
+#include <cstddef>
+
+namespace stackreel
+{
+
+/// A clip whose four quarters are of different brightness, so that it tells how it was turned and mirrored.
+inline const MarkedClip quartersClip{
+    .name = "quarters.mp4", .frames = 5, .luma = "60+40*gte(X\\,W/2)+80*gte(Y\\,H/2)"};
+
+/// The eight ways to turn and to mirror a picture by quarter turns, for `turnedCopy`.
+inline constexpr std::array<std::array<int, 4>, 8> allTurns = {{{1, 0, 0, 1},
+                                                                {0, 1, -1, 0},
+                                                                {-1, 0, 0, -1},
+                                                                {0, -1, 1, 0},
+                                                                {-1, 0, 0, 1},
+                                                                {1, 0, 0, -1},
+                                                                {0, 1, 1, 0},
+                                                                {0, -1, -1, 0}}};
+
+/// The green of the middles of a picture's quarters, row by row.
+inline std::array<int, 4> quarters(const VideoFrame& frame)
+{
+    std::array<int, 4> levels{};
+    for (std::size_t i = 0; i < 4; ++i) {
+        const int x = (i % 2 == 0 ? 1 : 3) * frame.width / 4;
+        const int y = (i < 2 ? 1 : 3) * frame.height / 4;
+        levels.at(i) = std::to_integer<int>(frame.pixels[y * frame.bytesPerLine + x * 4 + 1]);
+    }
+    return levels;
+}
+
+} // namespace stackreel
