@@ -1,6 +1,7 @@
 #include "platform/gstreamer/DecodePipeline.h"
 
 #include "platform/ThreadUrgency.h"
+#include "platform/gstreamer/Downmix.h"
 #include "platform/gstreamer/Handover.h"
 
 #include <gst/video/video.h>
@@ -195,6 +196,8 @@ void DecodePipeline::onPadAdded(GstElement*, GstPad* pad, gpointer self)
     const std::string_view name = gst_structure_get_name(gst_caps_get_structure(caps.get(), 0));
     if (name.substr(0, std::strlen(that->m_mediaType)) != that->m_mediaType)
         return;
+    if (that->m_entry != that->m_sink)
+        mixUnplacedChannels(that->m_entry, caps.get());
     that->m_linked = gst_pad_link(pad, entry.get()) == GST_PAD_LINK_OK;
 }
 

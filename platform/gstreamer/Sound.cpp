@@ -17,7 +17,7 @@ namespace
 using namespace std::chrono_literals;
 
 /// How long before its moment a piece is handed to the device. More would be heard after the pictures' clock
-/// had to wait for a late frame, less might come too late for the device.
+/// had to wait for a late frame, less might come too late for the device, which takes sound 60 ms ahead.
 constexpr Nanoseconds lead = 150 * millisecond;
 /// How often the clock is looked at.
 constexpr auto rhythm = 20ms;
@@ -68,19 +68,28 @@ struct Sound::Job {
     void run()
     {
         for (Plan now = read(); !now.quit; now = read()) {
-            if (!now.audible || now.file.empty()) {
-                close();
-                wakeUp.wait();
-            } else if (!prepare(now)) {
-                wakeUp.wait();
-            } else if (!clock->isRunning()) {
-                pause();
-                wakeUp.wait(std::chrono::steady_clock::now() + rhythm);
-            } else if (!advance(now)) {
-                wakeUp.wait(std::chrono::steady_clock::now() + rhythm);
+            try {
+                tend(now);
+            } catch (const std::runtime_error&) {
+                giveUp();
             }
         }
         close();
+    }
+
+    void tend(const Plan& now)
+    {
+        if (!now.audible || now.file.empty()) {
+            close();
+            wakeUp.wait();
+        } else if (!prepare(now)) {
+            wakeUp.wait();
+        } else if (!clock->isRunning()) {
+            pause();
+            wakeUp.wait(std::chrono::steady_clock::now() + rhythm);
+        } else if (!advance(now)) {
+            wakeUp.wait(std::chrono::steady_clock::now() + rhythm);
+        }
     }
 
     void close()
@@ -94,6 +103,15 @@ struct Sound::Job {
         useless = false;
     }
 
+    /// Until something else is opened, or it is to be heard again.
+    void giveUp()
+    {
+        const std::uint64_t opening = opened;
+        close();
+        opened = opening;
+        useless = true;
+    }
+
     void pause()
     {
         output->silence();
@@ -101,25 +119,20 @@ struct Sound::Job {
         begunAt.reset();
     }
 
-    /// Opens what is to be heard and the device; false when that is not to be had.
+    /// Opens what is to be heard and then the device; false as long as that is not to be had.
     bool prepare(const Plan& now)
     {
         if (opened != now.opening) {
             close();
             opened = now.opening;
-            try {
-                reader = std::make_unique<SoundReader>(now.file, [this] { wakeUp.notify(); });
-                feeder = std::make_unique<SoundFeeder>(*reader);
-                output = std::make_unique<SoundOutput>(makeSink);
-            } catch (const std::runtime_error&) {
-                useless = true;
-            }
+            reader = std::make_unique<SoundReader>(now.file, [this] { wakeUp.notify(); });
+            feeder = std::make_unique<SoundFeeder>(*reader);
         }
-        if (!useless && output->failed()) {
-            output.reset();
-            useless = true;
-        }
-        return !useless;
+        if (!useless && !output && reader->started())
+            output = std::make_unique<SoundOutput>(makeSink);
+        if (!useless && (output ? output->failed() : reader->isEmpty()))
+            giveUp();
+        return !useless && output;
     }
 
     /// Hands over the next piece when its time has come; false when there is nothing to do at once.
@@ -168,11 +181,6 @@ void Sound::open(const std::filesystem::path& file, LoopRange range)
         plan.runs = SoundRuns(range);
         ++plan.opening;
     });
-}
-
-void Sound::close()
-{
-    m_job->change([](Job::Plan& plan) { plan.file.clear(); });
 }
 
 void Sound::jump(const QueuedFrame& frame)

@@ -13,7 +13,8 @@ namespace stackreel
 
 /// The sound that goes with a player's pictures, on a thread of its own: decoded by a pipeline of its own and
 /// played in step with the pictures' clock, which never waits for it. Whatever goes wrong with sound leaves
-/// silence. While nothing is to be heard, nothing is decoded and no device is open.
+/// silence. While nothing is to be heard, nothing is decoded and no device is open, nor is one for a file
+/// that has no sound.
 ///
 /// The calls return at once; all are made on one thread.
 class Sound
@@ -27,8 +28,6 @@ public:
 
     /// The pictures are those of a range of a file from now on.
     void open(const std::filesystem::path& file, LoopRange range);
-    /// There is nothing to hear any more.
-    void close();
     /// The pictures jump to a frame.
     void jump(const QueuedFrame& frame);
     /// A frame was queued after those before it.

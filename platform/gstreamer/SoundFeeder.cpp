@@ -1,14 +1,21 @@
 #include "platform/gstreamer/SoundFeeder.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace stackreel
 {
 
 namespace
 {
 
-constexpr std::size_t mostKeptSamples = (16U << 20) / sizeof(std::int16_t);
 /// Half of the time between two samples.
 constexpr Nanoseconds tick = second / SoundPiece::rate / 2;
+/// How far from the end of the piece before it one may claim to begin that follows it. Some containers have
+/// stamps in whole milliseconds, and cut by these a sample or two would be lost at every other piece.
+constexpr Nanoseconds coarsestStamp = 5 * millisecond;
+/// Runs in which reading breaks off, after which what they had is taken for all there is.
+constexpr int enoughBrokenRuns = 3;
 
 } // namespace
 
@@ -26,6 +33,7 @@ void SoundFeeder::enter(const SoundRuns::Run& run, Nanoseconds position, const L
 {
     m_run = run;
     m_position = position;
+    m_inMidst = false;
     m_over = false;
     m_replayed.reset();
     m_collecting = !m_complete && position <= range.start + tick;
@@ -55,6 +63,7 @@ SoundFeeder::Step SoundFeeder::step(const SoundRuns& runs, DuePiece& next)
     default:
         break;
     }
+    join(piece);
     if (piece.position >= end) {
         m_over = true;
         return Step::working;
@@ -63,9 +72,17 @@ SoundFeeder::Step SoundFeeder::step(const SoundRuns& runs, DuePiece& next)
     if (piece.isEmpty())
         return Step::working;
     m_position = piece.end();
+    m_inMidst = true;
     next.due = m_run->base + piece.position - runs.range().start;
     next.piece = std::move(piece);
     return Step::piece;
+}
+
+/// Within a run, pieces follow one another without a gap or an overlap.
+void SoundFeeder::join(SoundPiece& piece) const
+{
+    if (m_inMidst && !piece.isEmpty() && std::abs(piece.position - m_position) < coarsestStamp)
+        piece.position = m_position;
 }
 
 /// Goes over to the next run as soon as that is known. Sound that fell behind by more than a run leaves out
@@ -75,9 +92,18 @@ SoundFeeder::Step SoundFeeder::leave(const SoundRuns& runs)
     const SoundRuns::Run* following = runs.after(m_run->iteration);
     if (!following)
         return Step::waiting;
-    m_complete = m_complete || m_collecting;
+    keepRun();
     enter(*following, following->from, runs.range());
     return Step::working;
+}
+
+/// What is kept of the run under way is all of the range from now on, if it is. Where reading broke off, it
+/// may get further another time.
+void SoundFeeder::keepRun()
+{
+    if (m_complete || !m_collecting)
+        return;
+    m_complete = !m_reader.brokeOff() || ++m_brokenRuns >= enoughBrokenRuns;
 }
 
 SoundReader::Step SoundFeeder::read(SoundPiece& piece)
@@ -91,7 +117,7 @@ SoundReader::Step SoundFeeder::read(SoundPiece& piece)
     const SoundReader::Step step = m_reader.step(piece);
     if (step == SoundReader::Step::piece && m_collecting) {
         m_keptSamples += piece.samples.size();
-        m_collecting = m_keptSamples <= mostKeptSamples;
+        m_collecting = m_keptSamples <= m_budget;
         if (m_collecting)
             m_kept.push_back(piece);
         else

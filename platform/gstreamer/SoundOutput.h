@@ -16,7 +16,8 @@ using MakeSoundSink = std::function<GstElementPtr()>;
 /// The system's sound device, or nothing where there is none.
 GstElementPtr makeSystemSoundSink();
 
-/// Plays pieces of sound, each at its moment. One thread; calls may take as long as the sound device does.
+/// Plays pieces of sound, each at its moment, of which no more than a second waits for the device. One
+/// thread; opening and closing may take as long as the sound device does, playing does not.
 class SoundOutput
 {
 public:
@@ -34,6 +35,7 @@ public:
     void silence();
 
 private:
+    static void onElementAdded(GstBin* bin, GstBin* parent, GstElement* element, gpointer self);
     static GstBusSyncReply onMessage(GstBus* bus, GstMessage* message, gpointer self);
 
     GstElementPtr m_pipeline;

@@ -2,13 +2,19 @@
 
 #include "platform/gstreamer/SampleTiming.h"
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace stackreel
 {
 
 namespace
 {
+
+/// How much earlier than wanted reading begins. Decoders and resamplers blend each piece into the next, and
+/// the first after a seek with nothing.
+constexpr Nanoseconds warmUp = 100 * millisecond;
 
 SoundPiece pieceOf(GstSample* sample)
 {
@@ -26,30 +32,44 @@ SoundPiece pieceOf(GstSample* sample)
 
 } // namespace
 
-SoundReader::SoundReader(const std::filesystem::path& file, std::function<void()> wake)
-    : m_pipeline(file, DecodePipeline::Content::sound, std::move(wake))
+SoundReader::SoundReader(std::filesystem::path file, std::function<void()> wake)
+    : m_file(std::move(file)), m_wake(std::move(wake))
 {
+    open();
+}
+
+void SoundReader::open()
+{
+    m_pipeline = std::make_unique<DecodePipeline>(m_file, DecodePipeline::Content::sound, m_wake);
 }
 
 void SoundReader::beginAt(Nanoseconds time)
 {
     m_from = time;
     m_seekPending = true;
+    if (m_pipeline->failed() && m_pipeline->started())
+        open();
+}
+
+bool SoundReader::isEmpty() const
+{
+    const bool over = m_pipeline->failed() || m_pipeline->atEnd();
+    return over && !m_pipeline->started();
 }
 
 SoundReader::Step SoundReader::step(SoundPiece& piece)
 {
     // Asked before pulling: what arrives in between must not be taken for missing.
-    const bool over = m_pipeline.failed() || m_pipeline.atEnd();
+    const bool over = m_pipeline->failed() || m_pipeline->atEnd();
     if (m_seekPending) {
-        if (!m_pipeline.started())
+        if (!m_pipeline->started())
             return over ? Step::end : Step::waiting;
         m_seekPending = false;
-        if (!m_pipeline.seekToSample(m_from))
+        if (!m_pipeline->seekToSample(std::max<Nanoseconds>(m_from - warmUp, 0)))
             return Step::end;
         return Step::waiting;
     }
-    const GstSamplePtr sample = m_pipeline.tryPull();
+    const GstSamplePtr sample = m_pipeline->tryPull();
     if (!sample)
         return over ? Step::end : Step::waiting;
     piece = pieceOf(sample.get());

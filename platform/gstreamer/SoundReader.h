@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 
 namespace stackreel
 {
@@ -21,14 +22,26 @@ public:
 
     /// Opens the file. `wake` as with `DecodePipeline`. Throws `std::runtime_error` when GStreamer lacks an
     /// element.
-    SoundReader(const std::filesystem::path& file, std::function<void()> wake);
+    SoundReader(std::filesystem::path file, std::function<void()> wake);
 
-    /// Goes on from a time on the file's time line.
+    /// Goes on from shortly before a time on the file's time line, in a file that broke off from a fresh
+    /// start.
     void beginAt(Nanoseconds time);
     Step step(SoundPiece& piece);
 
+    /// Something was decoded.
+    bool started() const { return m_pipeline->started(); }
+    /// The file has no sound that can be decoded.
+    bool isEmpty() const;
+    /// Reading broke off where there may be more sound.
+    bool brokeOff() const { return m_pipeline->failed(); }
+
 private:
-    DecodePipeline m_pipeline;
+    void open();
+
+    std::filesystem::path m_file;
+    std::function<void()> m_wake;
+    std::unique_ptr<DecodePipeline> m_pipeline;
     bool m_seekPending = false;
     Nanoseconds m_from = 0;
 };

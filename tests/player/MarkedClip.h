@@ -30,6 +30,15 @@ struct MarkedClip {
     std::filesystem::path file() const;
 };
 
+/// A clip of 4 seconds whose sound tells where it is: a sample's value is its time, 16 seconds being the
+/// loudest there is.
+inline const MarkedClip soundRamp{.name = "ramp.mov",
+                                  .frames = 120,
+                                  .keyInterval = 250,
+                                  .sound = true,
+                                  .tone = "aevalsrc='t/16|t/16':s=48000",
+                                  .output = "-c:a pcm_s16le"};
+
 /// A copy of a file with some bytes gone or spoiled. `name` is the copy's.
 std::filesystem::path truncatedCopy(const std::filesystem::path& file, const std::string& name,
                                     std::uintmax_t bytes);

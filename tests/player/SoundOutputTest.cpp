@@ -1,0 +1,68 @@
+#include "platform/gstreamer/SoundOutput.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+SoundPiece hundredthOfASecond()
+{
+    SoundPiece piece;
+    piece.samples.resize(2 * 480);
+    return piece;
+}
+
+GstElementPtr another(const GstElementPtr& element)
+{
+    return GstElementPtr(GST_ELEMENT(gst_object_ref(element.get())));
+}
+
+/// How much sound an output holds that ends in a sink.
+guint64 waitingBytes(GstElement* sink)
+{
+    const GstElementPtr pipeline(GST_ELEMENT(gst_element_get_parent(sink)));
+    GstIterator* sources = gst_bin_iterate_all_by_element_factory_name(GST_BIN(pipeline.get()), "appsrc");
+    GValue item = G_VALUE_INIT;
+    guint64 bytes = 0;
+    EXPECT_EQ(gst_iterator_next(sources, &item), GST_ITERATOR_OK);
+    g_object_get(g_value_get_object(&item), "current-level-bytes", &bytes, nullptr);
+    g_value_unset(&item);
+    gst_iterator_free(sources);
+    return bytes;
+}
+
+} // namespace
+
+TEST(SoundOutputTest, holdsNoMoreThanASecondForADeviceThatStalls)
+{
+    gst_init(nullptr, nullptr);
+    const GstElementPtr sink = makeElement("appsink"); // from which nobody takes anything
+    g_object_set(sink.get(), "sync", FALSE, "max-buffers", 1, nullptr);
+    SoundOutput output([&] { return another(sink); });
+    const SoundPiece piece = hundredthOfASecond();
+    for (int i = 0; i < 1000; ++i)
+        output.play(piece, Clock::Instant(i * std::chrono::milliseconds(10)));
+    EXPECT_LE(waitingBytes(sink.get()), 192000U);
+    EXPECT_GT(waitingBytes(sink.get()), 96000U);
+    output.silence();
+}
+
+TEST(SoundOutputTest, hasTheDeviceTakeLittleSoundAhead)
+{
+    gst_init(nullptr, nullptr);
+    const GstElementPtr sink = makeElement("pulsesink");
+    g_object_set(sink.get(), "server", "unix:/nowhere/at/all", nullptr);
+    const SoundOutput output([&] {
+        GstElementPtr bin(GST_ELEMENT(gst_object_ref_sink(gst_bin_new(nullptr))));
+        gst_bin_add(GST_BIN(bin.get()), sink.get());
+        return bin;
+    });
+    gint64 ahead = 0;
+    g_object_get(sink.get(), "buffer-time", &ahead, nullptr);
+    EXPECT_LE(ahead, 100'000) << "microseconds";
+}
+
+} // namespace stackreel
