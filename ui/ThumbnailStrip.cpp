@@ -5,12 +5,25 @@
 #include <QQuickWindow>
 #include <QSGImageNode>
 
+#include <chrono>
+
 namespace stackreel
 {
+
+namespace
+{
+
+// Pictures are scaled down well, which takes too long for each step in which a window is resized.
+constexpr std::chrono::milliseconds settlingTime{120};
+
+} // namespace
 
 ThumbnailStrip::ThumbnailStrip(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settlingTime);
+    connect(&m_settling, &QTimer::timeout, this, &QQuickItem::polish);
 }
 
 void ThumbnailStrip::setModel(WindowModel* model)
@@ -29,10 +42,11 @@ void ThumbnailStrip::setModel(WindowModel* model)
 void ThumbnailStrip::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
-    if (newGeometry.size() != oldGeometry.size())
+    if (m_row.isNull())
         polish();
-    else
-        update();
+    else if (newGeometry.size() != oldGeometry.size())
+        m_settling.start();
+    update();
 }
 
 void ThumbnailStrip::itemChange(ItemChange change, const ItemChangeData& data)

@@ -5,13 +5,15 @@
 #include <QImage>
 #include <QPointer>
 #include <QQuickItem>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 namespace stackreel
 {
 
 /// Shows the model's timeline thumbnails side by side, or placeholders while there are none. Drawn again only
-/// when the pictures, the size or the scale of the screen change. Main thread.
+/// when the pictures or the scale of the screen change, or when the size has; until it has settled the row is
+/// stretched. Main thread.
 class ThumbnailStrip : public QQuickItem
 {
     Q_OBJECT
@@ -35,6 +37,7 @@ protected:
 
 private:
     QPointer<WindowModel> m_model;
+    QTimer m_settling;
     QImage m_row;
     bool m_rowChanged = false;
 };
