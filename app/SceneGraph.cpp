@@ -1,5 +1,7 @@
 #include "app/SceneGraph.h"
 
+#include "platform/GraphicsDevice.h"
+
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
@@ -26,6 +28,8 @@ std::string_view rendererName(QOpenGLContext& context, QOffscreenSurface& surfac
 
 bool hasGraphicsProcessor()
 {
+    if (!hasGraphicsDevice())
+        return false;
     QOffscreenSurface surface;
     QOpenGLContext context;
     const std::string_view name = rendererName(context, surface);
