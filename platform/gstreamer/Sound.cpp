@@ -17,7 +17,7 @@ namespace
 using namespace std::chrono_literals;
 
 /// How long before its moment a piece is handed to the device. More would be heard after the pictures' clock
-/// had to wait for a late frame, less might come too late for the device, which takes sound 60 ms ahead.
+/// had to wait for a late frame, less might come too late for the device.
 constexpr Nanoseconds lead = 150 * millisecond;
 /// How often the clock is looked at.
 constexpr auto rhythm = 20ms;

@@ -15,22 +15,11 @@ namespace
 constexpr const char* format = "audio/x-raw,format=S16LE,layout=interleaved,rate=48000,channels=2";
 /// A second of sound; of what a device that stalls does not take, the oldest is dropped beyond that.
 constexpr guint64 mostWaitingBytes = guint64{SoundPiece::rate} * SoundPiece::channels * sizeof(std::int16_t);
-/// How far devices take sound ahead, and in what portions. What comes later than that before its moment is
-/// cut off, and by default it is 200 ms, more than the sound is handed over ahead.
-constexpr gint64 deviceAheadMicroseconds = 60'000;
-constexpr gint64 devicePortionMicroseconds = 10'000;
 
 GstClockTime clockTime(Clock::Instant instant)
 {
     return static_cast<GstClockTime>(
         std::chrono::duration_cast<std::chrono::nanoseconds>(instant.time_since_epoch()).count());
-}
-
-void setIfThere(GstElement* element, const char* name, gint64 value)
-{
-    GParamSpec* property = g_object_class_find_property(G_OBJECT_GET_CLASS(element), name);
-    if (property && G_IS_PARAM_SPEC_INT64(property))
-        g_object_set(element, name, value, nullptr);
 }
 
 } // namespace
@@ -47,7 +36,6 @@ SoundOutput::SoundOutput(const MakeSoundSink& makeSink)
     m_source = addElement(m_pipeline.get(), "appsrc");
     GstElement* converter = addElement(m_pipeline.get(), "audioconvert");
     GstElement* resampler = addElement(m_pipeline.get(), "audioresample");
-    g_signal_connect(m_pipeline.get(), "deep-element-added", G_CALLBACK(onElementAdded), nullptr);
     const GstElementPtr sink = makeSink();
     gst_bin_add(GST_BIN(m_pipeline.get()), sink.get());
     const GstCapsPtr caps(gst_caps_from_string(format));
@@ -91,13 +79,6 @@ void SoundOutput::silence()
     gst_element_send_event(m_source, gst_event_new_flush_start());
     gst_element_send_event(m_source, gst_event_new_flush_stop(FALSE));
     m_silent = true;
-}
-
-/// The sound device's element may come to light only as the device is opened.
-void SoundOutput::onElementAdded(GstBin*, GstBin*, GstElement* element, gpointer)
-{
-    setIfThere(element, "buffer-time", deviceAheadMicroseconds);
-    setIfThere(element, "latency-time", devicePortionMicroseconds);
 }
 
 GstBusSyncReply SoundOutput::onMessage(GstBus*, GstMessage* message, gpointer self)

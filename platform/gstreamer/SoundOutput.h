@@ -35,7 +35,6 @@ public:
     void silence();
 
 private:
-    static void onElementAdded(GstBin* bin, GstBin* parent, GstElement* element, gpointer self);
     static GstBusSyncReply onMessage(GstBus* bus, GstMessage* message, gpointer self);
 
     GstElementPtr m_pipeline;
