@@ -234,17 +234,18 @@ TEST_F(RealModelTest, showsTheFrameUnderThePlayheadWhereADragStops)
     load(sounding);
     ASSERT_TRUE(eventually([&] { return model().currentTime() > 0.2; }));
     for (double stop : {5.01, 0.0, 3.3, 1.99}) {
+        // Standing still, so that what is shown in the end is what the last request asked for.
+        model().togglePreviewPlayback();
+        ASSERT_FALSE(model().previewPlaying());
         model().beginTimelineInteraction();
         for (int step = 0; step < 50; ++step)
             model().seekPreview(std::fmod(stop + 0.37 * step, 6));
         model().seekPreview(stop);
         model().endTimelineInteraction(false);
-        model().togglePreviewPlayback();
-        ASSERT_FALSE(model().previewPlaying());
-        model().seekPreview(stop);
         EXPECT_TRUE(showsNumber(static_cast<int>(std::floor(stop * 30 + 0.02)))) << stop;
         EXPECT_TRUE(eventually([&] { return model().currentTime() == stop; })) << stop;
         model().togglePreviewPlayback();
+        ASSERT_TRUE(model().previewPlaying());
     }
 }
 

@@ -1,0 +1,208 @@
+#include "platform/gstreamer/GstPlayback.h"
+#include "platform/playback/PlayerItem.h"
+#include "platform/playback/PlayerLooper.h"
+#include "platform/playback/QueuePlayer.h"
+#include "tests/player/CollectingOutput.h"
+#include "tests/player/MarkedClip.h"
+#include "tests/player/Quarters.h"
+#include "tests/player/Repetition.h"
+#include "tests/support/Awaited.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// Keeps the pictures themselves.
+class PictureOutput : public VideoOutput
+{
+public:
+    void present(VideoFrame frame) noexcept override
+    {
+        const std::lock_guard lock(m_mutex);
+        m_pictures.push_back(std::move(frame));
+    }
+    void clear() noexcept override {}
+
+    std::vector<VideoFrame> pictures() const
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_pictures;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::vector<VideoFrame> m_pictures;
+};
+
+/// A file's first picture as FFmpeg turns it before it exports it.
+VideoFrame exportedPicture(const std::filesystem::path& file, bool swapped)
+{
+    const int width = swapped ? 180 : 320;
+    const int height = swapped ? 320 : 180;
+    auto pixels = std::make_shared<std::vector<char>>(static_cast<std::size_t>(width * height * 4));
+    const std::string command =
+        "ffmpeg -v error -nostdin -i \"" + file.string() + "\" -frames:v 1 -pix_fmt bgr0 -f rawvideo -";
+    std::FILE* pipe = ::popen(command.c_str(), "r");
+    const std::size_t read = std::fread(pixels->data(), 1, pixels->size(), pipe);
+    EXPECT_EQ(read, pixels->size());
+    EXPECT_EQ(::pclose(pipe), 0);
+    const auto* data = reinterpret_cast<const std::byte*>(pixels->data());
+    return {pixels, data, width, height, width * 4, 0};
+}
+
+class OddClipsTest : public testing::Test
+{
+protected:
+    OddClipsTest()
+    {
+        player->setActionAtItemEnd(QueuePlayer::ActionAtItemEnd::none);
+        player->setMuted(true);
+        player->setVideoOutput(output);
+    }
+
+    void loop(const std::filesystem::path& file, double start, double end)
+    {
+        looper = playback.makeLooper(player, PlayerItem{file},
+                                     {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
+        player->play();
+    }
+    /// Whether the range begins again so often; frames that cannot be decoded may be missing, but none comes
+    /// out of its order.
+    bool beginsAgain(int times) const
+    {
+        return output->waitFor([times](const auto& shown) {
+            int wraps = 0;
+            for (std::size_t i = 1; i < shown.size(); ++i)
+                wraps += shown[i].seconds < shown[i - 1].seconds;
+            return wraps >= times;
+        });
+    }
+    /// Takes the item away and gives what was shown until then.
+    std::vector<int> numbersUntilRemoved()
+    {
+        player->removeAllItems();
+        EXPECT_TRUE(output->waitForNumber(-1));
+        std::vector<int> numbers = output->numbers();
+        output->forget();
+        numbers.pop_back();
+        return numbers;
+    }
+
+    GstPlayback playback;
+    std::shared_ptr<QueuePlayer> player = playback.makePlayer();
+    std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
+    std::unique_ptr<PlayerLooper> looper;
+};
+
+const MarkedClip plain{.name = "whole.mp4", .frames = 120, .keyInterval = 30};
+
+} // namespace
+
+TEST_F(OddClipsTest, turnsAndMirrorsPicturesAsTheExportDoesAlsoWhenTheRangeBeginsAgain)
+{
+    for (std::size_t i = 0; i < allTurns.size(); ++i) {
+        const auto file =
+            turnedCopy(quartersClip.file(), "played-quarters-" + std::to_string(i) + ".mp4", allTurns.at(i));
+        const auto pictures = std::make_shared<PictureOutput>();
+        player = playback.makePlayer(); // without a picture of the clip before
+        player->setMuted(true);
+        player->setVideoOutput(pictures);
+        player->setVideoSize(320, 320);
+        loop(file, 0, quartersClip.duration());
+        const std::size_t enough = 12; // the clip has five
+        ASSERT_TRUE(eventually([&] { return pictures->pictures().size() >= enough; }));
+        player->setVideoOutput(nullptr);
+        const VideoFrame exported = exportedPicture(file, allTurns.at(i)[0] == 0);
+        for (const VideoFrame& shown : pictures->pictures()) {
+            ASSERT_EQ(shown.width, exported.width) << "turn " << i;
+            ASSERT_EQ(shown.height, exported.height) << "turn " << i;
+            for (std::size_t quarter = 0; quarter < 4; ++quarter)
+                EXPECT_NEAR(quarters(shown).at(quarter), quarters(exported).at(quarter), 6) << "turn " << i;
+        }
+    }
+}
+
+TEST_F(OddClipsTest, repeatsARangeInEveryContainer)
+{
+    const struct {
+        const char* name;
+        const char* output;
+        double shift; ///< of the first picture on the file's time line, s
+    } rows[] = {
+        {"container.mov", "", 0},
+        {"container.mkv", "", 0},
+        {"container.avi", "", 0},
+        {"container.webm", "-c:v libvpx -deadline realtime -b:v 2M -g 30", 0},
+        {"container.ts", "-muxdelay 0 -muxpreload 0", 2.0 / 30},
+    };
+    for (const auto& row : rows) {
+        const MarkedClip clip{.name = row.name, .frames = 120, .keyInterval = 30, .output = row.output};
+        loop(clip.file(), 1 + row.shift, 1.5 + row.shift);
+        ASSERT_TRUE(beginsAgain(4)) << row.name;
+        const std::vector<int> numbers = numbersUntilRemoved();
+        EXPECT_EQ(numbers.front(), 30) << row.name;
+        EXPECT_TRUE(repeats(numbers, 30, 44)) << row.name;
+    }
+}
+
+TEST_F(OddClipsTest, repeatsAClipWhoseFirstPictureComesLate)
+{
+    // What FFmpeg writes into a transport stream starts after 0.77 s.
+    const MarkedClip late{.name = "late-picture.ts", .frames = 60, .keyInterval = 30};
+    loop(late.file(), 0, 0.95);
+    ASSERT_TRUE(beginsAgain(4));
+    EXPECT_TRUE(repeats(numbersUntilRemoved(), 0, 5));
+}
+
+TEST_F(OddClipsTest, goesOnRepeatingWhatIsLeftOfADamagedClip)
+{
+    const MarkedClip front{
+        .name = "front.mp4", .frames = 120, .keyInterval = 30, .output = "-movflags +faststart"};
+    const auto size = std::filesystem::file_size(plain.file());
+    const auto frontSize = std::filesystem::file_size(front.file());
+    const std::filesystem::path files[] = {
+        spoiledCopy(plain.file(), "damaged-middle.mp4", size / 3, size / 8),
+        spoiledCopy(front.file(), "damaged-tail.mp4", frontSize * 4 / 5, frontSize),
+        truncatedCopy(front.file(), "missing-tail.mp4", frontSize * 3 / 4),
+    };
+    for (const auto& file : files) {
+        loop(file, 0.5, 4);
+        EXPECT_TRUE(beginsAgain(2)) << file;
+        const std::vector<int> numbers = numbersUntilRemoved();
+        EXPECT_EQ(numbers.front(), 15) << file;
+    }
+}
+
+TEST_F(OddClipsTest, repeatsWhatThereIsOfAClipThatSaysItIsLonger)
+{
+    // The movie's and the track's durations, in the header's milliseconds: four seconds become ten.
+    const std::string four("\0\0\x0f\xa0", 4);
+    const std::string ten("\0\0\x27\x10", 4);
+    loop(renamedCodec(plain.file(), "lying.mp4", four, ten), 3.5, 10);
+    ASSERT_TRUE(beginsAgain(3));
+    EXPECT_TRUE(repeats(numbersUntilRemoved(), 105, 119));
+}
+
+TEST_F(OddClipsTest, showsNothingOfAClipWithoutASinglePictureAndPlaysTheNext)
+{
+    const MarkedClip none{.name = "no-picture.mkv", .frames = 30, .output = "-t 0"};
+    int reports = 0;
+    player->addPeriodicTimeObserver(MediaTime::fromSeconds(0.05),
+                                    [&](MediaTime time) { reports += time == MediaTime::indefinite(); });
+    loop(none.file(), 0, 1);
+    EXPECT_TRUE(eventually([&] { return reports > 0; }));
+    loop(plain.file(), 1, 2);
+    EXPECT_TRUE(output->waitForNumber(40));
+}
+
+} // namespace stackreel
