@@ -12,10 +12,10 @@ namespace
 
 QNetworkRequest feedRequest(const QUrl& url)
 {
-    constexpr int mostRedirects = 5;
     QNetworkRequest request(url);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
-    request.setMaximumRedirectsAllowed(mostRedirects);
+    // The toolkit would follow addresses with user names, and does so even when its reply is aborted
+    // meanwhile.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
@@ -29,6 +29,14 @@ QNetworkRequest feedRequest(const QUrl& url)
 bool isLoopback(const QUrl& url)
 {
     return QHostAddress(url.host()).isLoopback();
+}
+
+bool isSameOrigin(const QUrl& a, const QUrl& b)
+{
+    constexpr int https = 443;
+    constexpr int http = 80;
+    const int usual = a.scheme() == QLatin1String("https") ? https : http;
+    return a.scheme() == b.scheme() && a.host() == b.host() && a.port(usual) == b.port(usual);
 }
 
 FeedTrouble troubleOf(QNetworkReply::NetworkError error)
@@ -70,6 +78,7 @@ void FeedFetcher::fetch(const QUrl& url)
     m_document.clear();
     m_tooLarge = false;
     m_isFetching = true;
+    m_redirects = 0;
     m_deadline.start(m_limits.time);
     if (isLoopback(url))
         request(QNetworkProxy::NoProxy);
@@ -85,26 +94,35 @@ void FeedFetcher::request(const QNetworkProxy& proxy)
     m_network.setProxy(proxy);
     m_reply = m_network.get(feedRequest(m_url));
     m_reply->setReadBufferSize(m_limits.bytes + 1);
-    connect(m_reply, &QNetworkReply::redirected, this, &FeedFetcher::judgeRedirect);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &FeedFetcher::readHeaders);
     connect(m_reply, &QNetworkReply::readyRead, this, &FeedFetcher::readBody);
     // Queued, so that an abort from within another of these handlers ends after that.
     connect(m_reply, &QNetworkReply::finished, this, &FeedFetcher::conclude, Qt::QueuedConnection);
 }
 
-void FeedFetcher::judgeRedirect(const QUrl& target)
-{
-    // The toolkit sees to it that the origin stays the same, but lets user names pass.
-    if (!mayFetch(target))
-        m_reply->abort();
-}
-
 void FeedFetcher::readHeaders()
 {
+    const QUrl target = m_reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+    if (!target.isEmpty())
+        return redirect(m_url.resolved(target));
     if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() <= m_limits.bytes)
         return;
     m_tooLarge = true;
     m_reply->abort();
+}
+
+void FeedFetcher::redirect(const QUrl& target)
+{
+    constexpr int mostRedirects = 5;
+    if (!mayFetch(target) || !isSameOrigin(m_url, target) || ++m_redirects > mostRedirects)
+        return m_reply->abort();
+    // What the server sends besides is of no interest.
+    m_reply->disconnect(this);
+    m_reply->abort();
+    m_reply->deleteLater();
+    m_reply.clear();
+    m_url = target;
+    request(m_network.proxy());
 }
 
 void FeedFetcher::readBody()

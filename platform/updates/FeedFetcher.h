@@ -56,8 +56,8 @@ Q_SIGNALS:
 
 private:
     void request(const QNetworkProxy& proxy);
-    void judgeRedirect(const QUrl& target);
     void readHeaders();
+    void redirect(const QUrl& target);
     void readBody();
     void giveUp();
     void conclude();
@@ -67,7 +67,8 @@ private:
     QNetworkAccessManager m_network;
     QPointer<QNetworkReply> m_reply; ///< null until the proxy is known
     QTimer m_deadline;
-    QUrl m_url;
+    QUrl m_url; ///< of the document, or of where the last redirect led
+    int m_redirects = 0;
     QByteArray m_document;
     bool m_isFetching = false;
     bool m_tooLarge = false;
