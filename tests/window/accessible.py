@@ -112,6 +112,11 @@ class AccessibleProgram:
                          and (each.get_role_name(), each.get_name()) == (role, name)), None)
         return heard(look, f"{role} “{name}” in “{window}”")
 
+    def status(self, window):
+        """What the status line of the window says."""
+        return next((each.get_name() for each in descendants(self.window(window))
+                     if each.get_role_name() == "status bar"), "")
+
     def act(self, window, role, name, action):
         """Has an enabled control do one of the things it says it can do."""
         control = self.find(window, role, name)

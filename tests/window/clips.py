@@ -10,8 +10,8 @@ SOUND = ["-f", "lavfi", "-i", "sine=frequency=440:sample_rate=48000:duration=6"]
 H264 = ["-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-c:a", "aac"]
 
 
-def make_clip(file, size):
-    subprocess.run([*FFMPEG, "-f", "lavfi", "-i", f"testsrc2=size={size}:rate=30:duration=6", *SOUND, *H264,
+def make_clip(file, size, seconds=6):
+    subprocess.run([*FFMPEG, "-f", "lavfi", "-i", f"testsrc2=size={size}:rate=30:duration={seconds}", *SOUND, *H264,
                     str(file)], check=True)
 
 

@@ -1,0 +1,156 @@
+"""What goes wrong around the program while it works: tools that die, a full disk, folders and files that vanish, names
+and files of all kinds. It says so in one line and goes on to be of use: the next clip is exported."""
+
+import os
+import shutil
+import signal
+import subprocess
+
+from accessible import AccessibleDesktop, AccessibleProgram, heard
+from clips import make_clip, make_mosaic, make_sound, probe
+from desktop import Program, eventually
+from tools import EXPORT, PROXY, Tools
+from window_test import WindowTest, executable, main
+
+MAIN = "Stackreel"
+OPEN_PANEL = "Choose a horizontal video"
+SAVE_PANEL = "Export vertical video"
+NAMES = ("two words", "100% %s %20", "-y", "it's a 'quote'", "Ärger mit é", "日本語", "$(touch x); a & b", "a:b|c*?", "two\nlines")
+
+
+class Breaking(WindowTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = AccessibleDesktop()
+        cls.addClassCleanup(cls.desktop.close)
+        cls.home = cls.desktop.home
+        cls.clip = cls.home / "good.mp4"
+        make_clip(cls.clip, "320x180", 1)
+        cls.out = cls.home / "out"
+        cls.out.mkdir()
+        cls.tools = Tools(cls.desktop.folder / "tools")
+        cls.program = Program(cls.desktop, executable, cls.tools.folder)
+        cls.addClassCleanup(cls.program.close)
+        cls.spoken = AccessibleProgram(cls.program.process.pid)
+
+    def tearDown(self):
+        """Whatever it was, the program is there and of use."""
+        self.tools.let_all_pass()
+        self.choose(self.clip)
+        self.await_status(self.clip.name)
+        self.export_to(self.out / "after.mp4")
+        self.await_status("Saved after.mp4")
+        self.assertEqual(len(probe(self.out / "after.mp4")["streams"]), 2)
+        self.assertEqual(self.program.complaints(), "")
+        for each in self.out.iterdir():
+            each.unlink()
+
+    def choose(self, clip):
+        self.program.key("ctrl+o")
+        self.spoken.choose_file(OPEN_PANEL, clip, "Choose Video")
+
+    def export_to(self, file):
+        self.spoken.act(MAIN, "push button", "Export vertical video", "Press")
+        self.spoken.choose_file(SAVE_PANEL, file, "Export")
+
+    def await_status(self, *parts):
+        """One line that says all of this; what it says."""
+        seen = [""]
+
+        def says():
+            seen[0] = self.spoken.status(MAIN)
+            return all(part in seen[0] for part in parts)
+        try:
+            heard(says, "a status")
+        except AssertionError:
+            self.fail(f"expected a status with {parts}, saw “{seen[0]}”")
+        return seen[0]
+
+    def test_an_encoder_that_dies(self):
+        self.tools.hold("ffmpeg", EXPORT)
+        self.choose(self.clip)
+        self.await_status(self.clip.name)
+        self.export_to(self.out / "dead.mp4")
+        os.kill(int(eventually(lambda: self.tools.pid("ffmpeg"), "an encoder")), signal.SIGKILL)
+        self.await_status("FFmpeg could not process this video.")
+
+    def test_a_copy_for_the_preview_that_dies(self):
+        unplayable = self.home / "unplayable.mkv"
+        make_mosaic(unplayable, ["-c:v", "snow", "-strict", "-2", "-c:a", "aac"])
+        self.tools.hold("ffmpeg", PROXY)
+        self.choose(unplayable)
+        os.kill(int(eventually(lambda: self.tools.pid("ffmpeg"), "a copy that is being made")), signal.SIGKILL)
+        self.await_status("FFmpeg could not process this video.")
+        self.tools.let_all_pass()
+        self.choose(unplayable)
+        self.await_status(unplayable.name)
+
+    def test_a_disk_that_is_full(self):
+        disk = self.home / "disk"
+        disk.mkdir()
+        mount = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", str(disk)], capture_output=True)
+        if mount.returncode != 0:
+            self.skipTest("a small disk needs leave to mount one")
+        try:
+            self.choose(self.clip)
+            self.await_status(self.clip.name)
+            self.export_to(disk / "full.mp4")
+            self.await_status("No space left on device")
+        finally:
+            subprocess.run(["umount", "-l", str(disk)], check=True)
+
+    def test_a_folder_that_is_gone_or_closed_meanwhile(self):
+        for how in ("gone", "closed"):
+            if how == "closed" and os.geteuid() == 0:
+                continue  # Nothing is closed to this user.
+            with self.subTest(how):
+                folder = self.home / how
+                folder.mkdir()
+                tools = Tools(self.tools.folder)
+                tools.hold("ffmpeg", EXPORT)
+                self.choose(self.clip)
+                self.await_status(self.clip.name)
+                self.export_to(folder / "lost.mp4")
+                eventually(lambda: tools.pid("ffmpeg"), "an encoder")
+                folder.rmdir() if how == "gone" else folder.chmod(0)
+                tools.go()
+                self.await_status("No such file" if how == "gone" else "Permission denied")
+
+    def test_a_source_that_vanishes(self):
+        source = self.home / "gone.mp4"
+        shutil.copy(self.clip, source)
+        self.choose(source)
+        self.await_status(source.name)
+        source.unlink()
+        self.export_to(self.out / "nothing.mp4")
+        self.await_status("No such file or directory")
+        self.assertFalse((self.out / "nothing.mp4").exists())
+
+    def test_files_that_are_no_videos(self):
+        text, sound = self.home / "notes.txt", self.home / "song.m4a"
+        text.write_text("Milk, eggs, bread\n")
+        make_sound(sound)
+        self.choose(text)
+        self.await_status("Invalid data found")
+        self.choose(sound)
+        self.await_status("This file does not contain a video stream.")
+
+    def test_names_of_all_kinds(self):
+        for name in NAMES:
+            with self.subTest(name):
+                source, result = self.home / f"{name}.mp4", self.out / f"{name}-vertical.mp4"
+                shutil.copy(self.clip, source)
+                self.choose(source)
+                self.await_status(source.name)
+                self.export_to(result)
+                self.await_status(f"Saved {result.name}")
+                self.assertTrue(result.exists())
+        # The toolkit's field for a file to open takes these marks for separators; that for one to save does not.
+        self.export_to(self.out / 'say "hi".mp4')
+        self.await_status('Saved say "hi".mp4')
+        self.assertEqual(sorted(each.name for each in self.out.iterdir()),
+                         sorted(['say "hi".mp4', *(f"{name}-vertical.mp4" for name in NAMES)]))
+
+
+if __name__ == "__main__":
+    main()

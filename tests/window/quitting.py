@@ -1,0 +1,103 @@
+"""The program is ended in every way while something is under way: it ends soon, says that all is well, and leaves neither
+a child nor a file behind."""
+
+import shutil
+import signal
+
+from clips import make_clip, make_mosaic
+from desktop import Desktop, Program, eventually
+from tools import EXPORT, PROXY, Tools, descendants_of, is_running
+from window_test import WindowTest, executable, main
+
+WAYS = {
+    "the close button": lambda program: program.click(program.size()[0] - 21, 15),
+    "the key": lambda program: program.key("ctrl+q"),
+    "SIGTERM": lambda program: program.process.send_signal(signal.SIGTERM),
+}
+
+
+class Quitting(WindowTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = Desktop()
+        cls.addClassCleanup(cls.desktop.close)
+        cls.clip = cls.desktop.home / "Beach day.mp4"
+        make_mosaic(cls.clip)
+        # Which the player leaves to a copy.
+        cls.unplayable = cls.desktop.home / "unplayable.mkv"
+        make_mosaic(cls.unplayable, ["-c:v", "snow", "-strict", "-2", "-c:a", "aac"])
+        cls.long = cls.desktop.home / "long.mp4"
+        make_clip(cls.long, "1920x1080", 40)
+        cls.out = cls.desktop.home / "out"
+        cls.out.mkdir()
+
+    def in_every_way(self, begin):
+        """Starts the program for each way of ending it, has `begin` get something under way with its tools, and ends
+        it."""
+        for way, leave in WAYS.items():
+            with self.subTest(way):
+                self.tools = Tools(self.desktop.folder / "tools")
+                temporary = self.desktop.folder / "temporary"
+                temporary.mkdir()
+                program = Program(self.desktop, executable, self.tools.folder, {"TMPDIR": str(temporary)})
+                try:
+                    begin(program)
+                    children = descendants_of(program.process.pid)
+                    leave(program)
+                    self.assertEqual(program.wait(), 0)
+                    self.assertEqual(program.complaints(), "")
+                finally:
+                    program.close()
+                self.assertEqual([each for each in children if is_running(each)], [])
+                self.assertEqual(list(self.out.iterdir()), [])
+                # The folder of the copies stays for the next one.
+                left = [each for each in temporary.rglob("*") if each != temporary / "Stackreel"]
+                shutil.rmtree(temporary)
+                self.assertEqual(left, [])
+
+    def load(self, program, clip):
+        program.choose(clip)
+        eventually(program.export_is_offered, "a loaded clip")
+
+    def test_while_a_clip_is_looked_at(self):
+        def begin(program):
+            self.tools.hold("ffprobe")
+            program.choose(self.clip)
+            eventually(lambda: self.tools.pid("ffprobe"), "a probe")
+        self.in_every_way(begin)
+
+    def test_while_a_copy_for_the_preview_is_made(self):
+        def begin(program):
+            self.tools.hold("ffmpeg", PROXY)
+            program.choose(self.unplayable)
+            eventually(lambda: self.tools.pid("ffmpeg"), "a copy that is being made")
+        self.in_every_way(begin)
+
+    def test_while_an_export_is_written(self):
+        def begin(program):
+            self.load(program, self.long)
+            program.export_to(self.out / "never.mp4")
+            eventually(lambda: any(each.stat().st_size > 0 for each in self.out.iterdir()), "a file that grows")
+        self.in_every_way(begin)
+
+    def test_while_an_export_takes_no_hints(self):
+        def begin(program):
+            self.tools.hold("ffmpeg", EXPORT, "trap '' TERM INT")
+            self.load(program, self.clip)
+            program.export_to(self.out / "never.mp4")
+            eventually(lambda: self.tools.pid("ffmpeg"), "an encoder")
+        self.in_every_way(begin)
+
+    def test_while_thumbnails_are_made(self):
+        self.in_every_way(lambda program: self.load(program, self.long))
+
+    def test_while_a_panel_is_open(self):
+        def begin(program):
+            self.load(program, self.clip)
+            program.click(*program.export_button())
+            self.desktop.window("Export vertical video")
+        self.in_every_way(begin)
+
+
+if __name__ == "__main__":
+    main()
