@@ -86,14 +86,19 @@ void OfflineWindow::showPicture(QSize pixels, Qt::GlobalColor colour)
 
 VideoFrame OfflineWindow::picture(QSize pixels, Qt::GlobalColor colour)
 {
-    auto image = std::make_shared<QImage>(pixels, QImage::Format_RGB32);
-    image->fill(colour);
-    const QImage& shared = *image;
-    return {.owner = image,
-            .pixels = reinterpret_cast<const std::byte*>(shared.constBits()),
-            .width = shared.width(),
-            .height = shared.height(),
-            .bytesPerLine = shared.bytesPerLine()};
+    QImage image(pixels, QImage::Format_RGB32);
+    image.fill(colour);
+    return picture(image);
+}
+
+VideoFrame OfflineWindow::picture(const QImage& image)
+{
+    const auto owned = std::make_shared<const QImage>(image.convertToFormat(QImage::Format_RGB32));
+    return {.owner = owned,
+            .pixels = reinterpret_cast<const std::byte*>(owned->constBits()),
+            .width = owned->width(),
+            .height = owned->height(),
+            .bytesPerLine = owned->bytesPerLine()};
 }
 
 QQuickItem* OfflineWindow::find(const QString& objectName)

@@ -63,6 +63,8 @@ public:
 
     /// A frame of one colour with pixels of its own.
     static VideoFrame picture(QSize pixels, Qt::GlobalColor colour);
+    /// A frame of this picture.
+    static VideoFrame picture(const QImage& image);
 
 private:
     QQuickItem* find(const QString& objectName);

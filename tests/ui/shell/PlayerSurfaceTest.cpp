@@ -64,15 +64,11 @@ protected:
     /// by a part of a pixel.
     void showStripes()
     {
-        auto stripes = std::make_shared<QImage>(inPixels({320, 180}) - QSize(1, 1), QImage::Format_RGB32);
-        for (int y = 0; y < stripes->height(); ++y)
-            for (int x = 0; x < stripes->width(); ++x)
-                stripes->setPixelColor(x, y, x % 2 == 0 ? Qt::white : Qt::red);
-        player().videoOutput()->present({.owner = stripes,
-                                         .pixels = reinterpret_cast<const std::byte*>(stripes->constBits()),
-                                         .width = stripes->width(),
-                                         .height = stripes->height(),
-                                         .bytesPerLine = stripes->bytesPerLine()});
+        QImage stripes(inPixels({320, 180}) - QSize(1, 1), QImage::Format_RGB32);
+        for (int y = 0; y < stripes.height(); ++y)
+            for (int x = 0; x < stripes.width(); ++x)
+                stripes.setPixelColor(x, y, x % 2 == 0 ? Qt::white : Qt::red);
+        player().videoOutput()->present(OfflineWindow::picture(stripes));
     }
     void expectStripes()
     {

@@ -122,35 +122,32 @@ TEST(CropEditorTest, AStartIsKeptUntilTheDragEnds)
     EXPECT_FALSE(owned.editor.isResizing());
 }
 
-TEST(CropEditorTest, TheArrowsMoveByOneSourcePixelAndWithShiftByTen)
+TEST(CropEditorTest, TheArrowsMoveAndWithControlResizeByOneSourcePixelAndWithShiftByTen)
 {
     struct Row {
         Qt::Key key;
         Qt::KeyboardModifiers modifiers;
-        QPointF moved; // source pixels
+        QRectF region;
+    };
+    constexpr double x = 1.0 / 2000; // a source pixel
+    constexpr double y = 1.0 / 1000;
+    const auto resizedTo = [](double height) {
+        return QRectF(start.topLeft(), QSizeF(height * 500 * 1.125 / 1000, height));
     };
     for (const Row& row :
-         {Row{Qt::Key_Right, Qt::NoModifier, {1, 0}}, Row{Qt::Key_Left, Qt::NoModifier, {-1, 0}},
-          Row{Qt::Key_Down, Qt::NoModifier, {0, 1}}, Row{Qt::Key_Up, Qt::NoModifier, {0, -1}},
-          Row{Qt::Key_Right, Qt::ShiftModifier, {10, 0}}, Row{Qt::Key_Up, Qt::ShiftModifier, {0, -10}}}) {
+         {Row{Qt::Key_Right, Qt::NoModifier, start.translated(x, 0)},
+          Row{Qt::Key_Left, Qt::NoModifier, start.translated(-x, 0)},
+          Row{Qt::Key_Down, Qt::NoModifier, start.translated(0, y)},
+          Row{Qt::Key_Up, Qt::NoModifier, start.translated(0, -y)},
+          Row{Qt::Key_Right, Qt::ShiftModifier, start.translated(10 * x, 0)},
+          Row{Qt::Key_Up, Qt::ShiftModifier, start.translated(0, -10 * y)},
+          Row{Qt::Key_Right, Qt::ControlModifier, resizedTo(225.5 / 1.125 / 500)},
+          Row{Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier, resizedTo(0.4 - 10 * y)}}) {
         OwnedEditor owned;
         EXPECT_TRUE(owned.press(row.key, row.modifiers));
-        EXPECT_TRUE(
-            isNear(owned.editor.region(), start.translated(row.moved.x() / 2000, row.moved.y() / 1000)));
+        EXPECT_TRUE(isNear(owned.editor.region(), row.region)) << row.key << " with " << row.modifiers;
         EXPECT_EQ(owned.selections.count(), 1);
     }
-}
-
-TEST(CropEditorTest, WithControlTheArrowsResizeAboutTheSameCorner)
-{
-    OwnedEditor owned;
-    EXPECT_TRUE(owned.press(Qt::Key_Right, Qt::ControlModifier));
-    EXPECT_DOUBLE_EQ(owned.editor.region().width(), 0.225 + 1.0 / 2000);
-    EXPECT_DOUBLE_EQ(owned.editor.region().height(), 225.5 / 1.125 / 500);
-    EXPECT_EQ(owned.editor.region().topLeft(), start.topLeft());
-    owned.editor.setRegion(start);
-    EXPECT_TRUE(owned.press(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier));
-    EXPECT_DOUBLE_EQ(owned.editor.region().height(), 0.4 - 10.0 / 1000);
 }
 
 TEST(CropEditorTest, OtherKeysAreLeftToOthers)

@@ -33,15 +33,7 @@ protected:
 
     VideoFrame frame(QSize size) const
     {
-        auto image =
-            std::make_shared<QImage>(m_frame.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                                         .convertToFormat(QImage::Format_RGB32));
-        const QImage& shared = *image;
-        return {.owner = image,
-                .pixels = reinterpret_cast<const std::byte*>(shared.constBits()),
-                .width = shared.width(),
-                .height = shared.height(),
-                .bytesPerLine = shared.bytesPerLine()};
+        return OfflineWindow::picture(m_frame.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
 
     void load(OfflineWindow& window, const std::filesystem::path& file = "/clips/Beach day.MOV") const
