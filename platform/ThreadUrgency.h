@@ -3,13 +3,9 @@
 namespace stackreel
 {
 
-/// What the calling thread asks of the system's scheduler. Both are requests: a system that does not know
-/// them goes on as before.
-
-/// This thread works for moments only and is to run as soon as it wakes, in place of threads that compute.
+/// Asks the system's scheduler to run the calling thread as soon as it wakes, in place of threads that
+/// compute; for threads that work for moments only. A request: a system that does not know it goes on as
+/// before.
 void runPromptly();
-/// This thread computes for long and makes way for the threads that hands and eyes wait for. Threads that it
-/// starts do so too.
-void runInBackground();
 
 } // namespace stackreel

@@ -1,6 +1,5 @@
 #include "platform/gstreamer/DecodePipeline.h"
 
-#include "platform/ThreadUrgency.h"
 #include "platform/gstreamer/Downmix.h"
 #include "platform/gstreamer/Handover.h"
 
@@ -48,15 +47,6 @@ void limitThreads(GstElement* element)
         if (property && G_IS_PARAM_SPEC_INT(property))
             g_object_set(element, name, static_cast<gint>(std::min(cores, 4U)), nullptr);
     }
-}
-
-/// Called on the thread that the message tells of.
-void tendThread(GstMessage* message)
-{
-    GstStreamStatusType status = GST_STREAM_STATUS_TYPE_CREATE;
-    gst_message_parse_stream_status(message, &status, nullptr);
-    if (status == GST_STREAM_STATUS_TYPE_ENTER)
-        runInBackground();
 }
 
 } // namespace
@@ -229,8 +219,6 @@ GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer
         that->m_failed = true;
         that->m_wake();
     }
-    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_STREAM_STATUS)
-        tendThread(message);
     // With a sync handler the reference is ours to drop, and nobody reads the bus.
     gst_message_unref(message);
     return GST_BUS_DROP;

@@ -33,25 +33,6 @@ int nicenessAfter(const std::function<void()>& request)
 
 } // namespace
 
-TEST(ThreadUrgency, putsAThreadAndThoseItStartsBehindTheMainThread)
-{
-    EXPECT_EQ(nicenessAfter(runInBackground), niceness() + 2);
-    EXPECT_EQ(nicenessAfter([] {
-                  runInBackground();
-                  EXPECT_EQ(nicenessAfter([] {}), niceness());
-              }),
-              niceness() + 2);
-}
-
-TEST(ThreadUrgency, sinksNoLowerWhenAskedAgain)
-{
-    const auto twice = [] {
-        runInBackground();
-        runInBackground();
-    };
-    EXPECT_EQ(nicenessAfter(twice), niceness() + 2);
-}
-
 TEST(ThreadUrgency, leavesPolicyAndPriorityOfAPromptThreadAlone)
 {
     int policy = -1;
