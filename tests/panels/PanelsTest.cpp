@@ -195,8 +195,9 @@ TEST_F(PanelsTest, ACancelledPanelIsAnsweredOnceWithoutAFile)
 
 TEST_F(PanelsTest, NamesThatAreHardToWriteArriveAsTheyAreOnDisk)
 {
+    makeFile("best"); // what the toolkit makes of the marks in one of the names
     for (const char* name : {"two  blanks.mov", "-leading.mov", "per%cent %1.mov", "quo\"te's.mov",
-                             "Grüße – 東京.mov", "two..dots.mov"}) {
+                             "My \"best\" day.mov", "Grüße – 東京.mov", "two..dots.mov"}) {
         const auto file = makeFile(name);
         openPanel();
         ASSERT_TRUE(selectInList(QString::fromUtf8(name))) << name;
@@ -205,6 +206,45 @@ TEST_F(PanelsTest, NamesThatAreHardToWriteArriveAsTheyAreOnDisk)
         EXPECT_EQ(m_responses[0].url, file);
         m_responses.clear();
     }
+}
+
+TEST_F(PanelsTest, NamesThatAreHardToWriteAreOpenedAsTheyWereEntered)
+{
+    makeFile("best"); // what the toolkit makes of the marks in two of the names
+    std::filesystem::create_directory(m_folder.path() / "12\" master");
+    for (const char* name : {"two  blanks.mov", "-leading.mov", "quo\"te's.mov", "My \"best\" day.mov",
+                             "\"best\"", "12\" master/clip.mov", "Grüße – 東京.mov"}) {
+        const auto file = makeFile(name);
+        openPanel();
+        enter(QString::fromUtf8(name));
+        confirmButton()->click();
+        ASSERT_EQ(m_responses.size(), 1U) << name;
+        EXPECT_EQ(m_responses[0].url, file);
+        m_responses.clear();
+        m_folders->open = m_folder.path();
+    }
+}
+
+TEST_F(PanelsTest, ANameWithQuotationMarksIsOpenedByTheReturnKeyAsWell)
+{
+    const auto file = makeFile("quo\"te's.mov");
+    openPanel();
+    enter(QStringLiteral("quo\"te's.mo"));
+    QWidget* const field = dialog()->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    QTest::keyClicks(field, QStringLiteral("v"));
+    QTest::keyClick(field, Qt::Key_Return);
+    ASSERT_EQ(m_responses.size(), 1U);
+    EXPECT_EQ(m_responses[0].url, file);
+}
+
+TEST_F(PanelsTest, QuotationMarksAroundANameThatHasNoneAreLeftOut)
+{
+    const auto file = makeFile("clip.mov");
+    openPanel();
+    enter(QStringLiteral("\"clip.mov\""));
+    confirmButton()->click();
+    ASSERT_EQ(m_responses.size(), 1U);
+    EXPECT_EQ(m_responses[0].url, file);
 }
 
 TEST_F(PanelsTest, NamesThatAreHardToWriteAreSavedAsTheyWereEntered)

@@ -1,6 +1,7 @@
 #include "platform/panels/qt/FileOpenPanel.h"
 
 #include "platform/panels/qt/ContentTypeFilters.h"
+#include "platform/panels/qt/OpenDialog.h"
 #include "platform/panels/qt/PanelPaths.h"
 
 #include <utility>
@@ -22,18 +23,16 @@ QFileDialog::FileMode fileMode(const OpenPanelRequest& request)
 
 void FileOpenPanel::begin(const OpenPanelRequest& request, PanelCompletion completion)
 {
-    auto dialog = std::make_unique<QFileDialog>();
+    auto dialog = std::make_unique<OpenDialog>();
     dialog->setWindowTitle(QString::fromStdString(request.title));
-    dialog->setAcceptMode(QFileDialog::AcceptOpen);
     dialog->setFileMode(fileMode(request));
-    dialog->setOption(QFileDialog::ReadOnly);
     dialog->setNameFilters(ContentTypeFilters::names(request.allowedContentTypes));
     dialog->selectNameFilter(ContentTypeFilters::initial(request.allowedContentTypes));
     dialog->setDirectory(PanelPaths::startingFolder(m_folders->open));
     dialog->setLabelText(QFileDialog::Accept, QString::fromStdString(request.prompt));
 
     const auto choice = [this, shown = dialog.get()]() -> std::optional<std::filesystem::path> {
-        const QString chosen = shown->selectedFiles().value(0);
+        const QString chosen = shown->chosenFile();
         if (chosen.isEmpty())
             return std::nullopt;
         const auto file = PanelPaths::path(chosen);

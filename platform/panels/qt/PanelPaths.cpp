@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
 #include <QStandardPaths>
 
 namespace stackreel
@@ -23,6 +24,14 @@ QString PanelPaths::startingFolder(const std::filesystem::path& folder)
         return text(folder);
     const QString videos = QStandardPaths::writableLocation(QStandardPaths::MoviesLocation);
     return QDir(videos).exists() ? videos : QDir::homePath();
+}
+
+QString PanelPaths::enteredWithQuotationMarks(const QFileDialog& dialog)
+{
+    const auto* field = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (field == nullptr || !field->text().contains(u'"'))
+        return {};
+    return dialog.directory().absoluteFilePath(field->text());
 }
 
 } // namespace stackreel

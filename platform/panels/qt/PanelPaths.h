@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFileDialog>
 #include <QString>
 
 #include <filesystem>
@@ -13,6 +14,9 @@ struct PanelPaths {
     static std::filesystem::path path(const QString& text);
     /// Where a panel starts: the folder, if it still exists, else the user's videos, else the user's home.
     static QString startingFolder(const std::filesystem::path& folder);
+    /// The path of the entered name where it has quotation marks, which the toolkit's own dialog takes for
+    /// separators between several names; empty where it has none, and for a desktop's dialog.
+    static QString enteredWithQuotationMarks(const QFileDialog& dialog);
 };
 
 } // namespace stackreel

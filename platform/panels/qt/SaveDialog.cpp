@@ -1,8 +1,9 @@
 #include "platform/panels/qt/SaveDialog.h"
 
+#include "platform/panels/qt/PanelPaths.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -43,11 +44,8 @@ SaveDialog::SaveDialog(std::optional<QString> suffix) : m_suffix(std::move(suffi
 
 QString SaveDialog::enteredFile() const
 {
-    // The toolkit's own dialog takes quotation marks for separators between several names.
-    const auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    if (field != nullptr && field->text().contains(u'"'))
-        return directory().absoluteFilePath(field->text());
-    return selectedFiles().value(0);
+    const QString quoted = PanelPaths::enteredWithQuotationMarks(*this);
+    return quoted.isEmpty() ? selectedFiles().value(0) : quoted;
 }
 
 QString SaveDialog::withSuffix(const QString& file) const

@@ -1,0 +1,49 @@
+#include "platform/panels/qt/OpenDialog.h"
+
+#include "platform/panels/qt/PanelPaths.h"
+
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace stackreel
+{
+
+OpenDialog::OpenDialog()
+{
+    setAcceptMode(QFileDialog::AcceptOpen);
+    setOption(QFileDialog::ReadOnly);
+    // After the toolkit's own handling of what is entered, which disables the button. A desktop's dialog has
+    // no such field.
+    if (const auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); field != nullptr)
+        connect(field, &QLineEdit::textChanged, this, &OpenDialog::enableForQuotedFile);
+}
+
+QString OpenDialog::chosenFile() const
+{
+    const QString quoted = quotedFile();
+    return quoted.isEmpty() ? selectedFiles().value(0) : quoted;
+}
+
+void OpenDialog::accept()
+{
+    if (quotedFile().isEmpty())
+        QFileDialog::accept();
+    else
+        done(QDialog::Accepted);
+}
+
+void OpenDialog::enableForQuotedFile()
+{
+    if (!quotedFile().isEmpty())
+        findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->setEnabled(true);
+}
+
+QString OpenDialog::quotedFile() const
+{
+    const QString file = PanelPaths::enteredWithQuotationMarks(*this);
+    return QFileInfo(file).isFile() ? file : QString();
+}
+
+} // namespace stackreel
