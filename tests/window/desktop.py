@@ -38,9 +38,7 @@ class Desktop:
             display = ":" + numbers.readline().strip()
         self.environment = {
             "PATH": os.environ["PATH"], "HOME": str(self.home), "LANG": "C.UTF-8", "DISPLAY": display,
-            "XDG_RUNTIME_DIR": str(self.folder / "runtime"), "TMPDIR": str(self.folder), "QT_QPA_PLATFORM": "xcb",
-            # Or a library for sound complains that there is no device for it.
-            "ALSOFT_LOGLEVEL": "0"}
+            "XDG_RUNTIME_DIR": str(self.folder / "runtime"), "TMPDIR": str(self.folder), "QT_QPA_PLATFORM": "xcb"}
         self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         eventually(lambda: "_NET_WM_NAME" in self.output("xprop", "-root", "_NET_SUPPORTED"), "a window manager")

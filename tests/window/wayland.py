@@ -30,7 +30,7 @@ class Compositor:
         self.environment = {"PATH": os.environ["PATH"], "HOME": str(self.folder), "LANG": "C.UTF-8",
                             "XDG_RUNTIME_DIR": str(self.folder), "TMPDIR": str(self.folder),
                             "WAYLAND_DISPLAY": "wayland-test", "QT_QPA_PLATFORM": "wayland",
-                            "QT_IM_MODULE": "compose", "ALSOFT_LOGLEVEL": "0"}
+                            "QT_IM_MODULE": "compose"}
         self.journal = self.folder / "journal"
         # Large enough for the window at twice its size; with leave to take pictures of it.
         self.process = subprocess.Popen(
