@@ -2,11 +2,11 @@
 
 #include "platform/gstreamer/Downmix.h"
 #include "platform/gstreamer/Handover.h"
+#include "platform/gstreamer/SampleTiming.h"
 
 #include <gst/video/video.h>
 
 #include <algorithm>
-#include <cstring>
 #include <string_view>
 #include <thread>
 
@@ -52,7 +52,7 @@ void limitThreads(GstElement* element)
 } // namespace
 
 DecodePipeline::DecodePipeline(const std::filesystem::path& file, Content content, std::function<void()> wake)
-    : m_wake(std::move(wake))
+    : m_wake(std::move(wake)), m_origin(m_wake)
 {
     ensureGStreamer();
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
@@ -112,7 +112,13 @@ void DecodePipeline::watch(GstElement* decoder)
 
 GstSamplePtr DecodePipeline::tryPull()
 {
-    return GstSamplePtr(gst_app_sink_try_pull_sample(sink(), 0));
+    return m_origin.isKnown() ? GstSamplePtr(gst_app_sink_try_pull_sample(sink(), 0)) : nullptr;
+}
+
+Nanoseconds DecodePipeline::timeOf(GstSample* sample) const
+{
+    const Nanoseconds time = sampleTime(sample);
+    return time < 0 ? time : std::max<Nanoseconds>(time - m_origin.get(), 0);
 }
 
 bool DecodePipeline::atEnd() const
@@ -128,7 +134,7 @@ bool DecodePipeline::seekToKeyFrame(Nanoseconds time, GstSeekFlags snap)
 
 bool DecodePipeline::seekToOneKeyFrame(Nanoseconds time, Nanoseconds wanted)
 {
-    m_gate.passOnly(wanted);
+    m_gate.passOnly(wanted + m_origin.get());
     return seek(time, static_cast<GstSeekFlags>(GST_SEEK_FLAG_KEY_UNIT | GST_SEEK_FLAG_SNAP_BEFORE));
 }
 
@@ -144,7 +150,8 @@ bool DecodePipeline::seek(Nanoseconds time, GstSeekFlags flags)
     return gst_pad_push_event(
         m_sinkPad.get(),
         gst_event_new_seek(1.0, GST_FORMAT_TIME, static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | flags),
-                           GST_SEEK_TYPE_SET, std::max<Nanoseconds>(time, 0), GST_SEEK_TYPE_NONE, 0));
+                           GST_SEEK_TYPE_SET, m_origin.get() + std::max<Nanoseconds>(time, 0),
+                           GST_SEEK_TYPE_NONE, 0));
 }
 
 Orientation DecodePipeline::orientation() const
@@ -157,7 +164,7 @@ Nanoseconds DecodePipeline::claimedDuration() const
     gint64 duration = 0;
     if (!gst_element_query_duration(m_sink, GST_FORMAT_TIME, &duration))
         return 0;
-    return std::max<gint64>(duration, 0);
+    return std::max<gint64>(duration - m_origin.get(), 0);
 }
 
 /// Streams of no interest are left undecoded.
@@ -180,11 +187,12 @@ void DecodePipeline::onPadAdded(GstElement*, GstPad* pad, gpointer self)
     GstCapsPtr caps(gst_pad_get_current_caps(pad));
     if (!caps)
         caps.reset(gst_pad_query_caps(pad, nullptr));
-    if (gst_pad_is_linked(entry.get()) || !caps || gst_caps_is_empty(caps.get()) ||
-        gst_caps_is_any(caps.get()))
+    if (!caps || gst_caps_is_empty(caps.get()) || gst_caps_is_any(caps.get()))
         return;
     const std::string_view name = gst_structure_get_name(gst_caps_get_structure(caps.get(), 0));
-    if (name.substr(0, std::strlen(that->m_mediaType)) != that->m_mediaType)
+    if (name.starts_with("video/") || name.starts_with("audio/"))
+        that->m_origin.expect(pad);
+    if (gst_pad_is_linked(entry.get()) || !name.starts_with(that->m_mediaType))
         return;
     if (that->m_entry != that->m_sink)
         mixUnplacedChannels(that->m_entry, caps.get());
@@ -197,6 +205,7 @@ void DecodePipeline::onNoMorePads(GstElement*, gpointer self)
     auto* that = static_cast<DecodePipeline*>(self);
     const Handover handover;
     const GstPadPtr entry(gst_element_get_static_pad(that->m_entry, "sink"));
+    that->m_origin.expectNoMore();
     if (gst_pad_is_linked(entry.get()))
         return;
     that->m_failed = true;
@@ -255,6 +264,7 @@ GstFlowReturn DecodePipeline::onSample(GstAppSink*, gpointer self)
     auto* that = static_cast<DecodePipeline*>(self);
     const Handover handover;
     that->m_started = true;
+    that->m_origin.hurry();
     that->m_wake();
     return GST_FLOW_OK;
 }

@@ -4,6 +4,7 @@
 #include "platform/gstreamer/KeyFrameGate.h"
 #include "platform/gstreamer/Nanoseconds.h"
 #include "platform/gstreamer/Orientation.h"
+#include "platform/gstreamer/TimeOrigin.h"
 
 #include <gst/app/gstappsink.h>
 
@@ -16,7 +17,7 @@ namespace stackreel
 
 /// Reads one stream of a file as fast as it is taken, a few samples ahead: the first video stream as raw
 /// pictures or as packets, or the first audio stream as interleaved 16-bit stereo at 48 kHz. Keeps no clock
-/// and drops nothing.
+/// and drops nothing. Times are counted from the file's first picture or sound (`TimeOrigin`).
 ///
 /// One thread at a time. Calls may take as long as the file system does.
 class DecodePipeline
@@ -35,6 +36,8 @@ public:
 
     /// The next sample, or none when none is ready yet.
     GstSamplePtr tryPull();
+    /// Where a sample that was pulled lies on the file's time line; negative when it does not say.
+    Nanoseconds timeOf(GstSample* sample) const;
     /// Everything up to the stream's end was pulled.
     bool atEnd() const;
     /// Reading stopped early. What was decoded until then can still be pulled; seeking does not help.
@@ -42,7 +45,7 @@ public:
     /// Reading stopped before the wanted stream was found, so that there is nothing to wait for.
     bool isHopeless() const { return m_failed && !m_linked; }
     /// Whether seeking is possible: something was decoded.
-    bool started() const { return m_started; }
+    bool started() const { return m_started && m_origin.isKnown(); }
 
     /// Goes on from a key frame: with `GST_SEEK_FLAG_SNAP_BEFORE` the last one that starts at or before
     /// `time`, as far as the container knows, with `GST_SEEK_FLAG_SNAP_AFTER` the first one at or after.
@@ -77,6 +80,7 @@ private:
 
     std::function<void()> m_wake;
     KeyFrameGate m_gate;
+    TimeOrigin m_origin;
     GstElementPtr m_pipeline;
     GstElement* m_sink = nullptr; ///< the pipeline's
     GstPadPtr m_sinkPad;

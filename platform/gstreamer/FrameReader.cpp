@@ -101,7 +101,7 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
     m_untouched = false;
     m_patience.reset();
     picture.duration = sampleDuration(picture.sample.get());
-    picture.time = sampleTime(picture.sample.get());
+    picture.time = m_pipeline->timeOf(picture.sample.get());
     if (picture.time < 0)
         picture.time = m_lastTime < 0 ? 0 : m_lastTime + picture.duration;
     if (picture.time <= m_lastTime)

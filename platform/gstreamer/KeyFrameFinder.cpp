@@ -27,7 +27,7 @@ std::optional<Nanoseconds> KeyFrameFinder::keyFrame(Nanoseconds time, GstSeekFla
     const GstSamplePtr sample = m_source.next();
     if (!sample || GST_BUFFER_FLAG_IS_SET(gst_sample_get_buffer(sample.get()), GST_BUFFER_FLAG_DELTA_UNIT))
         return std::nullopt;
-    const Nanoseconds found = sampleTime(sample.get());
+    const Nanoseconds found = m_source.pipeline().timeOf(sample.get());
     return found >= 0 ? std::optional(found) : std::nullopt;
 }
 

@@ -6,23 +6,6 @@
 namespace stackreel
 {
 
-namespace
-{
-
-Nanoseconds timeAt(GstPad* pad, const GstBuffer* buffer)
-{
-    GstEvent* event = gst_pad_get_sticky_event(pad, GST_EVENT_SEGMENT, 0);
-    if (!event)
-        return -1;
-    const GstSegment* segment = nullptr;
-    gst_event_parse_segment(event, &segment);
-    const Nanoseconds time = bufferTime(buffer, segment);
-    gst_event_unref(event);
-    return time;
-}
-
-} // namespace
-
 void KeyFrameGate::guard(GstElement* decoder)
 {
     const GstPadPtr pad(gst_element_get_static_pad(decoder, "sink"));
@@ -54,7 +37,7 @@ GstPadProbeReturn KeyFrameGate::pass(GstPad* pad, GstBuffer* buffer)
     }
     if (GST_BUFFER_FLAG_IS_SET(buffer, GST_BUFFER_FLAG_DELTA_UNIT))
         return GST_PAD_PROBE_DROP;
-    m_passed = timeAt(pad, buffer) >= wanted - halfUnit;
+    m_passed = bufferTime(buffer, pad) >= wanted - halfUnit;
     return GST_PAD_PROBE_OK;
 }
 

@@ -14,6 +14,18 @@ Nanoseconds bufferTime(const GstBuffer* buffer, const GstSegment* segment)
     return sign > 0 ? static_cast<Nanoseconds>(time) : -1;
 }
 
+Nanoseconds bufferTime(const GstBuffer* buffer, GstPad* pad)
+{
+    GstEvent* event = gst_pad_get_sticky_event(pad, GST_EVENT_SEGMENT, 0);
+    if (!event)
+        return -1;
+    const GstSegment* segment = nullptr;
+    gst_event_parse_segment(event, &segment);
+    const Nanoseconds time = bufferTime(buffer, segment);
+    gst_event_unref(event);
+    return time;
+}
+
 Nanoseconds sampleTime(GstSample* sample)
 {
     return bufferTime(gst_sample_get_buffer(sample), gst_sample_get_segment(sample));

@@ -16,10 +16,10 @@ namespace
 /// the first after a seek with nothing.
 constexpr Nanoseconds warmUp = 100 * millisecond;
 
-SoundPiece pieceOf(GstSample* sample)
+SoundPiece pieceOf(GstSample* sample, Nanoseconds position)
 {
     SoundPiece piece;
-    piece.position = sampleTime(sample);
+    piece.position = position;
     GstMapInfo map;
     GstBuffer* buffer = gst_sample_get_buffer(sample);
     if (piece.position < 0 || !buffer || !gst_buffer_map(buffer, &map, GST_MAP_READ))
@@ -72,7 +72,7 @@ SoundReader::Step SoundReader::step(SoundPiece& piece)
     const GstSamplePtr sample = m_pipeline->tryPull();
     if (!sample)
         return over ? Step::end : Step::waiting;
-    piece = pieceOf(sample.get());
+    piece = pieceOf(sample.get(), m_pipeline->timeOf(sample.get()));
     return Step::piece;
 }
 

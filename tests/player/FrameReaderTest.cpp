@@ -2,11 +2,13 @@
 
 #include "platform/gstreamer/RgbPainter.h"
 #include "platform/gstreamer/WakeUp.h"
+#include "tests/player/ExportedFrame.h"
 #include "tests/player/MarkedClip.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 #include <vector>
 
 namespace stackreel
@@ -118,6 +120,52 @@ TEST(FrameReader, showsTheFrameThatIsOnScreenAtATime)
         const int following = row.number + 1 < row.clip.frames ? row.number + 1 : -1;
         EXPECT_EQ(reading.next(), following) << row.clip.name << " at " << row.seconds;
     }
+}
+
+TEST(FrameReader, countsTimeAsTheExportDoesWhereverAFileBegins)
+{
+    // FFmpeg itself misses what it seeks in a transport stream, except shortly behind a key frame, and the
+    // beginning of a Flash file.
+    const struct {
+        const char* extension;
+        std::vector<double> times;
+        std::vector<bool> sound;
+    } rows[] = {{"mp4", {0, 0.51, 2.01, 3.51}, {false, true}},
+                {"mkv", {0, 0.51, 2.01, 3.51}, {false, true}},
+                {"flv", {0.51, 2.01, 3.51}, {false, true}},
+                {"ts", {0, 2.01}, {false, true}}};
+    for (const auto& row : rows) {
+        for (bool sound : row.sound) {
+            const MarkedClip clip{.name =
+                                      std::string(sound ? "begins-with-sound." : "begins.") + row.extension,
+                                  .frames = 120,
+                                  .keyInterval = 30,
+                                  .sound = sound};
+            Reading reading(clip.file());
+            for (double time : row.times) {
+                reading.reader.showFrom(fromSeconds(time));
+                const int shown = reading.next();
+                // FFmpeg begins with the first frame that starts at the time, the reader with the one under
+                // it.
+                const int exported = numberIn(exportedFrame(clip.file(), time, 320, 180));
+                EXPECT_GE(shown, exported - 1) << clip.name << " at " << time;
+                EXPECT_LE(shown, exported) << clip.name << " at " << time;
+            }
+        }
+    }
+}
+
+TEST(FrameReader, waitsForNoSoundThatBeginsLongAfterThePictures)
+{
+    const MarkedClip clip{
+        .name = "late-sound.mp4",
+        .frames = 120,
+        .keyInterval = 30,
+        .sound = true,
+        .output = "-bsf:v setts=pts=PTS+9000:dts=DTS+9000 -bsf:a setts=pts=PTS+384000:dts=DTS+384000"};
+    Reading reading(clip.file());
+    EXPECT_EQ(reading.next(), 0);
+    EXPECT_EQ(reading.next(), 1);
 }
 
 TEST(FrameReader, goesOnAfterATime)
