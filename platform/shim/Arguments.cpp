@@ -94,6 +94,16 @@ void mendFilterGraphs(Arguments& arguments)
     }
 }
 
+// A seek to the beginning goes nowhere, except in Flash files: FFmpeg 5.1 begins two seconds later there, or
+// finds no picture at all.
+void leaveOutIdleSeeks(Arguments& arguments)
+{
+    static const Arguments idleSeek{"-ss", "0.000", "-i"};
+    auto seek = arguments.begin();
+    while ((seek = std::search(seek, arguments.end(), idleSeek.begin(), idleSeek.end())) != arguments.end())
+        seek = arguments.erase(seek, seek + 2);
+}
+
 } // namespace
 
 bool asksForVideoToolbox(const Arguments& arguments)
@@ -119,6 +129,7 @@ Arguments withEncoder(const Arguments& arguments, H264Encoder encoder)
         result.insert(result.end(), output.begin(), output.end());
     }
     mendFilterGraphs(result);
+    leaveOutIdleSeeks(result);
     return result;
 }
 

@@ -16,9 +16,9 @@ bool asksForVideoToolbox(const Arguments& arguments);
 
 /// `arguments` made fit for an FFmpeg without VideoToolbox: each such group of four is replaced by `encoder`
 /// with its options, an AAC encode (`-c:a aac`) gets a channel layout that the encoder takes, and a filter
-/// graph (`-filter_complex`) that stacks pictures of an odd height is mended (`withWholeChroma`). Every other
-/// argument, the bit rate behind the group included, stays as it is. With `videoToolbox`, or without such a
-/// group, nothing changes at all.
+/// graph (`-filter_complex`) that stacks pictures of an odd height is mended (`withWholeChroma`), and a seek
+/// to an input's beginning (`-ss 0.000`) is left out. Every other argument, the bit rate behind the group
+/// included, stays as it is. With `videoToolbox`, or without such a group, nothing changes at all.
 Arguments withEncoder(const Arguments& arguments, H264Encoder encoder);
 
 } // namespace stackreel::shim

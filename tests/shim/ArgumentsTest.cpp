@@ -151,6 +151,21 @@ TEST(Arguments, AnAacEncodeGetsAChannelLayoutBehindItsOwnFilters)
             << row.description;
 }
 
+TEST(Arguments, ASeekToAnInputsBeginningIsLeftOut)
+{
+    const struct {
+        Arguments before, after;
+    } rows[] = {
+        {{"-y", "-ss", "0.000", "-i", "in", "-t", "1.000"}, {"-y", "-i", "in", "-t", "1.000"}},
+        {{"-ss", "0.001", "-i", "in"}, {"-ss", "0.001", "-i", "in"}},
+        {{"-i", "in", "-ss", "0.000"}, {"-i", "in", "-ss", "0.000"}},
+        {{"-ss", "0.000", "-i", "-ss", "-t", "0.000"}, {"-i", "-ss", "-t", "0.000"}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(withEncoder(joined({row.before, request}), H264Encoder::x264),
+                  joined({row.after, options(H264Encoder::x264)}));
+}
+
 TEST(Arguments, FiltersBeforeTheRequestAreNotThoseOfTheOutput)
 {
     const Arguments before{"-i", "-af", "volume=2"};
