@@ -1,5 +1,6 @@
 """What is on a screen, and whether it is the preview that should be there."""
 
+import collections
 import functools
 import re
 import subprocess
@@ -10,6 +11,12 @@ CORAL, LIGHT_CORAL = (255, 90, 61), (255, 184, 166)
 # Another second of a mosaic differs by some 80; what was scaled for the screen by other means than the tests', and is
 # looked at a pixel beside its place, by less than 30.
 ALIKE_ON_SCREEN = 35
+# Pixels of an edge; a block of a mosaic has at most 10, on a screen of twice the size.
+LEAST_EDGE = 24
+
+
+def edges(places):
+    return [place for place, count in collections.Counter(places).items() if count >= LEAST_EDGE]
 
 
 class Picture:
@@ -29,12 +36,14 @@ class Picture:
         return Picture(b"".join(self.rgb[at:at + 3 * width] for at in rows), width)
 
     def box(self, colour):
-        """Left, top, width and height of all that has exactly this colour; None when nothing has."""
+        """Left, top, width and height of what is drawn in exactly this colour; None when nothing is. A line or column with
+        fewer pixels of it is no edge: a picture of random blocks has any colour somewhere by chance."""
         places = [match.start() // 3 for match in re.finditer(b"(?=" + re.escape(bytes(colour)) + b")", self.rgb)
                   if match.start() % 3 == 0]
-        if not places:
+        columns = edges(each % self.width for each in places)
+        rows = edges(each // self.width for each in places)
+        if not columns or not rows:
             return None
-        columns, rows = {each % self.width for each in places}, {each // self.width for each in places}
         return min(columns), min(rows), max(columns) - min(columns) + 1, max(rows) - min(rows) + 1
 
     def difference(self, other):
