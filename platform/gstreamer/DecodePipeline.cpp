@@ -24,17 +24,18 @@ struct ContentKind {
     GstElementFactoryListType media;
     const char* delivered; ///< caps of the samples
     guint ahead;           ///< samples
+    guint atFirst;         ///< samples ahead until it is known where the file begins
 };
 
 ContentKind kindOf(DecodePipeline::Content content)
 {
     switch (content) {
     case DecodePipeline::Content::packets:
-        return {"parsebin", "video/", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO, nullptr, 2};
+        return {"parsebin", "video/", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO, nullptr, 2, 64};
     case DecodePipeline::Content::sound:
-        return {"decodebin", "audio/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO, soundCaps, 8};
+        return {"decodebin", "audio/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO, soundCaps, 8, 8};
     default:
-        return {"decodebin", "video/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO, "video/x-raw", 2};
+        return {"decodebin", "video/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO, "video/x-raw", 2, 2};
     }
 }
 
@@ -52,7 +53,7 @@ void limitThreads(GstElement* element)
 } // namespace
 
 DecodePipeline::DecodePipeline(const std::filesystem::path& file, Content content, std::function<void()> wake)
-    : m_wake(std::move(wake)), m_origin(m_wake)
+    : m_wake(std::move(wake)), m_origin([this] { beginCounting(); })
 {
     ensureGStreamer();
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
@@ -85,10 +86,11 @@ GstElement* DecodePipeline::build(const std::filesystem::path& file, Content con
     }
     g_object_set(source, "location", file.c_str(), nullptr);
     m_media = kind.media;
+    m_ahead = kind.ahead;
     g_signal_connect(decoder, "autoplug-select", G_CALLBACK(onAutoplugSelect), this);
     const GstCapsPtr delivered(kind.delivered ? gst_caps_from_string(kind.delivered) : gst_caps_new_any());
     g_object_set(m_sink, "caps", delivered.get(), "sync", FALSE, "async", FALSE, "qos", FALSE, "max-buffers",
-                 kind.ahead, "enable-last-sample", FALSE, "wait-on-eos", FALSE, nullptr);
+                 kind.atFirst, "enable-last-sample", FALSE, "wait-on-eos", FALSE, nullptr);
     gst_element_link(source, decoder);
     return decoder;
 }
@@ -108,6 +110,12 @@ void DecodePipeline::watch(GstElement* decoder)
     gst_pad_add_probe(m_sinkPad.get(), probed, onSinkPad, this, nullptr);
     const GstBusPtr bus(gst_element_get_bus(m_pipeline.get()));
     gst_bus_set_sync_handler(bus.get(), onMessage, this, nullptr);
+}
+
+void DecodePipeline::beginCounting()
+{
+    gst_app_sink_set_max_buffers(sink(), m_ahead);
+    m_wake();
 }
 
 GstSamplePtr DecodePipeline::tryPull()
@@ -214,10 +222,16 @@ void DecodePipeline::onNoMorePads(GstElement*, gpointer self)
 
 void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpointer self)
 {
+    auto* that = static_cast<DecodePipeline*>(self);
+    const Handover handover;
+    GstElementFactory* factory = gst_element_get_factory(element);
+    const GstPadPtr entry(gst_element_get_static_pad(element, "sink"));
+    if (entry && factory && gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER))
+        that->m_origin.heed(entry.get());
     if (!GST_IS_VIDEO_DECODER(element))
         return;
     limitThreads(element);
-    static_cast<DecodePipeline*>(self)->m_gate.guard(element);
+    that->m_gate.guard(element);
 }
 
 GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer self)

@@ -40,8 +40,9 @@ public:
     Nanoseconds timeOf(GstSample* sample) const;
     /// Everything up to the stream's end was pulled.
     bool atEnd() const;
-    /// Reading stopped early. What was decoded until then can still be pulled; seeking does not help.
-    bool failed() const { return m_failed; }
+    /// Reading stopped early. What was decoded until then can still be pulled; seeking does not help. Told
+    /// only when samples can be pulled, if there are any.
+    bool failed() const { return m_failed && (!m_started || m_origin.isKnown()); }
     /// Reading stopped before the wanted stream was found, so that there is nothing to wait for.
     bool isHopeless() const { return m_failed && !m_linked; }
     /// Whether seeking is possible: something was decoded.
@@ -75,23 +76,25 @@ private:
 
     GstElement* build(const std::filesystem::path& file, Content content);
     void watch(GstElement* decoder);
+    void beginCounting();
     GstAppSink* sink() const { return GST_APP_SINK(m_sink); }
     bool seek(Nanoseconds time, GstSeekFlags flags);
 
     std::function<void()> m_wake;
     KeyFrameGate m_gate;
-    TimeOrigin m_origin;
     GstElementPtr m_pipeline;
     GstElement* m_sink = nullptr; ///< the pipeline's
     GstPadPtr m_sinkPad;
     GstElement* m_entry = nullptr; ///< what the decoded stream is linked to; the pipeline's
     const char* m_mediaType = "";
     GstElementFactoryListType m_media = 0;
+    guint m_ahead = 0; ///< samples, once it is known where the file begins
     std::atomic<bool> m_failed = false;
     std::atomic<bool> m_started = false;
     std::atomic<bool> m_linked = false; ///< the wanted stream was found
     std::atomic<int> m_quarterTurns = 0;
     std::atomic<bool> m_mirrored = false;
+    TimeOrigin m_origin; ///< last, as what it finds is told to the sink
 };
 
 } // namespace stackreel

@@ -15,6 +15,14 @@ namespace
 
 constexpr GstClockTime patience = GST_SECOND / 2;
 
+/// Where a buffer begins, or negative when it does not say. What lies before the beginning of the time line
+/// is a decoder's warming up, whose sound begins with the line.
+Nanoseconds beginningOf(const GstBuffer* buffer, GstPad* pad)
+{
+    const Nanoseconds time = bufferTime(buffer, pad);
+    return GST_BUFFER_PTS_IS_VALID(buffer) ? std::max<Nanoseconds>(time, 0) : time;
+}
+
 } // namespace
 
 struct TimeOrigin::State {
@@ -30,9 +38,14 @@ struct TimeOrigin::State {
     {
         const std::lock_guard lock(mutex);
         --silent;
+        consider(time);
+        settle();
+    }
+
+    void consider(Nanoseconds time)
+    {
         if (time >= 0 && !known)
             earliest = earliest < 0 ? time : std::min(earliest, time);
-        settle();
     }
 
     void settle()
@@ -71,9 +84,17 @@ void TimeOrigin::expect(GstPad* pad)
         const std::lock_guard lock(m_state->mutex);
         ++m_state->silent;
     }
-    const auto probed =
-        static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM);
-    gst_pad_add_probe(pad, probed, onPad, new std::shared_ptr<State>(m_state),
+    probe(pad, GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, onPad);
+}
+
+void TimeOrigin::heed(GstPad* pad)
+{
+    probe(pad, GST_PAD_PROBE_TYPE_BUFFER, onDecoder);
+}
+
+void TimeOrigin::probe(GstPad* pad, int types, GstPadProbeCallback callback)
+{
+    gst_pad_add_probe(pad, static_cast<GstPadProbeType>(types), callback, new std::shared_ptr<State>(m_state),
                       [](gpointer state) { delete static_cast<std::shared_ptr<State>*>(state); });
 }
 
@@ -112,13 +133,24 @@ GstPadProbeReturn TimeOrigin::onPad(GstPad* pad, GstPadProbeInfo* info, gpointer
     const Handover handover;
     Nanoseconds time = -1;
     if (info->type & GST_PAD_PROBE_TYPE_BUFFER) {
-        time = bufferTime(GST_PAD_PROBE_INFO_BUFFER(info), pad);
+        time = beginningOf(GST_PAD_PROBE_INFO_BUFFER(info), pad);
     } else {
         const GstEventType event = GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info));
         if (event != GST_EVENT_EOS && event != GST_EVENT_GAP)
             return GST_PAD_PROBE_OK;
     }
     (*static_cast<std::shared_ptr<State>*>(state))->begin(time);
+    return GST_PAD_PROBE_REMOVE;
+}
+
+GstPadProbeReturn TimeOrigin::onDecoder(GstPad* pad, GstPadProbeInfo* info, gpointer state)
+{
+    const Handover handover;
+    State& waiting = **static_cast<std::shared_ptr<State>*>(state);
+    const Nanoseconds time = beginningOf(GST_PAD_PROBE_INFO_BUFFER(info), pad);
+    const std::lock_guard lock(waiting.mutex);
+    waiting.consider(time);
+    waiting.settle();
     return GST_PAD_PROBE_REMOVE;
 }
 

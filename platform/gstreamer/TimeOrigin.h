@@ -25,6 +25,9 @@ public:
 
     /// To be told of each pad by which pictures or sound come, before anything does.
     void expect(GstPad* pad);
+    /// To be told of each pad by which something goes into a decoder, before anything does. The stream begins
+    /// there, though a decoder may swallow its first pictures or sound.
+    void heed(GstPad* pad);
     /// No further pad is to be expected.
     void expectNoMore();
     /// From now on a stream that is still silent is waited for half a second only.
@@ -38,7 +41,10 @@ private:
     struct State;
 
     static GstPadProbeReturn onPad(GstPad* pad, GstPadProbeInfo* info, gpointer state);
+    static GstPadProbeReturn onDecoder(GstPad* pad, GstPadProbeInfo* info, gpointer state);
     static gboolean onImpatience(GstClock* clock, GstClockTime time, GstClockID timer, gpointer state);
+
+    void probe(GstPad* pad, int types, GstPadProbeCallback callback);
 
     std::shared_ptr<State> m_state;
     GstClockID m_timer = nullptr;

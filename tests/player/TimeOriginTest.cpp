@@ -1,0 +1,83 @@
+#include "platform/gstreamer/SampleSource.h"
+#include "platform/gstreamer/SampleTiming.h"
+#include "tests/player/MarkedClip.h"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <ostream>
+#include <string>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Content = DecodePipeline::Content;
+
+/// Where the file begins on the container's time line, as a pipeline of its own sees it.
+Nanoseconds originSeenBy(Content content, const std::filesystem::path& file)
+{
+    SampleSource source(file, content, {});
+    const GstSamplePtr sample = source.next();
+    EXPECT_TRUE(sample) << file;
+    return sample ? sampleTime(sample.get()) - source.pipeline().timeOf(sample.get()) : -1;
+}
+
+struct Row {
+    const char* name;
+    const char* output;
+    Nanoseconds firstPicture; ///< after the file's beginning
+};
+
+void PrintTo(const Row& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
+class TimeOriginTest : public testing::TestWithParam<Row>
+{
+protected:
+    const MarkedClip clip{.name = GetParam().name,
+                          .frames = 120,
+                          .keyInterval = 30,
+                          .sound = true,
+                          .output = GetParam().output};
+};
+
+} // namespace
+
+TEST_P(TimeOriginTest, isTheSameForPicturesPacketsAndSoundOfAFile)
+{
+    const Nanoseconds pictures = originSeenBy(Content::pictures, clip.file());
+    EXPECT_EQ(originSeenBy(Content::packets, clip.file()), pictures);
+    EXPECT_EQ(originSeenBy(Content::sound, clip.file()), pictures);
+}
+
+TEST_P(TimeOriginTest, liesWhereTheSoundBeginsThatComesBeforeThePictures)
+{
+    SampleSource source(clip.file(), Content::pictures, {});
+    const GstSamplePtr sample = source.next();
+    ASSERT_TRUE(sample);
+    EXPECT_NEAR(static_cast<double>(source.pipeline().timeOf(sample.get())),
+                static_cast<double>(GetParam().firstPicture), 12.0 * millisecond);
+}
+
+// The sound's encoders begin with silence, of which the decoders take away some: with AAC 21 ms, with
+// Opus 6.5.
+INSTANTIATE_TEST_SUITE_P(Files, TimeOriginTest,
+                         testing::Values(Row{"origin.ts", "", 23 * millisecond},
+                                         Row{"origin-late-pictures.ts",
+                                             "-bsf:v setts=pts=PTS+45000:dts=DTS+45000", 523 * millisecond},
+                                         Row{"origin-late-pictures.mkv",
+                                             "-c:a libopus -bsf:v setts=pts=PTS+500:dts=DTS+500",
+                                             506 * millisecond}),
+                         [](const auto& row) {
+                             std::string name = row.param.name;
+                             for (char& c : name)
+                                 c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+                             return name;
+                         });
+
+} // namespace stackreel
