@@ -6,6 +6,7 @@
 
 #include <mutex>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 namespace stackreel
@@ -200,9 +201,15 @@ void Sound::follow(const QueuedFrame& frame)
 
 void Sound::setAudible(bool audible)
 {
-    if (audible && !std::exchange(m_started, true))
-        runDetached([job = m_job] { job->run(); });
     m_job->change([audible](Job::Plan& plan) { plan.audible = audible; });
+    if (!audible || m_started)
+        return;
+    try {
+        runDetached([job = m_job] { job->run(); });
+        m_started = true;
+    } catch (const std::system_error&) {
+        // No thread is to be had: silence, until it is to be heard again.
+    }
 }
 
 } // namespace stackreel
