@@ -1,7 +1,7 @@
 #include "platform/ThreadUrgency.h"
 
+#include <linux/sched.h>
 #include <linux/sched/types.h>
-#include <sched.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -22,7 +22,7 @@ constexpr unsigned long long shortestSlice = 100'000;
 // user's program may not do any more once it has raised it, and complains.
 void runPromptly()
 {
-    if (sched_getscheduler(0) != SCHED_OTHER)
+    if (syscall(SYS_sched_getscheduler, 0) != SCHED_NORMAL)
         return; // whoever chose another way for this program knows better
     sched_attr attributes = {};
     attributes.size = sizeof attributes;
