@@ -28,14 +28,6 @@ using namespace stackreel;
 /// Keeps Qt from complaining about a locale that is not UTF-8, which matters nowhere in this program.
 void ignoreMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
-/// Without a sound device, what GStreamer tries at last is OpenAL, which then writes to standard error that
-/// it has none either. It reads this variable when it is loaded, so the variable has to stay.
-void quietenOpenAL()
-{
-    if (!qEnvironmentVariableIsSet("ALSOFT_LOGLEVEL"))
-        qputenv("ALSOFT_LOGLEVEL", "0");
-}
-
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 {
     // With X11's newer input events, Qt 6.4 misses the release that ends a move of the window by the desktop,
@@ -88,7 +80,6 @@ int run(int& argc, char** argv, TerminationSignals& signals)
 int main(int argc, char* argv[])
 {
     StandardStreams::prepare();
-    quietenOpenAL(); // before there is a thread that reads the environment
     TerminationSignals signals;
     int status = EXIT_FAILURE;
     try {

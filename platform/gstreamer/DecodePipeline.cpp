@@ -61,6 +61,7 @@ DecodePipeline::DecodePipeline(const std::filesystem::path& file, Content conten
     const Handover handover;
     if (gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE)
         m_failed = true;
+    limitQueue();
 }
 
 DecodePipeline::~DecodePipeline()
@@ -86,11 +87,12 @@ GstElement* DecodePipeline::build(const std::filesystem::path& file, Content con
     }
     g_object_set(source, "location", file.c_str(), nullptr);
     m_media = kind.media;
+    m_aheadAtFirst = kind.atFirst;
     m_ahead = kind.ahead;
     g_signal_connect(decoder, "autoplug-select", G_CALLBACK(onAutoplugSelect), this);
     const GstCapsPtr delivered(kind.delivered ? gst_caps_from_string(kind.delivered) : gst_caps_new_any());
     g_object_set(m_sink, "caps", delivered.get(), "sync", FALSE, "async", FALSE, "qos", FALSE, "max-buffers",
-                 kind.atFirst, "enable-last-sample", FALSE, "wait-on-eos", FALSE, nullptr);
+                 0, "enable-last-sample", FALSE, "wait-on-eos", FALSE, nullptr);
     gst_element_link(source, decoder);
     return decoder;
 }
@@ -112,9 +114,20 @@ void DecodePipeline::watch(GstElement* decoder)
     gst_bus_set_sync_handler(bus.get(), onMessage, this, nullptr);
 }
 
+/// Not before the pipeline runs: a full queue would hold a lock that its change of state needs, while nobody
+/// takes anything yet.
+void DecodePipeline::limitQueue()
+{
+    m_running = true;
+    gst_app_sink_set_max_buffers(sink(), m_aheadAtFirst);
+    if (m_origin.isKnown())
+        gst_app_sink_set_max_buffers(sink(), m_ahead);
+}
+
 void DecodePipeline::beginCounting()
 {
-    gst_app_sink_set_max_buffers(sink(), m_ahead);
+    if (m_running)
+        gst_app_sink_set_max_buffers(sink(), m_ahead);
     m_wake();
 }
 

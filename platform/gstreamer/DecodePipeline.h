@@ -76,6 +76,7 @@ private:
 
     GstElement* build(const std::filesystem::path& file, Content content);
     void watch(GstElement* decoder);
+    void limitQueue();
     void beginCounting();
     GstAppSink* sink() const { return GST_APP_SINK(m_sink); }
     bool seek(Nanoseconds time, GstSeekFlags flags);
@@ -88,7 +89,9 @@ private:
     GstElement* m_entry = nullptr; ///< what the decoded stream is linked to; the pipeline's
     const char* m_mediaType = "";
     GstElementFactoryListType m_media = 0;
-    guint m_ahead = 0; ///< samples, once it is known where the file begins
+    guint m_aheadAtFirst = 0;            ///< samples, until it is known where the file begins
+    guint m_ahead = 0;                   ///< samples, from then on
+    std::atomic<bool> m_running = false; ///< the queue may be limited
     std::atomic<bool> m_failed = false;
     std::atomic<bool> m_started = false;
     std::atomic<bool> m_linked = false; ///< the wanted stream was found

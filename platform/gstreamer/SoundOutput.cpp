@@ -24,8 +24,14 @@ GstClockTime clockTime(Clock::Instant instant)
 
 } // namespace
 
+// OpenAL is left out of the choice: without a device it writes to standard error through ALSA's library, and
+// with one the others find it too.
 GstElementPtr makeSystemSoundSink()
 {
+    if (GstPluginFeature* openAl = gst_registry_lookup_feature(gst_registry_get(), "openalsink")) {
+        gst_plugin_feature_set_rank(openAl, GST_RANK_NONE);
+        gst_object_unref(openAl);
+    }
     return makeElement("autoaudiosink");
 }
 
