@@ -8,7 +8,7 @@ GstBufferPtr VideoBuffers::acquire(const GstVideoInfo& info)
     if (!m_pool || !gst_video_info_is_equal(&m_info, &info)) {
         release();
         m_info = info;
-        m_pool.reset(GST_BUFFER_POOL(gst_object_ref_sink(gst_video_buffer_pool_new())));
+        m_pool.reset(gst_video_buffer_pool_new()); // already ours, not a floating reference
         const GstCapsPtr caps(gst_video_info_to_caps(&info));
         GstStructure* config = gst_buffer_pool_get_config(m_pool.get());
         gst_buffer_pool_config_set_params(config, caps.get(), static_cast<guint>(info.size), 0, 0);
