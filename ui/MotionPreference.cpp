@@ -1,6 +1,5 @@
 #include "ui/MotionPreference.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -34,9 +33,19 @@ bool isReducedByFiles()
     return (gtk.isValid() && !gtk.toBool()) || (plasma.isValid() && plasma.toDouble() == 0);
 }
 
+QDBusConnection sessionBus()
+{
+    // Without a session bus, asking for one would start a bus of its own.
+    return qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ? QDBusConnection(QString())
+                                                                   : QDBusConnection::sessionBus();
+}
+
 } // namespace
 
-MotionPreference::MotionPreference(QObject* parent) : QObject(parent)
+MotionPreference::MotionPreference(QObject* parent) : MotionPreference(&sessionBus, parent) {}
+
+MotionPreference::MotionPreference(const std::function<QDBusConnection()>& bus, QObject* parent)
+    : QObject(parent)
 {
     const QByteArray wish = qgetenv("STACKREEL_REDUCED_MOTION");
     if (!wish.isEmpty()) {
@@ -44,14 +53,12 @@ MotionPreference::MotionPreference(QObject* parent) : QObject(parent)
         return;
     }
     m_reduced = isReducedByFiles();
-    // Without a session bus, asking for one would start a bus of its own.
-    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
-        askPortal();
+    if (const QDBusConnection connection = bus(); connection.isConnected())
+        askPortal(connection);
 }
 
-void MotionPreference::askPortal()
+void MotionPreference::askPortal(QDBusConnection bus)
 {
-    QDBusConnection bus = QDBusConnection::sessionBus();
     bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(followPortal(QString, QString, QDBusVariant)));
     QDBusMessage read =

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <QDBusVariant>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-class QDBusPendingCallWatcher;
+#include <functional>
 
 namespace stackreel
 {
@@ -22,6 +23,9 @@ class MotionPreference : public QObject
 
 public:
     explicit MotionPreference(QObject* parent = nullptr);
+    /// `bus` gives the message bus with the portal on it, in place of the session's; it is not called where
+    /// the environment decides.
+    explicit MotionPreference(const std::function<QDBusConnection()>& bus, QObject* parent = nullptr);
 
     bool isReduced() const { return m_reduced; }
 
@@ -32,7 +36,7 @@ private Q_SLOTS:
     void followPortal(const QString& group, const QString& key, const QDBusVariant& value);
 
 private:
-    void askPortal();
+    void askPortal(QDBusConnection bus);
     void setReduced(bool reduced);
 
     bool m_reduced = false;

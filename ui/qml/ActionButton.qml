@@ -22,8 +22,14 @@ T.Button {
 
     // A button that shows its focus is pressed by the blank, whatever else that key does in the window.
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    // A key that is held presses once, or it would cancel again what it has just started.
+    Keys.onPressed: event => {
+        const confirms = event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
+        event.accepted = confirms || (event.isAutoRepeat && event.key === Qt.Key_Space);
+        if (confirms && !event.isAutoRepeat)
+            clicked();
+    }
+    Keys.onReleased: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
 
     FocusRing {
         parentRadius: button.cornerRadius

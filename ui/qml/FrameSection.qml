@@ -20,6 +20,7 @@ ColumnLayout {
         spacing: 8
 
         Caption {
+            objectName: "aspectLabel"
             Layout.fillWidth: true
             text: qsTr("Aspect ratio")
             spoken: false

@@ -19,6 +19,9 @@ T.Switch {
     Accessible.onPressAction: flip()
 
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus
+    // A key that is held flips it once.
+    Keys.onPressed: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
+    Keys.onReleased: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
 
     /// What a click does.
     function flip() {

@@ -14,8 +14,8 @@ Caption {
     text: message.replace(/\s*\n\s*/g, " ")
     font: Theme.textFont(14, Font.Medium)
     color: failed ? Theme.signalCoral : Theme.white(0.66)
-    // Of a file's name both ends matter, of a sentence its beginning.
-    elide: failed ? Text.ElideRight : Text.ElideMiddle
+    // Both ends matter, of a file's name and of a tool's last lines.
+    elide: Text.ElideMiddle
     maximumLineCount: 1
 
     Accessible.role: Accessible.StatusBar

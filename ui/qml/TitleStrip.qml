@@ -129,6 +129,7 @@ Item {
     Shortcut {
         sequence: "Ctrl+O"
         context: Qt.ApplicationShortcut
+        autoRepeat: false
         enabled: strip.window.active
         onActivated: strip.model.chooseSource()
     }

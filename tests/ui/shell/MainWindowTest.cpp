@@ -1,5 +1,7 @@
 #include "tests/support/window/OfflineWindow.h"
 
+#include <QScreen>
+
 #include <gtest/gtest.h>
 
 namespace stackreel
@@ -24,6 +26,19 @@ TEST(MainWindowTest, NeverGivesTheContentLessThanItNeeds)
     const QQuickItem& content = offline.item(QStringLiteral("contentView"));
     EXPECT_EQ(offline.window().minimumWidth(), 980);
     EXPECT_EQ(offline.window().minimumHeight() - content.y(), 680);
+}
+
+TEST(MainWindowTest, OpensAtItsFirstSizeOrAsMuchOfItAsTheScreenHolds)
+{
+    FakeServices world;
+    AppModel model(world.services());
+    WindowModel windowModel(model);
+    WindowActions actions;
+    MainWindow shown(windowModel, actions);
+    const QSize screen = shown.window().screen()->availableGeometry().size();
+    ASSERT_EQ(screen, QSize(800, 800)) << "the platform without a screen has another one";
+    shown.show();
+    EXPECT_EQ(shown.window().size(), QSize(980, 780)) << "no narrower than the content needs";
 }
 
 TEST(MainWindowTest, TakesAClipThroughEveryPhase)

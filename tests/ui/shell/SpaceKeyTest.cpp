@@ -34,6 +34,14 @@ TEST_F(SpaceKeyTest, TogglesThePreview)
     EXPECT_TRUE(playing());
 }
 
+TEST_F(SpaceKeyTest, DoesNothingTogetherWithAnotherKey)
+{
+    for (const Qt::KeyboardModifier modifier : {Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier}) {
+        m_offline.key(Qt::Key_Space, modifier);
+        EXPECT_TRUE(playing()) << modifier;
+    }
+}
+
 TEST_F(SpaceKeyTest, DoesNothingWhileNothingCanBeEdited)
 {
     for (const Phase& phase :

@@ -53,23 +53,47 @@ protected:
         const auto commonest = std::max_element(counts.cbegin(), counts.cend());
         return commonest == counts.cend() ? QColor() : QColor(commonest.key());
     }
+
+    /// Looks at all texts to be seen in an item, but those of what is disabled; how many there were.
+    int expectContrast(QQuickItem& target)
+    {
+        const QImage picture = window().screenshot();
+        int texts = 0;
+        for (const QQuickItem* each : everythingIn(target)) {
+            if (!each->inherits("QQuickText") || !each->isVisible() || !each->isEnabled() ||
+                text(*each).isEmpty())
+                continue;
+            ++texts;
+            const QColor ground = behind(*each, picture);
+            EXPECT_GE(contrast(over(color(*each), ground), ground), 4.5) << text(*each).toStdString();
+        }
+        return texts;
+    }
 };
 
 TEST_P(ContrastTest, EveryTextThatCountsStandsOutFromWhatIsBehindIt)
 {
     windowModel().setAspectIndex(3);
     enter(GetParam());
-    const QImage picture = window().screenshot();
-    int texts = 0;
-    for (QQuickItem* each : item("contentView").findChildren<QQuickItem*>()) {
-        if (!each->inherits("QQuickText") || !each->isVisible() || !each->isEnabled() ||
-            text(*each).isEmpty())
-            continue;
-        ++texts;
-        const QColor ground = behind(*each, picture);
-        EXPECT_GE(contrast(over(color(*each), ground), ground), 4.5) << text(*each).toStdString();
-    }
-    EXPECT_GE(texts, 10);
+    EXPECT_GE(expectContrast(root()), 13);
+}
+
+TEST_P(ContrastTest, SoDoTheTextsOfTheMenusAndOfTheAboutBox)
+{
+    enter(GetParam());
+    window().key(Qt::Key_F10);
+    EXPECT_EQ(expectContrast(overlay()), 4) << "three commands and a key";
+    window().key(Qt::Key_Right);
+    EXPECT_EQ(expectContrast(overlay()), 2);
+    window().key(Qt::Key_Right);
+    EXPECT_EQ(expectContrast(overlay()), windowModel().editable() ? 2 : 0);
+    window().key(Qt::Key_Escape);
+    window().key(Qt::Key_F10);
+    window().key(Qt::Key_Down);
+    EXPECT_EQ(expectContrast(overlay()), 4) << "one command highlighted";
+    window().key(Qt::Key_Return);
+    ASSERT_TRUE(item("closeAbout").isVisible());
+    EXPECT_GE(expectContrast(overlay()), 4);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllPhases, ContrastTest,

@@ -1,10 +1,18 @@
 #include "ui/MotionPreference.h"
 
+#include "tests/support/Awaited.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryDirectory.h"
+#include "tests/ui/views/FakeSettingsPortal.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QProcess>
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 
 namespace stackreel
@@ -70,6 +78,116 @@ TEST_F(MotionPreferenceTest, TheEnvironmentOverridesTheDesktop)
     write("kdeglobals", "[KDE]\nAnimationDurationFactor=0\n");
     const ScopedEnvironment wish("STACKREEL_REDUCED_MOTION", "0");
     EXPECT_FALSE(MotionPreference().isReduced());
+}
+
+/// The same with a message bus of the test's own, and a portal on it.
+class PortalTest : public MotionPreferenceTest
+{
+protected:
+    void SetUp() override
+    {
+        m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                                                    QStringLiteral("--print-address")});
+        ASSERT_TRUE(m_bus.waitForReadyRead(60000)) << "no message bus";
+        m_address = QString::fromUtf8(m_bus.readLine()).trimmed();
+        auto portal = QDBusConnection::connectToBus(m_address, QStringLiteral("portal"));
+        ASSERT_TRUE(
+            portal.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), &m_portal,
+                                  QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
+        ASSERT_TRUE(portal.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+    }
+    void TearDown() override
+    {
+        QDBusConnection::disconnectFromBus(QStringLiteral("portal"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("program"));
+        m_bus.terminate();
+        m_bus.waitForFinished(60000);
+    }
+
+    std::unique_ptr<MotionPreference> preference()
+    {
+        return std::make_unique<MotionPreference>(
+            [this] { return QDBusConnection::connectToBus(m_address, QStringLiteral("program")); });
+    }
+    /// Waits until the portal was asked and what it has said since has arrived.
+    void settle()
+    {
+        ASSERT_TRUE(eventually([this] { return m_portal.asked > 0; }));
+        const QDBusConnection program(QStringLiteral("program"));
+        // The answer to this comes after all that was under way to the program.
+        bool answered = false;
+        QDBusMessage last = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
+                                                           QStringLiteral("/org/freedesktop/portal/desktop"),
+                                                           QStringLiteral("org.freedesktop.portal.Settings"),
+                                                           QStringLiteral("Read"));
+        last << QString() << QString();
+        const QDBusPendingCallWatcher watcher(program.asyncCall(last));
+        QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, [&answered] { answered = true; });
+        ASSERT_TRUE(eventually([&answered] { return answered; }));
+    }
+
+    FakeSettingsPortal m_portal;
+
+private:
+    QProcess m_bus;
+    QString m_address;
+};
+
+const auto group = QStringLiteral("org.gnome.desktop.interface");
+const auto key = QStringLiteral("enable-animations");
+
+TEST_F(PortalTest, GnomesWishIsHeardALittleLater)
+{
+    m_portal.animations = false;
+    const auto wish = preference();
+    EXPECT_FALSE(wish->isReduced());
+    EXPECT_TRUE(eventually([&] { return wish->isReduced(); }));
+}
+
+TEST_F(PortalTest, GnomesWishIsFollowedWhenItChanges)
+{
+    const auto wish = preference();
+    int changes = 0;
+    QObject::connect(wish.get(), &MotionPreference::reducedChanged, [&changes] { ++changes; });
+    settle();
+    EXPECT_FALSE(wish->isReduced());
+    m_portal.change(group, key, false);
+    EXPECT_TRUE(eventually([&] { return wish->isReduced(); }));
+    m_portal.change(group, key, true);
+    EXPECT_TRUE(eventually([&] { return !wish->isReduced(); }));
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(PortalTest, OtherSettingsAreNoWish)
+{
+    const auto wish = preference();
+    bool changed = false;
+    QObject::connect(wish.get(), &MotionPreference::reducedChanged, [&changed] { changed = true; });
+    settle();
+    m_portal.change(QStringLiteral("org.gnome.desktop.sound"), key, false);
+    m_portal.change(group, QStringLiteral("enable-hot-corners"), false);
+    m_portal.change(group, key, QString());
+    settle();
+    EXPECT_FALSE(changed);
+}
+
+TEST_F(PortalTest, GnomesWishForMotionLeavesThatInAFileAlone)
+{
+    write("kdeglobals", "[KDE]\nAnimationDurationFactor=0\n");
+    const auto wish = preference();
+    settle();
+    EXPECT_TRUE(wish->isReduced());
+}
+
+TEST_F(PortalTest, IsNotAskedWhereTheEnvironmentDecides)
+{
+    const ScopedEnvironment decided("STACKREEL_REDUCED_MOTION", "0");
+    bool asked = false;
+    const MotionPreference wish([&asked] {
+        asked = true;
+        return QDBusConnection(QString());
+    });
+    EXPECT_FALSE(asked);
 }
 
 } // namespace

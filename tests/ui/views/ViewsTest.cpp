@@ -16,6 +16,24 @@ QQuickItem& ViewsTest::part(const char* owner, const char* name)
     throw std::invalid_argument(std::string(owner) + " has no " + name);
 }
 
+QQuickItem& ViewsTest::overlay()
+{
+    for (QQuickItem* child : root().childItems())
+        if (child->inherits("QQuickOverlay"))
+            return *child;
+    throw std::invalid_argument("nothing was ever open");
+}
+
+std::vector<QQuickItem*> ViewsTest::everythingIn(QQuickItem& target)
+{
+    std::vector<QQuickItem*> items = {&target};
+    for (std::size_t next = 0; next < items.size(); ++next) {
+        const auto children = items[next]->childItems();
+        items.insert(items.end(), children.begin(), children.end());
+    }
+    return items;
+}
+
 QRectF ViewsTest::place(const QQuickItem& target)
 {
     return target.mapRectToItem(&item("contentView"), QRectF(0, 0, target.width(), target.height()));

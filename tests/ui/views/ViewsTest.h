@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace stackreel
 {
 
@@ -26,6 +28,12 @@ protected:
     QQuickItem& item(const char* name) { return m_window.item(QString::fromLatin1(name)); }
     /// What has this name within what has the other.
     QQuickItem& part(const char* owner, const char* name);
+    /// What the whole window is drawn from, open popups included.
+    QQuickItem& root() { return *m_window.window().contentItem(); }
+    /// What lies over the rest: the popups that are open.
+    QQuickItem& overlay();
+    /// An item and all that is drawn in it, or would be.
+    static std::vector<QQuickItem*> everythingIn(QQuickItem& target);
     /// Where the item is, in points of the content below the title strip.
     QRectF place(const QQuickItem& target);
     QRectF place(const char* name) { return place(item(name)); }

@@ -1,0 +1,77 @@
+#include "tests/ui/views/ViewsTest.h"
+
+#include <QCoreApplication>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QTest>
+#include <QUrl>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using HintAndDropTest = ViewsTest;
+
+TEST_F(HintAndDropTest, AHintShowsWhileThePointerRests)
+{
+    enter(WindowModel::Ready);
+    moveTo(centre(item("muteButton")));
+    EXPECT_TRUE(soon([this] { return window().hasItem(QStringLiteral("hintText")); }));
+    EXPECT_EQ(text(item("hintText")), QStringLiteral("Unmute preview"));
+}
+
+TEST_F(HintAndDropTest, AHintHoldsTheWholeOfAnElidedName)
+{
+    const std::string name = std::string(150, 'w') + ".mov";
+    window().load(OfflineWindow::clip(), "/clips/" + name);
+    settle();
+    ASSERT_TRUE(item("status").property("truncated").toBool());
+    moveTo(centre(item("status")));
+    EXPECT_TRUE(soon([this] { return window().hasItem(QStringLiteral("hintText")); }));
+    EXPECT_EQ(text(item("hintText")), QString::fromStdString(name));
+}
+
+TEST_F(HintAndDropTest, ANameThatFitsHasNoHint)
+{
+    enter(WindowModel::Ready);
+    moveTo(centre(item("title"))); // or the pointer may not have moved at all since the test before
+    moveTo(centre(item("status")));
+    EXPECT_FALSE(QTest::qWaitFor([this] { return window().hasItem(QStringLiteral("hintText")); }, 1500));
+}
+
+TEST_F(HintAndDropTest, AFileThatIsDroppedOnTheWindowChangesNothing)
+{
+    windowModel().setAspectIndex(3);
+    settle();
+    QMimeData file;
+    file.setUrls({QUrl(QStringLiteral("file:///clips/Beach%20day.MOV"))});
+    file.setText(QStringLiteral("1600"));
+    for (const char* name : {"emptyState", "widthField", "title", "inspector"}) {
+        const QPoint place = centre(item(name));
+        QDragEnterEvent come(place, Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window().window(), &come);
+        EXPECT_FALSE(come.isAccepted()) << name;
+        QDropEvent drop(place, Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window().window(), &drop);
+        EXPECT_FALSE(drop.isAccepted()) << name;
+    }
+    settle();
+    EXPECT_EQ(windowModel().phase(), WindowModel::Empty);
+    EXPECT_EQ(world().openPanel->timesShown(), 0U);
+    EXPECT_EQ(model().settings().customWidth, 1080);
+}
+
+TEST_F(HintAndDropTest, NothingTakesDrops)
+{
+    const auto items = everythingIn(root());
+    EXPECT_GT(items.size(), 100U);
+    for (const QQuickItem* each : items)
+        EXPECT_FALSE(each->flags().testFlag(QQuickItem::ItemAcceptsDrops))
+            << each->objectName().toStdString();
+}
+
+} // namespace
+
+} // namespace stackreel

@@ -1,0 +1,92 @@
+#include "tests/ui/views/ViewsTest.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+namespace stackreel
+{
+
+namespace
+{
+
+class KeyboardTest : public ViewsTest
+{
+protected:
+    /// Keeps a key down for so long that it repeats, an odd number of times.
+    void hold(Qt::Key key)
+    {
+        const auto send = [&](QEvent::Type type, bool repeated) {
+            QKeyEvent event(type, key, Qt::NoModifier, QString(), repeated);
+            QCoreApplication::sendEvent(&window().window(), &event);
+        };
+        send(QEvent::KeyPress, false);
+        for (int repeats = 0; repeats < 3; ++repeats) {
+            send(QEvent::KeyRelease, true);
+            send(QEvent::KeyPress, true);
+        }
+        send(QEvent::KeyRelease, false);
+        settle();
+    }
+};
+
+TEST_F(KeyboardTest, TheFocusGoesThroughTheWindowInReadingOrder)
+{
+    windowModel().setAspectIndex(3);
+    enter(WindowModel::Ready);
+    focus("chooseButton");
+    const std::vector<QQuickItem*> order = {
+        &part("topCrop", "body"), &part("bottomCrop", "body"), &item("playButton"),    &item("muteButton"),
+        &item("videoPosition"),   &item("trimStartHandle"),    &item("trimEndHandle"), &item("aspectPicker"),
+        &item("widthField"),      &item("heightField"),        &item("swapButton"),    &item("audioSwitch"),
+        &item("exportButton")};
+    for (QQuickItem* next : order) {
+        key(Qt::Key_Tab);
+        EXPECT_TRUE(next->hasActiveFocus()) << next->objectName().toStdString();
+    }
+    key(Qt::Key_Backtab);
+    EXPECT_TRUE(item("audioSwitch").hasActiveFocus());
+}
+
+TEST_F(KeyboardTest, TheFocusShowsWhenItCameByKeysAlone)
+{
+    enter(WindowModel::Ready);
+    focus("muteButton");
+    EXPECT_TRUE(part("muteButton", "focusRing").isVisible());
+    click("playButton");
+    EXPECT_FALSE(part("muteButton", "focusRing").isVisible());
+    EXPECT_FALSE(part("playButton", "focusRing").isVisible());
+    focus("trimStartHandle");
+    EXPECT_TRUE(part("trimStartHandle", "focusRing").isVisible());
+    press(centre(part("topCrop", "body")));
+    release(centre(part("topCrop", "body")));
+    EXPECT_TRUE(part("topCrop", "body").hasActiveFocus());
+    EXPECT_FALSE(part("topCrop", "focusRing").isVisible());
+}
+
+TEST_F(KeyboardTest, ReturnAndTheBlankPressAFocusedButton)
+{
+    enter(WindowModel::Ready);
+    focus("swapButton");
+    key(Qt::Key_Return);
+    EXPECT_EQ(model().selectedCrop(), 1);
+    key(Qt::Key_Space);
+    EXPECT_EQ(model().selectedCrop(), 0);
+    EXPECT_TRUE(model().previewPlaying());
+}
+
+TEST_F(KeyboardTest, AKeyThatIsHeldPressesOnce)
+{
+    enter(WindowModel::Ready);
+    focus("swapButton");
+    hold(Qt::Key_Space);
+    EXPECT_EQ(model().selectedCrop(), 1);
+    hold(Qt::Key_Return);
+    EXPECT_EQ(model().selectedCrop(), 0);
+    focus("audioSwitch");
+    hold(Qt::Key_Space);
+    EXPECT_FALSE(model().settings().includeAudio);
+}
+
+} // namespace
+
+} // namespace stackreel

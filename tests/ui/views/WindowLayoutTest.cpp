@@ -1,0 +1,184 @@
+#include "tests/ui/views/LayoutTest.h"
+#include "ui/Typefaces.h"
+
+#include <QFontInfo>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using WindowLayoutTest = LayoutTest;
+
+TEST_F(WindowLayoutTest, TheHeaderHasItsTextsAndItsSlot)
+{
+    enter(WindowModel::Ready);
+    expect({"title", QStringLiteral("Stackreel"), 30, QFont::Black, white()});
+    expect({"status", QStringLiteral("Beach day.MOV"), 14, QFont::Medium, white(0.66)});
+    EXPECT_EQ(place("title").topLeft(), QPointF(24, 22));
+    EXPECT_NEAR(place("status").top(), place("title").bottom() + 5, 0.01);
+    expectPlace("progressSlot", QRectF(24, place("status").bottom() + 5, 220, 3));
+    EXPECT_EQ(place("header").right(), 1180 - 24);
+    EXPECT_EQ(place("header").bottom(), place("progressSlot").bottom());
+}
+
+TEST_F(WindowLayoutTest, TheHeadersButtonIsAtTheTopRight)
+{
+    enter(WindowModel::Ready);
+    QQuickItem& button = item("chooseButton");
+    EXPECT_EQ(text(button), QStringLiteral("Choose video"));
+    EXPECT_EQ(font(button).pixelSize(), 14);
+    EXPECT_EQ(font(button).weight(), QFont::Bold);
+    EXPECT_EQ(place(button).topRight(), QPointF(1180 - 24, 22));
+    EXPECT_EQ(button.property("leftPadding").toDouble(), 15);
+    EXPECT_EQ(button.property("rightPadding").toDouble(), 15);
+    EXPECT_EQ(button.property("topPadding").toDouble(), 10);
+    EXPECT_EQ(button.property("bottomPadding").toDouble(), 10);
+    EXPECT_EQ(background(button).property("radius").toDouble(), 7);
+    EXPECT_TRUE(same(color(background(button)), white(0.09)));
+    press(centre(button));
+    EXPECT_TRUE(same(color(background(button)), white(0.16)));
+    release(QPoint(600, 30));
+}
+
+TEST_F(WindowLayoutTest, TheStatusIsColouredByTheOutcome)
+{
+    enter(WindowModel::Failed);
+    EXPECT_TRUE(same(color(item("status")), signalCoral));
+    EXPECT_EQ(
+        text(item("status")),
+        QStringLiteral("Choose a horizontal video. Stackreel only stacks crops from horizontal sources."));
+}
+
+TEST_F(WindowLayoutTest, TheProgressBarFillsItsSlotInTheAccent)
+{
+    enter(WindowModel::Exporting);
+    EXPECT_EQ(place("exportProgress"), place("progressSlot"));
+    EXPECT_TRUE(same(item("exportProgress").property("tint").value<QColor>(), signalCoral));
+}
+
+TEST_F(WindowLayoutTest, WorkspaceAndInspectorShareTheRest)
+{
+    const double height = contentHeight() - 22 - workspaceTop();
+    expectPlace("workspace", QRectF(24, workspaceTop(), 1180 - 48 - 18 - 310, height));
+    expectPlace("inspector", QRectF(1180 - 24 - 310, workspaceTop(), 310, height));
+    EXPECT_TRUE(same(color(item("background")), graphite));
+    EXPECT_TRUE(same(color(item("workspace")), stage));
+    EXPECT_TRUE(same(color(item("inspector")), panel));
+    EXPECT_EQ(item("workspace").property("radius").toDouble(), 10);
+    EXPECT_EQ(item("inspector").property("radius").toDouble(), 10);
+    EXPECT_EQ(place("background"), QRectF(0, 0, 1180, contentHeight()));
+}
+
+TEST_F(WindowLayoutTest, TheEmptyStateStandsInTheMiddle)
+{
+    expect({"emptyTitle", QStringLiteral("Pick two views from one clip"), 22, QFont::Black, white()});
+    expect({"emptyText",
+            QStringLiteral("Drag in almost any horizontal video. Stackreel makes a compatible preview, then "
+                           "exports from the original file."),
+            14, QFont::Medium, white(0.68)});
+    EXPECT_EQ(place("appIcon").size(), QSizeF(82, 82));
+    EXPECT_LE(place("emptyText").width(), 430);
+    EXPECT_EQ(item("emptyText").property("horizontalAlignment").toInt(), Qt::AlignHCenter);
+    EXPECT_NEAR(place("appIcon").top(), place("emptyTitle").bottom() + 18, 0.01);
+    EXPECT_NEAR(place("emptyText").top(), place("appIcon").bottom() + 18, 0.01);
+    EXPECT_NEAR(place("chooseFirstButton").top(), place("emptyText").bottom() + 18, 0.01);
+    const QPointF middle = place("workspace").center();
+    for (const char* name : {"emptyTitle", "appIcon", "emptyText", "chooseFirstButton"})
+        EXPECT_NEAR(place(name).center().x(), middle.x(), 1) << name;
+    EXPECT_NEAR((place("emptyTitle").top() + place("chooseFirstButton").bottom()) / 2, middle.y(), 1);
+}
+
+TEST_F(WindowLayoutTest, TheFilledButtonShowsItsStates)
+{
+    QQuickItem& button = item("chooseFirstButton");
+    EXPECT_EQ(text(button), QStringLiteral("Choose a video"));
+    EXPECT_EQ(font(button).pixelSize(), 14);
+    EXPECT_EQ(font(button).weight(), QFont::Bold);
+    EXPECT_EQ(button.property("leftPadding").toDouble(), 16);
+    EXPECT_EQ(button.property("rightPadding").toDouble(), 16);
+    EXPECT_EQ(button.property("topPadding").toDouble(), 11);
+    EXPECT_EQ(button.property("bottomPadding").toDouble(), 11);
+    EXPECT_EQ(background(button).property("radius").toDouble(), 7);
+    EXPECT_TRUE(same(color(background(button)), signalCoral));
+    press(centre(button));
+    EXPECT_TRUE(same(color(background(button)), srgb(1.0, 0.353, 0.239, 0.8)));
+    release(QPoint(600, 30));
+    EXPECT_EQ(world().openPanel->timesShown(), 0U);
+    // Disabled without a clip.
+    QQuickItem& disabled = item("exportButton");
+    EXPECT_TRUE(same(color(background(disabled)), white(0.07)));
+    EXPECT_TRUE(same(color(part("exportButton", "label")), white(0.42)));
+}
+
+TEST_F(WindowLayoutTest, PreparingIsSaidInTheMiddle)
+{
+    enter(WindowModel::Preparing);
+    expect({"preparingText", QStringLiteral("Preparing preview"), 18, QFont::Bold, white()});
+    EXPECT_NEAR(place("preparingText").center().x(), place("workspace").center().x(), 1);
+    const QQuickItem& spinner = part("preparingState", "spinner");
+    EXPECT_NEAR(place("preparingText").top(), place(spinner).bottom() + 16, 0.01);
+    EXPECT_NEAR((place(spinner).top() + place("preparingText").bottom()) / 2, place("workspace").center().y(),
+                1);
+}
+
+TEST_F(WindowLayoutTest, TitlesAreRoundedAndNumbersAreOfOneWidth)
+{
+    windowModel().setAspectIndex(3);
+    enter(WindowModel::Ready);
+    ASSERT_NE(Typefaces::title(), Typefaces::text()) << "the package with the rounded letters is missing";
+    for (const char* name : {"title", "emptyTitle", "frameTitle", "audioTitle", "sourceTitle"})
+        EXPECT_EQ(QFontInfo(font(item(name))).family(), Typefaces::title()) << name;
+    for (const char* name :
+         {"status", "trimTitle", "aspectLabel", "chooseButton", "exportButton", "audioSwitch"})
+        EXPECT_EQ(QFontInfo(font(item(name))).family(), Typefaces::text()) << name;
+    for (const char* name : {"widthField", "heightField"})
+        EXPECT_TRUE(QFontInfo(font(item(name))).fixedPitch()) << name;
+}
+
+TEST_F(WindowLayoutTest, TheSmallestWindowHoldsEverything)
+{
+    windowModel().setAspectIndex(3);
+    window().window().resize(window().window().minimumSize());
+    enter(WindowModel::Ready);
+    const QRectF content(0, 0, item("contentView").width(), contentHeight());
+    EXPECT_EQ(content.size(), QSizeF(980, 680));
+    for (const char* name :
+         {"workspace", "inspector", "timeline", "exportButton", "lengthFact", "chooseButton"})
+        EXPECT_TRUE(content.contains(place(name))) << name;
+    EXPECT_GE(place("exportButton").top(), place("sourceSection").bottom() + 26);
+    EXPECT_GT(place("videoFrame").width(), 300);
+    EXPECT_FALSE(part("swapButton", "label").property("truncated").toBool());
+}
+
+TEST_F(WindowLayoutTest, ALongNameIsElidedInTheMiddleAndPushesNothingAway)
+{
+    const QRectF inspector = place("inspector");
+    window().load(OfflineWindow::clip(), "/clips/" + std::string(200, 'w') + ".mov");
+    settle();
+    const QQuickItem& status = item("status");
+    EXPECT_TRUE(status.property("truncated").toBool());
+    EXPECT_EQ(status.property("elide").toInt(), Qt::ElideMiddle);
+    EXPECT_LE(place(status).right(), place("chooseButton").left());
+    EXPECT_EQ(place("chooseButton").right(), 1180 - 24);
+    EXPECT_EQ(place("inspector"), inspector);
+}
+
+TEST_F(WindowLayoutTest, AFailureOfManyLinesIsShownInOne)
+{
+    const double height = place("status").height();
+    enter(WindowModel::Exporting);
+    world().exports.back().task().fail(
+        std::runtime_error("FFmpeg ended with status 1.\nfirst line\nlast line"));
+    settle();
+    EXPECT_EQ(place("status").height(), height);
+    EXPECT_EQ(text(item("status")), QStringLiteral("FFmpeg ended with status 1. first line last line"));
+    EXPECT_EQ(item("status").property("message").toString(),
+              QStringLiteral("FFmpeg ended with status 1.\nfirst line\nlast line"));
+    EXPECT_EQ(item("status").property("elide").toInt(), Qt::ElideMiddle);
+}
+
+} // namespace
+
+} // namespace stackreel
