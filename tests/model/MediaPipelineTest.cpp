@@ -7,7 +7,6 @@
 #include "tests/support/Awaited.h"
 #include "tests/support/fakes/FakeAssetLoader.h"
 
-#include <limits>
 #include <regex>
 #include <thread>
 
@@ -24,33 +23,8 @@ protected:
     const std::shared_ptr<FakeAssetLoader> m_loader = std::make_shared<FakeAssetLoader>();
 };
 
-class ThumbnailsTest : public MediaPipelineTest
-{
-protected:
-    std::vector<VideoFrame> thumbnails(double duration, int count, std::stop_token stop = {})
-    {
-        return runToEnd(
-            MediaPipeline::timelineThumbnails(source, duration, count, m_loader, std::move(stop)));
-    }
-    std::vector<double> requestedTimes() const
-    {
-        std::vector<double> seconds;
-        for (const MediaTime time : m_loader->requestedTimes.back())
-            seconds.push_back(time.seconds());
-        return seconds;
-    }
-    static std::vector<int> numbers(const std::vector<VideoFrame>& frames)
-    {
-        std::vector<int> numbers;
-        for (const VideoFrame& frame : frames)
-            numbers.push_back(FakeAssetLoader::number(frame));
-        return numbers;
-    }
-};
-
 using PreviewSource = MediaPipelineTest;
 using PreviewProxy = MediaPipelineTest;
-using TimelineThumbnails = ThumbnailsTest;
 
 } // namespace
 
@@ -174,132 +148,6 @@ TEST_F(PreviewProxy, CanBeCancelled)
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
     stop.request_stop();
     EXPECT_THROW(proxy.result(), CancellationError);
-}
-
-TEST_F(TimelineThumbnails, AreFromTheMiddlesOfEqualSlices)
-{
-    struct Row {
-        double duration;
-        int count;
-        std::vector<double> times;
-    };
-    const Row rows[] = {{10, 4, {1.25, 3.75, 6.25, 8.75}},
-                        {10, 1, {5}},
-                        {0.01, 2, {2.0 / 600, 5.0 / 600}},
-                        {1e-9, 3, {0, 0, 0}},
-                        {7200, 2, {1800, 5400}}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(thumbnails(row.duration, row.count).size(), row.times.size());
-        EXPECT_EQ(requestedTimes(), row.times);
-        EXPECT_EQ(m_loader->generatorFiles.back(), source);
-        EXPECT_NE(m_loader->usedOn, std::this_thread::get_id());
-    }
-    EXPECT_EQ(m_loader->requestedTimes.size(), std::size(rows)) << "all times are asked for at once";
-}
-
-TEST_F(TimelineThumbnails, ComputeTheQuotientBeforeTheProduct)
-{
-    // Multiplied first, the 1st and the 7th would be 2/600 and 20/600.
-    thumbnails(0.06, 12);
-    EXPECT_EQ(m_loader->requestedTimes.back().at(0), MediaTime::fromUnits(1));
-    EXPECT_EQ(m_loader->requestedTimes.back().at(6), MediaTime::fromUnits(19));
-}
-
-TEST_F(TimelineThumbnails, AreUprightSmallAndNearTheTimeAskedFor)
-{
-    thumbnails(10, 4);
-    const ImageGeneratorSettings& settings = m_loader->generatorSettings.back();
-    EXPECT_TRUE(settings.appliesPreferredTransform);
-    EXPECT_EQ(settings.maximumWidth, 320);
-    EXPECT_EQ(settings.maximumHeight, 180);
-    EXPECT_EQ(settings.toleranceBefore, MediaTime::fromUnits(300));
-    EXPECT_EQ(settings.toleranceAfter, MediaTime::fromUnits(300));
-}
-
-TEST_F(TimelineThumbnails, AreNoneWithoutATimeOrANumber)
-{
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    const std::pair<double, int> rows[] = {
-        {10, 0},       {10, -1},       {10, std::numeric_limits<int>::min()},
-        {0, 4},        {-0.0, 4},      {-3, 4},
-        {infinity, 4}, {-infinity, 4}, {std::numeric_limits<double>::quiet_NaN(), 4}};
-    for (const auto& [duration, count] : rows) {
-        Awaited<std::vector<VideoFrame>> images(
-            MediaPipeline::timelineThumbnails(source, duration, count, m_loader));
-        EXPECT_TRUE(images.hasEnded()) << "at once";
-        EXPECT_TRUE(images.result().empty());
-    }
-    EXPECT_TRUE(m_loader->generatorFiles.empty());
-    EXPECT_TRUE(m_loader->openedFiles.empty());
-}
-
-TEST_F(TimelineThumbnails, LeaveOutWhatFailed)
-{
-    m_loader->answers = [](const std::vector<MediaTime>& times) {
-        auto images = FakeAssetLoader::oneImageEach(times);
-        images.at(1) = FakeAssetLoader::failure(times.at(1));
-        return images;
-    };
-    EXPECT_EQ(numbers(thumbnails(10, 4)), (std::vector<int>{0, 2, 3}));
-    m_loader->answers = [](const std::vector<MediaTime>& times) {
-        return std::vector<GeneratedImage>(times.size(), FakeAssetLoader::failure(times.front()));
-    };
-    EXPECT_TRUE(thumbnails(10, 4).empty());
-}
-
-TEST_F(TimelineThumbnails, ComeInTheOrderOfTheirTimes)
-{
-    m_loader->answers = [](const std::vector<MediaTime>& times) {
-        return std::vector<GeneratedImage>{
-            FakeAssetLoader::image(times.at(3), 3), FakeAssetLoader::image(times.at(0), 0),
-            FakeAssetLoader::image(times.at(2), 2), FakeAssetLoader::image(times.at(1), 1)};
-    };
-    EXPECT_EQ(numbers(thumbnails(10, 4)), (std::vector<int>{0, 1, 2, 3}));
-}
-
-TEST_F(TimelineThumbnails, AreOrderedByTheTimesAskedForAndNotByThoseOfTheFrames)
-{
-    // The tolerance lets a later request have the earlier frame.
-    m_loader->answers = [](const std::vector<MediaTime>& times) {
-        auto images = FakeAssetLoader::oneImageEach(times);
-        std::swap(images.at(1).actualTime, images.at(2).actualTime);
-        return images;
-    };
-    EXPECT_EQ(numbers(thumbnails(10, 4)), (std::vector<int>{0, 1, 2, 3}));
-}
-
-TEST_F(TimelineThumbnails, KeepTheirOrderOfArrivalAtEqualTimes)
-{
-    // A clip so short that all its slices have the same time.
-    const std::vector<int> arrival = {5, 3, 11, 0, 7, 2, 9, 1, 10, 4, 8, 6, 12, 19, 14, 13, 17, 16, 15, 18};
-    m_loader->answers = [&](const std::vector<MediaTime>& times) {
-        std::vector<GeneratedImage> images;
-        for (const int number : arrival)
-            images.push_back(FakeAssetLoader::image(times.at(static_cast<std::size_t>(number)), number));
-        return images;
-    };
-    EXPECT_EQ(numbers(thumbnails(1e-6, 20)), arrival);
-}
-
-TEST_F(TimelineThumbnails, EndEarlyWhenCancelled)
-{
-    std::stop_source stop;
-    m_loader->answers = [&](const std::vector<MediaTime>& times) {
-        stop.request_stop();
-        return FakeAssetLoader::oneImageEach(times);
-    };
-    EXPECT_TRUE(thumbnails(10, 4, stop.get_token()).empty());
-}
-
-TEST_F(TimelineThumbnails, NeverThrow)
-{
-    m_loader->makingGeneratorsFails = true;
-    EXPECT_TRUE(thumbnails(10, 4).empty());
-    m_loader->makingGeneratorsFails = false;
-    m_loader->answers = [](const std::vector<MediaTime>&) -> std::vector<GeneratedImage> {
-        throw std::bad_alloc();
-    };
-    EXPECT_TRUE(thumbnails(10, 4).empty());
 }
 
 } // namespace stackreel

@@ -1,0 +1,158 @@
+#include "tests/model/PreviewPlaybackTest.h"
+
+namespace stackreel
+{
+
+namespace
+{
+
+using ATimelineInteraction = PreviewPlaybackTest;
+using RebuildingTheLoop = PreviewPlaybackTest;
+
+} // namespace
+
+TEST_F(ATimelineInteraction, InterruptsPlaybackAndResumesIt)
+{
+    load(20);
+    model().beginTimelineInteraction();
+    EXPECT_EQ(happened(), (Lines{"player 1: pause", "previewPlaying false"}));
+    model().endTimelineInteraction(false);
+    EXPECT_EQ(happened(), (Lines{"player 1: play", "previewPlaying true"}));
+}
+
+TEST_F(ATimelineInteraction, LeavesAPausedPreviewPaused)
+{
+    load(20);
+    pause();
+    model().beginTimelineInteraction();
+    EXPECT_EQ(happened(), (Lines{"player 1: pause", "previewPlaying false"}));
+    model().endTimelineInteraction(false);
+    EXPECT_EQ(happened(), Lines());
+}
+
+TEST_F(ATimelineInteraction, BegunTwiceForgetsThatThePreviewPlayed)
+{
+    load(20);
+    model().beginTimelineInteraction();
+    model().beginTimelineInteraction();
+    happened();
+    model().endTimelineInteraction(false);
+    EXPECT_EQ(happened(), Lines());
+    EXPECT_FALSE(model().previewPlaying());
+}
+
+TEST_F(ATimelineInteraction, EndedTwiceResumesOnce)
+{
+    load(20);
+    model().beginTimelineInteraction();
+    model().endTimelineInteraction(false);
+    pause();
+    model().endTimelineInteraction(false);
+    EXPECT_EQ(happened(), Lines());
+}
+
+TEST_F(ATimelineInteraction, WorksWithoutAPlayer)
+{
+    model().togglePreviewPlayback();
+    happened();
+    model().beginTimelineInteraction();
+    EXPECT_EQ(happened(), Lines{"previewPlaying false"});
+    model().endTimelineInteraction(false);
+    EXPECT_EQ(happened(), Lines{"previewPlaying true"});
+    model().beginTimelineInteraction();
+    happened();
+    model().endTimelineInteraction(true);
+    EXPECT_EQ(happened(), Lines()) << "there is no loop to rebuild";
+    EXPECT_FALSE(model().previewPlaying());
+}
+
+TEST_F(ATimelineInteraction, ThatMovedAHandleLoopsTheNewRangeFromThePlayhead)
+{
+    load(20);
+    model().beginTimelineInteraction();
+    model().updateTrimStart(6);
+    model().updateTrimEnd(8);
+    happened();
+    model().endTimelineInteraction(true);
+    Lines expected = rebuilt(2, "from 3600/600 for 1200/600", described(8 - 1.0 / 30), "4780/600");
+    expected.back() = "player 1: play";
+    expected.push_back("previewPlaying true");
+    EXPECT_EQ(happened(), expected);
+}
+
+TEST_F(ATimelineInteraction, OfOneStepLoopsFromTheTrimStart)
+{
+    load(20);
+    pause();
+    model().beginTimelineInteraction();
+    model().updateTrimEnd(8);
+    happened();
+    model().endTimelineStep();
+    EXPECT_EQ(happened(), rebuilt(2, "from 0/600 for 4800/600", "0", "0/600"));
+
+    model().togglePreviewPlayback();
+    model().beginTimelineInteraction();
+    model().updateTrimStart(6);
+    happened();
+    model().endTimelineStep();
+    EXPECT_TRUE(model().previewPlaying());
+    EXPECT_EQ(model().currentTime(), 6);
+    happened();
+    model().endTimelineInteraction(false);
+    EXPECT_EQ(happened(), Lines()) << "what was interrupted has been resumed already";
+}
+
+TEST_F(RebuildingTheLoop, PlacesThePlayheadInsideTheRange)
+{
+    load(20);
+    pause();
+    struct Row {
+        double trimStart;
+        double trimEnd;
+        double currentTime;
+        const char* range;
+        double playhead;
+        const char* seek;
+    };
+    const Row rows[] = {
+        {6, 8, 7, "from 3600/600 for 1200/600", 7, "4200/600"},
+        {6, 8, 5, "from 3600/600 for 1200/600", 6, "3600/600"},
+        // One unit before the end, so that the loop does not wrap at once.
+        {6, 8, 8, "from 3600/600 for 1200/600", 8 - 1.0 / 600, "4799/600"},
+        {6, 8, 9, "from 3600/600 for 1200/600", 8 - 1.0 / 600, "4799/600"},
+        {6, 6, 6, "from 3600/600 for 150/600", 6, "3600/600"},
+        {6, 6, 9, "from 3600/600 for 150/600", 6, "3600/600"},
+        {6, 6.001, 6.001, "from 3600/600 for 150/600", 6, "3600/600"},
+        {6, 6.1, 6.05, "from 3600/600 for 150/600", 6.05, "3630/600"},
+        {6, 5, 9, "from 3600/600 for 150/600", 6, "3600/600"},
+        {-1, 2, -0.5, "from -600/600 for 1800/600", -0.5, "0/600"},
+    };
+    int looper = 1;
+    for (const Row& row : rows) {
+        place(row.trimStart, row.trimEnd, row.currentTime);
+        model().endTimelineInteraction(true);
+        EXPECT_NEAR(model().currentTime(), row.playhead, 1e-12);
+        EXPECT_EQ(happened(), rebuilt(++looper, row.range, described(model().currentTime()), row.seek));
+    }
+}
+
+TEST_F(RebuildingTheLoop, KeepsTheLeastLengthOfAShortClip)
+{
+    load(0.2);
+    pause();
+    place(0.1, 0.1, 0.1);
+    model().endTimelineInteraction(true);
+    EXPECT_EQ(happened(), rebuilt(2, "from 60/600 for 60/600", "0.1", "60/600"));
+}
+
+TEST_F(RebuildingTheLoop, DoesNothingBeforeThereIsAFileToPlay)
+{
+    model().setPlayer(m_world.playback->makePlayer());
+    model().setPreviewPlaying(true);
+    happened();
+    model().endTimelineInteraction(true);
+    EXPECT_EQ(happened(), Lines());
+    EXPECT_TRUE(model().previewPlaying());
+}
+
+} // namespace stackreel
