@@ -87,6 +87,19 @@ TEST(CropOverlayGeometryTest, ACropIsNotWiderThanTheRoomToTheEdge)
     EXPECT_DOUBLE_EQ(resized.width * small.width, 50);
 }
 
+TEST(CropOverlayGeometryTest, TheNearerEdgeLimitsAResizeWhicheverAxisLeads)
+{
+    for (const ViewTranslation far : {ViewTranslation{.x = 900, .y = 0}, ViewTranslation{.x = 0, .y = 900}}) {
+        const CropRegion low = Geometry::resized(start, view, far, 1.125);
+        EXPECT_DOUBLE_EQ(low.height * view.height, 400) << "the room to the bottom edge";
+        EXPECT_DOUBLE_EQ(low.width * view.width, 450);
+        const CropRegion right = {.x = 0.7, .y = 0.2, .width = 0.225, .height = 0.4};
+        const CropRegion narrow = Geometry::resized(right, view, far, 1.125);
+        EXPECT_DOUBLE_EQ(narrow.width * view.width, 300) << "the room to the right edge";
+        EXPECT_DOUBLE_EQ(narrow.height * view.height, 300 / 1.125);
+    }
+}
+
 TEST(CropOverlayGeometryTest, TheSmallestSideBreaksTheShape)
 {
     const ViewSize large = {.width = 2000, .height = 1000};
@@ -125,6 +138,28 @@ RC_GTEST_PROP(CropOverlayGeometryProperty, AResizeStaysInTheFrameAndKeepsItsCorn
     RC_ASSERT(isInFrame(resized));
     RC_ASSERT(resized.x == std::min(region.x, 1 - resized.width));
     RC_ASSERT(resized.y == std::min(region.y, 1 - resized.height));
+}
+
+RC_GTEST_PROP(CropOverlayGeometryProperty, AResizeBackToItsStartGivesTheStart, ())
+{
+    const ViewSize anySize = anyView();
+    const double aspect = anyIn(0.2, 5);
+    const CropRegion region = Geometry::resized(anyRegion(), anySize, anyTranslation(), aspect);
+    RC_PRE(region.width > 0.06 && region.height > 0.06);
+    const CropRegion again = Geometry::resized(region, anySize, {}, aspect);
+    RC_ASSERT(again.x == region.x && again.y == region.y);
+    RC_ASSERT(std::abs(again.width - region.width) < 1e-12);
+    RC_ASSERT(std::abs(again.height - region.height) < 1e-12);
+}
+
+RC_GTEST_PROP(CropOverlayGeometryProperty, AResizedCropIs80PointsWideOrFillsItsRoom, ())
+{
+    const ViewSize anySize = anyView();
+    const double aspect = anyIn(0.2, 5);
+    const CropRegion region = anyRegion();
+    const CropRegion resized = Geometry::resized(region, anySize, anyTranslation(), aspect);
+    const double room = std::min(anySize.width * (1 - region.x), anySize.height * (1 - region.y) * aspect);
+    RC_ASSERT(resized.width * anySize.width > std::min(80.0, room) - 1e-9);
 }
 
 RC_GTEST_PROP(CropOverlayGeometryProperty, AResizeKeepsThePanelShapeUnlessASideIsTheSmallest, ())

@@ -1,9 +1,11 @@
 #include "ui/geometry/TrimTimelineGeometry.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <cmath>
 #include <limits>
+#include <sstream>
 
 namespace stackreel
 {
@@ -75,6 +77,58 @@ TEST(TrimTimelineGeometryTest, TimesAreWrittenInWholeSeconds)
           Row{3599.5, "1:00:00"}, Row{3725, "1:02:05"}, Row{360000, "100:00:00"}, Row{-1, "0:00"},
           Row{-0.1, "0:00"}, Row{std::nan(""), "0:00"}, Row{std::numeric_limits<double>::infinity(), "0:00"}})
         EXPECT_EQ(Geometry::timeText(row.seconds), row.text);
+}
+
+/// A number with thousandths; small ones and both ends among them.
+double anyIn(double low, double high)
+{
+    return low + (high - low) * *rc::gen::inRange(0, 1001) / 1e3;
+}
+
+RC_GTEST_PROP(TrimTimelineGeometryProperty, APlaceOnTheTrackIsOneTimeAndATimeOnePlace, ())
+{
+    const double duration = anyIn(0.1, 20000);
+    const double width = anyIn(1, 4000);
+    const double seconds = anyIn(0, duration);
+    const double x = Geometry::position(seconds, duration, width);
+    RC_ASSERT(x >= 0 && x <= width);
+    RC_ASSERT(std::abs(Geometry::seconds(x, duration, width) - seconds) < 1e-9 * duration);
+}
+
+RC_GTEST_PROP(TrimTimelineGeometryProperty, LaterIsNeverFartherToTheLeft, ())
+{
+    const double duration = anyIn(0.1, 20000);
+    const double width = anyIn(1, 4000);
+    const double earlier = anyIn(-duration, 2 * duration);
+    const double later = earlier + anyIn(0, duration);
+    RC_ASSERT(Geometry::position(earlier, duration, width) <= Geometry::position(later, duration, width));
+    const double left = anyIn(-width, 2 * width);
+    const double right = left + anyIn(0, width);
+    RC_ASSERT(Geometry::seconds(left, duration, width) <= Geometry::seconds(right, duration, width));
+}
+
+RC_GTEST_PROP(TrimTimelineGeometryProperty, TheNearestHandleWithinReachIsGrabbed, ())
+{
+    const double start = *rc::gen::inRange(0, 60);
+    const double end = start + *rc::gen::inRange(0, 60);
+    const double pointer = *rc::gen::inRange(-30, 150);
+    const double toStart = std::abs(pointer - start);
+    const double toEnd = std::abs(pointer - end);
+    const auto grabbed = Geometry::hitTest(pointer, start, end);
+    RC_ASSERT(grabbed.has_value() == (std::min(toStart, toEnd) <= 18));
+    RC_ASSERT(grabbed != playhead);
+    RC_ASSERT(grabbed != trimStart || toStart <= toEnd);
+    RC_ASSERT(grabbed != trimEnd || toEnd < toStart);
+}
+
+RC_GTEST_PROP(TrimTimelineGeometryProperty, ATimeReadsBackAsTheNearestWholeSecond, ())
+{
+    const int seconds = *rc::gen::inRange(0, 400000);
+    std::istringstream text(Geometry::timeText(seconds + anyIn(-0.499, 0.499)));
+    int read = 0;
+    for (std::string part; std::getline(text, part, ':');)
+        read = 60 * read + std::stoi(part);
+    RC_ASSERT(read == seconds);
 }
 
 } // namespace

@@ -20,8 +20,8 @@ Item {
             required property int index
 
             anchors.fill: parent
-            anchors.margins: -layer.index
-            radius: shadow.cornerRadius + layer.index
+            anchors.margins: -layer.index - 1
+            radius: shadow.cornerRadius + layer.index + 1
             color: "black"
             opacity: shadow.strength / shadow.spread
         }

@@ -20,6 +20,7 @@ TimelineSlider {
         // A spring of response 0.18 s and damping fraction 0.66, in the terms of this animation, which counts in steps
         // of 16 ms: 0.016 (2π / 0.18)² and 0.016 · 2 · 0.66 (2π / 0.18).
         SpringAnimation {
+            objectName: "spring"
             spring: 19.5
             damping: 0.74
             epsilon: 0.001
@@ -27,8 +28,10 @@ TimelineSlider {
     }
 
     SoftShadow {
+        objectName: "shadow"
         anchors.fill: face
-        strength: handle.active ? 0.32 : 0.16
+        // As far on its way from 0.16 to 0.32 as the handle is on its own.
+        strength: 0.16 + 1.6 * (handle.growth - 1)
         cornerRadius: face.radius
     }
 

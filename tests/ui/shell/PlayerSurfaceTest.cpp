@@ -244,6 +244,18 @@ TEST_F(PlayerSurfaceTest, TellsANewPlayerItsSizeInDevicePixelsWhenItIsPainted)
     EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({300, 170}))});
 }
 
+TEST_F(PlayerSurfaceTest, TellsEachNewPlayerItsSize)
+{
+    newPlayer();
+    m_world.journal->take();
+    ASSERT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({320, 180}))});
+    newPlayer();
+    EXPECT_EQ(m_world.journal->take(),
+              (Journal::Lines{"player 1: detach output", "player 2: attach output"}));
+    std::string line = sizeLine(inPixels({320, 180}));
+    EXPECT_EQ(nextLines(), Journal::Lines{line.replace(line.find('1'), 1, "2")});
+}
+
 TEST_F(PlayerSurfaceTest, TellsAPlayerOnlyTheSizeOfTheWindowThatShowsItsClip)
 {
     OfflineWindow offline;
@@ -283,6 +295,19 @@ TEST_F(PlayerSurfaceTest, DrawsAPictureScaledForItPixelForPixel)
     newPlayer();
     showStripes();
     expectStripes();
+}
+
+TEST_F(PlayerSurfaceTest, DrawsItPixelForPixelWhereverItsSurroundingsTakeIt)
+{
+    QQuickItem surroundings(m_window.contentItem());
+    m_surface.setParentItem(&surroundings);
+    newPlayer();
+    showStripes();
+    for (const QPointF place : {QPointF(0.4, 0.7), QPointF(1.3, 0), QPointF(0, 2.6)}) {
+        surroundings.setPosition(place);
+        expectStripes();
+    }
+    m_surface.setParentItem(m_window.contentItem());
 }
 
 TEST(PlayerSurfaceEndTest, PicturesThatComeAfterItsEndGoNowhere)

@@ -232,6 +232,34 @@ TEST_F(AccessibilityTest, CropsTellWhichIsSelectedAndAreSelectedMovedAndResized)
     EXPECT_NEAR(windowModel().bottomRegion().width(), before.width() - 10.0 / 1920, 1e-9);
 }
 
+TEST_F(AccessibilityTest, EachActionOfACropDoesAsItIsNamed)
+{
+    enter(WindowModel::Ready);
+    using Actions = QAccessibleActionInterface;
+    constexpr double x = 10.0 / 1920;
+    constexpr double y = 10.0 / 1080;
+    struct Row {
+        QString action;
+        double byX, byY, byWidth;
+    };
+    const QRectF start(0.3, 0.2, 0.3, 0.474); // of the panel's shape, nearly
+    for (const Row& row :
+         {Row{Actions::scrollLeftAction(), -x, 0, 0}, Row{Actions::scrollRightAction(), x, 0, 0},
+          Row{Actions::scrollUpAction(), 0, -y, 0}, Row{Actions::scrollDownAction(), 0, y, 0},
+          Row{Actions::increaseAction(), 0, 0, x}, Row{Actions::decreaseAction(), 0, 0, -x},
+          Row{Actions::toggleAction(), 0, 0, 0}, Row{Actions::pressAction(), 0, 0, 0}}) {
+        windowModel().setBottomRegion(start);
+        model().setSelectedCrop(0);
+        settle();
+        perform(face(part("bottomCrop", "body")), row.action);
+        const QRectF now = windowModel().bottomRegion();
+        EXPECT_NEAR(now.x() - start.x(), row.byX, 1e-9) << row.action.toStdString();
+        EXPECT_NEAR(now.y() - start.y(), row.byY, 1e-9) << row.action.toStdString();
+        EXPECT_NEAR(now.width() - start.width(), row.byWidth, 1e-9) << row.action.toStdString();
+        EXPECT_EQ(model().selectedCrop(), 1) << row.action.toStdString();
+    }
+}
+
 TEST_F(AccessibilityTest, AShapeIsChosenFromThePicker)
 {
     const auto told = [this] { return face("aspectPicker").text(QAccessible::Description); };

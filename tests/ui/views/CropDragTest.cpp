@@ -9,6 +9,8 @@ namespace
 class CropDragTest : public ViewsTest
 {
 protected:
+    void SetUp() override { enter(WindowModel::Ready); }
+
     /// Drags from a point by a distance, in several steps.
     void drag(QPoint from, QPoint distance)
     {
@@ -17,92 +19,184 @@ protected:
         moveTo(from + distance);
         release(from + distance);
     }
+
+    QQuickItem& body(const char* crop) { return part(crop, "body"); }
+    QPoint corner() { return centre(part("topCrop", "resizeHandle")); }
+    /// What lies in the crop and follows the pointer.
+    static Qt::CursorShape cursorOver(const QQuickItem& target)
+    {
+        for (const QQuickItem* each : target.childItems())
+            if (each->inherits("QQuickMouseArea"))
+                return each->cursor().shape();
+        return Qt::ArrowCursor;
+    }
+
+    QRectF top() { return windowModel().topRegion(); }
+    QRectF bottom() { return windowModel().bottomRegion(); }
 };
 
 TEST_F(CropDragTest, ACropIsSelectedByAClick)
 {
-    enter(WindowModel::Ready);
-    const QPoint bottom = centre(part("bottomCrop", "body"));
-    press(bottom);
-    release(bottom);
+    const QPoint place = centre(body("bottomCrop"));
+    press(place);
+    release(place);
     EXPECT_EQ(model().selectedCrop(), 1);
+}
+
+TEST_F(CropDragTest, AClickMovesNothing)
+{
+    const QRectF before = top();
+    const QPoint place = centre(body("topCrop"));
+    press(place);
+    moveTo(place);
+    release(place);
+    EXPECT_EQ(top(), before);
 }
 
 TEST_F(CropDragTest, ACropFollowsThePointerAndIsSelectedByTheDrag)
 {
-    enter(WindowModel::Ready);
     const QRectF frame = place("videoFrame");
-    const QRectF before = windowModel().bottomRegion();
-    const QPoint from = centre(part("bottomCrop", "body"));
+    const QRectF before = bottom();
+    const QPoint from = centre(body("bottomCrop"));
     press(from);
     EXPECT_EQ(model().selectedCrop(), 0) << "not before it moves";
     moveTo(from + QPoint(-60, 20));
     EXPECT_EQ(model().selectedCrop(), 1);
     moveTo(from + QPoint(-30, 10));
-    EXPECT_NEAR(windowModel().bottomRegion().x(), before.x() - 30 / frame.width(), 1e-9);
-    EXPECT_NEAR(windowModel().bottomRegion().y(), before.y() + 10 / frame.height(), 1e-9);
+    EXPECT_NEAR(bottom().x(), before.x() - 30 / frame.width(), 1e-9);
+    EXPECT_NEAR(bottom().y(), before.y() + 10 / frame.height(), 1e-9);
     release(from + QPoint(-30, 10));
-    EXPECT_EQ(windowModel().bottomRegion().size(), before.size());
+    EXPECT_EQ(bottom().size(), before.size());
 }
 
 TEST_F(CropDragTest, ACropDraggedBackToItsStartIsWhereItWas)
 {
-    enter(WindowModel::Ready);
-    const QRectF before = windowModel().topRegion();
-    const QPoint from = centre(part("topCrop", "body"));
+    const QRectF before = top();
+    const QPoint from = centre(body("topCrop"));
     press(from);
     moveTo(from + QPoint(500, 300));
     moveTo(from);
     release(from);
-    EXPECT_EQ(windowModel().topRegion(), before);
+    EXPECT_EQ(top(), before);
 }
 
 TEST_F(CropDragTest, ACropDraggedFarIsPinnedToTheEdge)
 {
-    enter(WindowModel::Ready);
-    const QRectF before = windowModel().topRegion();
-    drag(centre(part("topCrop", "body")), QPoint(600, 0));
-    EXPECT_EQ(windowModel().topRegion().x(), 1 - before.width());
-    EXPECT_EQ(windowModel().topRegion().size(), before.size());
+    const QRectF before = top();
+    drag(centre(body("topCrop")), QPoint(600, 0));
+    EXPECT_EQ(top().x(), 1 - before.width());
+    EXPECT_EQ(top().size(), before.size());
+}
+
+TEST_F(CropDragTest, ADragGoesOnOutsideTheWindowAndEndsThere)
+{
+    const QRectF before = top();
+    const QPoint from = centre(body("topCrop"));
+    press(from);
+    moveTo(QPoint(-900, -700));
+    EXPECT_EQ(top(), QRectF(QPointF(0, 0), before.size()));
+    release(QPoint(-900, -700));
+    moveTo(from);
+    EXPECT_EQ(top(), QRectF(QPointF(0, 0), before.size())) << "it was let go";
+}
+
+TEST_F(CropDragTest, ACropResizedFarOverThePictureFillsTheRoomThereIs)
+{
+    const QRectF before = top();
+    const QRectF frame = place("videoFrame");
+    press(corner());
+    moveTo(QPoint(1179, 779));
+    release(QPoint(1179, 779));
+    EXPECT_EQ(top().topLeft(), before.topLeft());
+    EXPECT_NEAR(top().bottom(), 1, 1e-9) << "the bottom edge is the nearer one";
+    EXPECT_NEAR(top().width() * frame.width() / (top().height() * frame.height()), 1.125, 1e-9);
+}
+
+TEST_F(CropDragTest, ADragThatWasTakenAwayIsOver)
+{
+    model().setTopRegion({.x = 0.3, .y = 0.2, .width = 0.3, .height = 0.4});
+    settle();
+    press(centre(body("topCrop")));
+    moveTo(centre(body("topCrop")) + QPoint(30, 0));
+    model().chooseSource();
+    world().openPanel->choose("/clips/another.mov");
+    settle();
+    ASSERT_FALSE(item("videoCanvas").isVisible());
+    release(QPoint(10, 300));
+    world().inspections.back().task().complete(OfflineWindow::clip());
+    world().previews.back().task().complete("/clips/another.mov");
+    settle();
+    const QRectF before = top();
+    drag(centre(body("topCrop")), QPoint(30, 0));
+    EXPECT_NEAR(top().x(), before.x() + 30 / place("videoFrame").width(), 1e-9);
+    EXPECT_EQ(top().size(), before.size());
 }
 
 TEST_F(CropDragTest, TheHandleResizesAboutTheOtherCornerAndWinsOverTheBody)
 {
-    enter(WindowModel::Ready);
     const QRectF frame = place("videoFrame");
-    const QRectF before = windowModel().topRegion();
-    drag(centre(part("topCrop", "resizeHandle")), QPoint(-90, 20));
-    const QRectF after = windowModel().topRegion();
-    EXPECT_EQ(after.topLeft(), before.topLeft());
-    EXPECT_NEAR(after.width(), before.width() - 90 / frame.width(), 1e-9);
-    EXPECT_NEAR(after.width() * frame.width() / (after.height() * frame.height()), 1.125, 1e-9);
+    const QRectF before = top();
+    drag(corner(), QPoint(-90, 20));
+    EXPECT_EQ(top().topLeft(), before.topLeft());
+    EXPECT_NEAR(top().width(), before.width() - 90 / frame.width(), 1e-9);
+    EXPECT_NEAR(top().width() * frame.width() / (top().height() * frame.height()), 1.125, 1e-9);
 }
 
 TEST_F(CropDragTest, AMostlyVerticalResizeFollowsTheHeightAndATieTheWidth)
 {
-    enter(WindowModel::Ready);
     const QRectF frame = place("videoFrame");
-    const QRectF before = windowModel().topRegion();
-    drag(centre(part("topCrop", "resizeHandle")), QPoint(-20, -60));
-    EXPECT_NEAR(windowModel().topRegion().height(), before.height() - 60 / frame.height(), 1e-9);
-    model().setTopRegion({before.x(), before.y(), before.width(), before.height()});
+    const QRectF before = top();
+    drag(corner(), QPoint(-20, -60));
+    EXPECT_NEAR(top().height(), before.height() - 60 / frame.height(), 1e-9);
+    windowModel().setTopRegion(before);
     settle();
-    drag(centre(part("topCrop", "resizeHandle")), QPoint(-60, 60));
-    EXPECT_NEAR(windowModel().topRegion().width(), before.width() - 60 / frame.width(), 1e-9);
+    drag(corner(), QPoint(-60, 60));
+    EXPECT_NEAR(top().width(), before.width() - 60 / frame.width(), 1e-9);
+}
+
+TEST_F(CropDragTest, OneResizeBeginsWhereTheOneBeforeEnded)
+{
+    const QRectF frame = place("videoFrame");
+    const QRectF before = top();
+    drag(corner(), QPoint(-30, 0));
+    drag(corner(), QPoint(-30, 0));
+    EXPECT_NEAR(top().width(), before.width() - 60 / frame.width(), 1e-9);
 }
 
 TEST_F(CropDragTest, ACropIsMovedAndResizedByKeys)
 {
-    enter(WindowModel::Ready);
-    const QRectF before = windowModel().bottomRegion();
-    part("bottomCrop", "body").forceActiveFocus(Qt::TabFocusReason);
+    const QRectF before = bottom();
+    body("bottomCrop").forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(part("bottomCrop", "focusRing").isVisible());
+    EXPECT_FALSE(part("topCrop", "focusRing").isVisible());
     key(Qt::Key_Left);
-    EXPECT_NEAR(windowModel().bottomRegion().x(), before.x() - 1.0 / 1920, 1e-9);
+    EXPECT_NEAR(bottom().x(), before.x() - 1.0 / 1920, 1e-9);
     EXPECT_EQ(model().selectedCrop(), 1);
     key(Qt::Key_Up, Qt::ShiftModifier);
-    EXPECT_NEAR(windowModel().bottomRegion().y(), before.y() - 10.0 / 1080, 1e-9);
+    EXPECT_NEAR(bottom().y(), before.y() - 10.0 / 1080, 1e-9);
     key(Qt::Key_Left, Qt::ControlModifier);
-    EXPECT_NEAR(windowModel().bottomRegion().width(), before.width() - 1.0 / 1920, 1e-9);
+    EXPECT_NEAR(bottom().width(), before.width() - 1.0 / 1920, 1e-9);
+}
+
+TEST_F(CropDragTest, TheLineAlongTheEdgeHasTheCropsColourAndTwiceTheWidthWhenSelected)
+{
+    for (const int selected : {0, 1}) {
+        model().setSelectedCrop(selected);
+        settle();
+        for (const auto& [name, index] : {std::pair("topCrop", 0), std::pair("bottomCrop", 1)}) {
+            const QObject* line = part(name, "stroke").property("border").value<QObject*>();
+            ASSERT_NE(line, nullptr);
+            EXPECT_EQ(line->property("width").toDouble(), index == selected ? 4 : 2) << name;
+            EXPECT_EQ(line->property("color").value<QColor>(), color(part(name, "badge"))) << name;
+            EXPECT_EQ(part(name, "stroke").property("radius").toDouble(), 0) << name;
+        }
+    }
+}
+
+TEST_F(CropDragTest, ThePointerSaysWhatADragWouldDo)
+{
+    EXPECT_EQ(cursorOver(body("topCrop")), Qt::SizeAllCursor);
+    EXPECT_EQ(cursorOver(part("topCrop", "resizeHandle")), Qt::SizeFDiagCursor);
 }
 
 } // namespace

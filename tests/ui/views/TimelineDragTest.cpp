@@ -1,8 +1,7 @@
 #include "tests/ui/views/ViewsTest.h"
 
-#include <QCursor>
-
 #include <cmath>
+#include <numbers>
 
 namespace stackreel
 {
@@ -13,6 +12,8 @@ namespace
 class TimelineDragTest : public ViewsTest
 {
 protected:
+    void SetUp() override { enter(WindowModel::Ready); }
+
     /// A point of the window over this time of the strip.
     QPoint at(double seconds)
     {
@@ -23,11 +24,15 @@ protected:
 
     /// How far a point is on the strip, in seconds.
     double pointSeconds() { return windowModel().duration() / (item("strip").width() - 36); }
+
+    QCursor cursor() { return item("trimTimeline").cursor(); }
+    double shadow(const char* handle) { return part(handle, "shadow").property("strength").toDouble(); }
+    bool isActive(const char* handle) { return item(handle).property("active").toBool(); }
+    double growth(const char* handle) { return item(handle).property("growth").toDouble(); }
 };
 
 TEST_F(TimelineDragTest, AClickOnTheStripSeeks)
 {
-    enter(WindowModel::Ready);
     press(at(8));
     EXPECT_NEAR(model().currentTime(), 8, pointSeconds());
     EXPECT_FALSE(model().previewPlaying());
@@ -37,7 +42,6 @@ TEST_F(TimelineDragTest, AClickOnTheStripSeeks)
 
 TEST_F(TimelineDragTest, ThePlayheadFollowsThePointer)
 {
-    enter(WindowModel::Ready);
     press(at(8));
     moveTo(at(13));
     EXPECT_NEAR(model().currentTime(), 13, pointSeconds());
@@ -48,9 +52,19 @@ TEST_F(TimelineDragTest, ThePlayheadFollowsThePointer)
     EXPECT_EQ(model().trimEnd(), 20);
 }
 
+TEST_F(TimelineDragTest, ThePlayheadStopsAtTheEndsOfTheRangeHoweverFarThePointerGoes)
+{
+    press(at(8));
+    moveTo(QPoint(1179, -300));
+    EXPECT_EQ(model().currentTime(), 20);
+    moveTo(QPoint(-9000, 779));
+    EXPECT_EQ(model().currentTime(), 0);
+    release(QPoint(-9000, 779));
+    EXPECT_TRUE(model().previewPlaying());
+}
+
 TEST_F(TimelineDragTest, BothHandlesAreDraggedWithoutAJump)
 {
-    enter(WindowModel::Ready);
     press(at(0) + QPoint(10, 0));
     EXPECT_NEAR(model().trimStart(), 0, 1e-9);
     moveTo(at(5) + QPoint(10, 0));
@@ -65,48 +79,104 @@ TEST_F(TimelineDragTest, BothHandlesAreDraggedWithoutAJump)
     EXPECT_EQ(text(item("selectedText")), QStringLiteral("0:07 selected"));
 }
 
+TEST_F(TimelineDragTest, AHandleDraggedPastTheOtherStopsBesideIt)
+{
+    press(at(0));
+    moveTo(QPoint(1179, 0));
+    EXPECT_EQ(model().trimStart(), 19.75);
+    moveTo(at(6));
+    release(at(6));
+    press(at(20));
+    moveTo(QPoint(-9000, 0));
+    release(QPoint(-9000, 0));
+    EXPECT_NEAR(model().trimStart(), 6, pointSeconds());
+    EXPECT_DOUBLE_EQ(model().trimEnd(), model().trimStart() + 0.25);
+}
+
 TEST_F(TimelineDragTest, HandlesAreGrabbedByTheirTipsAboveTheStrip)
 {
-    enter(WindowModel::Ready);
     press(at(0) - QPoint(0, 22));
-    EXPECT_TRUE(item("trimStartHandle").property("active").toBool());
+    EXPECT_TRUE(isActive("trimStartHandle"));
     release(at(0) - QPoint(0, 22));
 }
 
 TEST_F(TimelineDragTest, AHoveredHandleGrowsAndShowsTheOpenHand)
 {
-    enter(WindowModel::Ready);
     moveTo(at(10));
-    EXPECT_EQ(item("trimTimeline").cursor().shape(), Qt::ArrowCursor);
+    EXPECT_EQ(cursor().shape(), Qt::ArrowCursor);
     moveTo(at(20) - QPoint(15, 0));
-    EXPECT_TRUE(item("trimEndHandle").property("active").toBool());
-    EXPECT_EQ(item("trimTimeline").cursor().shape(), Qt::OpenHandCursor);
-    EXPECT_TRUE(soon([this] { return item("trimEndHandle").property("growth").toDouble() == 1.1; }));
+    EXPECT_TRUE(isActive("trimEndHandle"));
+    EXPECT_EQ(cursor().shape(), Qt::OpenHandCursor);
+    EXPECT_TRUE(soon([this] { return growth("trimEndHandle") == 1.1; }));
     settle();
     EXPECT_NEAR(place(part("trimEndHandle", "face")).width(), 13 * 1.1, 0.01);
     EXPECT_NEAR(place(part("trimEndHandle", "face")).height(), 46 * 1.1, 0.01);
     EXPECT_NEAR(place(part("trimEndHandle", "face")).center().x(), place("trimEndHandle").center().x(), 0.01);
     press(at(20) - QPoint(15, 0));
-    EXPECT_EQ(item("trimTimeline").cursor().shape(), Qt::ClosedHandCursor);
+    EXPECT_EQ(cursor().shape(), Qt::ClosedHandCursor);
     release(at(20) - QPoint(15, 0));
-    EXPECT_EQ(item("trimTimeline").cursor().shape(), Qt::OpenHandCursor);
+    EXPECT_EQ(cursor().shape(), Qt::OpenHandCursor);
     moveTo(at(10) - QPoint(0, 200));
-    EXPECT_FALSE(item("trimEndHandle").property("active").toBool());
-    EXPECT_TRUE(soon([this] { return item("trimEndHandle").property("growth").toDouble() == 1; }));
+    EXPECT_FALSE(isActive("trimEndHandle"));
+    EXPECT_TRUE(soon([this] { return growth("trimEndHandle") == 1; }));
+}
+
+TEST_F(TimelineDragTest, TheShadowUnderAHandleIsSevenPointsWideAndGrowsStrongerWithIt)
+{
+    const QQuickItem& below = part("trimStartHandle", "shadow");
+    double farthest = 0;
+    for (const QQuickItem* layer : below.childItems())
+        farthest = std::max(farthest, -layer->x());
+    EXPECT_EQ(farthest, 7);
+    const double idle = shadow("trimStartHandle");
+    EXPECT_GT(idle, 0);
+    EXPECT_LT(idle, 0.32);
+    moveTo(at(10));
+    moveTo(at(0));
+    EXPECT_TRUE(soon([this] { return growth("trimStartHandle") == 1.1; }));
+    EXPECT_NEAR(shadow("trimStartHandle"), 0.32, 1e-9);
+    EXPECT_NEAR(shadow("trimEndHandle"), idle, 1e-9);
+}
+
+TEST_F(TimelineDragTest, AHandleGrowsAsOnASpringOfItsResponseAndDamping)
+{
+    constexpr double step = 0.016; // seconds, in which the toolkit's spring counts
+    const double frequency = 2 * std::numbers::pi / 0.18;
+    for (const auto& [handle, seconds] : {std::pair("trimStartHandle", 0), std::pair("trimEndHandle", 20)}) {
+        // It is only made when it is first needed.
+        moveTo(at(10));
+        moveTo(at(seconds));
+        const auto* spring = item(handle).findChild<QObject*>(QStringLiteral("spring"));
+        ASSERT_NE(spring, nullptr);
+        EXPECT_NEAR(spring->property("spring").toDouble(), step * frequency * frequency, 0.05);
+        EXPECT_NEAR(spring->property("damping").toDouble(), step * 2 * 0.66 * frequency, 0.005);
+    }
 }
 
 TEST_F(TimelineDragTest, HoveringDoesNothingDuringADrag)
 {
-    enter(WindowModel::Ready);
     press(at(10));
     moveTo(at(20));
-    EXPECT_FALSE(item("trimEndHandle").property("active").toBool());
+    EXPECT_FALSE(isActive("trimEndHandle"));
     release(at(20));
+}
+
+TEST_F(TimelineDragTest, AHandleLetGoOutsideTheStripIsNoLongerHeld)
+{
+    moveTo(at(10));
+    moveTo(at(20));
+    press(at(20));
+    moveTo(at(15) - QPoint(0, 200));
+    EXPECT_TRUE(isActive("trimEndHandle"));
+    EXPECT_EQ(cursor().shape(), Qt::ClosedHandCursor);
+    release(at(15) - QPoint(0, 200));
+    EXPECT_FALSE(isActive("trimEndHandle"));
+    EXPECT_EQ(cursor().shape(), Qt::ArrowCursor);
+    EXPECT_NEAR(model().trimEnd(), 15, pointSeconds());
 }
 
 TEST_F(TimelineDragTest, ATimelineThatGoesDuringADragEndsIt)
 {
-    enter(WindowModel::Ready);
     press(at(20));
     moveTo(at(15));
     model().chooseSource();
@@ -117,13 +187,12 @@ TEST_F(TimelineDragTest, ATimelineThatGoesDuringADragEndsIt)
     world().inspections.back().task().complete(OfflineWindow::clip());
     world().previews.back().task().complete("/clips/another.mov");
     settle();
-    EXPECT_FALSE(item("trimEndHandle").property("active").toBool());
+    EXPECT_FALSE(isActive("trimEndHandle"));
     EXPECT_EQ(model().trimEnd(), 20);
 }
 
 TEST_F(TimelineDragTest, TheArrowsStepTheHandlesAndThePlayhead)
 {
-    enter(WindowModel::Ready);
     focus("trimStartHandle");
     key(Qt::Key_Right);
     key(Qt::Key_Up);
@@ -139,9 +208,21 @@ TEST_F(TimelineDragTest, TheArrowsStepTheHandlesAndThePlayhead)
     EXPECT_DOUBLE_EQ(model().currentTime(), 10.25);
 }
 
+TEST_F(TimelineDragTest, TheKeysGoOnWithWhatThePointerGrabbed)
+{
+    for (const auto& [seconds, name] : {std::pair(0.0, "trimStartHandle"), std::pair(10.0, "videoPosition"),
+                                        std::pair(20.0, "trimEndHandle")}) {
+        press(at(seconds));
+        release(at(seconds));
+        EXPECT_TRUE(item(name).hasActiveFocus()) << name;
+        EXPECT_FALSE(part(name, "focusRing").isVisible()) << name;
+    }
+    key(Qt::Key_Left);
+    EXPECT_DOUBLE_EQ(model().trimEnd(), 19.75);
+}
+
 TEST_F(TimelineDragTest, TheThumbnailsAreShownWhenTheyCome)
 {
-    enter(WindowModel::Ready);
     const double scale = window().window().effectiveDevicePixelRatio();
     const QPoint place = (item("thumbnails").mapToScene(QPointF(100, 21)) * scale).toPoint();
     const QColor before = window().screenshot().pixelColor(place);
