@@ -9,6 +9,9 @@ Rectangle {
     width: 20
     height: 20
     color: "black"
+    // Hardly less than opaque: of what is opaque and lies between two pixels, the software scene graph leaves out the
+    // pixels along the edge whenever it paints anew only what is beneath, as with every frame of a playing video.
+    opacity: 0.999
 
     Rectangle {
         objectName: "mark"
