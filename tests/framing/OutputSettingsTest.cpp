@@ -92,6 +92,7 @@ TEST(ThePanelAspect, IsWidthToHalfTheHeight)
     EXPECT_EQ(panelAspect({1080, 1350}), 1.6);
     EXPECT_EQ(panelAspect({1080, 1080}), 2.0);
     EXPECT_EQ(panelAspect({2, 2}), 2.0);
+    EXPECT_EQ(panelAspect({3, 3}), 2.0) << "no half is rounded";
 }
 
 TEST(TheSettings, BeginAsPortraitWithSound)

@@ -46,6 +46,13 @@ TEST(PictureGeometryTest, APictureThatMissesByMoreIsScaled)
     EXPECT_EQ(pictureFrame({1096, 616.5}, {1100, 618.75}, {}), (ViewRect{0, 0, 1100, 618.75}));
 }
 
+TEST(PictureGeometryTest, WhatIsMissingIsCountedInPixelsOfTheScreen)
+{
+    const PixelGrid dense = {.devicePixelRatio = 2};
+    EXPECT_EQ(pictureFrame({198, 99}, {100, 50}, dense), (ViewRect{0.5, 0.5, 99, 49.5})) << "two";
+    EXPECT_EQ(pictureFrame({197, 98.5}, {100, 50}, dense), (ViewRect{0, 0, 100, 50})) << "three";
+}
+
 RC_GTEST_PROP(PictureGeometryProperty, APictureScaledForTheViewLiesOnTheGrid, ())
 {
     const double ratio = *rc::gen::element(1.0, 1.25, 1.5, 2.0);

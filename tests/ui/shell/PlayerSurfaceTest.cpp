@@ -1,13 +1,7 @@
-#include "ui/PlayerSurface.h"
+#include "tests/ui/shell/PlayerSurfaceTest.h"
 
-#include "model/AppModel.h"
-#include "tests/support/Awaited.h"
-#include "tests/support/window/OfflineWindow.h"
-
-#include <QQuickWindow>
+#include <QSGNode>
 #include <QTest>
-
-#include <gtest/gtest.h>
 
 #include <thread>
 
@@ -16,89 +10,6 @@ namespace stackreel
 
 namespace
 {
-
-/// A surface alone in a window, showing whatever player the test gives the model. All sizes are in points;
-/// the run's scale factor may be any.
-class PlayerSurfaceTest : public testing::Test
-{
-protected:
-    PlayerSurfaceTest()
-    {
-        m_window.setColor(Qt::blue);
-        m_window.resize(400, 300);
-        m_surface.setParentItem(m_window.contentItem());
-        m_surface.setModel(&m_windowModel);
-        m_surface.setSize(QSizeF(320, 180));
-        m_surface.setPosition(QPointF(40, 60));
-        m_window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_window));
-    }
-
-    std::shared_ptr<QueuePlayer> newPlayer()
-    {
-        auto player = m_world.playback->makePlayer();
-        m_world.journal->take();
-        m_model.setPlayer(player);
-        return player;
-    }
-    FakeQueuePlayer& player() { return m_world.playback->player(); }
-
-    /// Shows a picture from a thread of its own, as players do.
-    void show(QSize pixels, Qt::GlobalColor colour, FakeQueuePlayer& on)
-    {
-        std::thread([&] { on.videoOutput()->present(OfflineWindow::picture(pixels, colour)); }).join();
-    }
-    void show(QSize pixels, Qt::GlobalColor colour) { show(pixels, colour, player()); }
-
-    double ratio() const { return m_window.effectiveDevicePixelRatio(); }
-    QSize inPixels(QSizeF points) const { return (points * ratio()).toSize(); }
-    /// The colour on screen at a place in the surface.
-    QColor at(double x, double y)
-    {
-        OfflineWindow::settle();
-        const QImage image = m_window.grabWindow();
-        const QPointF point = (m_surface.position() + QPointF(x, y)) * ratio();
-        return image.pixelColor(int(point.x()), int(point.y()));
-    }
-    /// A picture of the surface's size in stripes of one pixel, which turn grey when they are scaled or moved
-    /// by a part of a pixel.
-    void showStripes()
-    {
-        QImage stripes(inPixels({320, 180}) - QSize(1, 1), QImage::Format_RGB32);
-        for (int y = 0; y < stripes.height(); ++y)
-            for (int x = 0; x < stripes.width(); ++x)
-                stripes.setPixelColor(x, y, x % 2 == 0 ? Qt::white : Qt::red);
-        player().videoOutput()->present(OfflineWindow::picture(stripes));
-    }
-    void expectStripes()
-    {
-        OfflineWindow::settle();
-        const QImage image = m_window.grabWindow();
-        for (int x = 100; x < 110; ++x) {
-            const QColor colour = image.pixelColor(int(60 * ratio()) + x, int(150 * ratio()));
-            EXPECT_TRUE(colour == QColor(Qt::white) || colour == QColor(Qt::red))
-                << colour.name().toStdString();
-        }
-    }
-    /// What happens next, once something has.
-    Journal::Lines nextLines()
-    {
-        Journal::Lines lines;
-        EXPECT_TRUE(eventually([&] { return !(lines = m_world.journal->take()).empty(); }));
-        return lines;
-    }
-    std::string sizeLine(QSize pixels) const
-    {
-        return "player 1: show at " + std::to_string(pixels.width()) + " × " +
-               std::to_string(pixels.height());
-    }
-
-    FakeServices m_world;
-    AppModel m_model{m_world.services()};
-    WindowModel m_windowModel{m_model};
-    QQuickWindow m_window;
-    PlayerSurface m_surface;
-};
 
 TEST_F(PlayerSurfaceTest, IsBlackWithoutAPlayer)
 {
@@ -235,79 +146,70 @@ TEST_F(PlayerSurfaceTest, ShowsItsPictureInTheNextWindowToo)
     m_surface.setParentItem(m_window.contentItem());
 }
 
-TEST_F(PlayerSurfaceTest, TellsANewPlayerItsSizeInDevicePixelsWhenItIsPainted)
+TEST_F(PlayerSurfaceTest, LetsGoOfPicturesOfThePlayerBefore)
 {
     newPlayer();
-    EXPECT_EQ(m_world.journal->take(), Journal::Lines{"player 1: attach output"});
-    // What lays the window out for the new clip may change the size until then.
-    m_surface.setSize(QSizeF(300, 170));
-    EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({300, 170}))});
+    const auto formerOutput = player().videoOutput();
+    const VideoFrame untaken = OfflineWindow::picture({320, 180}, Qt::red);
+    const VideoFrame late = OfflineWindow::picture({320, 180}, Qt::red);
+    formerOutput->present(untaken);
+    newPlayer();
+    formerOutput->present(late);
+    EXPECT_EQ(untaken.owner.use_count(), 1);
+    EXPECT_EQ(late.owner.use_count(), 1);
 }
 
-TEST_F(PlayerSurfaceTest, TellsEachNewPlayerItsSize)
+/// Tells when and of how many parts it is painted.
+class WatchedSurface : public PlayerSurface
 {
-    newPlayer();
-    m_world.journal->take();
-    ASSERT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({320, 180}))});
-    newPlayer();
-    EXPECT_EQ(m_world.journal->take(),
-              (Journal::Lines{"player 1: detach output", "player 2: attach output"}));
-    std::string line = sizeLine(inPixels({320, 180}));
-    EXPECT_EQ(nextLines(), Journal::Lines{line.replace(line.find('1'), 1, "2")});
-}
+public:
+    using PlayerSurface::PlayerSurface;
 
-TEST_F(PlayerSurfaceTest, TellsAPlayerOnlyTheSizeOfTheWindowThatShowsItsClip)
-{
-    OfflineWindow offline;
-    offline.load();
-    std::string told;
-    EXPECT_TRUE(eventually([&] {
-        for (const auto& line : offline.world().journal->take())
-            if (told.empty() && line.find("show at") != std::string::npos)
-                told = line;
-        return !told.empty();
-    }));
-    EXPECT_EQ(told, sizeLine(inPixels(offline.item(QStringLiteral("playerSurface")).size())));
-}
+    int paintings = 0;
+    int parts = 0;
 
-TEST_F(PlayerSurfaceTest, TellsThePlayerOnlyTheSizeInWhichAResizeEnds)
-{
-    newPlayer();
-    m_world.journal->take();
-    ASSERT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({320, 180}))});
-    for (int width = 319; width >= 200; --width)
-        m_surface.setWidth(width);
-    EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({200, 180}))});
-}
-
-TEST_F(PlayerSurfaceTest, TellsNoPlayerOfAnEmptySize)
-{
-    m_surface.setSize(QSizeF());
-    newPlayer();
-    at(0, 0);
-    EXPECT_EQ(m_world.journal->take(), Journal::Lines{"player 1: attach output"});
-    m_surface.setSize(QSizeF(100, 50));
-    EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({100, 50}))});
-}
-
-TEST_F(PlayerSurfaceTest, DrawsAPictureScaledForItPixelForPixel)
-{
-    newPlayer();
-    showStripes();
-    expectStripes();
-}
-
-TEST_F(PlayerSurfaceTest, DrawsItPixelForPixelWhereverItsSurroundingsTakeIt)
-{
-    QQuickItem surroundings(m_window.contentItem());
-    m_surface.setParentItem(&surroundings);
-    newPlayer();
-    showStripes();
-    for (const QPointF place : {QPointF(0.4, 0.7), QPointF(1.3, 0), QPointF(0, 2.6)}) {
-        surroundings.setPosition(place);
-        expectStripes();
+protected:
+    QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override
+    {
+        QSGNode* node = PlayerSurface::updatePaintNode(oldNode, data);
+        ++paintings;
+        parts = node->childCount();
+        return node;
     }
-    m_surface.setParentItem(m_window.contentItem());
+};
+
+TEST_F(PlayerSurfaceTest, IsABackgroundAndOnePictureHoweverManyCome)
+{
+    newPlayer();
+    WatchedSurface watched(m_window.contentItem());
+    watched.setSize(QSizeF(100, 50));
+    watched.setModel(&m_windowModel);
+    at(0, 0);
+    EXPECT_EQ(watched.parts, 1);
+    for (const Qt::GlobalColor colour : {Qt::red, Qt::green, Qt::yellow}) {
+        show({100, 50}, colour);
+        at(0, 0);
+        EXPECT_EQ(watched.parts, 2);
+    }
+}
+
+TEST_F(PlayerSurfaceTest, FindsItsPixelsAnewWhereverItsSurroundingsTakeIt)
+{
+    QQuickItem outer(m_window.contentItem());
+    QQuickItem inner(&outer);
+    WatchedSurface watched(m_window.contentItem());
+    watched.setSize(QSizeF(100, 50));
+    watched.setParentItem(&inner);
+    for (QQuickItem* each : {&outer, &inner}) {
+        at(0, 0);
+        watched.paintings = 0;
+        each->setX(0.4);
+        at(0, 0);
+        EXPECT_EQ(watched.paintings, 1);
+        each->setY(0.7);
+        at(0, 0);
+        EXPECT_EQ(watched.paintings, 2);
+    }
 }
 
 TEST(PlayerSurfaceEndTest, PicturesThatComeAfterItsEndGoNowhere)

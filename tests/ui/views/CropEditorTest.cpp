@@ -150,6 +150,15 @@ TEST(CropEditorTest, TheArrowsMoveAndWithControlResizeByOneSourcePixelAndWithShi
     }
 }
 
+TEST(CropEditorTest, ASourcePixelIsAsWideAndAsHighAsItIsShown)
+{
+    OwnedEditor owned;
+    owned.editor.setProperty("sourceSize", QSizeF(2000, 400));
+    owned.press(Qt::Key_Down);
+    owned.press(Qt::Key_Right);
+    EXPECT_TRUE(isNear(owned.editor.region(), start.translated(1.0 / 2000, 1.0 / 400)));
+}
+
 TEST(CropEditorTest, OtherKeysAreLeftToOthers)
 {
     OwnedEditor owned;

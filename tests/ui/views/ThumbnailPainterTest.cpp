@@ -74,6 +74,7 @@ TEST(ThumbnailPainterTest, TheCornersAreCutRound)
     for (const QPoint corner : {QPoint(0, 0), QPoint(199, 0), QPoint(0, 83), QPoint(199, 83)})
         EXPECT_EQ(row.pixelColor(corner).alpha(), 0);
     EXPECT_EQ(row.pixelColor(10, 0), QColor(Qt::red)) << "5 points in";
+    EXPECT_LT(row.pixelColor(5, 0).alpha(), 128) << "not yet 3 points in";
 }
 
 TEST(ThumbnailPainterTest, WithoutPicturesThereArePlaceholders)

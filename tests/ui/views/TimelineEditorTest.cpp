@@ -1,17 +1,8 @@
-#include "ui/TimelineEditor.h"
+#include "tests/ui/views/LoadedTimeline.h"
 
-#include "model/AppModel.h"
-#include "tests/support/fakes/FakeServices.h"
-#include "ui/WindowModel.h"
-
-#include <QCoreApplication>
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <string>
 
 namespace stackreel
 {
@@ -21,59 +12,6 @@ namespace
 
 using enum TimelineInteraction;
 
-/// A strip of 836 points, whose track is 800 points long, over a playing clip of 20 seconds: 40 points a
-/// second, beginning at 18.
-struct LoadedTimeline {
-    LoadedTimeline() : model(world.services()), windowModel(model)
-    {
-        timeline.setModel(&windowModel);
-        timeline.setWidth(836);
-        model.chooseSource();
-        world.openPanel->choose("/clips/beach.mov");
-        settle();
-        world.inspections.back().task().complete({.width = 1920,
-                                                  .height = 1080,
-                                                  .rotation = 0,
-                                                  .duration = 20,
-                                                  .videoCodec = "h264",
-                                                  .audioCodec = {}});
-        world.previews.back().task().complete("/clips/beach.mov");
-        settle();
-        world.journal->take();
-    }
-
-    static void settle()
-    {
-        for (int round = 0; round < 3; ++round)
-            QCoreApplication::sendPostedEvents();
-    }
-
-    void trim(double start, double end)
-    {
-        model.updateTrimStart(start);
-        model.updateTrimEnd(end);
-        model.seekPreview(start);
-        world.journal->take();
-    }
-
-    /// How often this line was written since the last call of the journal.
-    static std::ptrdiff_t count(const Journal::Lines& lines, const std::string& word)
-    {
-        return std::count_if(lines.begin(), lines.end(),
-                             [&](const auto& line) { return line.find(word) != std::string::npos; });
-    }
-
-    FakeServices world;
-    AppModel model;
-    WindowModel windowModel;
-    TimelineEditor timeline;
-};
-
-double xOf(double seconds)
-{
-    return 18 + 40 * seconds;
-}
-
 TEST(TimelineEditorTest, TimesLieOnTheTrack)
 {
     LoadedTimeline loaded;
@@ -82,6 +20,27 @@ TEST(TimelineEditorTest, TimesLieOnTheTrack)
     EXPECT_EQ(loaded.timeline.startX(), xOf(5));
     EXPECT_EQ(loaded.timeline.endX(), xOf(15));
     EXPECT_EQ(loaded.timeline.playheadX(), xOf(5));
+}
+
+TEST(TimelineEditorTest, PlacesFollowTheLengthOfTheClipAndTheWidthOfTheStrip)
+{
+    LoadedTimeline loaded;
+    loaded.trim(5, 15);
+    QSignalSpy start(&loaded.timeline, &TimelineEditor::startXChanged);
+    QSignalSpy end(&loaded.timeline, &TimelineEditor::endXChanged);
+    QSignalSpy playhead(&loaded.timeline, &TimelineEditor::playheadXChanged);
+    QSignalSpy step(&loaded.timeline, &TimelineEditor::stepChanged);
+    MediaInfo longer = *loaded.model.mediaInfo();
+    longer.duration = 80;
+    loaded.model.setMediaInfo(longer);
+    for (const QSignalSpy* changes : {&start, &end, &playhead, &step})
+        EXPECT_EQ(changes->count(), 1);
+    EXPECT_EQ(loaded.timeline.endX(), 18 + 150);
+    EXPECT_EQ(loaded.timeline.step(), 0.8);
+    loaded.timeline.setWidth(436);
+    for (const QSignalSpy* changes : {&start, &end, &playhead})
+        EXPECT_EQ(changes->count(), 2);
+    EXPECT_EQ(loaded.timeline.endX(), 18 + 75);
 }
 
 TEST(TimelineEditorTest, WithoutAModelNothingHappens)
@@ -278,71 +237,6 @@ TEST(TimelineEditorTest, WithoutMediaNothingSteps)
     loaded.timeline.adjustTrimEnd(-1);
     EXPECT_TRUE(loaded.world.journal->take().empty());
     EXPECT_EQ(loaded.timeline.endX(), 18);
-}
-
-double anyX()
-{
-    return *rc::gen::inRange(-1000, 20000) / 10.0;
-}
-
-RC_GTEST_PROP(TimelineEditorProperty, EveryPushHasItsPopAndEveryDragItsEnd, ())
-{
-    LoadedTimeline loaded;
-    loaded.trim(*rc::gen::inRange(0, 10), *rc::gen::inRange(10, 20));
-    TimelineEditor& timeline = loaded.timeline;
-    for (int count = *rc::gen::inRange(0, 30); count > 0; --count) {
-        switch (*rc::gen::inRange(0, 5)) {
-        case 0:
-            timeline.press(anyX());
-            break;
-        case 1:
-            timeline.drag(anyX());
-            break;
-        case 2:
-            timeline.release();
-            break;
-        case 3:
-            timeline.hover(anyX());
-            break;
-        default:
-            timeline.leave();
-        }
-        RC_ASSERT(timeline.cursors().pushed() == (timeline.hoveredHandle() ? 1U : 0U));
-        RC_ASSERT(timeline.interaction().has_value() != loaded.model.previewPlaying());
-    }
-    timeline.release();
-    timeline.leave();
-    RC_ASSERT(timeline.cursorShape() == Qt::ArrowCursor);
-    RC_ASSERT(timeline.cursors().pushed() == 0U);
-    RC_ASSERT(loaded.model.previewPlaying());
-}
-
-RC_GTEST_PROP(TimelineEditorProperty, GrabbingAHandleMovesNothing, ())
-{
-    LoadedTimeline loaded;
-    const double start = *rc::gen::inRange(0, 1000) / 100.0;
-    const double end = *rc::gen::inRange(1100, 2000) / 100.0;
-    loaded.trim(start, end);
-    const double offset = *rc::gen::inRange(-180, 181) / 10.0;
-    const bool atStart = *rc::gen::arbitrary<bool>();
-    loaded.timeline.press((atStart ? loaded.timeline.startX() : loaded.timeline.endX()) + offset);
-    loaded.timeline.release();
-    RC_ASSERT(std::abs(loaded.model.trimStart() - start) < 1e-9);
-    RC_ASSERT(std::abs(loaded.model.trimEnd() - end) < 1e-9);
-}
-
-RC_GTEST_PROP(TimelineEditorProperty, ADragDependsOnItsLastPlaceAlone, ())
-{
-    LoadedTimeline direct;
-    LoadedTimeline wandering;
-    direct.timeline.press(xOf(0));
-    wandering.timeline.press(xOf(0));
-    for (int count = *rc::gen::inRange(0, 10); count > 0; --count)
-        wandering.timeline.drag(anyX());
-    const double x = anyX();
-    direct.timeline.drag(x);
-    wandering.timeline.drag(x);
-    RC_ASSERT(direct.model.trimStart() == wandering.model.trimStart());
 }
 
 } // namespace

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "model/AppModel.h"
+#include "tests/support/Awaited.h"
+#include "tests/support/window/OfflineWindow.h"
+#include "ui/PlayerSurface.h"
+
+#include <QQuickWindow>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace stackreel
+{
+
+/// A surface alone in a window, showing whatever player the test gives the model. All sizes are in points;
+/// the run's scale factor may be any.
+class PlayerSurfaceTest : public testing::Test
+{
+protected:
+    PlayerSurfaceTest()
+    {
+        m_window.setColor(Qt::blue);
+        m_window.resize(400, 300);
+        m_surface.setParentItem(m_window.contentItem());
+        m_surface.setModel(&m_windowModel);
+        m_surface.setSize(QSizeF(320, 180));
+        m_surface.setPosition(QPointF(40, 60));
+        m_window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_window));
+    }
+
+    std::shared_ptr<QueuePlayer> newPlayer()
+    {
+        auto player = m_world.playback->makePlayer();
+        m_world.journal->take();
+        m_model.setPlayer(player);
+        return player;
+    }
+    FakeQueuePlayer& player() { return m_world.playback->player(); }
+
+    /// Shows a picture from a thread of its own, as players do.
+    void show(QSize pixels, Qt::GlobalColor colour, FakeQueuePlayer& on)
+    {
+        std::thread([&] { on.videoOutput()->present(OfflineWindow::picture(pixels, colour)); }).join();
+    }
+    void show(QSize pixels, Qt::GlobalColor colour) { show(pixels, colour, player()); }
+
+    double ratio() const { return m_window.effectiveDevicePixelRatio(); }
+    QSize inPixels(QSizeF points) const { return (points * ratio()).toSize(); }
+    /// The colour on screen at a place in the surface.
+    QColor at(double x, double y)
+    {
+        OfflineWindow::settle();
+        const QImage image = m_window.grabWindow();
+        const QPointF point = (m_surface.position() + QPointF(x, y)) * ratio();
+        return image.pixelColor(int(point.x()), int(point.y()));
+    }
+    /// A picture of the surface's size in stripes of one pixel, which turn grey when they are scaled or moved
+    /// by a part of a pixel.
+    void showStripes()
+    {
+        QImage stripes(inPixels({320, 180}) - QSize(1, 1), QImage::Format_RGB32);
+        for (int y = 0; y < stripes.height(); ++y)
+            for (int x = 0; x < stripes.width(); ++x)
+                stripes.setPixelColor(x, y, x % 2 == 0 ? Qt::white : Qt::red);
+        player().videoOutput()->present(OfflineWindow::picture(stripes));
+    }
+    void expectStripes()
+    {
+        OfflineWindow::settle();
+        const QImage image = m_window.grabWindow();
+        for (int x = 100; x < 110; ++x) {
+            const QColor colour = image.pixelColor(int(60 * ratio()) + x, int(150 * ratio()));
+            EXPECT_TRUE(colour == QColor(Qt::white) || colour == QColor(Qt::red))
+                << colour.name().toStdString();
+        }
+    }
+    /// What happens next, once something has.
+    Journal::Lines nextLines()
+    {
+        Journal::Lines lines;
+        EXPECT_TRUE(eventually([&] { return !(lines = m_world.journal->take()).empty(); }));
+        return lines;
+    }
+    std::string sizeLine(QSize pixels) const
+    {
+        return "player 1: show at " + std::to_string(pixels.width()) + " × " +
+               std::to_string(pixels.height());
+    }
+
+    FakeServices m_world;
+    AppModel m_model{m_world.services()};
+    WindowModel m_windowModel{m_model};
+    QQuickWindow m_window;
+    PlayerSurface m_surface;
+};
+
+} // namespace stackreel

@@ -1,0 +1,56 @@
+#include "tests/ui/views/ViewsTest.h"
+
+namespace stackreel
+{
+
+namespace
+{
+
+class ThumbnailStripTest : public ViewsTest
+{
+protected:
+    void SetUp() override { enter(WindowModel::Ready); }
+
+    /// How many pixels along the middle of the row are of this colour, more or less.
+    int count(const QColor& wanted)
+    {
+        const QImage image = window().screenshot();
+        const double scale = window().window().effectiveDevicePixelRatio();
+        const QPointF left = item("thumbnails").mapToScene(QPointF(0, 10)) * scale;
+        int found = 0;
+        for (int x = 0; x < static_cast<int>(item("thumbnails").width() * scale); ++x) {
+            const QColor pixel = image.pixelColor(left.toPoint() + QPoint(x, 0));
+            const auto differs = [](int one, int other) { return std::abs(one - other) > 40; };
+            found += !differs(pixel.red(), wanted.red()) && !differs(pixel.green(), wanted.green()) &&
+                     !differs(pixel.blue(), wanted.blue());
+        }
+        return found;
+    }
+};
+
+TEST_F(ThumbnailStripTest, ThumbnailsAreShownWhenTheyCome)
+{
+    EXPECT_EQ(count(Qt::darkGreen), 0);
+    window().finishThumbnails();
+    EXPECT_GT(count(Qt::darkGreen), item("thumbnails").width() / 6);
+}
+
+TEST_F(ThumbnailStripTest, AnotherWidthShowsAnotherPartOfThemOnceItHasSettled)
+{
+    // Its red sides are only seen in a cell that is much wider than high.
+    QImage picture(320, 180, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 55; x < 265; ++x)
+            picture.setPixelColor(x, y, Qt::green);
+    world().thumbnails.back().task().complete(std::vector(12, OfflineWindow::picture(picture)));
+    settle();
+    ASSERT_GT(count(Qt::red), 24);
+    window().window().resize(window().window().minimumSize());
+    EXPECT_TRUE(soon([this] { return count(Qt::red) == 0; }));
+    EXPECT_GT(count(Qt::green), item("thumbnails").width() / 2);
+}
+
+} // namespace
+
+} // namespace stackreel
