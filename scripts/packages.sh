@@ -25,7 +25,7 @@ test_packages=(
   clang-16 libfuzzer-16-dev libclang-rt-16-dev
   locales procps time util-linux
   qml6-module-qttest xvfb dbus-daemon
-  openbox xdotool imagemagick x11-utils libgl1-mesa-dri
+  openbox xfwm4 xdotool imagemagick x11-utils libgl1-mesa-dri
   at-spi2-core python3-gi gir1.2-atspi-2.0
   weston qt6-wayland
   desktop-file-utils appstream man-db bash-completion zsh fish python3

@@ -1,25 +1,21 @@
 """A private accessibility bus, and the program on it as a screen reader meets it."""
 
 import os
-import subprocess
 
 import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
-from desktop import CEILING, Desktop, eventually
+from desktop import CEILING, Desktop, MessageBus, eventually
 
 
-class AccessibilityBus:
-    """A session bus on which assistive technology has said that it is there. Completes an environment for programs,
-    and has this process join; so there is one in a process."""
+class AccessibilityBus(MessageBus):
+    """A session bus on which assistive technology has said that it is there. Has this process join, so there is one in
+    a process."""
 
     def __init__(self, environment):
-        self.daemon = subprocess.Popen(
-            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"], text=True,
-            env=environment | {"GSETTINGS_BACKEND": "memory"}, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        environment["DBUS_SESSION_BUS_ADDRESS"] = self.daemon.stdout.readline().strip()
+        super().__init__(environment)
         # This process joins the same buses, and not those of the person who runs the tests.
         os.environ.pop("DISPLAY", None)
         os.environ.update({name: environment[name]
@@ -37,12 +33,6 @@ class AccessibilityBus:
             "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
             GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))), None,
             Gio.DBusCallFlags.NONE, CEILING * 1000)
-
-    def close(self):
-        self.daemon.terminate()
-        self.daemon.wait()
-        self.daemon.stdout.close()
-
 
 class AccessibleDesktop(Desktop):
     """A desktop with assistive technology."""

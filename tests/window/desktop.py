@@ -21,8 +21,26 @@ def eventually(condition, what, limit=CEILING):
     return value
 
 
+class MessageBus:
+    """A session bus. Completes an environment for programs."""
+
+    def __init__(self, environment):
+        self.daemon = subprocess.Popen(
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"], text=True,
+            env=environment | {"GSETTINGS_BACKEND": "memory"}, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        environment["DBUS_SESSION_BUS_ADDRESS"] = self.daemon.stdout.readline().strip()
+
+    def close(self):
+        self.daemon.terminate()
+        self.daemon.wait()
+        self.daemon.stdout.close()
+
+
 class Desktop:
-    """An X server without a screen and openbox on it."""
+    """An X server without a screen, and a window manager on it."""
+
+    MANAGER = ["openbox", "--sm-disable"]
+    SCREEN = "1400x900"
 
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="stackreel-desktop-"))
@@ -31,7 +49,7 @@ class Desktop:
         (self.folder / "runtime").mkdir(mode=0o700)
         read, write = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1400x900x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", f"{self.SCREEN}x24", "-nolisten", "tcp"],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as numbers:
@@ -39,9 +57,13 @@ class Desktop:
         self.environment = {
             "PATH": os.environ["PATH"], "HOME": str(self.home), "LANG": "C.UTF-8", "DISPLAY": display,
             "XDG_RUNTIME_DIR": str(self.folder / "runtime"), "TMPDIR": str(self.folder), "QT_QPA_PLATFORM": "xcb"}
-        self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.environment,
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.prepare()
+        self.manager = subprocess.Popen(self.MANAGER, env=self.environment, stdout=subprocess.DEVNULL,
+                                        stderr=subprocess.DEVNULL)
         eventually(lambda: "_NET_WM_NAME" in self.output("xprop", "-root", "_NET_SUPPORTED"), "a window manager")
+
+    def prepare(self):
+        """What the window manager needs to be there before it starts."""
 
     def close(self):
         for process in (self.manager, self.server):
@@ -80,14 +102,14 @@ class Program:
 
     CORAL = (255, 90, 61)
 
-    def __init__(self, desktop, executable, tools=None, environment=None):
+    def __init__(self, desktop, executable, tools=None, environment=None, arguments=()):
         self.desktop = desktop
         environment = desktop.environment | (environment or {})
         if tools is not None:
             environment["PATH"] = f"{tools}:{environment['PATH']}"
         self.errors = open(desktop.folder / f"errors-{time.monotonic_ns()}", "w+")
         # Unlike a shell's background job, it is not told to ignore the interrupt signal.
-        self.process = subprocess.Popen([executable], env=environment, stdout=self.errors, stderr=self.errors,
+        self.process = subprocess.Popen([executable, *arguments], env=environment, stdout=self.errors, stderr=self.errors,
                                         preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
         self.window = desktop.window("Stackreel")
         eventually(lambda: len(self.colours(0, 0, 400, 100)) > 8, "a painted window")

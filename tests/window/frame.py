@@ -1,0 +1,100 @@
+"""The window's own frame, which has to do what the desktop's would: moved, resized by each edge and corner, minimised,
+maximised and closed."""
+
+import pathlib
+
+from desktop import Desktop, Program, eventually
+from tools import Tools
+from window_test import WindowTest, executable, main
+
+SCREEN = (1400, 900)
+FIRST = (100, 60)
+BUTTON = 42  # points, as wide as each of the three at the right of the strip
+
+
+class Frame(WindowTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = Desktop()
+        cls.addClassCleanup(cls.desktop.close)
+
+    def setUp(self):
+        self.program = Program(self.desktop, executable)
+        self.addCleanup(self.program.close)
+        self.desktop.xdotool("windowmove", "--sync", self.program.window, *FIRST)
+
+    def test_each_edge_and_each_corner_resizes(self):
+        for across in (-1, 0, 1):
+            for down in (-1, 0, 1):
+                if (across, down) != (0, 0):
+                    with self.subTest(across=across, down=down):
+                        self.resize(across, down, inwards=True)
+                        self.resize(across, down, inwards=False)
+
+    def resize(self, across, down, inwards):
+        """Drags what lies at the left (-1), in the middle (0) or at the right (1), and so on from top to bottom. The
+        other sides stay where they are."""
+        distance = 40 if inwards else -40
+        left, top, right, bottom = before = self.sides()
+        place = {-1: 2, 0: (right - left) // 2}.get(across, right - left - 3), \
+                {-1: 2, 0: (bottom - top) // 2}.get(down, bottom - top - 3)
+        self.program.drag(*place, -across * distance, -down * distance, steps=20)
+        wanted = [side == dragged for dragged, side in ((across, -1), (down, -1), (across, 1), (down, 1))]
+        eventually(lambda: self.have_moved(before, wanted, distance), f"{before} resized; it is {self.sides()}")
+
+    def have_moved(self, before, wanted, distance):
+        # The desktop takes over a few points late, or more of them where it is busy.
+        return all(5 <= (now - then) * sign * (1 if distance > 0 else -1) <= 40 if moved else now == then
+                   for then, now, moved, sign in zip(before, self.sides(), wanted, (1, 1, -1, -1)))
+
+    def sides(self):
+        left, top, width, height = self.program.place()
+        return left, top, left + width, top + height
+
+    def test_the_buttons_minimise_maximise_and_restore(self):
+        self.press_button(3)
+        eventually(lambda: not self.is_visible(), "a minimised window")
+        self.desktop.xdotool("windowactivate", self.program.window)
+        eventually(self.is_visible, "the window again")
+        before = self.program.place()
+        self.press_button(2)
+        eventually(lambda: self.program.place() == (0, 0, *SCREEN), "a window that fills the screen")
+        self.press_button(2)
+        eventually(lambda: self.program.place() == before, f"the window at {before} again")
+        self.press_button(1)
+        self.assertEqual(self.program.wait(), 0)
+        self.assertEqual(self.program.complaints(), "")
+
+    def press_button(self, from_right):
+        self.program.click(self.program.size()[0] - from_right * BUTTON + BUTTON // 2, 15)
+
+    def is_visible(self):
+        return self.desktop.xdotool("search", "--onlyvisible", "--name", "^Stackreel$") != ""
+
+    def test_a_double_click_on_what_is_empty_maximises_and_restores(self):
+        before = self.program.place()
+        for at in ((500, 15), (600, 60)):
+            with self.subTest(at=at):
+                self.program.click(*at, times=2)
+                eventually(lambda: self.program.place() == (0, 0, *SCREEN), "a window that fills the screen")
+                # Elsewhere, or these would be the third and fourth click of one series.
+                self.program.click(at[0] + 200, at[1], times=2)
+                eventually(lambda: self.program.place() == before, f"the window at {before} again")
+
+    def test_a_file_on_the_command_line_is_left_alone(self):
+        tools = Tools(self.desktop.folder / "tools")
+        tools.hold("ffprobe")
+        clip = self.desktop.home / "clip.mp4"
+        pathlib.Path(clip).touch()
+        self.program.close()
+        program = Program(self.desktop, executable, tools.folder, arguments=[clip])
+        self.addCleanup(program.close)
+        program.key("ctrl+o")
+        self.desktop.xdotool("key", "--window", self.desktop.window("Choose a horizontal video"), "Escape")
+        program.key("ctrl+q")
+        self.assertEqual((program.wait(), program.complaints()), (0, ""))
+        self.assertEqual(tools.pid("ffprobe"), "")
+
+
+if __name__ == "__main__":
+    main()

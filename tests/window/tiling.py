@@ -1,0 +1,97 @@
+"""The window on a desktop that tiles: by the keys of the desktop, and by being dragged to an edge of the screen. It comes
+back to the size it had."""
+
+from desktop import Desktop, MessageBus, Program, eventually
+from window_test import WindowTest, executable, main
+
+WIDTH, HEIGHT = 2560, 1440
+HALF_WIDTH, HALF_HEIGHT = WIDTH // 2, HEIGHT // 2
+FIRST_SIZE = (1180, 780)
+LEFT, RIGHT = (0, 0, HALF_WIDTH, HEIGHT), (HALF_WIDTH, 0, HALF_WIDTH, HEIGHT)
+WHOLE = (0, 0, WIDTH, HEIGHT)
+
+# As its desktop sets it up; by itself this window manager rather changes to the next workspace.
+SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfwm4" version="1.0">
+  <property name="general" type="empty">
+    <property name="wrap_windows" type="bool" value="false"/>
+  </property>
+</channel>
+"""
+
+
+class TilingDesktop(Desktop):
+    """Xfce's window manager, on a screen of which the half is wider than the window has to be."""
+
+    MANAGER = ["xfwm4", "--compositor=off"]
+    SCREEN = f"{WIDTH}x{HEIGHT}"
+
+    def prepare(self):
+        self.environment["NO_AT_BRIDGE"] = "1"
+        self.bus = MessageBus(self.environment)
+        settings = self.home / ".config/xfce4/xfconf/xfce-perchannel-xml/xfwm4.xml"
+        settings.parent.mkdir(parents=True)
+        settings.write_text(SETTINGS)
+
+    def close(self):
+        super().close()
+        self.bus.close()
+
+
+class Tiling(WindowTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = TilingDesktop()
+        cls.addClassCleanup(cls.desktop.close)
+
+    def setUp(self):
+        self.program = Program(self.desktop, executable)
+        self.addCleanup(self.program.close)
+        self.desktop.xdotool("windowmove", "--sync", self.program.window, 600, 300)
+        self.await_place((600, 300, *FIRST_SIZE))
+
+    def tearDown(self):
+        self.program.key("ctrl+q")
+        self.assertEqual((self.program.wait(), self.program.complaints()), (0, ""))
+
+    def await_place(self, expected):
+        eventually(lambda: self.program.place() == expected, f"the window at {expected}; it is at {self.program.place()}")
+
+    def test_keys_put_it_into_each_part_of_the_screen_and_back(self):
+        for key, expected in (("super+KP_Left", LEFT), ("super+KP_Right", RIGHT),
+                              ("super+KP_Up", (0, 0, WIDTH, HALF_HEIGHT)),
+                              ("super+KP_Down", (0, HALF_HEIGHT, WIDTH, HALF_HEIGHT)),
+                              ("super+KP_Home", (0, 0, HALF_WIDTH, HALF_HEIGHT)),
+                              ("super+KP_Next", (HALF_WIDTH, HALF_HEIGHT, HALF_WIDTH, HALF_HEIGHT)),
+                              ("alt+F10", WHOLE)):
+            with self.subTest(key):
+                self.program.key(key)
+                self.await_place(expected)
+        self.program.key("alt+F10")
+        eventually(lambda: self.program.size() == FIRST_SIZE, "the size from before")
+
+    def test_a_drag_to_an_edge_puts_it_there_and_one_away_brings_it_back(self):
+        for edge, expected in (((0, 700), LEFT), ((WIDTH - 1, 700), RIGHT), ((1200, 0), WHOLE)):
+            for grip in (15, 60):  # in the strip, and in the header's empty part
+                with self.subTest(edge=edge, grip=grip):
+                    self.drag_to(edge, grip, lambda: self.program.place() == expected)
+                    self.drag_to((1300, 600), grip, lambda: self.program.size() == FIRST_SIZE)
+                    left, top, width, height = self.program.place()
+                    self.assertTrue(left < 1300 < left + width and top < 600 < top + height,
+                                    f"it came back elsewhere than under the pointer: {(left, top)}")
+
+    def drag_to(self, target, grip, is_done):
+        """Drags the window until the pointer is at a place of the screen, and lets go of it there."""
+        left, top, width, _ = self.program.place()
+        start = (left + width // 2, top + grip)
+        self.desktop.xdotool("mousemove", *start, "mousedown", 1)
+        for step in range(1, 31):
+            between = (round(a + (b - a) * step / 30) for a, b in zip(start, target))
+            self.desktop.xdotool("mousemove", *between, "sleep", 0.02)
+        eventually(is_done, f"the window dragged to {target}; it is at {self.program.place()}")
+        self.desktop.xdotool("mouseup", 1)
+        eventually(is_done, f"the window left at {target}; it is at {self.program.place()}")
+
+
+if __name__ == "__main__":
+    main()
