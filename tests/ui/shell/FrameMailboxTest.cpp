@@ -1,0 +1,69 @@
+#include "ui/FrameMailbox.h"
+
+#include "tests/support/window/OfflineWindow.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+class FrameMailboxTest : public testing::Test
+{
+protected:
+    static VideoFrame frame(int width) { return OfflineWindow::picture({width, 2}, Qt::red); }
+
+    int m_changes = 0;
+    FrameMailbox m_mailbox{[this] { ++m_changes; }};
+};
+
+TEST_F(FrameMailboxTest, IsEmptyAtFirstAndOnceItsFrameIsTaken)
+{
+    EXPECT_FALSE(m_mailbox.take());
+    m_mailbox.present(frame(4));
+    const auto taken = m_mailbox.take();
+    ASSERT_TRUE(taken);
+    EXPECT_EQ(taken->width, 4);
+    EXPECT_FALSE(m_mailbox.take());
+}
+
+TEST_F(FrameMailboxTest, HoldsTheLatestFrameAndLetsGoOfTheOthers)
+{
+    const VideoFrame first = frame(4);
+    m_mailbox.present(first);
+    EXPECT_EQ(first.owner.use_count(), 2);
+    m_mailbox.present(frame(6));
+    EXPECT_EQ(first.owner.use_count(), 1);
+    EXPECT_EQ(m_mailbox.take()->width, 6);
+}
+
+TEST_F(FrameMailboxTest, SaysOnceThatThereIsSomethingUntilItIsTaken)
+{
+    m_mailbox.present(frame(4));
+    m_mailbox.present(frame(4));
+    m_mailbox.clear();
+    EXPECT_EQ(m_changes, 1);
+    EXPECT_EQ(m_mailbox.take()->pixels, nullptr) << "cleared last";
+    m_mailbox.present(frame(4));
+    EXPECT_EQ(m_changes, 2);
+}
+
+TEST_F(FrameMailboxTest, ThrowsAwayWhatItHoldsAndWhatComesOnceItIsClosed)
+{
+    const VideoFrame held = frame(4);
+    m_mailbox.present(held);
+    m_mailbox.close();
+    EXPECT_EQ(held.owner.use_count(), 1);
+    const VideoFrame late = frame(4);
+    m_mailbox.present(late);
+    m_mailbox.clear();
+    EXPECT_EQ(late.owner.use_count(), 1);
+    EXPECT_FALSE(m_mailbox.take());
+    EXPECT_EQ(m_changes, 1);
+}
+
+} // namespace
+
+} // namespace stackreel
