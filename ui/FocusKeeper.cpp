@@ -1,5 +1,7 @@
 #include "ui/FocusKeeper.h"
 
+#include <QCoreApplication>
+#include <QHoverEvent>
 #include <QQuickWindow>
 
 namespace stackreel
@@ -37,6 +39,15 @@ void FocusKeeper::giveBack()
     m_remembered = nullptr;
     if (item && item->isVisible() && item->isEnabled() && focused() == nullptr)
         item->forceActiveFocus(m_showedFocus ? Qt::ShortcutFocusReason : Qt::PopupFocusReason);
+}
+
+void FocusKeeper::takePointerOff(QQuickItem* item)
+{
+    if (item == nullptr)
+        return;
+    const QPointF outside(-1, -1);
+    QHoverEvent leave(QEvent::HoverLeave, outside, outside, outside);
+    QCoreApplication::sendEvent(item, &leave);
 }
 
 } // namespace stackreel

@@ -28,6 +28,9 @@ public:
     /// shows its focus again if it did.
     Q_INVOKABLE void giveBack();
 
+    /// Has an item take the pointer for gone, until it moves again.
+    Q_INVOKABLE static void takePointerOff(QQuickItem* item);
+
 Q_SIGNALS:
     void contentChanged();
 

@@ -23,6 +23,7 @@ T.MenuBar {
         implicitWidth: implicitContentWidth + leftPadding + rightPadding
         height: bar.height
         horizontalPadding: 9
+        hoverEnabled: true
 
         // To assistive technology its text stands for it, as Qt 6.4 makes each title a menu bar of its own.
         Accessible.ignored: true

@@ -13,6 +13,7 @@ T.MenuItem {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: 10
     verticalPadding: 7
+    hoverEnabled: true
 
     Accessible.name: text
     // Qt 6.4 tells assistive technology nothing of disabled items.

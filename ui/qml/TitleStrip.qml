@@ -45,6 +45,9 @@ Item {
             objectName: "applicationMenu"
             title: "Stackreel"
             onAboutToShow: focusKeeper.remember()
+            // Qt 6.4 would take a menu with the pointer on its title for open, whatever closed it, and open the next one
+            // without a click.
+            onAboutToHide: focusKeeper.takePointerOff(parent)
 
             StripMenuItem {
                 objectName: "aboutItem"
@@ -71,6 +74,7 @@ Item {
             objectName: "fileMenu"
             title: qsTr("File")
             onAboutToShow: focusKeeper.remember()
+            onAboutToHide: focusKeeper.takePointerOff(parent)
 
             StripMenuItem {
                 objectName: "chooseVideoItem"
@@ -86,6 +90,7 @@ Item {
             objectName: "playbackMenu"
             title: qsTr("Playback")
             onAboutToShow: focusKeeper.remember()
+            onAboutToHide: focusKeeper.takePointerOff(parent)
 
             StripMenuItem {
                 objectName: "togglePreviewItem"

@@ -9,6 +9,7 @@ T.Button {
     property color hoverColor: Theme.white(0.1)
 
     implicitWidth: 42
+    hoverEnabled: true
     focusPolicy: Qt.NoFocus
 
     Accessible.role: Accessible.Button

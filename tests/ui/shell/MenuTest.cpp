@@ -1,4 +1,4 @@
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/ui/shell/Menus.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -18,26 +18,6 @@ const auto toggle = QStringLiteral("togglePreviewItem");
 QString text(OfflineWindow& offline, const QString& item)
 {
     return offline.item(item).property("text").toString();
-}
-
-void clickMenu(OfflineWindow& offline, const QString& menuTitle)
-{
-    for (QQuickItem* title : offline.item(QStringLiteral("menuBar")).findChildren<QQuickItem*>())
-        if (title->property("text").toString() == menuTitle && title->inherits("QQuickMenuBarItem")) {
-            const QPoint centre =
-                title->mapToScene(QPointF(title->width() / 2, title->height() / 2)).toPoint();
-            QTest::mouseClick(&offline.window(), Qt::LeftButton, Qt::NoModifier, centre);
-            OfflineWindow::settle();
-            return;
-        }
-    FAIL() << "no menu " << menuTitle.toStdString();
-}
-
-/// Opens the menu with this title and clicks on one of its items.
-void clickItem(OfflineWindow& offline, const QString& menuTitle, const QString& item)
-{
-    clickMenu(offline, menuTitle);
-    offline.click(item);
 }
 
 std::vector<Phase> everyPhase()
@@ -182,94 +162,30 @@ TEST(MenuTest, TheMenusWorkByKeyboardAlone)
     EXPECT_EQ(offline.world().openPanel->timesShown(), 1U);
 }
 
-/// A button that shows the focus of the keyboard, and what takes it away for a while.
-class FocusTest : public testing::Test
+TEST(MenuTest, AMenuThatAKeyHasClosedLeavesTheOthersClosed)
 {
-protected:
-    FocusTest()
-    {
-        m_offline.load();
-        m_button.forceActiveFocus(Qt::TabFocusReason);
-    }
-
-    void expectFocusIsBack()
-    {
-        EXPECT_TRUE(m_button.hasActiveFocus());
-        EXPECT_TRUE(m_button.property("visualFocus").toBool());
-    }
-
-    OfflineWindow m_offline;
-    QQuickItem& m_button = m_offline.item(QStringLiteral("swapButton"));
-};
-
-TEST_F(FocusTest, ReturnsFromTheMenus)
-{
-    m_offline.key(Qt::Key_F10);
-    m_offline.key(Qt::Key_Right);
-    EXPECT_FALSE(m_button.hasActiveFocus());
-    m_offline.key(Qt::Key_Escape);
-    expectFocusIsBack();
-}
-
-TEST_F(FocusTest, ReturnsAfterACommand)
-{
-    m_offline.key(Qt::Key_F10);
-    m_offline.key(Qt::Key_Right);
-    m_offline.key(Qt::Key_Down);
-    m_offline.key(Qt::Key_Return);
-    ASSERT_EQ(m_offline.world().openPanel->timesShown(), 2U);
-    expectFocusIsBack();
-}
-
-TEST_F(FocusTest, ReturnsFromTheAboutBox)
-{
-    m_offline.key(Qt::Key_F10);
-    m_offline.key(Qt::Key_Down);
-    m_offline.key(Qt::Key_Return);
-    EXPECT_TRUE(m_offline.item(QStringLiteral("closeAbout")).hasActiveFocus());
-    m_offline.key(Qt::Key_Escape);
-    expectFocusIsBack();
-}
-
-TEST_F(FocusTest, ReturnsFromAMenuThatWasClickedOpen)
-{
-    clickItem(m_offline, QStringLiteral("File"), choose);
-    EXPECT_TRUE(m_button.hasActiveFocus());
-}
-
-TEST_F(FocusTest, TheBlankInAnOpenMenuIsNotForThePreview)
-{
-    ASSERT_TRUE(m_offline.model().previewPlaying());
-    m_offline.key(Qt::Key_F10);
-    m_offline.key(Qt::Key_Space);
-    EXPECT_TRUE(m_offline.model().previewPlaying());
-    m_offline.key(Qt::Key_Escape);
-    clickMenu(m_offline, QStringLiteral("File"));
-    m_offline.key(Qt::Key_Space);
-    EXPECT_TRUE(m_offline.model().previewPlaying());
-}
-
-TEST_F(FocusTest, TheKeysOfCommandsWorkOverEverythingThatIsOpen)
-{
-    const auto open = [this](const QString& what) {
-        if (what == QLatin1String("menu"))
-            m_offline.key(Qt::Key_F10);
-        else if (what == QLatin1String("picker"))
-            m_offline.click(QStringLiteral("aspectPicker"));
-        else
-            clickItem(m_offline, QStringLiteral("Stackreel"), QStringLiteral("aboutItem"));
+    OfflineWindow offline;
+    const auto point = [&](const char* title) {
+        const QPoint place = centre(menuTitle(offline, QString::fromLatin1(title)));
+        QTest::mouseMove(&offline.window(), place - QPoint(3, 0));
+        QTest::mouseMove(&offline.window(), place);
+        OfflineWindow::settle();
+        EXPECT_TRUE(menuTitle(offline, QString::fromLatin1(title)).property("hovered").toBool()) << title;
     };
-    QSignalSpy asked(&m_offline.actions(), &WindowActions::quitRequested);
-    std::size_t shown = m_offline.world().openPanel->timesShown();
-    int quits = 0;
-    for (const auto& what : {QStringLiteral("menu"), QStringLiteral("picker"), QStringLiteral("about")}) {
-        open(what);
-        m_offline.key(Qt::Key_O, Qt::ControlModifier);
-        EXPECT_EQ(m_offline.world().openPanel->timesShown(), ++shown) << what.toStdString();
-        m_offline.key(Qt::Key_Q, Qt::ControlModifier);
-        EXPECT_EQ(asked.count(), ++quits) << what.toStdString();
-        m_offline.key(Qt::Key_Escape);
-    }
+    clickMenu(offline, QStringLiteral("File"));
+    point("File");
+    EXPECT_TRUE(offline.item(choose).isVisible());
+    offline.key(Qt::Key_Escape);
+    EXPECT_FALSE(offline.item(choose).isVisible());
+    EXPECT_FALSE(menuTitle(offline, QStringLiteral("File")).property("highlighted").toBool());
+    point("Playback");
+    EXPECT_FALSE(offline.item(toggle).isVisible());
+    clickMenu(offline, QStringLiteral("Playback"));
+    EXPECT_TRUE(offline.item(toggle).isVisible());
+    point("File");
+    EXPECT_TRUE(offline.item(choose).isVisible()) << "menus follow the pointer once one is open";
+    clickMenu(offline, QStringLiteral("File"));
+    EXPECT_FALSE(offline.item(choose).isVisible());
 }
 
 } // namespace
