@@ -49,7 +49,9 @@ TimelineSlider {
 
     Rectangle {
         objectName: "grip"
-        anchors.centerIn: parent
+        // Anchors would take it to a whole point, which on a dense screen is beside the middle.
+        x: (parent.width - width) / 2
+        y: (parent.height - height) / 2
         width: 2 * handle.growth
         height: 17 * handle.growth
         color: Theme.black(0.58)

@@ -136,9 +136,8 @@ TEST_F(WorkspaceLayoutTest, TheStripsPartsLieAtTheirTimes)
     EXPECT_TRUE(same(color(item("playhead")), white()));
     const QQuickItem& grip = part("trimStartHandle", "grip");
     EXPECT_EQ(place(grip).size(), QSizeF(2, 17));
-    // On whole points, which its odd place in the middle is not.
-    EXPECT_NEAR(place(grip).center().x(), place("trimStartHandle").center().x(), 0.5);
-    EXPECT_NEAR(place(grip).center().y(), place("trimStartHandle").center().y(), 0.5);
+    EXPECT_NEAR(place(grip).center().x(), place("trimStartHandle").center().x(), 0.01);
+    EXPECT_NEAR(place(grip).center().y(), place("trimStartHandle").center().y(), 0.01);
     EXPECT_TRUE(same(color(grip), black(0.58)));
     EXPECT_EQ(part("trimStartHandle", "face").property("radius").toDouble(), 3);
     EXPECT_EQ(place(part("trimStartHandle", "face")), place("trimStartHandle"));
