@@ -1,6 +1,7 @@
 #include "app/StackreelApp.h"
 
 #include "app/Shutdown.h"
+#include "platform/accessibility/LineEditAccess.h"
 
 #include <QGuiApplication>
 #include <QWindow>
@@ -18,6 +19,7 @@ StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, U
       m_sleepInhibitor(QStringLiteral("Exporting a video")),
       m_mainWindow(m_windowModel, m_actions)
 {
+    installLineEditAccess();
     // Not `quit`, which begins with closing the windows, of which one may have asked for this.
     QObject::connect(&m_actions, &WindowActions::quitRequested, &m_actions, [] { QCoreApplication::exit(); });
     // Later, as an export that sets its last phase has not quite ended.

@@ -1,5 +1,7 @@
 #include "ui/MainWindow.h"
 
+#include "platform/accessibility/ToldChanges.h"
+#include "ui/TextInputAccess.h"
 #include "ui/WindowActions.h"
 #include "ui/WindowModel.h"
 
@@ -19,6 +21,8 @@ constexpr QSize firstSize(1180, 780);
 
 MainWindow::MainWindow(WindowModel& model, WindowActions& actions)
 {
+    installToldChanges();
+    installTextInputAccess();
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
     m_engine.setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model)},
                                    {QStringLiteral("actions"), QVariant::fromValue(&actions)}});

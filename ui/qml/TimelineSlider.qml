@@ -12,18 +12,33 @@ FocusItem {
     readonly property real value: seconds
     readonly property real minimumValue: 0
     required property real maximumValue
-    required property real stepSize
+    required property real step
+    // By which a screen reader knows how many decimals a value has, and it would leave out some of a quarter second.
+    readonly property real stepSize: Math.min(step, numberTellsMore ? 0.01 : 1)
+    /// The time runs without anybody stepping it.
+    property bool running: false
+    property bool stepping: false
+
+    // What assistive technology is told of changes.
+    readonly property bool changesByItself: running && !stepping
+    readonly property bool numberTellsMore: step < 1
 
     signal stepped(direction: int)
 
-    Keys.onLeftPressed: stepped(-1)
-    Keys.onDownPressed: stepped(-1)
-    Keys.onRightPressed: stepped(1)
-    Keys.onUpPressed: stepped(1)
+    function move(direction: int) {
+        stepping = true;
+        stepped(direction);
+        stepping = false;
+    }
+
+    Keys.onLeftPressed: move(-1)
+    Keys.onDownPressed: move(-1)
+    Keys.onRightPressed: move(1)
+    Keys.onUpPressed: move(1)
 
     Accessible.role: Accessible.Slider
     Accessible.name: name
     Accessible.description: valueText
-    Accessible.onIncreaseAction: stepped(1)
-    Accessible.onDecreaseAction: stepped(-1)
+    Accessible.onIncreaseAction: move(1)
+    Accessible.onDecreaseAction: move(-1)
 }

@@ -66,9 +66,10 @@ Item {
                 height: 42
                 name: qsTr("Video position")
                 seconds: timeline.model.currentTime
+                running: timeline.model.previewPlaying
                 valueText: timeline.model.timeText(seconds)
                 maximumValue: timeline.model.duration
-                stepSize: editor.step
+                step: editor.step
                 onStepped: direction => editor.adjustPlayhead(direction)
 
                 ThumbnailStrip {
@@ -129,7 +130,7 @@ Item {
                 seconds: timeline.model.trimStart
                 valueText: timeline.model.timeText(seconds)
                 maximumValue: timeline.model.duration
-                stepSize: editor.step
+                step: editor.step
                 onStepped: direction => editor.adjustTrimStart(direction)
             }
 
@@ -145,7 +146,7 @@ Item {
                 seconds: timeline.model.trimEnd
                 valueText: timeline.model.timeText(seconds)
                 maximumValue: timeline.model.duration
-                stepSize: editor.step
+                step: editor.step
                 onStepped: direction => editor.adjustTrimEnd(direction)
             }
 

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QAccessible>
+
+namespace stackreel
+{
+
+/// The text of a field of one line, as assistive technology reads and edits it. Stands in for what the
+/// toolkit has for its fields: asked for the word or the sentence at the end of a text, Qt 6.4 never stops
+/// looking, and a screen reader asks when the cursor gets there by words. Offsets are in UTF-16 units. Main
+/// thread.
+class LineText : public QAccessibleTextInterface, public QAccessibleEditableTextInterface
+{
+public:
+    void selection(int index, int* start, int* end) const override;
+    int selectionCount() const override;
+    void addSelection(int start, int end) override { select(start, end); }
+    void removeSelection(int index) override;
+    void setSelection(int index, int start, int end) override;
+    int cursorPosition() const override { return cursor(); }
+    void setCursorPosition(int position) override { select(position, position); }
+    QString text(int start, int end) const override;
+    int characterCount() const override { return static_cast<int>(line().size()); }
+    /// At the end there is no word, sentence or character.
+    QString textAtOffset(int offset, QAccessible::TextBoundaryType boundary, int* start,
+                         int* end) const override;
+    QRect characterRect(int) const override { return {}; }
+    int offsetAtPoint(const QPoint&) const override { return -1; }
+    void scrollToSubstring(int start, int end) override { select(start, end); }
+    QString attributes(int offset, int* start, int* end) const override;
+
+    void deleteText(int start, int end) override { replaceText(start, end, {}); }
+    void insertText(int offset, const QString& text) override { replaceText(offset, offset, text); }
+    void replaceText(int start, int end, const QString& text) override;
+
+protected:
+    struct Range {
+        int start = 0;
+        int end = 0;
+    };
+
+    virtual QString line() const = 0;
+    virtual void setLine(const QString& text) = 0;
+    virtual int cursor() const = 0;
+    /// Empty where nothing is selected.
+    virtual Range selected() const = 0;
+    /// Puts the cursor at `end`, and selects from `start`.
+    virtual void select(int start, int end) = 0;
+};
+
+} // namespace stackreel

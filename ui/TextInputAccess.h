@@ -1,0 +1,9 @@
+#pragma once
+
+namespace stackreel
+{
+
+/// Has the window's text fields tell their text by `LineText`. Further calls do nothing. Main thread.
+void installTextInputAccess();
+
+} // namespace stackreel
