@@ -41,6 +41,7 @@ class Pointer(WindowTest):
         self.top_edge = round(self.drawn(CORAL, 2)[1] - upper.y * PICTURE_HEIGHT)
         self.assert_drawn(CORAL, upper, 2)
         self.assert_drawn(LIGHT_CORAL, lower, 1)
+        self.assert_corner_is_whole(upper)
 
         # The selected crop by its body, and back by a part of the way.
         self.drag_crop(upper, -20, 30)
@@ -122,6 +123,12 @@ class Pointer(WindowTest):
         expected = (*self.place(crop.x, crop.y), crop.width * PICTURE_WIDTH, crop.height * PICTURE_HEIGHT)
         eventually(lambda: all(abs(is_ - should) <= 2 for is_, should in zip(self.drawn(colour, stroke), expected)),
                    f"a crop drawn at {expected}")
+
+    def assert_corner_is_whole(self, crop):
+        """The selected crop's corner has all of its dark frame, also over a video that plays."""
+        right, bottom = self.place(crop.x + crop.width, crop.y + crop.height)
+        seen = self.seen((right - 24, bottom - 24, 28, 28)).rgb
+        self.assertEqual(sum(max(seen[at:at + 3]) <= 2 for at in range(0, len(seen), 3)), 20 * 20 - 12 * 12)
 
     def await_second(self, second):
         """The preview shows this second of the clip; looked at above the crops."""
