@@ -21,6 +21,8 @@ CropEditor::CropEditor(QObject* parent) : QObject(parent)
 {
     connect(this, &CropEditor::regionChanged, this, &CropEditor::displayRectChanged);
     connect(this, &CropEditor::viewSizeChanged, this, &CropEditor::displayRectChanged);
+    connect(this, &CropEditor::regionChanged, this, &CropEditor::placeTextChanged);
+    connect(this, &CropEditor::sourceSizeChanged, this, &CropEditor::placeTextChanged);
 }
 
 QRectF CropEditor::region() const
@@ -51,6 +53,19 @@ QRectF CropEditor::displayRect() const
 {
     const ViewRect rect = CropOverlayGeometry::displayRect(m_region, m_view);
     return {rect.x, rect.y, rect.width, rect.height};
+}
+
+QString CropEditor::placeText() const
+{
+    if (m_sourceSize.isEmpty())
+        return {};
+    const double width = m_sourceSize.width();
+    const double height = m_sourceSize.height();
+    return tr("Left %1, top %2, width %3, height %4")
+        .arg(qRound(m_region.x * width))
+        .arg(qRound(m_region.y * height))
+        .arg(qRound(m_region.width * width))
+        .arg(qRound(m_region.height * height));
 }
 
 bool CropEditor::beginDrag(std::optional<CropRegion>& start, ViewTranslation translation) const

@@ -30,6 +30,8 @@ class CropEditor : public QObject
     Q_PROPERTY(QSizeF sourceSize MEMBER m_sourceSize NOTIFY sourceSizeChanged FINAL)
     /// Where the region is drawn, in points.
     Q_PROPERTY(QRectF displayRect READ displayRect NOTIFY displayRectChanged FINAL)
+    /// Where the region is and how large, in words and source pixels; for assistive technology.
+    Q_PROPERTY(QString placeText READ placeText NOTIFY placeTextChanged FINAL)
 
 public:
     /// How far a pointer has to come, in points, before a press becomes a drag.
@@ -45,6 +47,7 @@ public:
     QSizeF viewSize() const { return {m_view.width, m_view.height}; }
     void setViewSize(QSizeF size);
     QRectF displayRect() const;
+    QString placeText() const;
     bool isMoving() const { return m_moveStart.has_value(); }
     bool isResizing() const { return m_resizeStart.has_value(); }
 
@@ -68,6 +71,7 @@ Q_SIGNALS:
     void viewSizeChanged();
     void sourceSizeChanged();
     void displayRectChanged();
+    void placeTextChanged();
     /// This crop is to become the selected one.
     void selectRequested();
     /// The region is to become this one.

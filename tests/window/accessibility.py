@@ -94,6 +94,55 @@ class Accessibility(WindowTest):
         self.await_status(self.clip.name)
         self.close_window()
 
+    def test_changes_are_told_with_their_texts_and_the_time_of_a_running_preview_is_not(self):
+        self.spoken.act(MAIN, "push button", "Choose a video", "Press")
+        self.spoken.choose_file(OPEN_PANEL, self.clip, "Choose Video")
+        self.await_status(self.clip.name)
+        position = self.spoken.find(MAIN, "slider", "Video position")
+        values, texts = [], []
+        self.listen("object:property-change:accessible-value", lambda event: values.append(event.source.get_name()))
+        self.listen("object:property-change:accessible-name", lambda event: texts.append(event.any_data))
+        self.listen("object:property-change:accessible-description", lambda event: texts.append(event.any_data))
+
+        # While the preview loops, its time is there for whoever asks.
+        before = position.get_value_iface().get_current_value()
+        heard(lambda: position.get_value_iface().get_current_value() != before, "a preview that plays")
+        self.spoken.act(MAIN, "push button", "Pause preview", "Press")
+        heard(lambda: "Play preview" in texts, "the new name of the button")
+        self.assertEqual(values, [])
+        self.spoken.act(MAIN, "slider", "Video position", "Decrease")
+        heard(lambda: "Video position" in values, "an event for a step")
+        self.spoken.act(MAIN, "slider", "Trim start", "Increase")
+        heard(lambda: "Trim start" in values, "an event for a step")
+        self.assertAlmostEqual(self.spoken.find(MAIN, "slider", "Trim start").get_value_iface().get_minimum_increment(),
+                               0.01, msg="the decimals that a quarter second needs")
+        self.spoken.act(MAIN, "radio button", "Top", "Scroll Right")
+        heard(lambda: any(str(text).startswith("Left 61, top ") for text in texts), "where a crop has come to")
+        self.close_window()
+
+    def listen(self, name, callback):
+        listener = Atspi.EventListener.new(callback)
+        listener.register(name)
+        self.addCleanup(listener.deregister, name)
+
+    def test_each_status_is_a_notification(self):
+        shown = []
+        self.listen("object:state-changed:showing", lambda event: event.detail1 and shown.append(
+            (event.source.get_role_name(), event.source.get_name())))
+        self.spoken.act(MAIN, "push button", "Choose a video", "Press")
+        self.spoken.choose_file(OPEN_PANEL, self.clip, "Choose Video")
+        heard(lambda: ("notification", self.clip.name) in shown, "a notification")
+        self.close_window()
+
+    def test_a_field_answers_what_its_end_says(self):
+        self.spoken.act_in_menu(MAIN, "File", "Choose Video…")
+        field = self.spoken.find(OPEN_PANEL, "text", "File name:")
+        field.get_editable_text_iface().set_text_contents("two words")
+        text = field.get_text_iface()
+        self.assertEqual(text.get_text_at_offset(4, Atspi.TextBoundaryType.WORD_START).content, "words")
+        for boundary in (Atspi.TextBoundaryType.WORD_START, Atspi.TextBoundaryType.SENTENCE_START):
+            self.assertEqual(text.get_text_at_offset(9, boundary).content, "")
+
     def test_all_in_an_empty_window_is_named(self):
         self.spoken.find(MAIN, "push button", "Choose a video")
         self.assert_all_is_named()

@@ -16,12 +16,33 @@ T.ComboBox {
     font: Theme.textFont(13, Font.DemiBold)
 
     Accessible.role: Accessible.ComboBox
-    Accessible.description: displayText
-    Accessible.onPressAction: popup.open()
+    // The focus stays here while the menu is open, and what it is moved to is told from here.
+    Accessible.description: popup.visible && highlightedIndex >= 0
+                            ? qsTr("%1, %2 of %3").arg(textAt(highlightedIndex)).arg(highlightedIndex + 1).arg(count)
+                            : displayText
+    Accessible.onPressAction: open()
 
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus
-    Keys.onReturnPressed: popup.open()
-    Keys.onEnterPressed: popup.open()
+    Keys.onReturnPressed: openByKey()
+    Keys.onEnterPressed: openByKey()
+    // The toolkit closes the menu when the key is released, be it the one that opened it.
+    Keys.onReleased: event => {
+        event.accepted = openingByKey;
+        openingByKey = false;
+    }
+
+    property bool openingByKey: false
+
+    function openByKey() {
+        openingByKey = !popup.visible;
+        open();
+    }
+
+    /// Opens the menu, for its keys to be pressed here.
+    function open() {
+        forceActiveFocus(Qt.ShortcutFocusReason);
+        popup.open();
+    }
 
     contentItem: Caption {
         text: picker.displayText

@@ -10,6 +10,24 @@ Item {
     required property WindowModel model
     readonly property alias dragArea: header.dragArea
 
+    /// Has assistive technology say this, whatever has the focus.
+    function announce(text: string) {
+        announcement.say(text);
+    }
+
+    Announcement {
+        id: announcement
+
+        status: view.model.phaseMessage
+    }
+
+    FocusSuccession {
+        model: view.model
+        content: view
+        first: workspace.firstControl
+        last: header.chooseControl
+    }
+
     Rectangle {
         objectName: "background"
         anchors.fill: parent
@@ -42,6 +60,8 @@ Item {
             spacing: 18
 
             Workspace {
+                id: workspace
+
                 objectName: "workspace"
                 Layout.fillWidth: true
                 Layout.fillHeight: true

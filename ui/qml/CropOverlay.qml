@@ -12,6 +12,7 @@ Item {
     required property real panelAspect
     required property size sourceSize ///< the picture in source pixels
     required property bool selected
+    readonly property alias control: body ///< what takes the focus
 
     signal selectRequested()
     signal regionEdited(region: rect)
@@ -36,12 +37,21 @@ Item {
         width: editor.displayRect.width
         height: editor.displayRect.height
 
-        Keys.onPressed: event => event.accepted = editor.pressKey(event.key, event.modifiers)
+        /// The keys have been used since the focus came, and need not be told with each step.
+        property bool keysKnown: false
+
+        Keys.onPressed: event => {
+            event.accepted = editor.pressKey(event.key, event.modifiers);
+            keysKnown = keysKnown || event.accepted;
+        }
+        onActiveFocusChanged: if (!activeFocus) keysKnown = false
+
+        readonly property string keysText: qsTr("Arrow keys move the crop, with Control they resize it")
 
         // One of the two crops is the selected one.
         Accessible.role: Accessible.RadioButton
         Accessible.name: overlay.label
-        Accessible.description: qsTr("Arrow keys move the crop, with Control they resize it")
+        Accessible.description: keysKnown ? editor.placeText : editor.placeText + ". " + keysText
         Accessible.checkable: true
         Accessible.checked: overlay.selected
         Accessible.onPressAction: overlay.selectRequested()

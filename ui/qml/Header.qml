@@ -9,6 +9,7 @@ Item {
     required property WindowModel model
     /// What is empty in the header, below everything else; for the shell to move the window by.
     readonly property alias dragArea: emptyArea
+    readonly property alias chooseControl: chooseButton
 
     implicitHeight: row.implicitHeight
 
@@ -56,6 +57,8 @@ Item {
         }
 
         OutlineActionButton {
+            id: chooseButton
+
             objectName: "chooseButton"
             Layout.alignment: Qt.AlignTop
             text: qsTr("Choose video")

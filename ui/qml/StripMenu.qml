@@ -18,6 +18,11 @@ T.Menu {
         interactive: false
         currentIndex: menu.currentIndex
     }
+    // A menu that was opened by a key begins with its first command, as screen readers tell of nothing else.
+    onOpened: if (((parent as T.MenuBarItem)?.menuBar as StripMenuBar)?.byKey) currentIndex = 0
+    // Told to assistive technology, which the toolkit does for dialogs only.
+    Component.onCompleted: contentItem.parent.Accessible.name = title
+
     background: Rectangle {
         color: Theme.menu
         border.color: Theme.white(0.16)

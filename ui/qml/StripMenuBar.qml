@@ -8,8 +8,12 @@ import Stackreel
 T.MenuBar {
     id: bar
 
+    /// Whether the menus are opened by keys or assistive technology, and not by the pointer.
+    property bool byKey: false
+
     /// Opens the first menu, as from the keyboard.
     function openFirst() {
+        byKey = true;
         const first = itemAt(0) as T.MenuBarItem;
         first.forceActiveFocus(Qt.ShortcutFocusReason);
         first.triggered();
@@ -23,6 +27,7 @@ T.MenuBar {
         implicitWidth: implicitContentWidth + leftPadding + rightPadding
         height: bar.height
         horizontalPadding: 9
+        onPressed: bar.byKey = false
         hoverEnabled: true
 
         // To assistive technology its text stands for it, as Qt 6.4 makes each title a menu bar of its own.
@@ -34,7 +39,10 @@ T.MenuBar {
             color: Theme.white(title.highlighted || title.hovered ? 1 : 0.78)
 
             Accessible.role: Accessible.MenuItem
-            Accessible.onPressAction: title.triggered()
+            Accessible.onPressAction: {
+                bar.byKey = true;
+                title.triggered();
+            }
         }
         background: Rectangle {
             anchors.fill: parent

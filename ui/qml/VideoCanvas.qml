@@ -6,6 +6,7 @@ Item {
     id: canvas
 
     required property WindowModel model
+    readonly property alias firstControl: topCrop.control
 
     Item {
         id: area
@@ -24,6 +25,9 @@ Item {
             width: fitted.width
             height: fitted.height
 
+            Accessible.role: Accessible.Grouping
+            Accessible.name: qsTr("Crops")
+
             PlayerSurface {
                 objectName: "playerSurface"
                 anchors.fill: parent
@@ -31,6 +35,8 @@ Item {
             }
 
             CropOverlay {
+                id: topCrop
+
                 objectName: "topCrop"
                 anchors.fill: parent
                 label: qsTr("Top")

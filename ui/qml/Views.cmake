@@ -23,6 +23,7 @@ set_source_files_properties(Theme.qml PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
 qt_target_qml_sources(stackreel_ui
   QML_FILES
     ActionButton.qml
+    Announcement.qml
     AspectPicker.qml
     Caption.qml
     CropOverlay.qml
@@ -33,6 +34,7 @@ qt_target_qml_sources(stackreel_ui
     FactRow.qml
     FilledActionButton.qml
     FocusRing.qml
+    FocusSuccession.qml
     FrameSection.qml
     Header.qml
     HoverHint.qml

@@ -8,6 +8,7 @@ Rectangle {
 
     required property WindowModel model
     readonly property bool showsVideo: model.hasMedia && model.hasPlayer
+    readonly property alias firstControl: canvas.firstControl
 
     color: Theme.stage
     radius: 10
@@ -22,6 +23,8 @@ Rectangle {
             Layout.fillHeight: true
 
             VideoCanvas {
+                id: canvas
+
                 objectName: "videoCanvas"
                 anchors.fill: parent
                 model: workspace.model

@@ -1,0 +1,157 @@
+#include "tests/ui/views/ViewsTest.h"
+
+#include <QAccessible>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// What a screen reader has to say, and where the focus is that it follows.
+class SpokenTest : public ViewsTest
+{
+protected:
+    void SetUp() override
+    {
+        QAccessible::setActive(true);
+        settle();
+    }
+
+    static QAccessibleInterface& face(QQuickItem& target)
+    {
+        return *QAccessible::queryAccessibleInterface(&target);
+    }
+    static QString description(QQuickItem& target) { return face(target).text(QAccessible::Description); }
+    QQuickItem& top() { return part("topCrop", "body"); }
+    QString announced() { return face(item("announcement")).text(QAccessible::Name); }
+    QAccessibleTextInterface& widthText() { return *face(item("widthField")).textInterface(); }
+};
+
+TEST_F(SpokenTest, ACropTellsItsPlaceAndSizeAndOnceItsKeys)
+{
+    enter(WindowModel::Ready);
+    top().forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_EQ(description(top()), QStringLiteral("Left 77, top 151, width 875, height 778. "
+                                                 "Arrow keys move the crop, with Control they resize it"));
+    key(Qt::Key_Right);
+    EXPECT_EQ(description(top()), QStringLiteral("Left 78, top 151, width 875, height 778"));
+    key(Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(description(top()), QStringLiteral("Left 78, top 151, width 874, height 777"));
+    part("bottomCrop", "body").forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(description(top()).contains(QStringLiteral("Arrow keys")));
+}
+
+TEST_F(SpokenTest, ACropWithoutAClipTellsNoPlace)
+{
+    EXPECT_FALSE(description(top()).contains(QStringLiteral("Left")));
+}
+
+TEST_F(SpokenTest, ThePickerTellsWhatItsOpenMenuIsMovedTo)
+{
+    focus("aspectPicker");
+    key(Qt::Key_Return);
+    EXPECT_EQ(description(item("aspectPicker")), QStringLiteral("9:16, 1 of 4"));
+    key(Qt::Key_Down);
+    EXPECT_EQ(description(item("aspectPicker")), QStringLiteral("4:5, 2 of 4"));
+    EXPECT_EQ(model().settings().aspect, OutputAspect::portrait);
+    key(Qt::Key_Return);
+    EXPECT_EQ(description(item("aspectPicker")), QStringLiteral("4:5"));
+    EXPECT_EQ(model().settings().aspect, OutputAspect::feed);
+}
+
+TEST_F(SpokenTest, AMenuOpenedByAKeyHasANameAndTheFocusOnItsFirstCommand)
+{
+    moveTo({600, 400}); // off the titles, whose menus follow the pointer
+    key(Qt::Key_F10);
+    EXPECT_TRUE(item("aboutItem").hasActiveFocus());
+    QAccessibleInterface* menu = face(item("aboutItem")).parent();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->role(), QAccessible::PopupMenu);
+    EXPECT_EQ(menu->text(QAccessible::Name), QStringLiteral("Stackreel"));
+    key(Qt::Key_Right);
+    EXPECT_TRUE(item("chooseVideoItem").hasActiveFocus());
+}
+
+TEST_F(SpokenTest, EachStatusIsShownAsANotification)
+{
+    EXPECT_FALSE(item("announcement").isVisible());
+    enter(WindowModel::Exporting);
+    EXPECT_TRUE(item("announcement").isVisible());
+    EXPECT_EQ(face(item("announcement")).role(), QAccessible::Notification);
+    EXPECT_EQ(announced(), QStringLiteral("Rendering from the original video."));
+    world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+    settle();
+    EXPECT_EQ(announced(), QStringLiteral("Saved Beach day-vertical.mp4"));
+}
+
+TEST_F(SpokenTest, TheFocusGoesFromTheChoiceOfAClipToTheFirstCrop)
+{
+    focus("chooseFirstButton");
+    settle();
+    enter(WindowModel::Ready);
+    EXPECT_TRUE(soon([this] { return top().hasActiveFocus(); }));
+    EXPECT_TRUE(top().property("visualFocus").toBool());
+}
+
+TEST_F(SpokenTest, AFocusThatDidNotShowGoesNowhere)
+{
+    item("chooseFirstButton").forceActiveFocus(Qt::MouseFocusReason);
+    settle();
+    enter(WindowModel::Ready);
+    settle();
+    EXPECT_FALSE(top().hasActiveFocus());
+}
+
+TEST_F(SpokenTest, TheFocusGoesFromAFailedExportToTheChoiceOfAClip)
+{
+    enter(WindowModel::Ready);
+    focus("exportButton");
+    settle();
+    window().startExport();
+    settle();
+    EXPECT_TRUE(item("exportButton").hasActiveFocus());
+    world().exports.back().task().fail(std::runtime_error("The disk is full."));
+    EXPECT_TRUE(soon([this] { return item("chooseButton").hasActiveFocus(); }));
+    EXPECT_EQ(announced(), QStringLiteral("The disk is full."));
+}
+
+TEST_F(SpokenTest, AFieldTellsItsTextItsSelectionAndItsWords)
+{
+    windowModel().setAspectIndex(3);
+    focus("widthField");
+    settle();
+    EXPECT_EQ(face(item("widthField")).text(QAccessible::Name), QStringLiteral("Width"));
+    EXPECT_EQ(face(item("widthField")).text(QAccessible::Value), windowModel().customWidth());
+    EXPECT_EQ(widthText().text(0, widthText().characterCount()), windowModel().customWidth());
+    EXPECT_EQ(widthText().selectionCount(), 1);
+    int start = -1;
+    int end = -1;
+    // Asked for this, the toolkit's own would never answer.
+    EXPECT_EQ(widthText().textAtOffset(widthText().characterCount(), QAccessible::WordBoundary, &start, &end),
+              QString());
+    EXPECT_EQ(start, widthText().characterCount());
+    EXPECT_EQ(widthText().textAtOffset(widthText().characterCount(), QAccessible::LineBoundary, &start, &end),
+              windowModel().customWidth());
+    EXPECT_FALSE(widthText().textAtOffset(0, QAccessible::WordBoundary, &start, &end).isEmpty());
+}
+
+TEST_F(SpokenTest, OnlyAPlayheadThatRunsKeepsItsTimesToItself)
+{
+    enter(WindowModel::Ready);
+    ASSERT_TRUE(model().previewPlaying());
+    EXPECT_TRUE(item("videoPosition").property("changesByItself").toBool());
+    EXPECT_FALSE(item("trimStartHandle").property("changesByItself").toBool());
+    bool toldWhileStepped = false;
+    QObject::connect(&windowModel(), &WindowModel::currentTimeChanged, &windowModel(),
+                     [&] { toldWhileStepped = !item("videoPosition").property("changesByItself").toBool(); });
+    focus("videoPosition");
+    key(Qt::Key_Right);
+    EXPECT_TRUE(toldWhileStepped);
+    model().togglePreviewPlayback();
+    EXPECT_FALSE(item("videoPosition").property("changesByItself").toBool());
+}
+
+} // namespace
+
+} // namespace stackreel
