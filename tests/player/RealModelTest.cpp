@@ -1,37 +1,19 @@
+#include "tests/player/RealModelTest.h"
+
 #include "media/MediaProbe.h"
-#include "model/AppModel.h"
-#include "model/ExportShutdown.h"
-#include "model/TaskHandle.h"
 #include "platform/gstreamer/FrameScaler.h"
-#include "platform/gstreamer/GstAssetLoader.h"
-#include "platform/gstreamer/GstPlayback.h"
 #include "platform/gstreamer/RgbPainter.h"
 #include "platform/gstreamer/SampleSource.h"
 #include "platform/gstreamer/SampleTiming.h"
-#include "platform/playback/QueuePlayer.h"
-#include "tests/player/CollectingOutput.h"
-#include "tests/player/MarkedClip.h"
 #include "tests/player/Repetition.h"
-#include "tests/support/Awaited.h"
-#include "tests/support/Descriptors.h"
-#include "tests/support/ScopedEnvironment.h"
-#include "tests/support/TemporaryDirectory.h"
-#include "tests/support/fakes/FakePanels.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cmath>
-#include <string>
 
 namespace stackreel
 {
 
 namespace
 {
-
-const MarkedClip sounding{.name = "model-sounding.mp4", .frames = 180, .keyInterval = 250, .sound = true};
-const MarkedClip wide{.name = "model-wide.mp4", .frames = 60, .size = "400x160"};
 
 /// Takes every file for one that the player cannot play.
 class RefusingLoader : public GstAssetLoader
@@ -73,104 +55,6 @@ std::vector<int> numbersIn(const std::filesystem::path& file)
     }
     return numbers;
 }
-
-/// The model with the real player and the real tools, on real clips; only the panels are fakes.
-class RealModelTest : public testing::Test
-{
-protected:
-    RealModelTest() : m_temporaryDirectory("TMPDIR", m_temporary.path())
-    {
-        makeModel(std::make_shared<GstAssetLoader>());
-    }
-
-    /// Whatever a model began has ended some time after it is gone.
-    void TearDown() override
-    {
-        m_model.reset();
-        EXPECT_TRUE(eventually([this] {
-            return std::all_of(m_loaders.begin(), m_loaders.end(),
-                               [](const auto& loader) { return loader.expired(); });
-        }));
-    }
-
-    void makeModel(std::shared_ptr<AssetLoader> loader)
-    {
-        m_loaders.push_back(loader);
-        m_model = std::make_unique<AppModel>(ModelServices::system(
-            std::make_shared<GstPlayback>(), std::move(loader), m_openPanel, m_savePanel));
-    }
-    AppModel& model() { return *m_model; }
-
-    bool reaches(Phase::Kind kind)
-    {
-        return eventually([&] { return model().phase().kind() == kind; });
-    }
-    void choose(const MarkedClip& clip)
-    {
-        const auto file = clip.file();
-        model().chooseSource();
-        m_openPanel->choose(file);
-        ASSERT_TRUE(reaches(Phase::Kind::preparing));
-    }
-    void load(const MarkedClip& clip)
-    {
-        choose(clip);
-        ASSERT_TRUE(reaches(Phase::Kind::ready)) << model().phaseMessage();
-        model().player()->setVideoOutput(output);
-    }
-    /// As a user who drags both handles, a bit at a time.
-    void trim(double start, double end)
-    {
-        model().beginTimelineInteraction();
-        for (int step = 1; step <= 10; ++step)
-            model().updateTrimStart(start * step / 10);
-        model().endTimelineInteraction(true);
-        model().beginTimelineInteraction();
-        for (int step = 10; step >= 0; --step)
-            model().updateTrimEnd(end + (model().mediaInfo()->duration - end) * step / 10);
-        model().endTimelineInteraction(true);
-    }
-    bool showsNumber(int number)
-    {
-        return eventually([&] { return output->current() == number; });
-    }
-    bool showsFrames(std::size_t count)
-    {
-        return eventually([&] { return output->shown().size() >= count; });
-    }
-    void startExport()
-    {
-        model().chooseExportDestination();
-        m_savePanel->choose(destination);
-        ASSERT_TRUE(reaches(Phase::Kind::exporting));
-    }
-    /// An export whose child has begun to write.
-    void startWriting()
-    {
-        startExport();
-        ASSERT_TRUE(eventually([this] { return std::filesystem::exists(destination); }));
-        ASSERT_EQ(model().phase(), Phase::exporting());
-    }
-    void expectNothingLeft()
-    {
-        EXPECT_FALSE(std::filesystem::exists(destination));
-        EXPECT_EQ(m_folder.names(), std::vector<std::string>());
-        EXPECT_FALSE(hasChildren());
-    }
-
-    TemporaryDirectory m_folder;
-    TemporaryDirectory m_temporary; ///< no other process's proxies are there
-    ScopedEnvironment m_temporaryDirectory;
-    const std::filesystem::path destination = m_folder / "out.mp4";
-    const std::shared_ptr<Journal> m_journal = std::make_shared<Journal>();
-    const std::shared_ptr<FakeOpenPanel> m_openPanel =
-        std::make_shared<FakeOpenPanel>(m_journal, "open panel");
-    const std::shared_ptr<FakeSavePanel> m_savePanel =
-        std::make_shared<FakeSavePanel>(m_journal, "save panel");
-    const std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
-    std::vector<std::weak_ptr<AssetLoader>> m_loaders; ///< held by loads and by the making of thumbnails
-    std::unique_ptr<AppModel> m_model;
-};
 
 } // namespace
 
@@ -295,60 +179,6 @@ TEST_F(RealModelTest, saysWhyAFileCannotBeLoaded)
     EXPECT_EQ(model().player(), nullptr);
     load(wide);
     EXPECT_TRUE(showsFrames(1));
-}
-
-TEST_F(RealModelTest, aCancelledExportLeavesNothingAndThePreviewPlays)
-{
-    load(sounding);
-    startWriting();
-    model().exportTask()->cancel();
-    ASSERT_TRUE(reaches(Phase::Kind::ready));
-    expectNothingLeft();
-    const double before = model().currentTime();
-    EXPECT_TRUE(eventually([&] { return model().currentTime() != before; }));
-
-    startExport();
-    model().exportTask()->cancel();
-    ASSERT_TRUE(reaches(Phase::Kind::ready));
-    expectNothingLeft();
-}
-
-TEST_F(RealModelTest, quittingDuringAnExportLeavesNothing)
-{
-    load(sounding);
-    startWriting();
-    ExportShutdown::endExport(model().exportTask());
-    expectNothingLeft();
-    m_model.reset();
-}
-
-TEST_F(RealModelTest, canGoDuringAnExport)
-{
-    load(sounding);
-    startWriting();
-    const auto task = model().exportTask();
-    m_model.reset();
-    ExportShutdown::endExport(task);
-    expectNothingLeft();
-}
-
-TEST_F(RealModelTest, canGoAtAnyMomentOfALoad)
-{
-    const std::function<bool()> moments[] = {
-        [] { return true; },
-        [] { return hasChildren(); }, // the probe runs
-        [this] { return model().mediaInfo().has_value(); },
-        [this] { return model().phase() == Phase::ready(); },
-        [this] { return model().currentTime() > 0; },
-        [this] { return !model().timelineThumbnails().empty(); },
-    };
-    for (const auto& moment : moments) {
-        choose(sounding);
-        ASSERT_TRUE(eventually(moment));
-        makeModel(std::make_shared<GstAssetLoader>());
-    }
-    load(wide);
-    EXPECT_TRUE(showsFrames(10));
 }
 
 } // namespace stackreel

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/gstreamer/FrameReader.h"
+#include "platform/gstreamer/RgbPainter.h"
+#include "platform/gstreamer/WakeUp.h"
+#include "tests/player/MarkedClip.h"
+
+#include <cmath>
+#include <filesystem>
+#include <vector>
+
+namespace stackreel
+{
+
+inline Nanoseconds fromSeconds(double seconds)
+{
+    return std::llround(seconds * second);
+}
+
+/// Reads without a player around it.
+class Reading
+{
+public:
+    explicit Reading(const std::filesystem::path& file)
+        : reader(file, {320, 180}, [this] { m_wakeUp.notify(); })
+    {
+    }
+
+    /// The next frame's number; negative at the end.
+    int next()
+    {
+        while (true) {
+            switch (reader.step(frame)) {
+            case FrameReader::Step::frame:
+                return numberIn(m_painter.paint(*frame));
+            case FrameReader::Step::end:
+                return -1;
+            case FrameReader::Step::failed:
+                return -2;
+            case FrameReader::Step::working:
+                break;
+            default:
+                m_wakeUp.wait(reader.deadline());
+            }
+        }
+    }
+
+    std::vector<int> all()
+    {
+        std::vector<int> numbers;
+        for (int number = next(); number >= 0; number = next())
+            numbers.push_back(number);
+        return numbers;
+    }
+
+    PlanarFramePtr frame;
+
+private:
+    WakeUp m_wakeUp;
+    RgbPainter m_painter;
+
+public:
+    FrameReader reader; // its threads wake what stands above
+};
+
+} // namespace stackreel

@@ -1,0 +1,89 @@
+#include "tests/player/PlayerTest.h"
+#include "tests/player/Repetition.h"
+#include "tests/support/Awaited.h"
+
+#include <chrono>
+#include <cmath>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using PlayerAtTheEnd = PlayerTest;
+
+} // namespace
+
+TEST_F(PlayerAtTheEnd, playsToTheEndOnceLoopingIsDisabled)
+{
+    loop(longInterval.file(), 7, 7.2);
+    player->play();
+    ASSERT_TRUE(output->waitForCount(20));
+    looper->disableLooping();
+    double last = 0;
+    player->addPeriodicTimeObserver(at(0.05), [&last](MediaTime time) { last = time.seconds(); });
+    EXPECT_TRUE(eventually([&last] { return std::abs(last - 7.2) < 0.001; }));
+    EXPECT_EQ(output->current(), 215);
+    EXPECT_TRUE(repeats(output->numbers(), 210, 215));
+}
+
+TEST_F(PlayerAtTheEnd, doesAtTheEndWhatItWasTold)
+{
+    using Action = QueuePlayer::ActionAtItemEnd;
+    for (Action action : {Action::none, Action::pause, Action::advance}) {
+        player->setActionAtItemEnd(action);
+        loop(longInterval.file(), 7, 7.2);
+        player->play();
+        ASSERT_TRUE(output->waitForNumber(213));
+        double last = 0;
+        const auto token =
+            player->addPeriodicTimeObserver(at(0.05), [&last](MediaTime time) { last = time.seconds(); });
+        looper->disableLooping();
+        if (action == Action::advance) {
+            EXPECT_TRUE(output->waitForNumber(-1));
+            continue;
+        }
+        ASSERT_TRUE(eventually([&last] { return std::abs(last - 7.2) < 0.001; }));
+        EXPECT_EQ(output->current(), 215);
+        output->forget();
+        seek(7.1);
+        ASSERT_TRUE(output->waitForNumber(213));
+        if (action == Action::none) {
+            EXPECT_TRUE(output->waitForNumber(215)) << "a seek back plays on";
+        }
+        player->removeTimeObserver(token);
+        if (action == Action::pause) {
+            // Long enough for a player that plays to get there.
+            EXPECT_FALSE(
+                eventually([this] { return output->current() != 213; }, std::chrono::milliseconds(300)));
+            player->play();
+            EXPECT_TRUE(output->waitForNumber(215));
+        }
+    }
+}
+
+TEST_F(PlayerAtTheEnd, showsTheLastPictureInTheNewSizeWhenItChangesAfterTheEnd)
+{
+    for (auto action : {QueuePlayer::ActionAtItemEnd::none, QueuePlayer::ActionAtItemEnd::pause}) {
+        player->setActionAtItemEnd(action);
+        player->setVideoSize(320, 180);
+        loop(longInterval.file(), 7, 7.2);
+        player->play();
+        ASSERT_TRUE(output->waitForNumber(213));
+        double last = 0;
+        const auto token =
+            player->addPeriodicTimeObserver(at(0.05), [&last](MediaTime time) { last = time.seconds(); });
+        looper->disableLooping();
+        ASSERT_TRUE(eventually([&last] { return std::abs(last - 7.2) < 0.001; }));
+        output->forget();
+        player->setVideoSize(160, 90);
+        ASSERT_TRUE(output->waitForCount(1));
+        EXPECT_EQ(output->shown().back().width, 160);
+        // Long enough for a player that begins again to get somewhere.
+        EXPECT_FALSE(eventually([this] { return output->current() != 215; }, std::chrono::milliseconds(300)));
+        player->removeTimeObserver(token);
+    }
+}
+
+} // namespace stackreel

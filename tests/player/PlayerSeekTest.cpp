@@ -1,0 +1,99 @@
+#include "platform/gstreamer/ForegroundWork.h"
+#include "tests/player/PlayerTest.h"
+#include "tests/support/Awaited.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <vector>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using SeekingPlayer = PlayerTest;
+
+} // namespace
+
+TEST_F(SeekingPlayer, showsTheFrameOfAnExactSeekWhilePaused)
+{
+    loop(longInterval.file(), 0, 10);
+    for (double time : {0.0, 5.0, 4.99, 9.9, 8.35, 0.016, 10.0}) {
+        seek(time);
+        EXPECT_TRUE(output->waitForNumber(std::min(299, static_cast<int>(std::floor(time * 30 + 0.02)))))
+            << time;
+    }
+}
+
+TEST_F(SeekingPlayer, showsFramesOutsideTheRangeAndPlaysFromItsStart)
+{
+    loop(longInterval.file(), 2, 2.5);
+    for (double time : {1.0, 2.5, 7.0}) {
+        seek(time);
+        ASSERT_TRUE(output->waitForNumber(static_cast<int>(time * 30))) << time;
+        player->play();
+        ASSERT_TRUE(output->waitForNumber(60)) << time;
+        ASSERT_TRUE(output->waitForNumber(74)) << time;
+        player->pause();
+    }
+}
+
+TEST_F(SeekingPlayer, honoursTheLastOfManySeeks)
+{
+    loop(longInterval.file(), 0, 10);
+    for (int round = 0; round < 5; ++round) {
+        for (int number = 0; number < 200; ++number)
+            seek((number * 37 % 300) / 30.0);
+        const int last = 100 + round * 20;
+        seek(last / 30.0);
+        ASSERT_TRUE(output->waitForNumber(last)) << last;
+    }
+    // Far fewer frames were shown than asked for: requests replace each other.
+    EXPECT_LT(output->shown().size(), 500U);
+}
+
+TEST_F(SeekingPlayer, reportsTheTimeOfJumpsAndNoneWithoutAnItem)
+{
+    std::vector<MediaTime> times;
+    const auto token =
+        player->addPeriodicTimeObserver(at(0.05), [&](MediaTime time) { times.push_back(time); });
+    loop(longInterval.file(), 2, 3);
+    ASSERT_TRUE(eventually([&] { return !times.empty(); }));
+    EXPECT_EQ(times.back(), at(2));
+    seek(2.51);
+    ASSERT_TRUE(eventually([&] { return times.back() == at(2.51); }));
+    EXPECT_EQ(times.size(), 2U);
+    player->play();
+    ASSERT_TRUE(eventually([&] { return times.size() > 30; }));
+    for (MediaTime time : times) {
+        EXPECT_GE(time.seconds(), 2);
+        EXPECT_LE(time.seconds(), 3.001);
+    }
+    player->removeAllItems();
+    ASSERT_TRUE(eventually([&] { return times.back() == MediaTime::indefinite(); }));
+    player->removeTimeObserver(token);
+}
+
+TEST_F(SeekingPlayer, hasOthersWaitFromWhenAFrameIsAskedForUntilItIsShown)
+{
+    const auto othersWait = [] {
+        std::chrono::nanoseconds patience(1);
+        waitForForegroundWork({}, patience);
+        return patience.count() == 0;
+    };
+    int waited = 0;
+    for (int round = 0; round < 5; ++round) {
+        loop(longInterval.file(), 7, 8);
+        waited += othersWait();
+        EXPECT_TRUE(eventually([&] { return !othersWait(); }));
+        EXPECT_TRUE(output->waitForNumber(210));
+        player->removeAllItems();
+        EXPECT_FALSE(othersWait());
+    }
+    // Not each time, as a busy machine may show the frame before this thread goes on.
+    EXPECT_GT(waited, 0);
+}
+
+} // namespace stackreel

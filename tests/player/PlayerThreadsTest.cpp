@@ -1,0 +1,101 @@
+#include "platform/gstreamer/GstQueuePlayer.h"
+#include "tests/player/PlayerTest.h"
+#include "tests/player/StuckFile.h"
+#include "tests/support/Awaited.h"
+
+#include <atomic>
+#include <thread>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using PlayerThreads = PlayerTest;
+
+} // namespace
+
+// Orders are obeyed one after another, and none below can be before the stuck file was closed. A call that
+// waits for the player would therefore wait until the file lets go by itself.
+TEST_F(PlayerThreads, leaveTheMainThreadFreeWhateverIsOrderedWhileAFileCannotBeClosed)
+{
+    const auto file = longInterval.file();
+    StuckFile stuck;
+    loop(stuck.path(), 0, 1);
+    ASSERT_TRUE(stuck.isBeingRead());
+    for (int round = 0; round < 20; ++round) {
+        loop(file, 5, 9);
+        player->play();
+        seek(5 + round * 0.1);
+        player->setVideoSize(300 - round, 180);
+        player->setMuted(round % 2 == 0);
+        player->pause();
+        player->setVideoOutput(nullptr);
+        player->setVideoOutput(output);
+        player->removeTimeObserver(player->addPeriodicTimeObserver(at(0.05), [](MediaTime) {}));
+        looper->disableLooping();
+        looper.reset();
+        player->removeAllItems();
+    }
+    loop(file, 7, 8);
+    EXPECT_TRUE(stuck.letGo()) << "a call waited";
+    EXPECT_TRUE(output->waitForNumber(210));
+}
+
+TEST_F(PlayerThreads, leaveTheMainThreadFreeWhenThePlayerGoesWhileAFileCannotBeClosed)
+{
+    StuckFile stuck;
+    loop(stuck.path(), 0, 1);
+    ASSERT_TRUE(stuck.isBeingRead());
+    looper.reset();
+    player.reset();
+    player = playback.makePlayer();
+    EXPECT_TRUE(stuck.letGo()) << "a call waited";
+}
+
+TEST_F(PlayerThreads, leaveThePlayersEndToAnother)
+{
+    /// Goes with the last of the player.
+    struct Witness {
+        std::atomic<bool>& gone;
+        std::atomic<bool>& onMainThread;
+        std::thread::id mainThread = std::this_thread::get_id();
+        ~Witness()
+        {
+            onMainThread = onMainThread || std::this_thread::get_id() == mainThread;
+            gone = true;
+        }
+    };
+    std::atomic<bool> onMainThread = false;
+    for (int round = 0; round < 50; ++round) {
+        std::atomic<bool> gone = false;
+        {
+            auto witness = std::make_shared<Witness>(Witness{gone, onMainThread});
+            gone = false;
+            onMainThread = false;
+            GstQueuePlayer other([held = std::move(witness)] { return makeSystemSoundSink(); });
+        }
+        ASSERT_TRUE(eventually([&gone] { return gone.load(); }));
+        ASSERT_FALSE(onMainThread) << "round " << round;
+    }
+}
+
+TEST_F(PlayerThreads, endWithThePlayerAtAnyMoment)
+{
+    for (int round = 0; round < 12; ++round) {
+        auto other = playback.makePlayer();
+        other->setMuted(true);
+        other->setVideoOutput(output);
+        auto held = playback.makeLooper(other, PlayerItem{longInterval.file()}, range(7, 8));
+        if (round % 3 > 0)
+            other->play();
+        if (round % 3 > 1)
+            output->waitForCount(static_cast<std::size_t>(round));
+        held.reset();
+        other.reset();
+        output->forget();
+    }
+}
+
+} // namespace stackreel
