@@ -1,13 +1,11 @@
 #include "platform/gstreamer/DecodePipeline.h"
 
-#include "platform/gstreamer/Downmix.h"
 #include "platform/gstreamer/Handover.h"
 #include "platform/gstreamer/SampleTiming.h"
 
 #include <gst/video/video.h>
 
 #include <algorithm>
-#include <string_view>
 #include <thread>
 
 namespace stackreel
@@ -20,8 +18,7 @@ constexpr const char* soundCaps = "audio/x-raw,format=S16LE,layout=interleaved,r
 
 struct ContentKind {
     const char* decoder;
-    const char* mediaType; ///< what the pads of the wanted stream start with
-    GstElementFactoryListType media;
+    WantedStream stream;
     const char* delivered; ///< caps of the samples
     guint ahead;           ///< samples
     guint atFirst;         ///< samples ahead until it is known where the file begins
@@ -31,11 +28,11 @@ ContentKind kindOf(DecodePipeline::Content content)
 {
     switch (content) {
     case DecodePipeline::Content::packets:
-        return {"parsebin", "video/", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO, nullptr, 2, 64};
+        return {"parsebin", {"video/", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO}, nullptr, 2, 64};
     case DecodePipeline::Content::sound:
-        return {"decodebin", "audio/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO, soundCaps, 8, 8};
+        return {"decodebin", {"audio/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO}, soundCaps, 8, 8};
     default:
-        return {"decodebin", "video/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO, "video/x-raw", 2, 2};
+        return {"decodebin", {"video/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO}, "video/x-raw", 2, 2};
     }
 }
 
@@ -53,11 +50,14 @@ void limitThreads(GstElement* element)
 } // namespace
 
 DecodePipeline::DecodePipeline(const std::filesystem::path& file, Content content, std::function<void()> wake)
-    : m_wake(std::move(wake)), m_origin([this] { beginCounting(); })
+    : m_wake(std::move(wake)),
+      m_origin([this] { beginCounting(); }),
+      m_picker(kindOf(content).stream, m_origin, [this] { fail(); })
 {
     ensureGStreamer();
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
-    watch(build(file, content));
+    build(file, content);
+    watch();
     const Handover handover;
     if (gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE)
         m_failed = true;
@@ -72,44 +72,38 @@ DecodePipeline::~DecodePipeline()
     const Handover handover;
 }
 
-GstElement* DecodePipeline::build(const std::filesystem::path& file, Content content)
+void DecodePipeline::build(const std::filesystem::path& path, Content content)
 {
     const ContentKind kind = kindOf(content);
-    m_mediaType = kind.mediaType;
+    m_aheadAtFirst = kind.atFirst;
+    m_ahead = kind.ahead;
     GstElement* source = addElement(m_pipeline.get(), "filesrc");
     GstElement* decoder = addElement(m_pipeline.get(), kind.decoder);
     m_sink = addElement(m_pipeline.get(), "appsink");
-    m_entry = m_sink;
+    GstElement* taker = m_sink;
     if (content == Content::sound) {
-        m_entry = addElement(m_pipeline.get(), "audioconvert");
+        taker = addElement(m_pipeline.get(), "audioconvert");
         GstElement* resampler = addElement(m_pipeline.get(), "audioresample");
-        gst_element_link_many(m_entry, resampler, m_sink, nullptr);
+        gst_element_link_many(taker, resampler, m_sink, nullptr);
     }
-    g_object_set(source, "location", file.c_str(), nullptr);
-    m_media = kind.media;
-    m_aheadAtFirst = kind.atFirst;
-    m_ahead = kind.ahead;
-    g_signal_connect(decoder, "autoplug-select", G_CALLBACK(onAutoplugSelect), this);
+    g_object_set(source, "location", path.c_str(), nullptr);
     const GstCapsPtr delivered(kind.delivered ? gst_caps_from_string(kind.delivered) : gst_caps_new_any());
     g_object_set(m_sink, "caps", delivered.get(), "sync", FALSE, "async", FALSE, "qos", FALSE, "max-buffers",
                  0, "enable-last-sample", FALSE, "wait-on-eos", FALSE, nullptr);
     gst_element_link(source, decoder);
-    return decoder;
+    m_picker.watch(decoder, taker);
 }
 
-void DecodePipeline::watch(GstElement* decoder)
+void DecodePipeline::watch()
 {
-    g_signal_connect(decoder, "pad-added", G_CALLBACK(onPadAdded), this);
-    g_signal_connect(decoder, "no-more-pads", G_CALLBACK(onNoMorePads), this);
     g_signal_connect(m_pipeline.get(), "deep-element-added", G_CALLBACK(onElementAdded), this);
     GstAppSinkCallbacks callbacks = {};
     callbacks.new_sample = onSample;
     callbacks.eos = onEnd;
     gst_app_sink_set_callbacks(sink(), &callbacks, this, nullptr);
     m_sinkPad.reset(gst_element_get_static_pad(m_sink, "sink"));
-    const auto probed = static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM |
-                                                     GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM);
-    gst_pad_add_probe(m_sinkPad.get(), probed, onSinkPad, this, nullptr);
+    gst_pad_add_probe(m_sinkPad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, nullptr, nullptr);
+    m_orientation.watch(m_sinkPad.get());
     const GstBusPtr bus(gst_element_get_bus(m_pipeline.get()));
     gst_bus_set_sync_handler(bus.get(), onMessage, this, nullptr);
 }
@@ -175,11 +169,6 @@ bool DecodePipeline::seek(Nanoseconds time, GstSeekFlags flags)
                            GST_SEEK_TYPE_NONE, 0));
 }
 
-Orientation DecodePipeline::orientation() const
-{
-    return {m_quarterTurns, m_mirrored};
-}
-
 Nanoseconds DecodePipeline::claimedDuration() const
 {
     gint64 duration = 0;
@@ -188,49 +177,10 @@ Nanoseconds DecodePipeline::claimedDuration() const
     return std::max<gint64>(duration - m_origin.get(), 0);
 }
 
-/// Streams of no interest are left undecoded.
-int DecodePipeline::onAutoplugSelect(GstElement*, GstPad*, GstCaps*, GstElementFactory* factory,
-                                     gpointer self)
+void DecodePipeline::fail()
 {
-    constexpr int tryIt = 0;
-    constexpr int exposeAsItIs = 1;
-    auto* that = static_cast<DecodePipeline*>(self);
-    const Handover handover;
-    const bool decoder = gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER);
-    return decoder && !gst_element_factory_list_is_type(factory, that->m_media) ? exposeAsItIs : tryIt;
-}
-
-void DecodePipeline::onPadAdded(GstElement*, GstPad* pad, gpointer self)
-{
-    auto* that = static_cast<DecodePipeline*>(self);
-    const Handover handover;
-    const GstPadPtr entry(gst_element_get_static_pad(that->m_entry, "sink"));
-    GstCapsPtr caps(gst_pad_get_current_caps(pad));
-    if (!caps)
-        caps.reset(gst_pad_query_caps(pad, nullptr));
-    if (!caps || gst_caps_is_empty(caps.get()) || gst_caps_is_any(caps.get()))
-        return;
-    const std::string_view name = gst_structure_get_name(gst_caps_get_structure(caps.get(), 0));
-    if (name.starts_with("video/") || name.starts_with("audio/"))
-        that->m_origin.expect(pad);
-    if (gst_pad_is_linked(entry.get()) || !name.starts_with(that->m_mediaType))
-        return;
-    if (that->m_entry != that->m_sink)
-        mixUnplacedChannels(that->m_entry, caps.get());
-    that->m_linked = gst_pad_link(pad, entry.get()) == GST_PAD_LINK_OK;
-}
-
-/// A file without the wanted stream may be read to its end without a word.
-void DecodePipeline::onNoMorePads(GstElement*, gpointer self)
-{
-    auto* that = static_cast<DecodePipeline*>(self);
-    const Handover handover;
-    const GstPadPtr entry(gst_element_get_static_pad(that->m_entry, "sink"));
-    that->m_origin.expectNoMore();
-    if (gst_pad_is_linked(entry.get()))
-        return;
-    that->m_failed = true;
-    that->m_wake();
+    m_failed = true;
+    m_wake();
 }
 
 void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpointer self)
@@ -251,39 +201,22 @@ GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer
 {
     auto* that = static_cast<DecodePipeline*>(self);
     const Handover handover;
-    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR) {
-        that->m_failed = true;
-        that->m_wake();
-    }
+    if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR)
+        that->fail();
     // With a sync handler the reference is ours to drop, and nobody reads the bus.
     gst_message_unref(message);
     return GST_BUS_DROP;
 }
 
-GstPadProbeReturn DecodePipeline::onSinkPad(GstPad*, GstPadProbeInfo* info, gpointer self)
+/// Lets decoders hand over pictures in the memory they decode into, with rows of any length.
+GstPadProbeReturn DecodePipeline::onQuery(GstPad*, GstPadProbeInfo* info, gpointer)
 {
-    auto* that = static_cast<DecodePipeline*>(self);
-    const Handover handover;
-    if (info->type & GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM) {
-        GstQuery* query = GST_PAD_PROBE_INFO_QUERY(info);
-        if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION)
-            return GST_PAD_PROBE_OK;
-        // Lets decoders hand over pictures in the memory they decode into, with rows of any length.
-        gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
-        return GST_PAD_PROBE_HANDLED;
-    }
-    GstEvent* event = GST_PAD_PROBE_INFO_EVENT(info);
-    if (GST_EVENT_TYPE(event) != GST_EVENT_TAG)
+    GstQuery* query = GST_PAD_PROBE_INFO_QUERY(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION)
         return GST_PAD_PROBE_OK;
-    GstTagList* tags = nullptr;
-    gst_event_parse_tag(event, &tags);
-    const gchar* text = nullptr;
-    if (gst_tag_list_peek_string_index(tags, GST_TAG_IMAGE_ORIENTATION, 0, &text)) {
-        const Orientation orientation = orientationFromTag(text);
-        that->m_quarterTurns = orientation.quarterTurns;
-        that->m_mirrored = orientation.mirrored;
-    }
-    return GST_PAD_PROBE_OK;
+    const Handover handover;
+    gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
+    return GST_PAD_PROBE_HANDLED;
 }
 
 GstFlowReturn DecodePipeline::onSample(GstAppSink*, gpointer self)

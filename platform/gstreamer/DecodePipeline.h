@@ -3,7 +3,8 @@
 #include "platform/gstreamer/GStreamer.h"
 #include "platform/gstreamer/KeyFrameGate.h"
 #include "platform/gstreamer/Nanoseconds.h"
-#include "platform/gstreamer/Orientation.h"
+#include "platform/gstreamer/OrientationTag.h"
+#include "platform/gstreamer/StreamPicker.h"
 #include "platform/gstreamer/TimeOrigin.h"
 
 #include <gst/app/gstappsink.h>
@@ -44,7 +45,7 @@ public:
     /// only when samples can be pulled, if there are any.
     bool failed() const { return m_failed && (!m_started || m_origin.isKnown()); }
     /// Reading stopped before the wanted stream was found, so that there is nothing to wait for.
-    bool isHopeless() const { return m_failed && !m_linked; }
+    bool isHopeless() const { return m_failed && !m_picker.isLinked(); }
     /// Whether seeking is possible: something was decoded.
     bool started() const { return m_started && m_origin.isKnown(); }
 
@@ -59,45 +60,38 @@ public:
     bool seekToSample(Nanoseconds time);
 
     /// How the pictures have to be turned.
-    Orientation orientation() const;
+    Orientation orientation() const { return m_orientation.get(); }
     /// The file's length as it claims; 0 when it does not say.
     Nanoseconds claimedDuration() const;
 
 private:
-    static void onPadAdded(GstElement* decoder, GstPad* pad, gpointer self);
-    static int onAutoplugSelect(GstElement* decoder, GstPad* pad, GstCaps* caps, GstElementFactory* factory,
-                                gpointer self);
-    static void onNoMorePads(GstElement* decoder, gpointer self);
     static void onElementAdded(GstBin* bin, GstBin* parent, GstElement* element, gpointer self);
     static GstBusSyncReply onMessage(GstBus* bus, GstMessage* message, gpointer self);
-    static GstPadProbeReturn onSinkPad(GstPad* pad, GstPadProbeInfo* info, gpointer self);
+    static GstPadProbeReturn onQuery(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     static GstFlowReturn onSample(GstAppSink* sink, gpointer self);
     static void onEnd(GstAppSink* sink, gpointer self);
 
-    GstElement* build(const std::filesystem::path& file, Content content);
-    void watch(GstElement* decoder);
+    void build(const std::filesystem::path& path, Content content);
+    void watch();
     void limitQueue();
     void beginCounting();
+    void fail();
     GstAppSink* sink() const { return GST_APP_SINK(m_sink); }
     bool seek(Nanoseconds time, GstSeekFlags flags);
 
     std::function<void()> m_wake;
     KeyFrameGate m_gate;
+    OrientationTag m_orientation;
     GstElementPtr m_pipeline;
     GstElement* m_sink = nullptr; ///< the pipeline's
     GstPadPtr m_sinkPad;
-    GstElement* m_entry = nullptr; ///< what the decoded stream is linked to; the pipeline's
-    const char* m_mediaType = "";
-    GstElementFactoryListType m_media = 0;
     guint m_aheadAtFirst = 0;            ///< samples, until it is known where the file begins
     guint m_ahead = 0;                   ///< samples, from then on
     std::atomic<bool> m_running = false; ///< the queue may be limited
     std::atomic<bool> m_failed = false;
     std::atomic<bool> m_started = false;
-    std::atomic<bool> m_linked = false; ///< the wanted stream was found
-    std::atomic<int> m_quarterTurns = 0;
-    std::atomic<bool> m_mirrored = false;
-    TimeOrigin m_origin; ///< last, as what it finds is told to the sink
+    TimeOrigin m_origin; ///< behind the sink, which is told what it finds
+    StreamPicker m_picker;
 };
 
 } // namespace stackreel
