@@ -1,6 +1,6 @@
 #include "platform/gstreamer/Downmix.h"
 
-#include <array>
+#include <string>
 #include <vector>
 
 namespace stackreel
@@ -14,26 +14,42 @@ using Shares = std::vector<float>; ///< of each channel in one that is delivered
 /// Channels that are neither in front nor alone on their side are as loud as half the power.
 constexpr float aside = 0.7071F;
 
-std::array<Shares, 2> sharesOf(int channels)
+/// Where each channel belongs: to the left, to the right, in the middle, or to a speaker for the deep. The
+/// order is that of FLAC (RFC 9639, section 9.1.3), which WAVE's and FFmpeg's agree with; beyond eight
+/// channels none is laid down.
+std::string placesOf(int channels)
 {
-    constexpr int centre = 2;
-    constexpr int deep = 3; // left out, as is usual where there is no speaker for it
-    const bool hasCentre = channels == 3 || channels > 4;
-    std::array<Shares, 2> shares;
-    for (int side = 0; side < 2; ++side) {
-        float sum = 0;
-        for (int channel = 0; channel < channels; ++channel) {
-            const bool middle = hasCentre && channel == centre;
-            const bool silent = channels > 5 && channel == deep;
-            const bool here =
-                middle || (channels == 5 && channel > centre ? channel - 3 : channel) % 2 == side;
-            const float share = silent || !here ? 0 : channel < 2 ? 1 : aside;
-            shares[static_cast<std::size_t>(side)].push_back(share);
-            sum += share;
-        }
-        for (float& share : shares[static_cast<std::size_t>(side)])
-            share /= sum;
+    switch (channels) {
+    case 3:
+        return "lrm";
+    case 4:
+        return "lrlr";
+    case 5:
+        return "lrmlr";
+    case 7:
+        return "lrmdmlr"; // one in the middle behind
+    default:
+        break;
     }
+    std::string places = "lrmd";
+    while (places.size() < static_cast<std::size_t>(channels))
+        places += places.size() % 2 == 0 ? 'l' : 'r';
+    return places;
+}
+
+/// What the channels have in the side that a letter names; in all as loud as a single channel.
+Shares sharesIn(char side, const std::string& places)
+{
+    Shares shares;
+    float sum = 0;
+    for (std::size_t channel = 0; channel < places.size(); ++channel) {
+        const bool here = places[channel] == side || places[channel] == 'm';
+        // The deep is left out, as is usual where there is no speaker for it.
+        shares.push_back(!here ? 0 : channel < 2 ? 1 : aside);
+        sum += shares.back();
+    }
+    for (float& share : shares)
+        share /= sum;
     return shares;
 }
 
@@ -56,10 +72,10 @@ void mixUnplacedChannels(GstElement* converter, const GstCaps* caps)
         return;
     GValue matrix = G_VALUE_INIT;
     g_value_init(&matrix, GST_TYPE_ARRAY);
-    for (const Shares& shares : sharesOf(channels)) {
+    for (const char side : {'l', 'r'}) {
         GValue row = G_VALUE_INIT;
         g_value_init(&row, GST_TYPE_ARRAY);
-        for (const float share : shares) {
+        for (const float share : sharesIn(side, placesOf(channels))) {
             GValue value = G_VALUE_INIT;
             g_value_init(&value, G_TYPE_FLOAT);
             g_value_set_float(&value, share);
