@@ -21,7 +21,7 @@ constexpr auto quietAfterFailure = std::chrono::seconds(2);
 } // namespace
 
 FrameReader::FrameReader(std::filesystem::path file, PictureSize box, std::function<void()> wake)
-    : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box)
+    : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box), m_end(quietAfterFailure)
 {
     open();
 }
@@ -31,7 +31,7 @@ void FrameReader::open()
     m_pipeline = std::make_unique<DecodePipeline>(m_file, DecodePipeline::Content::pictures, m_wake);
     m_untouched = true;
     m_readsOn = true;
-    m_patience.reset();
+    m_end.postpone();
 }
 
 void FrameReader::showFrom(Nanoseconds time)
@@ -91,15 +91,14 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
     if (!m_pipeline && !m_seekPending)
         return Step::end;
     if (m_seekPending && !seekToGoal())
-        return isOver() ? Step::failed : Step::waiting;
-    // Asked before pulling: a sample that arrives in between must not be taken for missing.
-    const bool over = isOver();
+        return m_end.isReached(*m_pipeline) ? Step::failed : Step::waiting;
+    const bool over = m_end.isReached(*m_pipeline);
     Picture picture;
     picture.sample = m_pipeline->tryPull();
     if (!picture.sample)
         return over ? endOfStream(frame) : Step::waiting;
     m_untouched = false;
-    m_patience.reset();
+    m_end.postpone();
     picture.duration = sampleDuration(picture.sample.get());
     picture.time = m_pipeline->timeOf(picture.sample.get());
     if (picture.time < 0)
@@ -108,20 +107,6 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
         return Step::working; // out of order: a damaged stream
     m_lastTime = picture.time;
     return m_goal ? approach(std::move(picture), frame) : deliver(std::move(picture), frame);
-}
-
-/// Whether nothing follows what can be pulled. An error may overtake the frames that are on their way through
-/// the decoder. It mostly has the end of the stream follow them, but not where the decoder itself gave up.
-bool FrameReader::isOver()
-{
-    if (m_pipeline->atEnd() || m_pipeline->isHopeless())
-        return true;
-    if (!m_pipeline->failed())
-        return false;
-    const auto now = std::chrono::steady_clock::now();
-    if (!m_patience)
-        m_patience = now + quietAfterFailure;
-    return now >= *m_patience;
 }
 
 /// False when the pipeline has not come far enough to seek.
@@ -152,7 +137,7 @@ bool FrameReader::seek()
         return false;
     }
     m_untouched = false;
-    m_patience.reset();
+    m_end.postpone();
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/gstreamer/Clock.h"
 #include "platform/gstreamer/DecodePipeline.h"
+#include "platform/gstreamer/EndOfReading.h"
 #include "platform/gstreamer/FrameScaler.h"
 #include "platform/gstreamer/PlanarFrame.h"
 
@@ -53,7 +54,7 @@ public:
     Step step(PlanarFramePtr& frame);
     /// When to look again although nobody woke; none but while it is unclear whether frames are still to come
     /// of what broke off.
-    std::optional<Clock::Instant> deadline() const { return m_patience; }
+    std::optional<Clock::Instant> deadline() const { return m_end.deadline(); }
     /// Reading stopped early, so that there may be more than was delivered.
     bool brokeOff() const { return m_pipeline && m_pipeline->failed(); }
 
@@ -79,7 +80,6 @@ private:
 
     void setGoal(Goal goal);
     void open();
-    bool isOver();
     bool seekToGoal();
     bool seek();
     Orientation orientation();
@@ -98,7 +98,7 @@ private:
     bool m_seekPending = false;
     bool m_readsOn = true;   ///< the stream goes on behind the goal
     bool m_untouched = true; ///< just opened: reading from the beginning needs no seek
-    std::optional<Clock::Instant> m_patience;
+    EndOfReading m_end;
     std::optional<Orientation> m_overlooked; ///< see `overlookedOrientation`; none until it was looked up
     Nanoseconds m_seekTime = 0;
     Nanoseconds m_stepBack = 0;  ///< how far before the goal the seek went; negative when after it

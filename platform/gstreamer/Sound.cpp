@@ -84,7 +84,7 @@ struct Sound::Job {
             close();
             wakeUp.wait();
         } else if (!prepare(now)) {
-            wakeUp.wait();
+            wakeUp.wait(reader ? reader->deadline() : std::nullopt);
         } else if (!clock->isRunning()) {
             pause();
             wakeUp.wait(std::chrono::steady_clock::now() + rhythm);

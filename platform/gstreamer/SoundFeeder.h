@@ -18,7 +18,7 @@ class SoundFeeder
 {
 public:
     enum class Step {
-        waiting, ///< nothing can be done until the reader wakes or another run is known
+        waiting, ///< nothing can be done until the reader wakes or another run is known, or at `deadline`
         working, ///< go on
         piece,   ///< the next piece
     };
@@ -41,6 +41,8 @@ public:
     /// Does one bit of work; on `Step::piece` the result is in `next`. The runs are those of `beginAt`, of
     /// which more may have become known.
     Step step(const SoundRuns& runs, DuePiece& next);
+    /// As the reader's.
+    std::optional<Clock::Instant> deadline() const { return m_reader.deadline(); }
 
 private:
     void enter(const SoundRuns::Run& run, Nanoseconds position, const LoopRange& range);

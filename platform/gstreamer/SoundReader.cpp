@@ -3,6 +3,7 @@
 #include "platform/gstreamer/SampleTiming.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <utility>
 
@@ -15,6 +16,9 @@ namespace
 /// How much earlier than wanted reading begins. Decoders and resamplers blend each piece into the next, and
 /// the first after a seek with nothing.
 constexpr Nanoseconds warmUp = 100 * millisecond;
+/// How long nothing has to come of what broke off until nothing is expected any more. What takes longer has
+/// missed its moment anyway.
+constexpr auto quietAfterFailure = std::chrono::milliseconds(500);
 
 SoundPiece pieceOf(GstSample* sample, Nanoseconds position)
 {
@@ -33,7 +37,7 @@ SoundPiece pieceOf(GstSample* sample, Nanoseconds position)
 } // namespace
 
 SoundReader::SoundReader(std::filesystem::path file, std::function<void()> wake)
-    : m_file(std::move(file)), m_wake(std::move(wake))
+    : m_file(std::move(file)), m_wake(std::move(wake)), m_end(quietAfterFailure)
 {
     open();
 }
@@ -41,6 +45,7 @@ SoundReader::SoundReader(std::filesystem::path file, std::function<void()> wake)
 void SoundReader::open()
 {
     m_pipeline = std::make_unique<DecodePipeline>(m_file, DecodePipeline::Content::sound, m_wake);
+    m_end.postpone();
 }
 
 void SoundReader::beginAt(Nanoseconds time)
@@ -51,20 +56,19 @@ void SoundReader::beginAt(Nanoseconds time)
         open();
 }
 
-bool SoundReader::isEmpty() const
+bool SoundReader::isEmpty()
 {
-    const bool over = m_pipeline->failed() || m_pipeline->atEnd();
-    return over && !m_pipeline->started();
+    return m_end.isReached(*m_pipeline) && !m_pipeline->started();
 }
 
 SoundReader::Step SoundReader::step(SoundPiece& piece)
 {
-    // Asked before pulling: what arrives in between must not be taken for missing.
-    const bool over = m_pipeline->failed() || m_pipeline->atEnd();
+    const bool over = m_end.isReached(*m_pipeline);
     if (m_seekPending) {
         if (!m_pipeline->started())
             return over ? Step::end : Step::waiting;
         m_seekPending = false;
+        m_end.postpone();
         if (!m_pipeline->seekToSample(std::max<Nanoseconds>(m_from - warmUp, 0)))
             return Step::end;
         return Step::waiting;
@@ -72,6 +76,7 @@ SoundReader::Step SoundReader::step(SoundPiece& piece)
     const GstSamplePtr sample = m_pipeline->tryPull();
     if (!sample)
         return over ? Step::end : Step::waiting;
+    m_end.postpone();
     piece = pieceOf(sample.get(), m_pipeline->timeOf(sample.get()));
     return Step::piece;
 }

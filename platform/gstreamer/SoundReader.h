@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/gstreamer/DecodePipeline.h"
+#include "platform/gstreamer/EndOfReading.h"
 #include "platform/gstreamer/SoundPiece.h"
 
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace stackreel
 {
@@ -15,7 +17,7 @@ class SoundReader
 {
 public:
     enum class Step {
-        waiting, ///< nothing can be done until `wake` is called
+        waiting, ///< nothing can be done until `wake` is called, or at `deadline`
         piece,   ///< the next piece
         end,     ///< none follows
     };
@@ -28,11 +30,14 @@ public:
     /// start.
     void beginAt(Nanoseconds time);
     Step step(SoundPiece& piece);
+    /// When to look again although nobody woke; none but while it is unclear whether sound is still to come
+    /// of what broke off.
+    std::optional<Clock::Instant> deadline() const { return m_end.deadline(); }
 
     /// Something was decoded.
     bool started() const { return m_pipeline->started(); }
     /// The file has no sound that can be decoded.
-    bool isEmpty() const;
+    bool isEmpty();
     /// Reading broke off where there may be more sound.
     bool brokeOff() const { return m_pipeline->failed(); }
 
@@ -42,6 +47,7 @@ private:
     std::filesystem::path m_file;
     std::function<void()> m_wake;
     std::unique_ptr<DecodePipeline> m_pipeline;
+    EndOfReading m_end;
     bool m_seekPending = false;
     Nanoseconds m_from = 0;
 };

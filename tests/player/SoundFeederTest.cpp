@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace stackreel
@@ -48,7 +49,7 @@ public:
         while (std::chrono::steady_clock::now() < latest) {
             const SoundFeeder::Step step = m_feeder.step(runs, next);
             if (step == SoundFeeder::Step::waiting)
-                m_wakeUp.wait(latest);
+                m_wakeUp.wait(std::min(latest, m_feeder.deadline().value_or(latest)));
             if (step != SoundFeeder::Step::piece)
                 continue;
             if (next.due >= played)
