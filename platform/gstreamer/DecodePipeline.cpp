@@ -49,14 +49,14 @@ void limitThreads(GstElement* element)
 
 } // namespace
 
-DecodePipeline::DecodePipeline(const std::filesystem::path& file, Content content, std::function<void()> wake)
+DecodePipeline::DecodePipeline(const SourceFile& file, Content content, std::function<void()> wake)
     : m_wake(std::move(wake)),
-      m_origin([this] { beginCounting(); }),
+      m_origin(file, [this] { beginCounting(); }),
       m_picker(kindOf(content).stream, m_origin, [this] { fail(); })
 {
     ensureGStreamer();
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
-    build(file, content);
+    build(file.path(), content);
     watch();
     const Handover handover;
     if (gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE)

@@ -4,6 +4,7 @@
 #include "platform/gstreamer/KeyFrameGate.h"
 #include "platform/gstreamer/Nanoseconds.h"
 #include "platform/gstreamer/OrientationTag.h"
+#include "platform/gstreamer/SourceFile.h"
 #include "platform/gstreamer/StreamPicker.h"
 #include "platform/gstreamer/TimeOrigin.h"
 
@@ -30,7 +31,7 @@ public:
     /// whenever `tryPull`, `atEnd` or `failed` may have changed, until the destructor returns; it must not
     /// call back. Throws `std::runtime_error` when an element is missing; what is wrong with the file shows
     /// in `failed`.
-    DecodePipeline(const std::filesystem::path& file, Content content, std::function<void()> wake);
+    DecodePipeline(const SourceFile& file, Content content, std::function<void()> wake);
     DecodePipeline(const DecodePipeline&) = delete;
     DecodePipeline& operator=(const DecodePipeline&) = delete;
     ~DecodePipeline();

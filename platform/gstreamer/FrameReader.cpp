@@ -20,7 +20,7 @@ constexpr auto quietAfterFailure = std::chrono::seconds(2);
 
 } // namespace
 
-FrameReader::FrameReader(std::filesystem::path file, PictureSize box, std::function<void()> wake)
+FrameReader::FrameReader(SourceFile file, PictureSize box, std::function<void()> wake)
     : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box), m_end(quietAfterFailure)
 {
     open();
@@ -198,7 +198,7 @@ Orientation FrameReader::orientation()
     if (told != Orientation())
         return told;
     if (!m_overlooked)
-        m_overlooked = overlookedOrientation(m_file);
+        m_overlooked = overlookedOrientation(m_file.path());
     return *m_overlooked;
 }
 

@@ -6,7 +6,6 @@
 #include "platform/gstreamer/FrameScaler.h"
 #include "platform/gstreamer/PlanarFrame.h"
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -33,7 +32,7 @@ public:
 
     /// Opens the file, to be read from its beginning. `wake` as with `DecodePipeline`. Throws
     /// `std::runtime_error` when GStreamer lacks an element.
-    FrameReader(std::filesystem::path file, PictureSize box, std::function<void()> wake);
+    FrameReader(SourceFile file, PictureSize box, std::function<void()> wake);
 
     /// The next frame is to be the one on screen at `time`: the last that starts no later. Where the file
     /// begins after or ends before that time, its first or last frame.
@@ -88,7 +87,7 @@ private:
     Step endOfStream(PlanarFramePtr& frame);
     Step deliver(Picture picture, PlanarFramePtr& frame);
 
-    std::filesystem::path m_file;
+    SourceFile m_file;
     std::function<void()> m_wake;
     FrameScaler m_scaler;
     std::unique_ptr<DecodePipeline> m_pipeline; ///< none while resting

@@ -12,7 +12,7 @@ namespace stackreel
 {
 
 struct HeadFiller::Job {
-    std::filesystem::path file;
+    SourceFile file;
     LoopRange range;
     PictureSize box;
     std::size_t budget;
@@ -61,7 +61,7 @@ struct HeadFiller::Job {
     }
 };
 
-HeadFiller::HeadFiller(std::filesystem::path file, LoopRange range, PictureSize box, std::size_t budget,
+HeadFiller::HeadFiller(SourceFile file, LoopRange range, PictureSize box, std::size_t budget,
                        std::function<void()> wake)
     : m_job(std::make_shared<Job>())
 {

@@ -3,9 +3,9 @@
 #include "platform/gstreamer/KeptFrames.h"
 #include "platform/gstreamer/LoopRange.h"
 #include "platform/gstreamer/PictureSize.h"
+#include "platform/gstreamer/SourceFile.h"
 
 #include <cstddef>
-#include <filesystem>
 #include <functional>
 #include <memory>
 
@@ -17,7 +17,7 @@ class HeadFiller
 {
 public:
     /// Begins at once, on another thread. `wake` is called there when it is over, unless this object is gone.
-    HeadFiller(std::filesystem::path file, LoopRange range, PictureSize box, std::size_t budget,
+    HeadFiller(SourceFile file, LoopRange range, PictureSize box, std::size_t budget,
                std::function<void()> wake);
     HeadFiller(const HeadFiller&) = delete;
     HeadFiller& operator=(const HeadFiller&) = delete;

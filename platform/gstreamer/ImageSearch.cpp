@@ -5,8 +5,7 @@
 namespace stackreel
 {
 
-ImageSearch::ImageSearch(const std::filesystem::path& file, PictureSize box, bool upright,
-                         std::stop_token stop)
+ImageSearch::ImageSearch(const SourceFile& file, PictureSize box, bool upright, std::stop_token stop)
     : m_stop(std::move(stop)),
       m_onStop(m_stop, Notify{m_wakeUp}),
       m_finder(file, m_stop),

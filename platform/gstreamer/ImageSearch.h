@@ -5,7 +5,6 @@
 #include "platform/gstreamer/PlanarFrame.h"
 
 #include <chrono>
-#include <filesystem>
 #include <optional>
 #include <stop_token>
 
@@ -23,7 +22,7 @@ public:
     };
 
     /// Throws `std::runtime_error` when GStreamer lacks an element. Every search ends when `stop` fires.
-    ImageSearch(const std::filesystem::path& file, PictureSize box, bool upright, std::stop_token stop);
+    ImageSearch(const SourceFile& file, PictureSize box, bool upright, std::stop_token stop);
 
     /// A frame that starts within the tolerance of `time`, or is on screen then; none when there is none.
     /// Times that grow from call to call cost the least.

@@ -3,7 +3,6 @@
 #include "platform/gstreamer/Nanoseconds.h"
 #include "platform/gstreamer/SampleSource.h"
 
-#include <filesystem>
 #include <optional>
 #include <stop_token>
 
@@ -16,7 +15,7 @@ class KeyFrameFinder
 {
 public:
     /// Throws `std::runtime_error` when GStreamer lacks an element.
-    KeyFrameFinder(const std::filesystem::path& file, std::stop_token stop)
+    KeyFrameFinder(const SourceFile& file, std::stop_token stop)
         : m_source(file, DecodePipeline::Content::packets, std::move(stop))
     {
     }

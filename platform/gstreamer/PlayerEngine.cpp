@@ -111,16 +111,16 @@ void PlayerEngine::openLoop(const PlayerOrders::Loop& loop)
     m_fillerUseless = false;
     m_seeks.abandon();
     try {
-        if (!m_reader || m_failed || m_readerFile != loop.file) {
+        if (!m_reader || m_failed || m_file.path() != loop.file) {
             m_reader.reset();
-            m_reader = std::make_unique<FrameReader>(loop.file, m_orders.box, [this] { m_wakeUp.notify(); });
-            m_readerFile = loop.file;
+            m_file = loop.file;
+            m_reader = std::make_unique<FrameReader>(m_file, m_orders.box, [this] { m_wakeUp.notify(); });
         }
         m_failed = false;
         m_feeder = std::make_unique<LoopFeeder>(*m_reader, loop.range, keptBytes);
         if (!loop.repeating)
             m_feeder->stopRepeating();
-        m_sound.open(loop.file, loop.range);
+        m_sound.open(m_file, loop.range);
     } catch (const std::runtime_error&) {
         m_reader.reset();
         giveUp();

@@ -71,7 +71,7 @@ private:
     // The engine's thread only.
     PlayerOrders m_orders; ///< those obeyed so far
     std::unique_ptr<FrameReader> m_reader;
-    std::filesystem::path m_readerFile;
+    SourceFile m_file; ///< the reader's
     std::unique_ptr<LoopFeeder> m_feeder;
     std::unique_ptr<HeadFiller> m_filler;
     bool m_fillerUseless = false;

@@ -49,7 +49,7 @@ void PlayerEngine::tendHead()
 void PlayerEngine::startFiller()
 {
     try {
-        m_filler = std::make_unique<HeadFiller>(m_readerFile, m_feeder->range(), m_reader->box(), keptBytes,
+        m_filler = std::make_unique<HeadFiller>(m_file, m_feeder->range(), m_reader->box(), keptBytes,
                                                 [this] { m_wakeUp.notify(); });
     } catch (const std::system_error&) {
         m_fillerUseless = true; // no thread is to be had; the range begins again as well as it can

@@ -3,7 +3,6 @@
 #include "platform/gstreamer/DecodePipeline.h"
 #include "platform/gstreamer/WakeUp.h"
 
-#include <filesystem>
 #include <stop_token>
 
 namespace stackreel
@@ -14,7 +13,7 @@ class SampleSource
 {
 public:
     /// As with `DecodePipeline`. Waiting ends when `stop` fires.
-    SampleSource(const std::filesystem::path& file, DecodePipeline::Content content, std::stop_token stop)
+    SampleSource(const SourceFile& file, DecodePipeline::Content content, std::stop_token stop)
         : m_stop(std::move(stop)),
           m_onStop(m_stop, Notify{m_wakeUp}),
           m_pipeline(file, content, Notify{m_wakeUp})

@@ -28,7 +28,7 @@ constexpr auto rhythm = 20ms;
 struct Sound::Job {
     /// What there is to hear; guarded by the mutex.
     struct Plan {
-        std::filesystem::path file; ///< none when empty
+        SourceFile file; ///< none when its path is empty
         SoundRuns runs;
         std::uint64_t opening = 0; ///< counts what was opened, and below it the jumps
         std::uint64_t jump = 0;
@@ -80,7 +80,7 @@ struct Sound::Job {
 
     void tend(const Plan& now)
     {
-        if (!now.audible || now.file.empty()) {
+        if (!now.audible || now.file.path().empty()) {
             close();
             wakeUp.wait();
         } else if (!prepare(now)) {
@@ -175,7 +175,7 @@ Sound::~Sound()
     m_job->change([](Job::Plan& plan) { plan.quit = true; });
 }
 
-void Sound::open(const std::filesystem::path& file, LoopRange range)
+void Sound::open(const SourceFile& file, LoopRange range)
 {
     m_job->change([&](Job::Plan& plan) {
         plan.file = file;

@@ -4,8 +4,8 @@
 #include "platform/gstreamer/SharedClock.h"
 #include "platform/gstreamer/SoundOutput.h"
 #include "platform/gstreamer/SoundRuns.h"
+#include "platform/gstreamer/SourceFile.h"
 
-#include <filesystem>
 #include <memory>
 
 namespace stackreel
@@ -27,7 +27,7 @@ public:
     ~Sound();
 
     /// The pictures are those of a range of a file from now on.
-    void open(const std::filesystem::path& file, LoopRange range);
+    void open(const SourceFile& file, LoopRange range);
     /// The pictures jump to a frame.
     void jump(const QueuedFrame& frame);
     /// A frame was queued after those before it.

@@ -36,7 +36,7 @@ SoundPiece pieceOf(GstSample* sample, Nanoseconds position)
 
 } // namespace
 
-SoundReader::SoundReader(std::filesystem::path file, std::function<void()> wake)
+SoundReader::SoundReader(SourceFile file, std::function<void()> wake)
     : m_file(std::move(file)), m_wake(std::move(wake)), m_end(quietAfterFailure)
 {
     open();

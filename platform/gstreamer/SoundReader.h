@@ -4,7 +4,6 @@
 #include "platform/gstreamer/EndOfReading.h"
 #include "platform/gstreamer/SoundPiece.h"
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -24,7 +23,7 @@ public:
 
     /// Opens the file. `wake` as with `DecodePipeline`. Throws `std::runtime_error` when GStreamer lacks an
     /// element.
-    SoundReader(std::filesystem::path file, std::function<void()> wake);
+    SoundReader(SourceFile file, std::function<void()> wake);
 
     /// Goes on from shortly before a time on the file's time line, in a file that broke off from a fresh
     /// start.
@@ -44,7 +43,7 @@ public:
 private:
     void open();
 
-    std::filesystem::path m_file;
+    SourceFile m_file;
     std::function<void()> m_wake;
     std::unique_ptr<DecodePipeline> m_pipeline;
     EndOfReading m_end;

@@ -27,6 +27,7 @@ Nanoseconds beginningOf(const GstBuffer* buffer, GstPad* pad)
 
 struct TimeOrigin::State {
     std::mutex mutex;
+    SourceFile file;
     std::function<void()> found; ///< none once nobody waits
     int silent = 0;              ///< streams of which nothing came so far
     bool complete = false;       ///< no further stream is to be expected
@@ -58,13 +59,18 @@ struct TimeOrigin::State {
     void conclude()
     {
         known = true;
+        earliest = earliest < 0 ? file.origin().value_or(0) : file.settleOrigin(earliest);
         if (found)
             std::exchange(found, nullptr)();
     }
 };
 
-TimeOrigin::TimeOrigin(std::function<void()> found) : m_state(std::make_shared<State>())
+TimeOrigin::TimeOrigin(SourceFile file, std::function<void()> found) : m_state(std::make_shared<State>())
 {
+    const std::optional<Nanoseconds> origin = file.origin();
+    m_state->known = origin.has_value();
+    m_state->earliest = origin.value_or(-1);
+    m_state->file = std::move(file);
     m_state->found = std::move(found);
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/gstreamer/GStreamer.h"
 #include "platform/gstreamer/Nanoseconds.h"
+#include "platform/gstreamer/SourceFile.h"
 
 #include <functional>
 #include <memory>
@@ -17,8 +18,9 @@ namespace stackreel
 class TimeOrigin
 {
 public:
-    /// `found` is called once, on a thread of GStreamer's, before the destructor returns or never.
-    explicit TimeOrigin(std::function<void()> found);
+    /// What another reader of the file found out holds from the start. Otherwise `found` is called once, on a
+    /// thread of GStreamer's, before the destructor returns or never.
+    TimeOrigin(SourceFile file, std::function<void()> found);
     TimeOrigin(const TimeOrigin&) = delete;
     TimeOrigin& operator=(const TimeOrigin&) = delete;
     ~TimeOrigin();

@@ -17,11 +17,11 @@ namespace
 using Content = DecodePipeline::Content;
 
 /// Where the file begins on the container's time line, as a pipeline of its own sees it.
-Nanoseconds originSeenBy(Content content, const std::filesystem::path& file)
+Nanoseconds originSeenBy(Content content, const SourceFile& file)
 {
     SampleSource source(file, content, {});
     const GstSamplePtr sample = source.next();
-    EXPECT_TRUE(sample) << file;
+    EXPECT_TRUE(sample) << file.path();
     return sample ? sampleTime(sample.get()) - source.pipeline().timeOf(sample.get()) : -1;
 }
 
@@ -62,6 +62,20 @@ TEST_P(TimeOriginTest, liesWhereTheSoundBeginsThatComesBeforeThePictures)
     ASSERT_TRUE(sample);
     EXPECT_NEAR(static_cast<double>(source.pipeline().timeOf(sample.get())),
                 static_cast<double>(GetParam().firstPicture), 12.0 * millisecond);
+}
+
+TEST(SourceFile, tellsAllWhoReadItOfTheSameBeginning)
+{
+    const MarkedClip clip{.name = "origin.ts", .frames = 120, .keyInterval = 30, .sound = true};
+    const SourceFile file(clip.file());
+    EXPECT_EQ(file.origin(), std::nullopt);
+    const Nanoseconds seen = originSeenBy(Content::pictures, file);
+    EXPECT_EQ(file.origin(), seen);
+    const SourceFile toldOtherwise(clip.file());
+    EXPECT_EQ(toldOtherwise.settleOrigin(second / 2), second / 2);
+    EXPECT_EQ(toldOtherwise.settleOrigin(second), second / 2) << "the first to find out has the say";
+    for (const Content content : {Content::pictures, Content::packets, Content::sound})
+        EXPECT_EQ(originSeenBy(content, toldOtherwise), second / 2);
 }
 
 // The sound's encoders begin with silence, of which the decoders take away some: with AAC 21 ms, with
