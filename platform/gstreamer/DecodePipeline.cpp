@@ -26,13 +26,14 @@ struct ContentKind {
 
 ContentKind kindOf(DecodePipeline::Content content)
 {
+    using Kind = WantedStream::Kind;
     switch (content) {
     case DecodePipeline::Content::packets:
-        return {"parsebin", {"video/", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO}, nullptr, 2, 64};
+        return {"parsebin", {Kind::pictures, false}, nullptr, 2, 64};
     case DecodePipeline::Content::sound:
-        return {"decodebin", {"audio/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO}, soundCaps, 8, 8};
+        return {"decodebin", {Kind::sound, true}, soundCaps, 8, 8};
     default:
-        return {"decodebin", {"video/x-raw", GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO}, "video/x-raw", 2, 2};
+        return {"decodebin", {Kind::pictures, true}, "video/x-raw", 2, 2};
     }
 }
 

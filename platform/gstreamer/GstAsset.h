@@ -8,26 +8,22 @@
 namespace stackreel
 {
 
-/// An asset judged by GStreamer's own discovery, which decodes the beginning of every stream. It runs once,
-/// at the first question, and is given up after ten seconds.
+/// An asset judged by what the player would make of it: it can be played when a picture comes out, whatever
+/// becomes of its sound. Tried once, at the first question, and given up after ten seconds.
 class GstAsset : public Asset
 {
 public:
     explicit GstAsset(std::filesystem::path file) : m_file(std::move(file)) {}
 
-    bool isPlayable(std::stop_token stop) override;
-    int videoTrackCount(std::stop_token stop) override;
+    bool isPlayable(std::stop_token stop) override { return showsPictures(stop); }
+    /// Counts only the one track that is shown.
+    int videoTrackCount(std::stop_token stop) override { return showsPictures(stop) ? 1 : 0; }
 
 private:
-    struct Facts {
-        bool playable = false;
-        int videoTracks = 0;
-    };
-
-    const Facts& facts(const std::stop_token& stop);
+    bool showsPictures(const std::stop_token& stop);
 
     std::filesystem::path m_file;
-    std::optional<Facts> m_facts;
+    std::optional<bool> m_showsPictures;
 };
 
 } // namespace stackreel

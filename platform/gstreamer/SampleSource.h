@@ -1,8 +1,11 @@
 #pragma once
 
 #include "platform/gstreamer/DecodePipeline.h"
+#include "platform/gstreamer/EndOfReading.h"
 #include "platform/gstreamer/WakeUp.h"
 
+#include <algorithm>
+#include <optional>
 #include <stop_token>
 
 namespace stackreel
@@ -16,19 +19,22 @@ public:
     SampleSource(const SourceFile& file, DecodePipeline::Content content, std::stop_token stop)
         : m_stop(std::move(stop)),
           m_onStop(m_stop, Notify{m_wakeUp}),
-          m_pipeline(file, content, Notify{m_wakeUp})
+          m_pipeline(file, content, Notify{m_wakeUp}),
+          m_end(std::chrono::seconds(2))
     {
     }
 
-    /// None when nothing follows or waiting was ended.
-    GstSamplePtr next()
+    /// None when nothing follows, waiting was ended or nothing came before `latest`.
+    GstSamplePtr next(Clock::Instant latest = Clock::Instant::max())
     {
-        while (!m_stop.stop_requested()) {
-            const bool over = m_pipeline.failed() || m_pipeline.atEnd();
+        while (!m_stop.stop_requested() && std::chrono::steady_clock::now() < latest) {
+            const bool over = m_end.isReached(m_pipeline);
             GstSamplePtr sample = m_pipeline.tryPull();
+            if (sample)
+                m_end.postpone();
             if (sample || over)
                 return sample;
-            m_wakeUp.wait();
+            wait(latest);
         }
         return {};
     }
@@ -41,10 +47,20 @@ private:
         void operator()() const { wakeUp.notify(); }
     };
 
+    void wait(Clock::Instant latest)
+    {
+        const Clock::Instant until = std::min(latest, m_end.deadline().value_or(latest));
+        if (until == Clock::Instant::max())
+            m_wakeUp.wait();
+        else
+            m_wakeUp.wait(until);
+    }
+
     std::stop_token m_stop;
     WakeUp m_wakeUp;
     std::stop_callback<Notify> m_onStop;
     DecodePipeline m_pipeline;
+    EndOfReading m_end;
 };
 
 } // namespace stackreel

@@ -37,14 +37,39 @@ void StreamPicker::watch(GstElement* decoder, GstElement* taker)
     g_signal_connect(decoder, "no-more-pads", G_CALLBACK(onNoMorePads), this);
 }
 
-int StreamPicker::onAutoplugSelect(GstElement*, GstPad*, GstCaps*, GstElementFactory* factory, gpointer self)
+int StreamPicker::onAutoplugSelect(GstElement*, GstPad*, GstCaps* caps, GstElementFactory* factory,
+                                   gpointer self)
 {
     constexpr int tryIt = 0;
     constexpr int exposeAsItIs = 1;
     const auto* that = static_cast<StreamPicker*>(self);
     const Handover handover;
-    const bool decoder = gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER);
-    return decoder && !gst_element_factory_list_is_type(factory, that->m_wanted.media) ? exposeAsItIs : tryIt;
+    return that->isNeeded(factory, mediaTypeOf(caps)) ? tryIt : exposeAsItIs;
+}
+
+/// Whether an element is to be made use of for something of a media type.
+bool StreamPicker::isNeeded(GstElementFactory* factory, std::string_view mediaType) const
+{
+    // Containers go by the names of pictures or sound, too, so what unpacks is known by what it is.
+    if (gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DEMUXER))
+        return true;
+    const bool decodes = gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER);
+    if (isOfKind(mediaType))
+        return m_wanted.decoded || !decodes;
+    return !decodes && !gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_PARSER);
+}
+
+/// Some codecs of moving pictures are made of single ones.
+bool StreamPicker::isOfKind(std::string_view mediaType) const
+{
+    if (m_wanted.kind == WantedStream::Kind::sound)
+        return mediaType.starts_with("audio/");
+    return mediaType.starts_with("video/") || mediaType.starts_with("image/");
+}
+
+bool StreamPicker::isWanted(std::string_view mediaType) const
+{
+    return isOfKind(mediaType) && mediaType.ends_with("/x-raw") == m_wanted.decoded;
 }
 
 void StreamPicker::onPadAdded(GstElement*, GstPad* pad, gpointer self)
@@ -57,7 +82,7 @@ void StreamPicker::onPadAdded(GstElement*, GstPad* pad, gpointer self)
     const std::string_view type = mediaTypeOf(caps.get());
     if (type.starts_with("video/") || type.starts_with("audio/"))
         that->m_origin.expect(pad);
-    if (!that->m_linked && type.starts_with(that->m_wanted.mediaType))
+    if (!that->m_linked && that->isWanted(type))
         that->take(pad, caps.get());
 }
 

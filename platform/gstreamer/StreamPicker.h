@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <functional>
+#include <string_view>
 #include <utility>
 
 namespace stackreel
@@ -12,12 +13,15 @@ namespace stackreel
 
 /// Which stream of a file is wanted: the first of its kind.
 struct WantedStream {
-    const char* mediaType;            ///< what the caps of its pads start with
-    GstElementFactoryListType media;  ///< of the decoders that may be used
+    enum class Kind { pictures, sound };
+    Kind kind;
+    bool decoded; ///< or else as packets
 };
 
-/// Picks one stream out of a file: has a decoder leave all others undecoded and links the wanted one, as it
-/// comes out, to what takes it. On the way it tells a `TimeOrigin` of all pictures and sound there are.
+/// Picks one stream out of a file: has a decoder leave all others as they are and links the wanted one, as it
+/// comes out, to what takes it. The others are not even parsed, as a parser that makes no sense of a damaged
+/// stream would end the reading of the whole file. On the way it tells a `TimeOrigin` of all pictures and
+/// sound there are.
 ///
 /// Works on GStreamer's threads once `watch` was called; the queries may be made on any.
 class StreamPicker
@@ -42,6 +46,9 @@ private:
     static void onPadAdded(GstElement* decoder, GstPad* pad, gpointer self);
     static void onNoMorePads(GstElement* decoder, gpointer self);
 
+    bool isOfKind(std::string_view mediaType) const;
+    bool isWanted(std::string_view mediaType) const;
+    bool isNeeded(GstElementFactory* factory, std::string_view mediaType) const;
     void take(GstPad* pad, const GstCaps* caps);
 
     const WantedStream m_wanted;

@@ -1,4 +1,5 @@
 #include "platform/gstreamer/GstAssetLoader.h"
+#include "tests/player/BrokenSound.h"
 #include "tests/player/MarkedClip.h"
 
 #include <gtest/gtest.h>
@@ -49,10 +50,10 @@ TEST(Asset, saysWhetherAFileCanBePlayedAndHowManyVideoTracksItHas)
         {plain.file(), true, 1},
         {sounding.file(), true, 1},
         {oddName.file(), true, 1},
-        {soundOnly.file(), true, 0},
-        {plainFile("text.mp4", "no film at all, only words and words and words"), std::nullopt, std::nullopt},
-        {plainFile("empty.mp4", ""), std::nullopt, std::nullopt},
-        {"/nowhere/missing.mp4", std::nullopt, std::nullopt},
+        {soundOnly.file(), false, 0},
+        {plainFile("text.mp4", "no film at all, only words and words and words"), false, 0},
+        {plainFile("empty.mp4", ""), false, 0},
+        {"/nowhere/missing.mp4", false, 0},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(playable(row.file), row.playable) << row.file;
@@ -60,7 +61,15 @@ TEST(Asset, saysWhetherAFileCanBePlayedAndHowManyVideoTracksItHas)
     }
 }
 
-TEST(Asset, cannotBePlayedWithoutADecoder)
+TEST(Asset, canBePlayedInSilenceWhenItsSoundIsBroken)
+{
+    for (const auto& file : clipsOfBrokenSound()) {
+        EXPECT_EQ(playable(file), true) << file;
+        EXPECT_EQ(videoTracks(file), 1) << file;
+    }
+}
+
+TEST(Asset, cannotBePlayedWithoutADecoderForItsPictures)
 {
     // Renamed to a codec that nothing here decodes.
     const MarkedClip clip{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
