@@ -82,6 +82,11 @@ HeadFiller::~HeadFiller()
     m_job->wakeUp.notify();
 }
 
+LoopRange HeadFiller::range() const
+{
+    return m_job->range;
+}
+
 PictureSize HeadFiller::box() const
 {
     return m_job->box;

@@ -24,6 +24,7 @@ public:
     /// Does not wait; what was begun ends by itself.
     ~HeadFiller();
 
+    LoopRange range() const;
     PictureSize box() const;
     bool isOver() const;
     /// The frames, once it is over; none when the file showed none.

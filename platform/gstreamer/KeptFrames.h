@@ -5,6 +5,7 @@
 #include "platform/gstreamer/PlanarFrame.h"
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace stackreel
@@ -17,6 +18,7 @@ struct KeptFrames {
     LoopRange range;
     PictureSize box; ///< what the frames were scaled to fit into
     std::vector<PlanarFramePtr> frames;
+    std::size_t outdated = 0; ///< how many of the first frames fit into another box
     std::size_t bytes = 0;
     bool complete = false;
     Nanoseconds end = 0; ///< of the range, or of what the file has of it; only when complete
@@ -32,6 +34,38 @@ struct KeptFrames {
         bytes += frame->bytes();
         frames.push_back(frame);
         return true;
+    }
+    /// The frames added from now on fit into `now`.
+    void changeBox(PictureSize now)
+    {
+        if (now != box)
+            outdated = frames.size();
+        box = now;
+    }
+
+    bool fits(PictureSize wanted) const { return box == wanted && outdated == 0; }
+    /// The part of the range whose frames have to be made anew to fit.
+    LoopRange lacking(PictureSize wanted) const
+    {
+        if (box != wanted || outdated == frames.size())
+            return range;
+        return {range.start, frames[outdated]->time};
+    }
+    /// These frames with the first ones replaced by those of the part they lacked; none when the two do not
+    /// meet.
+    std::shared_ptr<const KeptFrames> behind(const KeptFrames& first) const
+    {
+        if (!first.fits(box) || !first.complete || first.range != lacking(box))
+            return nullptr;
+        auto joined = std::make_shared<KeptFrames>(*this);
+        joined->frames.erase(joined->frames.begin(),
+                             joined->frames.begin() + static_cast<std::ptrdiff_t>(outdated));
+        joined->frames.insert(joined->frames.begin(), first.frames.begin(), first.frames.end());
+        joined->outdated = 0;
+        joined->bytes = 0;
+        for (const PlanarFramePtr& frame : joined->frames)
+            joined->bytes += frame->bytes();
+        return joined;
     }
 };
 

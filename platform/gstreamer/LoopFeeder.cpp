@@ -34,7 +34,7 @@ void LoopFeeder::beginAt(Nanoseconds time)
     m_replayed.reset();
     if (m_adopted)
         m_kept = std::exchange(m_adopted, nullptr);
-    if (m_kept && m_kept->box != m_reader.box())
+    if (m_kept && !m_kept->fits(m_reader.box()))
         m_kept.reset();
     if (!m_outside && replayFrom(time))
         return;
@@ -107,6 +107,8 @@ LoopFeeder::Step LoopFeeder::accept(const PlanarFramePtr& frame, QueuedFrame& ne
 {
     if (m_last && m_range.reachedBy(frame->time))
         return endOfRange(m_range.end, next);
+    if (m_collecting)
+        m_collecting->changeBox(m_reader.box());
     const bool kept = m_collecting && m_collecting->add(frame, m_budget);
     if (m_collecting && !kept)
         m_kept = std::exchange(m_collecting, nullptr);
@@ -147,7 +149,7 @@ void LoopFeeder::beginAgain()
     m_entry = m_range.start;
     if (m_adopted)
         m_kept = std::exchange(m_adopted, nullptr);
-    if (m_dropsOutdated && m_kept && m_kept->box != m_reader.box())
+    if (m_dropsOutdated && m_kept && !m_kept->fits(m_reader.box()))
         m_kept.reset();
     m_replayed.reset();
     if (m_kept && !m_kept->frames.empty()) {
@@ -180,10 +182,24 @@ Nanoseconds LoopFeeder::endOfMedia() const
     return std::min(m_range.end, tail ? claimed : pictures);
 }
 
-bool LoopFeeder::needsHead() const
+bool LoopFeeder::adopt(std::shared_ptr<const KeptFrames> kept)
+{
+    if (kept->range != m_range)
+        kept = m_kept ? m_kept->behind(*kept) : nullptr;
+    if (!kept)
+        return false;
+    m_adopted = std::move(kept);
+    if (!m_replayed)
+        m_kept.reset(); // or both would be in memory until the range begins again
+    return true;
+}
+
+LoopRange LoopFeeder::headRange() const
 {
     const KeptFrames* kept = m_adopted ? m_adopted.get() : m_kept.get();
-    return !m_collecting && (!kept || kept->box != m_reader.box());
+    if (!kept)
+        return m_range;
+    return kept->fits(m_reader.box()) ? LoopRange() : kept->lacking(m_reader.box());
 }
 
 QueuedFrame LoopFeeder::queued(const PlanarFramePtr& frame, bool kept)

@@ -45,7 +45,8 @@ public:
     /// Nothing follows any more, until the next `beginAt`.
     void finish() { m_finished = true; }
     /// Takes the range's first frames, made elsewhere, from the next beginning of the range on.
-    void adopt(std::shared_ptr<const KeptFrames> kept) { m_adopted = std::move(kept); }
+    /// False when they are not those that it needs.
+    bool adopt(std::shared_ptr<const KeptFrames> kept);
     /// Nothing will be adopted: frames kept in another size than is shown now are not used any more. Until
     /// then they are, since a range that begins again a bit blurred is better than one that comes late.
     void dropOutdated() { m_dropsOutdated = true; }
@@ -58,7 +59,9 @@ public:
     /// Only the one frame outside the range was asked for, and it came.
     bool parked() const { return m_parked; }
     /// The range could not begin again at once, for want of its first frames in the size they are shown at.
-    bool needsHead() const;
+    bool needsHead() const { return !m_collecting && headRange() != LoopRange(); }
+    /// Where those frames are to be taken from; empty when none are needed.
+    LoopRange headRange() const;
 
 private:
     Step replay(QueuedFrame& next);

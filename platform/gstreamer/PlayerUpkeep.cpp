@@ -25,12 +25,13 @@ constexpr auto decoderRests = 3s;
 
 void PlayerEngine::tendHead()
 {
+    if (m_filler && m_feeder &&
+        (m_filler->box() != m_reader->box() || m_filler->range() != m_feeder->headRange()))
+        m_filler.reset(); // it gathers what is not needed any more
     if (m_filler && m_filler->isOver()) {
         const auto kept = m_filler->result();
-        m_fillerUseless = !kept;
-        if (kept && m_feeder)
-            m_feeder->adopt(kept);
-        else if (m_feeder)
+        m_fillerUseless = !kept || (m_feeder && !m_feeder->adopt(kept));
+        if (m_feeder && m_fillerUseless)
             m_feeder->dropOutdated();
         m_filler.reset();
     }
@@ -40,8 +41,6 @@ void PlayerEngine::tendHead()
         return;
     }
     const bool settled = std::chrono::steady_clock::now() - m_boxSince >= sizeSettles;
-    if (m_filler && m_filler->box() != m_reader->box())
-        m_filler.reset();
     if (settled && wantsHead())
         startFiller();
 }
@@ -49,7 +48,7 @@ void PlayerEngine::tendHead()
 void PlayerEngine::startFiller()
 {
     try {
-        m_filler = std::make_unique<HeadFiller>(m_file, m_feeder->range(), m_reader->box(), keptBytes,
+        m_filler = std::make_unique<HeadFiller>(m_file, m_feeder->headRange(), m_reader->box(), keptBytes,
                                                 [this] { m_wakeUp.notify(); });
     } catch (const std::system_error&) {
         m_fillerUseless = true; // no thread is to be had; the range begins again as well as it can

@@ -1,12 +1,7 @@
-#include "platform/gstreamer/LoopFeeder.h"
-
-#include "platform/gstreamer/RgbPainter.h"
-#include "platform/gstreamer/WakeUp.h"
-#include "tests/player/MarkedClip.h"
+#include "tests/player/LoopFeeding.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <map>
 #include <optional>
 #include <string>
@@ -18,59 +13,7 @@ namespace stackreel
 namespace
 {
 
-constexpr std::size_t plenty = 64U << 20;
 constexpr std::size_t fewFrames = 10 * 320 * 180 * 3 / 2;
-
-Nanoseconds fromSeconds(double seconds)
-{
-    return std::llround(seconds * second);
-}
-
-LoopRange rangeOf(double start, double end)
-{
-    return {fromSeconds(start), fromSeconds(end)};
-}
-
-/// Takes frames from a feeder without a player around it.
-class Feeding
-{
-public:
-    Feeding(const std::filesystem::path& file, LoopRange range, std::size_t budget)
-        : reader(file, {320, 180}, [this] { m_wakeUp.notify(); }), feeder(reader, range, budget)
-    {
-    }
-
-    /// None when nothing follows.
-    std::optional<QueuedFrame> next()
-    {
-        QueuedFrame frame;
-        while (true) {
-            switch (feeder.step(frame)) {
-            case LoopFeeder::Step::frame:
-                return frame;
-            case LoopFeeder::Step::finished:
-            case LoopFeeder::Step::failed:
-                return std::nullopt;
-            case LoopFeeder::Step::working:
-                break;
-            default:
-                if (feeder.parked())
-                    return std::nullopt;
-                m_wakeUp.wait(feeder.deadline());
-            }
-        }
-    }
-
-    int numberOf(const QueuedFrame& queued) { return numberIn(m_painter.paint(*queued.frame)); }
-
-private:
-    WakeUp m_wakeUp;
-    RgbPainter m_painter;
-
-public:
-    FrameReader reader; // its threads wake what stands above
-    LoopFeeder feeder;
-};
 
 const MarkedClip shortInterval{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
 const MarkedClip longInterval{.name = "gop250.mp4", .frames = 300, .keyInterval = 250};
@@ -261,27 +204,6 @@ TEST(LoopFeeder, failsWhereNoFrameCanBeConverted)
     feeding.reader.setBox({320, 180});
     feeding.feeder.beginAt(0);
     EXPECT_TRUE(feeding.next()) << "in a size that is possible there is a picture";
-}
-
-TEST(LoopFeeder, beginsAgainWithOutdatedFramesOnlyAsLongAsOthersMayCome)
-{
-    Feeding feeding(longInterval.file(), rangeOf(2, 2.5), plenty);
-    feeding.feeder.beginAt(fromSeconds(2));
-    const auto widthInNextRun = [&feeding] {
-        std::optional<QueuedFrame> frame = feeding.next();
-        for (const auto run = frame->iteration; frame->iteration == run;)
-            frame = feeding.next();
-        return GST_VIDEO_INFO_WIDTH(&frame->frame->info);
-    };
-    EXPECT_EQ(widthInNextRun(), 320);
-    feeding.reader.setBox({160, 90});
-    EXPECT_TRUE(feeding.feeder.needsHead());
-    EXPECT_EQ(widthInNextRun(), 320) << "without a gap";
-    feeding.feeder.dropOutdated();
-    EXPECT_EQ(widthInNextRun(), 160);
-    EXPECT_FALSE(feeding.feeder.needsHead());
-    EXPECT_EQ(widthInNextRun(), 160);
-    EXPECT_TRUE(feeding.feeder.replaysAll());
 }
 
 } // namespace stackreel

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/gstreamer/LoopFeeder.h"
+#include "tests/player/FrameReading.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+
+namespace stackreel
+{
+
+inline constexpr std::size_t plenty = 64U << 20;
+
+inline LoopRange rangeOf(double start, double end)
+{
+    return {fromSeconds(start), fromSeconds(end)};
+}
+
+/// Takes frames from a feeder without a player around it.
+class Feeding
+{
+public:
+    Feeding(const std::filesystem::path& file, LoopRange range, std::size_t budget)
+        : reader(file, {320, 180}, [this] { m_wakeUp.notify(); }), feeder(reader, range, budget)
+    {
+    }
+
+    /// None when nothing follows.
+    std::optional<QueuedFrame> next()
+    {
+        QueuedFrame frame;
+        while (true) {
+            switch (feeder.step(frame)) {
+            case LoopFeeder::Step::frame:
+                return frame;
+            case LoopFeeder::Step::finished:
+            case LoopFeeder::Step::failed:
+                return std::nullopt;
+            case LoopFeeder::Step::working:
+                break;
+            default:
+                if (feeder.parked())
+                    return std::nullopt;
+                m_wakeUp.wait(feeder.deadline());
+            }
+        }
+    }
+
+    int numberOf(const QueuedFrame& queued) { return numberIn(m_painter.paint(*queued.frame)); }
+
+private:
+    WakeUp m_wakeUp;
+    RgbPainter m_painter;
+
+public:
+    FrameReader reader; // its threads wake what stands above
+    LoopFeeder feeder;
+};
+
+} // namespace stackreel
