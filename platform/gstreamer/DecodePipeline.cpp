@@ -195,6 +195,7 @@ void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpoin
     if (!GST_IS_VIDEO_DECODER(element))
         return;
     limitThreads(element);
+    that->m_firstPacket.watch(element);
     that->m_gate.guard(element);
 }
 

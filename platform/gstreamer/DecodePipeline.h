@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/gstreamer/FirstPacket.h"
 #include "platform/gstreamer/GStreamer.h"
 #include "platform/gstreamer/KeyFrameGate.h"
 #include "platform/gstreamer/Nanoseconds.h"
@@ -60,6 +61,10 @@ public:
     /// Goes on from the very sample under `time`.
     bool seekToSample(Nanoseconds time);
 
+    /// The last seek went where pictures carry wrong times, as `FirstPacket` tells; reading the file afresh
+    /// gives the right ones.
+    bool isDisplaced() const { return m_firstPacket.isDisplaced(); }
+
     /// How the pictures have to be turned.
     Orientation orientation() const { return m_orientation.get(); }
     /// The file's length as it claims; 0 when it does not say.
@@ -82,6 +87,7 @@ private:
 
     std::function<void()> m_wake;
     KeyFrameGate m_gate;
+    FirstPacket m_firstPacket;
     OrientationTag m_orientation;
     GstElementPtr m_pipeline;
     GstElement* m_sink = nullptr; ///< the pipeline's

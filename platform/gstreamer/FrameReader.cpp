@@ -97,12 +97,16 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
     picture.sample = m_pipeline->tryPull();
     if (!picture.sample)
         return over ? endOfStream(frame) : Step::waiting;
-    m_untouched = false;
+    const bool fromBeginning = std::exchange(m_untouched, false);
     m_end.postpone();
     picture.duration = sampleDuration(picture.sample.get());
     picture.time = m_pipeline->timeOf(picture.sample.get());
     if (picture.time < 0)
         picture.time = m_lastTime < 0 ? 0 : m_lastTime + picture.duration;
+    if (fromBeginning)
+        m_firstTime = picture.time;
+    else if (m_lastTime < 0 && isAstray(picture.time))
+        return readAfresh();
     if (picture.time <= m_lastTime)
         return Step::working; // out of order: a damaged stream
     m_lastTime = picture.time;
@@ -152,6 +156,24 @@ FrameReader::Step FrameReader::seekEarlier()
     m_seekTime = std::max<Nanoseconds>(m_goal->time - m_stepBack, 0);
     m_goal->keyFrameOnly = false; // where it should be it was not to be had
     m_seekPending = true;
+    return Step::working;
+}
+
+/// Whether the first picture after a seek shows that it led to a wrong place: to no seek is the first
+/// fragment of some files open, and that of others only with wrong times.
+bool FrameReader::isAstray(Nanoseconds time) const
+{
+    const bool tooLate = m_goal && m_seekTime == 0 && time > std::max(m_goal->time, m_firstTime) + halfUnit;
+    return tooLate || m_pipeline->isDisplaced();
+}
+
+/// What is wanted is found by reading on from the beginning.
+FrameReader::Step FrameReader::readAfresh()
+{
+    open();
+    m_seekTime = 0;
+    m_lastTime = -1;
+    m_candidate.reset();
     return Step::working;
 }
 

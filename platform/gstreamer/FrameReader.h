@@ -83,6 +83,8 @@ private:
     bool seek();
     Orientation orientation();
     Step seekEarlier();
+    bool isAstray(Nanoseconds time) const;
+    Step readAfresh();
     Step approach(Picture picture, PlanarFramePtr& frame);
     Step endOfStream(PlanarFramePtr& frame);
     Step deliver(Picture picture, PlanarFramePtr& frame);
@@ -100,8 +102,9 @@ private:
     EndOfReading m_end;
     std::optional<Orientation> m_overlooked; ///< see `overlookedOrientation`; none until it was looked up
     Nanoseconds m_seekTime = 0;
-    Nanoseconds m_stepBack = 0;  ///< how far before the goal the seek went; negative when after it
-    Nanoseconds m_lastTime = -1; ///< of the sample last read since the seek
+    Nanoseconds m_stepBack = 0;   ///< how far before the goal the seek went; negative when after it
+    Nanoseconds m_lastTime = -1;  ///< of the sample last read since the seek
+    Nanoseconds m_firstTime = -1; ///< of the file's first picture; negative until that was read
     std::optional<Picture> m_candidate;
     std::optional<Picture> m_following;
 };
