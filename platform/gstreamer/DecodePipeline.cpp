@@ -29,7 +29,7 @@ ContentKind kindOf(DecodePipeline::Content content)
     using Kind = WantedStream::Kind;
     switch (content) {
     case DecodePipeline::Content::packets:
-        return {"parsebin", {Kind::pictures, false}, nullptr, 2, 64};
+        return {"decodebin", {Kind::pictures, false}, nullptr, 2, 64};
     case DecodePipeline::Content::sound:
         return {"decodebin", {Kind::sound, true}, soundCaps, 8, 8};
     default:
