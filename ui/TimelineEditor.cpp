@@ -131,7 +131,7 @@ void TimelineEditor::release()
 
 void TimelineEditor::hover(double x)
 {
-    if (!m_interaction)
+    if (m_model && !m_interaction)
         setHoveredHandle(hitTest(x));
 }
 

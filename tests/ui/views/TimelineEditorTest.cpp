@@ -47,6 +47,8 @@ TEST(TimelineEditorTest, WithoutAModelNothingHappens)
 {
     TimelineEditor timeline;
     timeline.setWidth(400);
+    timeline.hover(20);
+    EXPECT_FALSE(timeline.hoveredHandle());
     timeline.press(100);
     timeline.drag(120);
     timeline.release();
