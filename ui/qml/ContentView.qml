@@ -73,6 +73,7 @@ Item {
                 Layout.fillHeight: true
                 Layout.preferredWidth: 310
                 model: view.model
+                onTold: text => view.announce(text)
             }
         }
     }

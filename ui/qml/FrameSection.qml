@@ -8,6 +8,9 @@ ColumnLayout {
 
     required property WindowModel model
 
+    /// What has been done and cannot be heard, for assistive technology.
+    signal told(text: string)
+
     objectName: "frameSection"
     spacing: 12
 
@@ -69,6 +72,9 @@ ColumnLayout {
         Layout.fillWidth: true
         text: qsTr("Swap top and bottom")
         enabled: section.model.editable
-        onClicked: section.model.swapCrops()
+        onClicked: {
+            section.model.swapCrops();
+            section.told(qsTr("Top and bottom swapped"));
+        }
     }
 }

@@ -9,6 +9,8 @@ Rectangle {
     required property WindowModel model
     readonly property bool exporting: model.phase === WindowModel.Exporting
 
+    signal told(text: string)
+
     implicitWidth: 310
     implicitHeight: column.implicitHeight + 44
     color: Theme.panel
@@ -24,6 +26,7 @@ Rectangle {
         FrameSection {
             Layout.fillWidth: true
             model: inspector.model
+            onTold: text => inspector.told(text)
         }
 
         ColumnLayout {

@@ -10,7 +10,7 @@ Item {
     required property WindowModel model
     required property WindowActions actions
     /// What gets the focus back from the menus.
-    required property Item view
+    required property ContentView view
 
     readonly property bool maximised: window.visibility === Window.Maximized
 
@@ -149,7 +149,10 @@ Item {
         sequence: "Space"
         autoRepeat: false
         enabled: strip.model.editable
-        onActivated: strip.model.togglePreviewPlayback()
+        onActivated: {
+            strip.model.togglePreviewPlayback();
+            strip.view.announce(strip.model.previewPlaying ? qsTr("Preview plays") : qsTr("Preview paused"));
+        }
     }
     Shortcut {
         sequence: "F10"

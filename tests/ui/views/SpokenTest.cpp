@@ -85,6 +85,17 @@ TEST_F(SpokenTest, EachStatusIsShownAsANotification)
     EXPECT_EQ(announced(), QStringLiteral("Saved Beach day-vertical.mp4"));
 }
 
+TEST_F(SpokenTest, WhatCannotBeHeardIsANotificationToo)
+{
+    enter(WindowModel::Ready);
+    key(Qt::Key_Space);
+    EXPECT_EQ(announced(), QStringLiteral("Preview paused"));
+    key(Qt::Key_Space);
+    EXPECT_EQ(announced(), QStringLiteral("Preview plays"));
+    click("swapButton");
+    EXPECT_EQ(announced(), QStringLiteral("Top and bottom swapped"));
+}
+
 TEST_F(SpokenTest, TheFocusGoesFromTheChoiceOfAClipToTheFirstCrop)
 {
     focus("chooseFirstButton");
