@@ -1,9 +1,11 @@
 #include "platform/gstreamer/GstAsset.h"
 
+#include "platform/gstreamer/Discovery.h"
 #include "platform/gstreamer/SampleSource.h"
 
 #include <chrono>
 #include <stdexcept>
+#include <string_view>
 
 namespace stackreel
 {
@@ -11,20 +13,78 @@ namespace stackreel
 namespace
 {
 
-constexpr auto patience = std::chrono::seconds(10);
+constexpr int timeoutSeconds = 10;
+
+/// Whether the preview needs what is missing. Without a decoder for the sound it plays in silence; files from
+/// cameras also carry tracks of data that nothing decodes.
+bool isNeeded(std::string_view detail)
+{
+    for (std::string_view needed : {"|decoder-video/", "|demuxer", "|element-"}) {
+        if (detail.find(needed) != std::string_view::npos)
+            return true;
+    }
+    return false;
+}
+
+bool lacksNothingNeeded(GstDiscovererInfo* info)
+{
+    if (gst_discoverer_info_get_result(info) == GST_DISCOVERER_OK)
+        return true;
+    const gchar** detail = gst_discoverer_info_get_missing_elements_installer_details(info);
+    for (; detail && *detail; ++detail) {
+        if (isNeeded(*detail))
+            return false;
+    }
+    return true;
+}
+
+int countVideoTracks(GstDiscovererInfo* info)
+{
+    int count = 0;
+    GList* streams = gst_discoverer_info_get_video_streams(info);
+    for (GList* stream = streams; stream; stream = stream->next) {
+        if (!gst_discoverer_video_info_is_image(GST_DISCOVERER_VIDEO_INFO(stream->data)))
+            ++count;
+    }
+    gst_discoverer_stream_info_list_free(streams);
+    return count;
+}
 
 } // namespace
 
-bool GstAsset::showsPictures(const std::stop_token& stop)
+const GstAsset::Facts& GstAsset::facts(const std::stop_token& stop)
 {
-    if (m_showsPictures)
-        return *m_showsPictures;
+    if (!m_facts)
+        m_facts = findOut(stop);
+    return *m_facts;
+}
+
+GstAsset::Facts GstAsset::findOut(const std::stop_token& stop) const
+{
+    try {
+        const DiscovererInfoPtr info = discover(m_file, timeoutSeconds, stop);
+        return {lacksNothingNeeded(info.get()), countVideoTracks(info.get())};
+    } catch (const std::runtime_error&) {
+        if (!showsPicture(stop))
+            throw;
+        return {.playable = true, .videoTracks = 1};
+    }
+}
+
+bool GstAsset::showsPicture(const std::stop_token& stop) const
+{
     SampleSource source(m_file, DecodePipeline::Content::pictures, stop);
-    const bool shows = source.next(std::chrono::steady_clock::now() + patience) != nullptr;
-    if (stop.stop_requested())
-        throw std::runtime_error("stopped before anything was found out");
-    m_showsPictures = shows;
-    return shows;
+    return source.next(std::chrono::steady_clock::now() + std::chrono::seconds(timeoutSeconds)) != nullptr;
+}
+
+bool GstAsset::isPlayable(std::stop_token stop)
+{
+    return facts(stop).playable;
+}
+
+int GstAsset::videoTrackCount(std::stop_token stop)
+{
+    return facts(stop).videoTracks;
 }
 
 } // namespace stackreel

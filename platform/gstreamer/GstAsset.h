@@ -8,22 +8,29 @@
 namespace stackreel
 {
 
-/// An asset judged by what the player would make of it: it can be played when a picture comes out, whatever
-/// becomes of its sound. Tried once, at the first question, and given up after ten seconds.
+/// An asset judged by GStreamer's own discovery, which decodes the beginning of every stream. One damaged
+/// stream ends it for all; what shows a picture all the same can be played, if in silence. All this happens
+/// once, at the first question, and is given up after ten seconds, as is the look for a picture.
 class GstAsset : public Asset
 {
 public:
     explicit GstAsset(std::filesystem::path file) : m_file(std::move(file)) {}
 
-    bool isPlayable(std::stop_token stop) override { return showsPictures(stop); }
-    /// Counts only the one track that is shown.
-    int videoTrackCount(std::stop_token stop) override { return showsPictures(stop) ? 1 : 0; }
+    bool isPlayable(std::stop_token stop) override;
+    int videoTrackCount(std::stop_token stop) override;
 
 private:
-    bool showsPictures(const std::stop_token& stop);
+    struct Facts {
+        bool playable = false;
+        int videoTracks = 0;
+    };
+
+    const Facts& facts(const std::stop_token& stop);
+    Facts findOut(const std::stop_token& stop) const;
+    bool showsPicture(const std::stop_token& stop) const;
 
     std::filesystem::path m_file;
-    std::optional<bool> m_showsPictures;
+    std::optional<Facts> m_facts;
 };
 
 } // namespace stackreel
