@@ -128,9 +128,14 @@ TEST_F(OddClipsTest, repeatsARangeInEveryContainer)
         const char* name;
         const char* output;
     } rows[] = {
-        {"container.mov", ""}, {"container.mkv", ""},
-        {"container.avi", ""}, {"container.webm", "-c:v libvpx -deadline realtime -b:v 2M -g 30"},
-        {"container.ts", ""},  {"container.flv", ""},
+        {"container.mov", ""},
+        {"container.mkv", ""},
+        {"container.avi", ""},
+        {"container.webm", "-c:v libvpx -deadline realtime -b:v 2M -g 30"},
+        {"container.ts", ""},
+        {"container.flv", ""},
+        {"jpeg.mov", "-c:v mjpeg -bf 0 -pix_fmt yuvj420p"},
+        {"png.mov", "-c:v png -bf 0 -pix_fmt rgb24"},
     };
     for (const auto& row : rows) {
         const MarkedClip clip{.name = row.name, .frames = 120, .keyInterval = 30, .output = row.output};

@@ -13,49 +13,36 @@
 namespace stackreel
 {
 
-// A named pipe that has a writer who writes nothing.
+// A named pipe, which opens when somebody writes to it.
 StuckFile::StuckFile()
 {
     if (::mkfifo(m_path.c_str(), 0600) != 0)
         throw std::system_error(errno, std::generic_category(), "mkfifo");
+    m_watchdog = std::jthread([this](const std::stop_token& stop) {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait_for(lock, stop, ceiling, [] { return false; });
+        lock.unlock();
+        if (!stop.stop_requested())
+            letGo();
+    });
 }
 
 StuckFile::~StuckFile()
 {
+    m_watchdog = {};
     letGo();
-}
-
-bool StuckFile::isBeingRead()
-{
-    // Without a reader there cannot be a writer that does not wait.
-    const bool opened = eventually([this] {
-        m_writer = ::open(m_path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
-        return m_writer >= 0;
-    });
-    if (opened)
-        m_watchdog = std::jthread([this](const std::stop_token& stop) {
-            std::unique_lock lock(m_mutex);
-            m_changed.wait_for(lock, stop, ceiling, [] { return false; });
-            lock.unlock();
-            closeWriter();
-        });
-    return opened;
 }
 
 bool StuckFile::letGo()
 {
-    const bool stuck = closeWriter();
-    m_watchdog = {};
-    return stuck;
-}
-
-bool StuckFile::closeWriter()
-{
     const std::lock_guard lock(m_mutex);
-    std::error_code gone;
-    std::filesystem::remove(m_path, gone); // or whoever opens it again would wait for another writer
-    const int writer = std::exchange(m_writer, -1);
-    return writer >= 0 && ::close(writer) == 0;
+    if (std::exchange(m_gone, true))
+        return false;
+    const int writer = ::open(m_path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+    std::error_code ignored;
+    std::filesystem::remove(m_path, ignored); // who comes later would wait again
+    ::close(writer);
+    return true;
 }
 
 } // namespace stackreel
