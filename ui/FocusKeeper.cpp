@@ -41,13 +41,13 @@ void FocusKeeper::giveBack()
         item->forceActiveFocus(m_showedFocus ? Qt::ShortcutFocusReason : Qt::PopupFocusReason);
 }
 
-void FocusKeeper::takePointerOff(QQuickItem* item)
+void FocusKeeper::takePointerOff(QQuickItem* title)
 {
-    if (item == nullptr)
+    if (title == nullptr || !title->property("highlighted").toBool())
         return;
     const QPointF outside(-1, -1);
     QHoverEvent leave(QEvent::HoverLeave, outside, outside, outside);
-    QCoreApplication::sendEvent(item, &leave);
+    QCoreApplication::sendEvent(title, &leave);
 }
 
 } // namespace stackreel

@@ -28,8 +28,9 @@ public:
     /// shows its focus again if it did.
     Q_INVOKABLE void giveBack();
 
-    /// Has an item take the pointer for gone, until it moves again.
-    Q_INVOKABLE static void takePointerOff(QQuickItem* item);
+    /// Has the title of a menu that closes take the pointer for gone. Not the title of one that makes place
+    /// for the next, which is no longer highlighted: it would be entered anew and take the menus back.
+    Q_INVOKABLE static void takePointerOff(QQuickItem* title);
 
 Q_SIGNALS:
     void contentChanged();

@@ -162,6 +162,25 @@ TEST(MenuTest, TheMenusWorkByKeyboardAlone)
     EXPECT_EQ(offline.world().openPanel->timesShown(), 1U);
 }
 
+TEST(MenuTest, KeysGoFromMenuToMenuWhereverThePointerRests)
+{
+    OfflineWindow offline;
+    const QPoint file = centre(menuTitle(offline, QStringLiteral("File")));
+    const auto tremble = [&] {
+        for (const int x : {-2, 2}) {
+            QTest::mouseMove(&offline.window(), file + QPoint(x, 0));
+            OfflineWindow::settle();
+        }
+    };
+    clickMenu(offline, QStringLiteral("File"));
+    tremble();
+    ASSERT_TRUE(offline.item(choose).isVisible());
+    offline.key(Qt::Key_Right);
+    tremble();
+    EXPECT_TRUE(offline.item(toggle).isVisible());
+    EXPECT_FALSE(offline.item(choose).isVisible());
+}
+
 TEST(MenuTest, AMenuThatAKeyHasClosedLeavesTheOthersClosed)
 {
     OfflineWindow offline;
@@ -177,9 +196,9 @@ TEST(MenuTest, AMenuThatAKeyHasClosedLeavesTheOthersClosed)
     EXPECT_TRUE(offline.item(choose).isVisible());
     offline.key(Qt::Key_Escape);
     EXPECT_FALSE(offline.item(choose).isVisible());
-    EXPECT_FALSE(menuTitle(offline, QStringLiteral("File")).property("highlighted").toBool());
     point("Playback");
     EXPECT_FALSE(offline.item(toggle).isVisible());
+    EXPECT_FALSE(menuTitle(offline, QStringLiteral("File")).property("highlighted").toBool());
     clickMenu(offline, QStringLiteral("Playback"));
     EXPECT_TRUE(offline.item(toggle).isVisible());
     point("File");
