@@ -78,6 +78,9 @@ T.ComboBox {
         highlighted: index === picker.highlightedIndex
     }
     popup: T.Popup {
+        // To assistive technology it is a dialog, which the toolkit leaves without a name.
+        onAboutToShow: contentItem.parent.Accessible.name = picker.Accessible.name
+
         y: picker.height + 4
         width: picker.width
         padding: 4

@@ -1,0 +1,65 @@
+"""What pops up over the window has a name of its own for assistive technology: menus, the picker's list, the box about the
+program and hints."""
+
+from accessible import AccessibleDesktop, AccessibleProgram, descendants, heard, is_showing
+from desktop import Program
+from window_test import WindowTest, executable, main
+
+MAIN = "Stackreel"
+MENUS = {"Stackreel": ["About Stackreel", "Check for Updates…", "Quit"], "File": ["Choose Video…"],
+         "Playback": ["Play Preview"]}
+
+
+class Popups(WindowTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = AccessibleDesktop()
+        cls.addClassCleanup(cls.desktop.close)
+
+    def setUp(self):
+        self.program = Program(self.desktop, executable)
+        self.addCleanup(self.program.close)
+        self.spoken = AccessibleProgram(self.program.process.pid)
+
+    def tearDown(self):
+        self.program.key("ctrl+q")
+        self.assertEqual((self.program.wait(), self.program.complaints()), (0, ""))
+
+    def items(self, role, name):
+        """What shows in the popup of this role and name, once it is there."""
+        found = self.spoken.find(MAIN, role, name)
+        return [each.get_name() for each in descendants(found) if is_showing(each) and each.get_name()]
+
+    def test_menus(self):
+        for menu, items in MENUS.items():
+            with self.subTest(menu):
+                title = self.spoken.find(MAIN, "menu item", menu)
+                self.spoken.perform(title, "Press")
+                self.assertEqual(self.items("popup menu", menu), items)
+                self.program.key("Escape")
+                self.await_gone("popup menu")
+
+    def test_the_list_of_shapes(self):
+        self.spoken.act(MAIN, "combo box", "Aspect ratio", "Press")
+        self.assertEqual(self.items("dialog", "Aspect ratio"), ["9:16", "4:5", "1:1", "Custom"])
+        # Whoever opened it without a key can go on with keys.
+        self.program.key("Escape")
+        self.await_gone("dialog")
+
+    def test_the_box_about_the_program(self):
+        self.spoken.act_in_menu(MAIN, "Stackreel", "About Stackreel")
+        self.assertIn("Close", self.items("dialog", "About Stackreel"))
+        self.program.key("Escape")
+        self.await_gone("dialog")
+
+    def test_a_hint(self):
+        self.program.point(self.program.size()[0] - 21, 15)
+        self.spoken.find(MAIN, "tool tip", "Close")
+
+    def await_gone(self, role):
+        heard(lambda: not any(each.get_role_name() == role and is_showing(each)
+                              for each in descendants(self.spoken.window(MAIN))), f"no {role} any more")
+
+
+if __name__ == "__main__":
+    main()
