@@ -59,6 +59,8 @@ MotionPreference::MotionPreference(const std::function<QDBusConnection()>& bus, 
 
 void MotionPreference::askPortal(QDBusConnection bus)
 {
+    // Qt finds the slot below by the names of its types, and knows this one only after its first message.
+    qRegisterMetaType<QDBusVariant>();
     bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(followPortal(QString, QString, QDBusVariant)));
     QDBusMessage read =
