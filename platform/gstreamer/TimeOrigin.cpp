@@ -100,8 +100,20 @@ void TimeOrigin::heed(GstPad* pad)
 
 void TimeOrigin::probe(GstPad* pad, int types, GstPadProbeCallback callback)
 {
-    gst_pad_add_probe(pad, static_cast<GstPadProbeType>(types), callback, new std::shared_ptr<State>(m_state),
-                      [](gpointer state) { delete static_cast<std::shared_ptr<State>*>(state); });
+    gst_pad_add_probe(pad, static_cast<GstPadProbeType>(types), callback, share(), letGo);
+}
+
+gpointer TimeOrigin::share() const
+{
+    auto* const shared = new std::shared_ptr<State>(m_state);
+    const Handover handover;
+    return shared;
+}
+
+void TimeOrigin::letGo(gpointer shared)
+{
+    const Handover handover;
+    delete static_cast<std::shared_ptr<State>*>(shared);
 }
 
 void TimeOrigin::expectNoMore()
@@ -117,8 +129,7 @@ void TimeOrigin::hurry()
         return;
     GstClock* clock = gst_system_clock_obtain();
     m_timer = gst_clock_new_single_shot_id(clock, gst_clock_get_time(clock) + patience);
-    gst_clock_id_wait_async(m_timer, onImpatience, new std::shared_ptr<State>(m_state),
-                            [](gpointer state) { delete static_cast<std::shared_ptr<State>*>(state); });
+    gst_clock_id_wait_async(m_timer, onImpatience, share(), letGo);
     gst_object_unref(clock);
 }
 

@@ -47,6 +47,9 @@ private:
     static gboolean onImpatience(GstClock* clock, GstClockTime time, GstClockID timer, gpointer state);
 
     void probe(GstPad* pad, int types, GstPadProbeCallback callback);
+    /// A share of the state for what GStreamer calls back, which gives it to `letGo` in the end.
+    gpointer share() const;
+    static void letGo(gpointer shared);
 
     std::shared_ptr<State> m_state;
     GstClockID m_timer = nullptr;
