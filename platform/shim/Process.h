@@ -15,9 +15,9 @@ inline constexpr int notStartedStatus = 126;
 inline constexpr int cannotEncodeStatus = 1;
 
 /// Everything the program at `path` writes to its standard output when run with `arguments` (its own name not
-/// among them), to the last byte. Its standard input is empty and its standard error is dropped. Nothing where
-/// it cannot be started, ends with another status than 0, or dies by a signal. No shell is involved and no
-/// descriptor but the three standard ones reaches it beyond those this process was itself handed down. The
+/// among them), to the last byte. Its standard input is empty and its standard error is dropped. Nothing
+/// where it cannot be started, ends with another status than 0, or dies by a signal. No shell is involved and
+/// no descriptor but the three standard ones reaches it beyond those this process was itself handed down. The
 /// child is reaped.
 std::optional<std::string> outputOf(const std::string& path, const std::vector<std::string>& arguments);
 

@@ -47,8 +47,9 @@ def inside(program, info, folder):
     put_in_place(folder, "/etc/resolv.conf", RESOLVER)
     put_in_place(folder, "/etc/nsswitch.conf", "passwd: files\ngroup: files\nhosts: dns\n")
     # The key is that of all zeros; nothing comes as far as to be verified with it.
-    put_in_place(folder, info, json.dumps({"SUFeedURL": "https://feed.stackreel.test/feed",
-                                           "SUPublicEDKey": "A" * 43 + "="}))
+    put_in_place(
+        folder, info, json.dumps({"SUFeedURL": "https://feed.stackreel.test/feed", "SUPublicEDKey": "A" * 43 + "="})
+    )
     server = silent_name_server()
     environment = dict(os.environ, HOME=folder, XDG_STATE_HOME=folder, QT_QPA_PLATFORM="offscreen")
     running = subprocess.Popen([program], env=environment)

@@ -66,7 +66,9 @@ class Accessibility(WindowTest):
         for action in ("Decrease", "Decrease", "Increase", "Scroll Up"):
             self.spoken.act(MAIN, "radio button", "Bottom", action)
         chosen = self.spoken.find(MAIN, "radio button", "Bottom")
-        heard(lambda: chosen.get_state_set().contains(Atspi.StateType.CHECKED), "the crop last moved as the selected one")
+        heard(
+            lambda: chosen.get_state_set().contains(Atspi.StateType.CHECKED), "the crop last moved as the selected one"
+        )
         return top.moved(10, 20), bottom.widened(-10, PANEL).moved(0, -10)
 
     def test_the_menus_do_what_they_do_for_others(self):
@@ -114,8 +116,11 @@ class Accessibility(WindowTest):
         heard(lambda: "Video position" in values, "an event for a step")
         self.spoken.act(MAIN, "slider", "Trim start", "Increase")
         heard(lambda: "Trim start" in values, "an event for a step")
-        self.assertAlmostEqual(self.spoken.find(MAIN, "slider", "Trim start").get_value_iface().get_minimum_increment(),
-                               0.01, msg="the decimals that a quarter second needs")
+        self.assertAlmostEqual(
+            self.spoken.find(MAIN, "slider", "Trim start").get_value_iface().get_minimum_increment(),
+            0.01,
+            msg="the decimals that a quarter second needs",
+        )
         self.spoken.act(MAIN, "radio button", "Top", "Scroll Right")
         heard(lambda: any(str(text).startswith("Left 61, top ") for text in texts), "where a crop has come to")
         self.close_window()
@@ -127,8 +132,10 @@ class Accessibility(WindowTest):
 
     def test_each_status_is_a_notification(self):
         shown = []
-        self.listen("object:state-changed:showing", lambda event: event.detail1 and shown.append(
-            (event.source.get_role_name(), event.source.get_name())))
+        self.listen(
+            "object:state-changed:showing",
+            lambda event: event.detail1 and shown.append((event.source.get_role_name(), event.source.get_name())),
+        )
         self.spoken.act(MAIN, "push button", "Choose a video", "Press")
         self.spoken.choose_file(OPEN_PANEL, self.clip, "Choose Video")
         heard(lambda: ("notification", self.clip.name) in shown, "a notification")
@@ -164,8 +171,9 @@ class Accessibility(WindowTest):
 
     def assert_all_is_named(self):
         """What shows has a name and a role; what only holds others may do without a name."""
-        shown = heard(lambda: [each for each in descendants(self.spoken.window(MAIN)) if is_showing(each)],
-                      "a window's content")
+        shown = heard(
+            lambda: [each for each in descendants(self.spoken.window(MAIN)) if is_showing(each)], "a window's content"
+        )
         self.assertGreater(len(shown), 15)
         for each in shown:
             with self.subTest(described(each)):

@@ -18,9 +18,13 @@ class AccessibilityBus(MessageBus):
         super().__init__(environment)
         # This process joins the same buses, and not those of the person who runs the tests.
         os.environ.pop("DISPLAY", None)
-        os.environ.update({name: environment[name]
-                           for name in ("DISPLAY", "HOME", "XDG_RUNTIME_DIR", "DBUS_SESSION_BUS_ADDRESS")
-                           if name in environment})
+        os.environ.update(
+            {
+                name: environment[name]
+                for name in ("DISPLAY", "HOME", "XDG_RUNTIME_DIR", "DBUS_SESSION_BUS_ADDRESS")
+                if name in environment
+            }
+        )
         self.announce_assistive_technology()
         Atspi.init()
         Atspi.set_timeout(CEILING * 1000, CEILING * 1000)
@@ -30,9 +34,16 @@ class AccessibilityBus(MessageBus):
         connection = Gio.bus_get_sync(Gio.BusType.SESSION)
         connection.set_exit_on_close(False)
         connection.call_sync(
-            "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
-            GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))), None,
-            Gio.DBusCallFlags.NONE, CEILING * 1000)
+            "org.a11y.Bus",
+            "/org/a11y/bus",
+            "org.freedesktop.DBus.Properties",
+            "Set",
+            GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))),
+            None,
+            Gio.DBusCallFlags.NONE,
+            CEILING * 1000,
+        )
+
 
 class AccessibleDesktop(Desktop):
     """A desktop with assistive technology."""
@@ -48,6 +59,7 @@ class AccessibleDesktop(Desktop):
 
 def heard(condition, what):
     """Waits for the condition, while events are delivered and nothing old is remembered."""
+
     def look():
         while GLib.MainContext.default().iteration(False):
             pass
@@ -55,6 +67,7 @@ def heard(condition, what):
             return condition()
         except GLib.Error:  # It went away under the question.
             return None
+
     return eventually(look, what)
 
 
@@ -93,25 +106,38 @@ class AccessibleProgram:
         def find():
             found = [self.application.get_child_at_index(index) for index in range(self.application.get_child_count())]
             return next((each for each in found if each is not None and each.get_name() == title), None)
+
         return heard(find, f"a window “{title}”")
 
     def find(self, window, role, name):
         """The showing control of this role and name in the window with this title, once there is one."""
+
         def look():
-            return next((each for each in descendants(self.window(window)) if is_showing(each)
-                         and (each.get_role_name(), each.get_name()) == (role, name)), None)
+            return next(
+                (
+                    each
+                    for each in descendants(self.window(window))
+                    if is_showing(each) and (each.get_role_name(), each.get_name()) == (role, name)
+                ),
+                None,
+            )
+
         return heard(look, f"{role} “{name}” in “{window}”")
 
     def status(self, window):
         """What the status line of the window says."""
-        return next((each.get_name() for each in descendants(self.window(window))
-                     if each.get_role_name() == "status bar"), "")
+        return next(
+            (each.get_name() for each in descendants(self.window(window)) if each.get_role_name() == "status bar"), ""
+        )
 
     def act(self, window, role, name, action):
         """Has an enabled control do one of the things it says it can do."""
         control = self.find(window, role, name)
-        heard(lambda: control.get_state_set().contains(Atspi.StateType.ENABLED)
-              and not control.get_description().startswith("Not available"), f"an enabled “{name}”")
+        heard(
+            lambda: control.get_state_set().contains(Atspi.StateType.ENABLED)
+            and not control.get_description().startswith("Not available"),
+            f"an enabled “{name}”",
+        )
         self.perform(control, action)
 
     @staticmethod
@@ -123,9 +149,19 @@ class AccessibleProgram:
 
     def act_in_menu(self, window, menu, item):
         """Opens a menu of the window and has one of its items do what it does."""
-        title = heard(lambda: next((each for each in descendants(self.window(window)) if is_showing(each)
-                                    and each.get_role_name() in ("menu", "menu bar", "menu item")
-                                    and each.get_name() == menu), None), f"a menu “{menu}”")
+        title = heard(
+            lambda: next(
+                (
+                    each
+                    for each in descendants(self.window(window))
+                    if is_showing(each)
+                    and each.get_role_name() in ("menu", "menu bar", "menu item")
+                    and each.get_name() == menu
+                ),
+                None,
+            ),
+            f"a menu “{menu}”",
+        )
         self.perform(title, "Press")
         self.act(window, "menu item", item, "Press")
 

@@ -15,7 +15,17 @@ from window_test import WindowTest, executable, main
 MAIN = "Stackreel"
 OPEN_PANEL = "Choose a horizontal video"
 SAVE_PANEL = "Export vertical video"
-NAMES = ("two words", "100% %s %20", "-y", "it's a 'quote'", "Ärger mit é", "日本語", "$(touch x); a & b", "a:b|c*?", "two\nlines")
+NAMES = (
+    "two words",
+    "100% %s %20",
+    "-y",
+    "it's a 'quote'",
+    "Ärger mit é",
+    "日本語",
+    "$(touch x); a & b",
+    "a:b|c*?",
+    "two\nlines",
+)
 
 
 class Breaking(WindowTest):
@@ -60,6 +70,7 @@ class Breaking(WindowTest):
         def says():
             seen[0] = self.spoken.status(MAIN)
             return all(part in seen[0] for part in parts)
+
         try:
             heard(says, "a status")
         except AssertionError:
@@ -148,8 +159,10 @@ class Breaking(WindowTest):
         # The toolkit's field for a file to open takes these marks for separators; that for one to save does not.
         self.export_to(self.out / 'say "hi".mp4')
         self.await_status('Saved say "hi".mp4')
-        self.assertEqual(sorted(each.name for each in self.out.iterdir()),
-                         sorted(['say "hi".mp4', *(f"{name}-vertical.mp4" for name in NAMES)]))
+        self.assertEqual(
+            sorted(each.name for each in self.out.iterdir()),
+            sorted(['say "hi".mp4', *(f"{name}-vertical.mp4" for name in NAMES)]),
+        )
 
 
 if __name__ == "__main__":

@@ -11,8 +11,10 @@ H264 = ["-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-c:a"
 
 
 def make_clip(file, size, seconds=6):
-    subprocess.run([*FFMPEG, "-f", "lavfi", "-i", f"testsrc2=size={size}:rate=30:duration={seconds}", *SOUND, *H264,
-                    str(file)], check=True)
+    subprocess.run(
+        [*FFMPEG, "-f", "lavfi", "-i", f"testsrc2=size={size}:rate=30:duration={seconds}", *SOUND, *H264, str(file)],
+        check=True,
+    )
 
 
 def make_sound(file):
@@ -23,15 +25,40 @@ def make_mosaic(file, codec=H264):
     """A clip of 1280 × 720 and 6 s, each second another picture of random blocks of 8 × 8, so that a crop that is off
     by a little, or of another second, looks quite different."""
     blocks = random.Random(720).randbytes(160 * 90 * 3 * 6)
-    subprocess.run(["ffmpeg", "-hide_banner", "-loglevel", "error", "-y",
-                    "-f", "rawvideo", "-pix_fmt", "rgb24", "-video_size", "160x90", "-framerate", "1", "-i", "-",
-                    *SOUND, "-vf", "fps=30,scale=1280:720:flags=neighbor", *codec, str(file)],
-                   input=blocks, check=True)
+    subprocess.run(
+        [
+            "ffmpeg",
+            "-hide_banner",
+            "-loglevel",
+            "error",
+            "-y",
+            "-f",
+            "rawvideo",
+            "-pix_fmt",
+            "rgb24",
+            "-video_size",
+            "160x90",
+            "-framerate",
+            "1",
+            "-i",
+            "-",
+            *SOUND,
+            "-vf",
+            "fps=30,scale=1280:720:flags=neighbor",
+            *codec,
+            str(file),
+        ],
+        input=blocks,
+        check=True,
+    )
 
 
 def probe(file):
-    report = subprocess.run(["ffprobe", "-v", "error", "-show_streams", "-show_format", "-of", "json", str(file)],
-                            capture_output=True, check=True).stdout
+    report = subprocess.run(
+        ["ffprobe", "-v", "error", "-show_streams", "-show_format", "-of", "json", str(file)],
+        capture_output=True,
+        check=True,
+    ).stdout
     return json.loads(report)
 
 
@@ -42,9 +69,24 @@ def is_whole(file):
 
 def frame_picture(file, second, filters, form="gray"):
     """The pixels of one frame, row by row; their brightness, unless told otherwise."""
-    return subprocess.run([*FFMPEG, "-ss", str(second), "-i", str(file), "-frames:v", "1",
-                           "-vf", f"{filters},format={form}", "-f", "rawvideo", "-"],
-                          capture_output=True, check=True).stdout
+    return subprocess.run(
+        [
+            *FFMPEG,
+            "-ss",
+            str(second),
+            "-i",
+            str(file),
+            "-frames:v",
+            "1",
+            "-vf",
+            f"{filters},format={form}",
+            "-f",
+            "rawvideo",
+            "-",
+        ],
+        capture_output=True,
+        check=True,
+    ).stdout
 
 
 def mean_difference(one, other):
@@ -60,7 +102,8 @@ def half_difference(result, half, source, crop):
     x, y, crop_width, crop_height = crop
     return mean_difference(
         frame_picture(*result, f"crop={width}:{height}:0:{half * height}"),
-        frame_picture(*source, f"crop={crop_width}:{crop_height}:{x}:{y},scale={width}:{height}:flags=bicubic"))
+        frame_picture(*source, f"crop={crop_width}:{crop_height}:{x}:{y},scale={width}:{height}:flags=bicubic"),
+    )
 
 
 class Crop:

@@ -26,8 +26,12 @@ class MessageBus:
 
     def __init__(self, environment):
         self.daemon = subprocess.Popen(
-            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"], text=True,
-            env=environment | {"GSETTINGS_BACKEND": "memory"}, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"],
+            text=True,
+            env=environment | {"GSETTINGS_BACKEND": "memory"},
+            stdout=subprocess.PIPE,
+            stderr=subprocess.DEVNULL,
+        )
         environment["DBUS_SESSION_BUS_ADDRESS"] = self.daemon.stdout.readline().strip()
 
     def close(self):
@@ -50,16 +54,26 @@ class Desktop:
         read, write = os.pipe()
         self.server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(write), "-screen", "0", f"{self.SCREEN}x24", "-nolisten", "tcp"],
-            pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            pass_fds=[write],
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL,
+        )
         os.close(write)
         with os.fdopen(read) as numbers:
             display = ":" + numbers.readline().strip()
         self.environment = {
-            "PATH": os.environ["PATH"], "HOME": str(self.home), "LANG": "C.UTF-8", "DISPLAY": display,
-            "XDG_RUNTIME_DIR": str(self.folder / "runtime"), "TMPDIR": str(self.folder), "QT_QPA_PLATFORM": "xcb"}
+            "PATH": os.environ["PATH"],
+            "HOME": str(self.home),
+            "LANG": "C.UTF-8",
+            "DISPLAY": display,
+            "XDG_RUNTIME_DIR": str(self.folder / "runtime"),
+            "TMPDIR": str(self.folder),
+            "QT_QPA_PLATFORM": "xcb",
+        }
         self.prepare()
-        self.manager = subprocess.Popen(self.MANAGER, env=self.environment, stdout=subprocess.DEVNULL,
-                                        stderr=subprocess.DEVNULL)
+        self.manager = subprocess.Popen(
+            self.MANAGER, env=self.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
+        )
         eventually(lambda: "_NET_WM_NAME" in self.output("xprop", "-root", "_NET_SUPPORTED"), "a window manager")
 
     def prepare(self):
@@ -83,8 +97,11 @@ class Desktop:
 
     def window(self, title, limit=CEILING):
         """The visible window with this title, once there is one."""
-        return eventually(lambda: self.xdotool("search", "--onlyvisible", "--name", f"^{title}$").split("\n")[0],
-                          f"a window “{title}”", limit)
+        return eventually(
+            lambda: self.xdotool("search", "--onlyvisible", "--name", f"^{title}$").split("\n")[0],
+            f"a window “{title}”",
+            limit,
+        )
 
     def type_path(self, panel_title, path):
         """Types a path into the panel with this title, in place of what stands there, and confirms."""
@@ -109,8 +126,13 @@ class Program:
             environment["PATH"] = f"{tools}:{environment['PATH']}"
         self.errors = open(desktop.folder / f"errors-{time.monotonic_ns()}", "w+")
         # Unlike a shell's background job, it is not told to ignore the interrupt signal.
-        self.process = subprocess.Popen([executable, *arguments], env=environment, stdout=self.errors, stderr=self.errors,
-                                        preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
+        self.process = subprocess.Popen(
+            [executable, *arguments],
+            env=environment,
+            stdout=self.errors,
+            stderr=self.errors,
+            preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL),
+        )
         self.window = desktop.window("Stackreel")
         eventually(lambda: len(self.colours(0, 0, 400, 100)) > 8, "a painted window")
 
@@ -141,18 +163,22 @@ class Program:
 
     def picture(self, x, y, width, height, form="rgb:-"):
         """The bytes of an area, row by row."""
-        return subprocess.run(["import", "-silent", "-window", self.window, "-crop", f"{width}x{height}+{x}+{y}",
-                               "-depth", "8", form], env=self.desktop.environment, capture_output=True).stdout
+        return subprocess.run(
+            ["import", "-silent", "-window", self.window, "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8", form],
+            env=self.desktop.environment,
+            capture_output=True,
+        ).stdout
 
     def colours(self, x, y, width=1, height=1):
         """The colours in an area, as a set."""
         picture = self.picture(x, y, width, height)
-        return {tuple(picture[at:at + 3]) for at in range(0, len(picture) - 2, 3)}
+        return {tuple(picture[at : at + 3]) for at in range(0, len(picture) - 2, 3)}
 
     def screenshot(self, file):
         self.point(self.size()[0] // 2, 20)
-        subprocess.run(["import", "-silent", "-window", self.window, str(file)], env=self.desktop.environment,
-                       check=True)
+        subprocess.run(
+            ["import", "-silent", "-window", self.window, str(file)], env=self.desktop.environment, check=True
+        )
 
     def export_button(self):
         width, height = self.size()

@@ -138,8 +138,10 @@ class EndToEnd(unittest.TestCase):
             program.drag(500, 15, 40, 20)
             moved_left, moved_top, _, _ = program.place()
             # The desktop takes over a few points late, but never early and never with a jump.
-            self.assertTrue(25 <= moved_left - left <= 40 and 10 <= moved_top - top <= 20,
-                            f"round {round}: {(left, top)} to {(moved_left, moved_top)}")
+            self.assertTrue(
+                25 <= moved_left - left <= 40 and 10 <= moved_top - top <= 20,
+                f"round {round}: {(left, top)} to {(moved_left, moved_top)}",
+            )
         left, top, _, _ = program.place()
         program.drag(500, 60, -60, -40)
         self.assertLess(program.place()[0], left)

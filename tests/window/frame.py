@@ -36,16 +36,19 @@ class Frame(WindowTest):
         other sides stay where they are."""
         distance = 40 if inwards else -40
         left, top, right, bottom = before = self.sides()
-        place = {-1: 2, 0: (right - left) // 2}.get(across, right - left - 3), \
-                {-1: 2, 0: (bottom - top) // 2}.get(down, bottom - top - 3)
+        place = {-1: 2, 0: (right - left) // 2}.get(across, right - left - 3), {-1: 2, 0: (bottom - top) // 2}.get(
+            down, bottom - top - 3
+        )
         self.program.drag(*place, -across * distance, -down * distance, steps=20)
         wanted = [side == dragged for dragged, side in ((across, -1), (down, -1), (across, 1), (down, 1))]
         eventually(lambda: self.have_moved(before, wanted, distance), f"{before} resized; it is {self.sides()}")
 
     def have_moved(self, before, wanted, distance):
         # The desktop takes over a few points late, or more of them where it is busy.
-        return all(5 <= (now - then) * sign * (1 if distance > 0 else -1) <= 40 if moved else now == then
-                   for then, now, moved, sign in zip(before, self.sides(), wanted, (1, 1, -1, -1)))
+        return all(
+            5 <= (now - then) * sign * (1 if distance > 0 else -1) <= 40 if moved else now == then
+            for then, now, moved, sign in zip(before, self.sides(), wanted, (1, 1, -1, -1))
+        )
 
     def sides(self):
         left, top, width, height = self.program.place()

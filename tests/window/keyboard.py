@@ -97,8 +97,14 @@ class Keyboard(WindowTest):
 
     def focused(self):
         """Role and name of what has the focus."""
-        return next(((each.get_role_name(), each.get_name()) for each in descendants(self.shown.window(MAIN))
-                     if each.get_state_set().contains(Atspi.StateType.FOCUSED)), None)
+        return next(
+            (
+                (each.get_role_name(), each.get_name())
+                for each in descendants(self.shown.window(MAIN))
+                if each.get_state_set().contains(Atspi.StateType.FOCUSED)
+            ),
+            None,
+        )
 
     def tab_to(self, *wanted):
         passed = []

@@ -23,8 +23,13 @@ LEFT, WIDTH, STRIPE = 42, 768, 40
 
 def has_opengl(desktop):
     """Whether a window of the toolkit's gets a context of OpenGL here."""
-    run = subprocess.run([surface_test, "--gtest_filter=*IsBlackWithoutAPlayer"], capture_output=True, text=True,
-                         env=desktop.environment | OPENGL | {"QSG_INFO": "1"}, timeout=CEILING)
+    run = subprocess.run(
+        [surface_test, "--gtest_filter=*IsBlackWithoutAPlayer"],
+        capture_output=True,
+        text=True,
+        env=desktop.environment | OPENGL | {"QSG_INFO": "1"},
+        timeout=CEILING,
+    )
     return "RENDERER" in run.stderr
 
 
@@ -114,8 +119,13 @@ class OpenGL(WindowTest):
     def test_the_player_surface_keeps_what_it_promises(self):
         for loop, environment in LOOPS.items():
             with self.subTest(loop):
-                run = subprocess.run([surface_test], env=self.desktop.environment | environment, text=True,
-                                     capture_output=True, timeout=CEILING * 5)
+                run = subprocess.run(
+                    [surface_test],
+                    env=self.desktop.environment | environment,
+                    text=True,
+                    capture_output=True,
+                    timeout=CEILING * 5,
+                )
                 self.assertEqual((run.returncode, run.stderr), (0, ""), run.stdout[-3000:])
 
 

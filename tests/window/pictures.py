@@ -28,18 +28,23 @@ class Picture:
     @classmethod
     def of_file(cls, file):
         width = int(subprocess.run(["identify", "-format", "%w", str(file)], capture_output=True, check=True).stdout)
-        return cls(subprocess.run(["convert", str(file), "-depth", "8", "rgb:-"], capture_output=True,
-                                  check=True).stdout, width)
+        return cls(
+            subprocess.run(["convert", str(file), "-depth", "8", "rgb:-"], capture_output=True, check=True).stdout,
+            width,
+        )
 
     def part(self, x, y, width, height):
         rows = (3 * ((y + row) * self.width + x) for row in range(height))
-        return Picture(b"".join(self.rgb[at:at + 3 * width] for at in rows), width)
+        return Picture(b"".join(self.rgb[at : at + 3 * width] for at in rows), width)
 
     def box(self, colour):
         """Left, top, width and height of what is drawn in exactly this colour; None when nothing is. A line or column with
         fewer pixels of it is no edge: a picture of random blocks has any colour somewhere by chance."""
-        places = [match.start() // 3 for match in re.finditer(b"(?=" + re.escape(bytes(colour)) + b")", self.rgb)
-                  if match.start() % 3 == 0]
+        places = [
+            match.start() // 3
+            for match in re.finditer(b"(?=" + re.escape(bytes(colour)) + b")", self.rgb)
+            if match.start() % 3 == 0
+        ]
         columns = edges(each % self.width for each in places)
         rows = edges(each // self.width for each in places)
         if not columns or not rows:
@@ -60,5 +65,11 @@ def upper_stripe(clip, second, width, height):
 
 def shown_second(stripe, clip):
     """Which second of a mosaic the upper stripe of a preview shows, or None. The preview is as wide as its stripe."""
-    return next((second for second in range(6) if ALIKE_ON_SCREEN >
-                 mean_difference(stripe.rgb, upper_stripe(clip, second, stripe.width, stripe.height))), None)
+    return next(
+        (
+            second
+            for second in range(6)
+            if ALIKE_ON_SCREEN > mean_difference(stripe.rgb, upper_stripe(clip, second, stripe.width, stripe.height))
+        ),
+        None,
+    )

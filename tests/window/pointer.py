@@ -121,19 +121,23 @@ class Pointer(WindowTest):
 
     def assert_drawn(self, colour, crop, stroke):
         expected = (*self.place(crop.x, crop.y), crop.width * PICTURE_WIDTH, crop.height * PICTURE_HEIGHT)
-        eventually(lambda: all(abs(is_ - should) <= 2 for is_, should in zip(self.drawn(colour, stroke), expected)),
-                   f"a crop drawn at {expected}")
+        eventually(
+            lambda: all(abs(is_ - should) <= 2 for is_, should in zip(self.drawn(colour, stroke), expected)),
+            f"a crop drawn at {expected}",
+        )
 
     def assert_corner_is_whole(self, crop):
         """The selected crop's corner has all of its dark frame, also over a video that plays."""
         right, bottom = self.place(crop.x + crop.width, crop.y + crop.height)
         seen = self.seen((right - 24, bottom - 24, 28, 28)).rgb
-        self.assertEqual(sum(max(seen[at:at + 3]) <= 2 for at in range(0, len(seen), 3)), 20 * 20 - 12 * 12)
+        self.assertEqual(sum(max(seen[at : at + 3]) <= 2 for at in range(0, len(seen), 3)), 20 * 20 - 12 * 12)
 
     def await_second(self, second):
         """The preview shows this second of the clip; looked at above the crops."""
-        eventually(lambda: shown_second(self.seen((PICTURE_LEFT, self.top_edge, PICTURE_WIDTH, 40)), self.clip)
-                   == second, f"a preview of second {second}")
+        eventually(
+            lambda: shown_second(self.seen((PICTURE_LEFT, self.top_edge, PICTURE_WIDTH, 40)), self.clip) == second,
+            f"a preview of second {second}",
+        )
 
 
 if __name__ == "__main__":

@@ -6,8 +6,11 @@ from desktop import Program
 from window_test import WindowTest, executable, main
 
 MAIN = "Stackreel"
-MENUS = {"Stackreel": ["About Stackreel", "Check for Updates…", "Quit"], "File": ["Choose Video…"],
-         "Playback": ["Play Preview"]}
+MENUS = {
+    "Stackreel": ["About Stackreel", "Check for Updates…", "Quit"],
+    "File": ["Choose Video…"],
+    "Playback": ["Play Preview"],
+}
 
 
 class Popups(WindowTest):
@@ -57,8 +60,12 @@ class Popups(WindowTest):
         self.spoken.find(MAIN, "tool tip", "Close")
 
     def await_gone(self, role):
-        heard(lambda: not any(each.get_role_name() == role and is_showing(each)
-                              for each in descendants(self.spoken.window(MAIN))), f"no {role} any more")
+        heard(
+            lambda: not any(
+                each.get_role_name() == role and is_showing(each) for each in descendants(self.spoken.window(MAIN))
+            ),
+            f"no {role} any more",
+        )
 
 
 if __name__ == "__main__":

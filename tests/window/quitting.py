@@ -65,6 +65,7 @@ class Quitting(WindowTest):
             self.tools.hold("ffprobe")
             program.choose(self.clip)
             eventually(lambda: self.tools.pid("ffprobe"), "a probe")
+
         self.in_every_way(begin)
 
     def test_while_a_copy_for_the_preview_is_made(self):
@@ -72,6 +73,7 @@ class Quitting(WindowTest):
             self.tools.hold("ffmpeg", PROXY)
             program.choose(self.unplayable)
             eventually(lambda: self.tools.pid("ffmpeg"), "a copy that is being made")
+
         self.in_every_way(begin)
 
     def test_while_an_export_is_written(self):
@@ -79,6 +81,7 @@ class Quitting(WindowTest):
             self.load(program, self.long)
             program.export_to(self.out / "never.mp4")
             eventually(lambda: any(each.stat().st_size > 0 for each in self.out.iterdir()), "a file that grows")
+
         self.in_every_way(begin)
 
     def test_while_an_export_takes_no_hints(self):
@@ -87,6 +90,7 @@ class Quitting(WindowTest):
             self.load(program, self.clip)
             program.export_to(self.out / "never.mp4")
             eventually(lambda: self.tools.pid("ffmpeg"), "an encoder")
+
         self.in_every_way(begin, ["SIGTERM"])
 
     def test_while_thumbnails_are_made(self):
@@ -97,6 +101,7 @@ class Quitting(WindowTest):
             self.load(program, self.clip)
             program.click(*program.export_button())
             self.desktop.window("Export vertical video")
+
         self.in_every_way(begin)
 
 

@@ -55,15 +55,20 @@ class Tiling(WindowTest):
         self.assertEqual((self.program.wait(), self.program.complaints()), (0, ""))
 
     def await_place(self, expected):
-        eventually(lambda: self.program.place() == expected, f"the window at {expected}; it is at {self.program.place()}")
+        eventually(
+            lambda: self.program.place() == expected, f"the window at {expected}; it is at {self.program.place()}"
+        )
 
     def test_keys_put_it_into_each_part_of_the_screen_and_back(self):
-        for key, expected in (("super+KP_Left", LEFT), ("super+KP_Right", RIGHT),
-                              ("super+KP_Up", (0, 0, WIDTH, HALF_HEIGHT)),
-                              ("super+KP_Down", (0, HALF_HEIGHT, WIDTH, HALF_HEIGHT)),
-                              ("super+KP_Home", (0, 0, HALF_WIDTH, HALF_HEIGHT)),
-                              ("super+KP_Next", (HALF_WIDTH, HALF_HEIGHT, HALF_WIDTH, HALF_HEIGHT)),
-                              ("alt+F10", WHOLE)):
+        for key, expected in (
+            ("super+KP_Left", LEFT),
+            ("super+KP_Right", RIGHT),
+            ("super+KP_Up", (0, 0, WIDTH, HALF_HEIGHT)),
+            ("super+KP_Down", (0, HALF_HEIGHT, WIDTH, HALF_HEIGHT)),
+            ("super+KP_Home", (0, 0, HALF_WIDTH, HALF_HEIGHT)),
+            ("super+KP_Next", (HALF_WIDTH, HALF_HEIGHT, HALF_WIDTH, HALF_HEIGHT)),
+            ("alt+F10", WHOLE),
+        ):
             with self.subTest(key):
                 self.program.key(key)
                 self.await_place(expected)
@@ -77,8 +82,10 @@ class Tiling(WindowTest):
                     self.drag_to(edge, grip, lambda: self.program.place() == expected)
                     self.drag_to((1300, 600), grip, lambda: self.program.size() == FIRST_SIZE)
                     left, top, width, height = self.program.place()
-                    self.assertTrue(left < 1300 < left + width and top < 600 < top + height,
-                                    f"it came back elsewhere than under the pointer: {(left, top)}")
+                    self.assertTrue(
+                        left < 1300 < left + width and top < 600 < top + height,
+                        f"it came back elsewhere than under the pointer: {(left, top)}",
+                    )
 
     def drag_to(self, target, grip, is_done):
         """Drags the window until the pointer is at a place of the screen, and lets go of it there."""

@@ -27,17 +27,36 @@ class Compositor:
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="stackreel-wayland-"))
         # This compositor has no seat, without which the usual input method of Qt 6.4 crashes.
-        self.environment = {"PATH": os.environ["PATH"], "HOME": str(self.folder), "LANG": "C.UTF-8",
-                            "XDG_RUNTIME_DIR": str(self.folder), "TMPDIR": str(self.folder),
-                            "WAYLAND_DISPLAY": "wayland-test", "QT_QPA_PLATFORM": "wayland",
-                            "QT_IM_MODULE": "compose"}
+        self.environment = {
+            "PATH": os.environ["PATH"],
+            "HOME": str(self.folder),
+            "LANG": "C.UTF-8",
+            "XDG_RUNTIME_DIR": str(self.folder),
+            "TMPDIR": str(self.folder),
+            "WAYLAND_DISPLAY": "wayland-test",
+            "QT_QPA_PLATFORM": "wayland",
+            "QT_IM_MODULE": "compose",
+        }
         self.journal = self.folder / "journal"
         # Large enough for the window at twice its size; with leave to take pictures of it.
         self.process = subprocess.Popen(
-            ["weston", "--backend=headless-backend.so", "--use-pixman", "--width=2600", "--height=1800", "--debug",
-             "--socket=wayland-test", "--no-config", "--idle-time=0", "--logger-scopes=log,proto",
-             f"--log={self.journal}"],
-            env=self.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            [
+                "weston",
+                "--backend=headless-backend.so",
+                "--use-pixman",
+                "--width=2600",
+                "--height=1800",
+                "--debug",
+                "--socket=wayland-test",
+                "--no-config",
+                "--idle-time=0",
+                "--logger-scopes=log,proto",
+                f"--log={self.journal}",
+            ],
+            env=self.environment,
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL,
+        )
         socket = self.folder / "wayland-test"
         eventually(lambda: socket.exists() or self.process.poll() is not None, "a compositor")
         self.runs = self.process.poll() is None
@@ -48,8 +67,13 @@ class Compositor:
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def start(self, scale):
-        return subprocess.Popen([executable], env=self.environment | {"QT_SCALE_FACTOR": str(scale)},
-                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        return subprocess.Popen(
+            [executable],
+            env=self.environment | {"QT_SCALE_FACTOR": str(scale)},
+            stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE,
+            text=True,
+        )
 
     def shows(self, application):
         """Whether a surface with content of the client with this name is on the output."""
@@ -60,8 +84,15 @@ class Compositor:
     def screenshot(self, file):
         """The whole output, into a file."""
         folder = pathlib.Path(tempfile.mkdtemp(dir=self.folder))
-        subprocess.run(["weston-screenshooter"], cwd=folder, env=self.environment, check=True, timeout=CEILING,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        subprocess.run(
+            ["weston-screenshooter"],
+            cwd=folder,
+            env=self.environment,
+            check=True,
+            timeout=CEILING,
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL,
+        )
         shutil.move(next(folder.iterdir()), file)
 
     def seen(self):
@@ -113,8 +144,12 @@ class Wayland(WindowTest):
         left, top, width, height = box[0] + scale, box[1] + scale, box[2] - 2 * scale, box[3] - 2 * scale
         self.assertAlmostEqual(width, crop.width * picture_width, delta=3, msg="the lower crop's width on screen")
         self.assertAlmostEqual(height, crop.height * picture_height, delta=3, msg="its height")
-        stripe = seen.part(round(left - crop.x * picture_width), round(top - crop.y * picture_height),
-                           picture_width, round(0.1 * picture_height))
+        stripe = seen.part(
+            round(left - crop.x * picture_width),
+            round(top - crop.y * picture_height),
+            picture_width,
+            round(0.1 * picture_height),
+        )
         second = shown_second(stripe, self.clip)
         return None if second is None else str(second)
 
