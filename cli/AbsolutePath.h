@@ -6,7 +6,7 @@ namespace stackreel
 {
 
 /// The path made absolute against the working directory, so that no tool takes it for an option. Throws
-/// `CliError` for a relative path where the working directory does not exist any more.
+/// `CliError` for a relative path when the working directory no longer exists.
 std::filesystem::path absolutePath(const std::filesystem::path& path);
 
 } // namespace stackreel

@@ -8,10 +8,10 @@ namespace stackreel
 
 /// The arguments of a program as a dry run prints them. Pure.
 struct ArgumentsText {
-    /// One per line, bytes as they are.
+    /// One argument per line, with its bytes unchanged.
     static std::string lines(const std::vector<std::string>& arguments);
-    /// A JSON array of strings and a final line feed. Throws `CliError` when an argument is not UTF-8, which
-    /// JSON cannot carry.
+    /// A JSON array of strings and a final line feed. Throws `CliError` when an argument is not UTF-8,
+    /// because JSON cannot represent it.
     static std::string json(const std::vector<std::string>& arguments);
 };
 

@@ -5,8 +5,8 @@
 namespace stackreel
 {
 
-/// A command that cannot be carried out. `what()` is a whole sentence for the user, UTF-8 around the bytes of
-/// any path in it.
+/// A command that cannot be carried out. `what()` is a whole sentence for the user, in UTF-8 except for the
+/// bytes of a path in it.
 class CliError : public std::runtime_error
 {
 public:

@@ -22,10 +22,10 @@ struct ProbeOptions {
 /// `export`: make the vertical video. Paths are as the user wrote them.
 struct ExportOptions {
     std::filesystem::path source;
-    std::optional<std::filesystem::path> destination; ///< none for the proposed name beside the source
+    std::optional<std::filesystem::path> destination; ///< none for the default name beside the source
     ExportSettings settings;
-    std::optional<CropRegion> top;    ///< inside the frame; none for the default pair's
-    std::optional<CropRegion> bottom; ///< inside the frame; none for the default pair's
+    std::optional<CropRegion> top;    ///< inside the frame; none for the default
+    std::optional<CropRegion> bottom; ///< inside the frame; none for the default
     double from = 0;                  ///< seconds, not negative
     std::optional<double> to;         ///< seconds, greater than `from`; none for the source's end
     bool overwrite = false;
@@ -41,7 +41,7 @@ struct Information {
 
 using CliOptions = std::variant<ProbeOptions, ExportOptions, Information, UsageError>;
 
-/// What the arguments, without the program's own name, ask for. Pure: no file is looked at.
+/// The options in the arguments, which come without the program's own name. Pure: no file is accessed.
 CliOptions parseOptions(const std::vector<std::string>& arguments);
 
 } // namespace stackreel

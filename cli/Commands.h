@@ -9,16 +9,16 @@
 namespace stackreel
 {
 
-/// The commands of the program. Each prints its result to standard output and returns when it is done; it
-/// resumes on the calling thread, which needs a running event loop. All throw `CancellationError` when the
-/// token fired, and otherwise errors whose `what()` is meant for the user.
+/// The commands of the program. Each prints its result to standard output and resumes on the calling thread,
+/// which needs a running event loop. All throw `CancellationError` when a stop was requested, and otherwise
+/// errors whose `what()` is meant for the user.
 struct Commands {
     /// Prints the facts of a video.
     static QCoro::Task<> probe(ProbeOptions options, std::stop_token stop);
 
-    /// Makes the vertical video, or with `dryRun` prints how. When it returns, the destination holds the
-    /// export, which was probed and found to be what was asked for; when it throws, the destination is as it
-    /// was and nothing else is left.
+    /// Makes the vertical video, or with `dryRun` prints the arguments of `ffmpeg`. When it returns, the
+    /// destination holds the export, which has passed `checkExport`. When it throws, the destination is
+    /// unchanged and no other file is left.
     static QCoro::Task<> exportVideo(ExportOptions options, std::stop_token stop);
 };
 

@@ -5,7 +5,7 @@
 namespace stackreel
 {
 
-/// A finite number with a fixed count of decimals behind a full stop, whatever the locale.
+/// A finite number with a fixed count of decimals after a full stop, in every locale.
 std::string fixedDecimal(double value, int decimals);
 
 } // namespace stackreel

@@ -5,39 +5,39 @@
 namespace stackreel
 {
 
-/// Where an export goes.
+/// The file that an export is written to.
 struct Destination {
     std::filesystem::path named; ///< absolute; as the user named it
-    std::filesystem::path file;  ///< absolute; the file that is written, behind any symbolic links
-    bool replace = false;        ///< whether a file that is there may be replaced
+    std::filesystem::path file;  ///< absolute; the file to write, with symbolic links resolved
+    bool replace = false;        ///< whether an existing file may be replaced
 
-    /// Looks at the destination before anything is rendered; `source` and `destination` are absolute.
+    /// Checks the destination before anything is rendered; `source` and `destination` are absolute.
     ///
-    /// Throws `CliError` when the destination exists and must not be replaced, is a folder or another thing
-    /// that is no file, has no folder to be in, or is the source itself under whatever name; `SystemError`
-    /// when it cannot be looked at or written.
+    /// Throws `CliError` when the destination exists and must not be replaced, is not a regular file, is in
+    /// a folder that does not exist, or is the source itself, also under another name. Throws `SystemError`
+    /// when the destination cannot be examined.
     static Destination check(const std::filesystem::path& source, const std::filesystem::path& destination,
                              bool overwrite);
 
-    /// Throws `CliError` when both paths lead to the same existing file.
+    /// Throws `CliError` when both paths name the same existing file.
     static void requireOther(const std::filesystem::path& source, const std::filesystem::path& destination);
 };
 
-/// The file an export is rendered into until it is known to be good: a hidden one beside its destination, so
-/// that moving it there takes one step. Removed with the object unless it was moved.
+/// The hidden file that an export is rendered into until it has been checked. It lies beside its destination,
+/// so that one rename moves it there. The destructor removes it unless it was moved.
 class PartialFile
 {
 public:
-    /// Chooses the name, and makes sure that a file can be written there. Throws `SystemError`, naming the
-    /// destination, when not. There is no file when it returns.
+    /// Chooses the name and checks that a file can be created there. Throws `SystemError`, naming the
+    /// destination, when it cannot. The file does not exist yet when this returns.
     explicit PartialFile(const Destination& destination);
     ~PartialFile();
     PartialFile(const PartialFile&) = delete;
     PartialFile& operator=(const PartialFile&) = delete;
 
     const std::filesystem::path& path() const { return m_path; }
-    /// Makes the file safe on disk and gives it the destination's name. Throws `CliError` when a file that
-    /// must not be replaced has appeared there meanwhile, `SystemError` when it cannot be done.
+    /// Writes the file through to disk and renames it to the destination. Throws `CliError` when a file that
+    /// must not be replaced has appeared there meanwhile, `SystemError` when the system refuses.
     void moveIntoPlace() const;
 
 private:

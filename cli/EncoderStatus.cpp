@@ -13,8 +13,8 @@ namespace
 // Status lines are about a hundred characters long.
 constexpr std::size_t longestLine = 1024;
 
-/// The value of "name=value", which stands at the start of the line or behind a blank and may have blanks
-/// before it. Empty when there is none.
+/// The value of "name=value", found at the start of the line or after a space. Spaces before the value are
+/// skipped. Empty when there is none.
 std::string_view field(std::string_view line, const std::string& name)
 {
     std::size_t at = line.find(name + "=");
@@ -27,7 +27,7 @@ std::string_view field(std::string_view line, const std::string& name)
     return line.substr(0, line.find(' '));
 }
 
-/// "00:01:02.50" in seconds. Before the first picture the time may be negative, which counts as 0.
+/// "00:01:02.50" in seconds. Before the first frame the time may be negative, which counts as 0.
 std::optional<double> clockSeconds(std::string_view text)
 {
     const bool negative = text.starts_with('-');

@@ -10,9 +10,9 @@ namespace stackreel
 
 /// One of the status lines that `ffmpeg` writes to standard error while it encodes.
 struct EncoderStatus {
-    double seconds = 0;                 ///< length of what was written so far; not negative
-    std::optional<std::int64_t> frames; ///< pictures written so far
-    std::optional<double> speed;        ///< seconds written per second that passed; above 0
+    double seconds = 0;                 ///< length of the output so far; not negative
+    std::optional<std::int64_t> frames; ///< frames written so far
+    std::optional<double> speed;        ///< seconds of output per second of time; above 0
 
     /// The status in a line without its ending; none for any other line. Pure.
     static std::optional<EncoderStatus> parse(std::string_view line);
@@ -20,11 +20,12 @@ struct EncoderStatus {
     bool operator==(const EncoderStatus&) const = default;
 };
 
-/// Finds the status lines in standard error while it grows. Takes little memory, however much is fed.
+/// Finds the status lines in standard error while it grows. Its memory stays small, however much text it
+/// gets.
 class EncoderStatusReader
 {
 public:
-    /// Takes the text that was appended since the last call, which may begin and end anywhere.
+    /// Adds the text that was appended since the last call, which may begin and end inside a line.
     void feed(std::string_view appended);
     /// The last complete status so far.
     const std::optional<EncoderStatus>& latest() const { return m_latest; }

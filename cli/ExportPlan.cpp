@@ -37,7 +37,7 @@ std::filesystem::path chosenDestination(const ExportOptions& options, const std:
 {
     if (!options.destination)
         return source.parent_path() / exportFileName(source);
-    // A folder gets a message of its own when the destination is looked at.
+    // `Destination::check` has a message of its own for a folder.
     std::error_code error;
     if (!isMp4(*options.destination) && !std::filesystem::is_directory(*options.destination, error))
         throw UsageError("The destination “" + options.destination->string() +

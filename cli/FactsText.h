@@ -9,10 +9,10 @@ namespace stackreel
 
 /// A video's facts as `probe` prints them, UTF-8, with a final line feed. Pure.
 struct FactsText {
-    /// One line per fact, in the words of the window: Frame, Video, Length, and Audio where there is some.
+    /// One line per fact, labelled as in the window: Frame, Video, Length, and Audio when there is sound.
     static std::string lines(const MediaInfo& media);
-    /// One JSON object. Sizes are the coded ones; `audioCodec` is null without sound, and a number that is
-    /// not finite is null.
+    /// One JSON object. Width and height are those of the coded frame, before rotation. `audioCodec` is null
+    /// without sound, and so is a number that is not finite.
     static std::string json(const MediaInfo& media);
 };
 

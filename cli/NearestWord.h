@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// The word that a mistyped one most likely stands for: the one that takes the fewest letters changed, added
-/// or left out, the first of several. None when even that one takes more than a third of the letters.
+/// The word nearest to a mistyped one by edit distance: the fewest letters replaced, inserted or deleted; the
+/// first of several. None when the distance is more than a third of that word's length.
 std::optional<std::string> nearestWord(std::string_view mistyped, std::span<const std::string> words);
 
 } // namespace stackreel

@@ -38,7 +38,7 @@ std::string Progress::bar(std::size_t columns) const
 {
     const std::string number = std::to_string(percent);
     const std::string start = std::string(3 - std::min<std::size_t>(number.size(), 3), ' ') + number + " %";
-    // A fixed width for the details keeps the bar's own width.
+    // The details have a fixed width, so that the width of the bar does not change.
     std::string end = details(*this, "  ").substr(0, detailsWidth);
     end.resize(detailsWidth, ' ');
     const std::size_t around = start.size() + end.size() + std::string(" []").size();

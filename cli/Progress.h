@@ -9,7 +9,7 @@
 namespace stackreel
 {
 
-/// How far an export is, as shown to the user.
+/// The progress of an export, as shown to the user.
 struct Progress {
     int percent = 0;                   ///< of the exported length, 0 to 100
     std::optional<double> speed;       ///< seconds of video per second
@@ -17,13 +17,14 @@ struct Progress {
 
     /// The progress as a line of text: "42 %, 1.31x, 0:12 left".
     std::string line() const;
-    /// The same with a bar, filling exactly `columns` where these have room for it, else cut to them. ASCII.
+    /// The same with a bar, exactly `columns` wide; without the bar, and cut to `columns`, when that is too
+    /// narrow for one. ASCII.
     std::string bar(std::size_t columns) const;
 
     bool operator==(const Progress&) const = default;
 };
 
-/// Turns the encoder's statuses into progress that never goes back.
+/// Turns the encoder's statuses into progress whose percentage never decreases.
 class ProgressEstimate
 {
 public:

@@ -6,8 +6,7 @@
 namespace stackreel
 {
 
-/// The command line asks for something that cannot be meant. `what()` says what is wrong, `hint()` where the
-/// right way is described.
+/// An error in the command line itself. `what()` says what is wrong, `hint()` which command shows the help.
 class UsageError : public std::runtime_error
 {
 public:

@@ -16,7 +16,7 @@ using namespace stackreel;
 
 enum Status { done = 0, failed = 1, wrongUsage = 2, signalled = 128 };
 
-/// Runs the command that was asked for; throws its errors.
+/// Runs the command in the options and throws its errors.
 QCoro::Task<> perform(CliOptions options, std::stop_token stop)
 {
     if (const auto* probe = std::get_if<ProbeOptions>(&options))
@@ -29,7 +29,7 @@ QCoro::Task<> perform(CliOptions options, std::stop_token stop)
         throw std::get<UsageError>(options);
 }
 
-/// The program's exit status, after telling the user about any failure.
+/// Runs the command, prints an error when it fails, and returns the program's exit status.
 QCoro::Task<int> statusOf(CliOptions options, TerminationSignals& signals)
 {
     std::string message;
@@ -43,7 +43,7 @@ QCoro::Task<int> statusOf(CliOptions options, TerminationSignals& signals)
     } catch (const std::exception& error) {
         message = error.what();
     }
-    // The same signal may have ended a tool first, whose failure then is no news.
+    // The same signal may have ended a tool first, so that its failure is only a consequence.
     if (const int signal = signals.finish(); signal != 0) {
         status = signalled + signal;
         message = "Cancelled.";
@@ -52,7 +52,7 @@ QCoro::Task<int> statusOf(CliOptions options, TerminationSignals& signals)
     co_return status;
 }
 
-/// Keeps Qt from complaining about a locale that is not UTF-8, which matters nowhere in this program.
+/// Drops Qt's warning about a locale that is not UTF-8: this program does not depend on the locale.
 void ignoreMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 } // namespace
@@ -64,7 +64,7 @@ int main(int argc, char* argv[])
     const CliOptions options = parseOptions({argv + (argc > 0 ? 1 : 0), argv + argc});
 
     const QtMessageHandler previous = qInstallMessageHandler(ignoreMessage);
-    // Options that Qt knows are not Qt's here.
+    // Qt gets the program's name only, so that it does not remove options that it knows itself.
     int ownName = argc > 0 ? 1 : 0;
     const QCoreApplication application(ownName, argv);
     qInstallMessageHandler(previous);

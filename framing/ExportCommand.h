@@ -6,7 +6,7 @@
 namespace stackreel
 {
 
-/// One export, as the arguments of `ffmpeg` in order, without the program itself. Bytes: paths are as they
+/// The arguments of `ffmpeg` for one export, in order, without the program's name. Paths are the bytes they
 /// are on disk.
 struct ExportCommand {
     std::vector<std::string> arguments;

@@ -12,7 +12,7 @@ namespace stackreel
 namespace
 {
 
-/// Three decimals behind a full stop, whatever the locale. The buffer holds the longest finite double.
+/// Three decimals after a full stop, in every locale. The buffer holds the longest finite double.
 std::string seconds(double value)
 {
     std::array<char, 384> text{};

@@ -10,23 +10,24 @@
 namespace stackreel
 {
 
-/// Everything an export depends on.
+/// All inputs of an export.
 struct ExportRequest {
     std::filesystem::path input;  ///< the source video; absolute
     std::filesystem::path output; ///< the file to write; absolute
     MediaInfo media;              ///< the facts of `input`
-    CropRegion top;               ///< what the upper half shows
-    CropRegion bottom;            ///< what the lower half shows
+    CropRegion top;               ///< the crop shown in the upper half
+    CropRegion bottom;            ///< the crop shown in the lower half
     ExportSettings settings;
     double trimStart = 0; ///< seconds
     double trimEnd = 0;   ///< seconds
 };
 
-/// Writes the command line of an export. Pure; cannot fail; the regions keep the invariant of `CropRegion`.
+/// Builds the command line of an export. Pure; cannot fail while the regions keep the invariant of
+/// `CropRegion`.
 struct ExportCommandBuilder {
     static ExportCommand build(const ExportRequest& request);
 
-    /// Whether the export carries sound: it is wanted, and the source has it.
+    /// Whether the export has sound: the settings include it and the source has it.
     static bool carriesAudio(const ExportRequest& request);
 };
 

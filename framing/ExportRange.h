@@ -8,7 +8,7 @@ struct ExportRange {
     double start = 0;
     double length = 0; ///< at least a quarter of a second, even where the source itself is shorter
 
-    /// The requested range moved into a source of the given duration.
+    /// The requested range, clamped to a source of the given duration.
     static ExportRange within(double duration, double trimStart, double trimEnd);
 
     bool operator==(const ExportRange&) const = default;

@@ -8,12 +8,12 @@
 namespace stackreel
 {
 
-/// What the user asked the output to be.
+/// The user's choices for the output.
 struct ExportSettings {
     OutputAspect aspect = OutputAspect::portrait;
     std::int64_t customWidth = 1080;  ///< pixels; used by `custom` only
     std::int64_t customHeight = 1920; ///< pixels; used by `custom` only
-    bool includeAudio = true;         ///< whether the source's sound is carried, where it has any
+    bool includeAudio = true;         ///< whether the output has the source's sound, if there is any
 
     /// The output's size. A custom side is rounded down to an even number and is at least 2; it has no upper
     /// bound.

@@ -6,7 +6,7 @@ namespace stackreel
 {
 
 /// A crop in whole pixels of the displayed source frame, origin top-left. `x` and `y` are even and not
-/// negative; the sides are even too, except where an odd frame leaves less than two pixels.
+/// negative; the sides are even too, except where a frame with an odd side leaves a single pixel.
 struct PixelCrop {
     std::int64_t x = 0;
     std::int64_t y = 0;

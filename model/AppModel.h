@@ -31,8 +31,8 @@ class TaskHandle;
 /// and the playhead through the operations, which keep 0 ≤ trimStart ≤ currentTime ≤ trimEnd.
 ///
 /// The operations live in `SourceLoading`, `PreviewPlayback`, `ExportFlow` and `CropSetup`; each owns the
-/// unpublished state of its concern. Work that is still under way when the model goes touches nothing any
-/// more.
+/// unpublished state of its concern. Work that is still running when the model is destroyed no longer
+/// changes anything.
 class AppModel : public QObject
 {
     Q_OBJECT
@@ -74,8 +74,9 @@ public:
     std::string phaseMessage() const;
     /// The running export, or none. Announces nothing.
     std::shared_ptr<TaskHandle> exportTask() const;
-    /// Every export that has not ended, also one that `exportTask` has lost sight of, as it does when another
-    /// that was cancelled ends. Announces nothing; an export that sets the last phase has not quite ended.
+    /// Every export that has not ended, also one that `exportTask` no longer returns because an earlier,
+    /// cancelled export ended after it began. Announces nothing. An export is still unfinished when it sets
+    /// its last phase.
     std::vector<std::shared_ptr<TaskHandle>> unfinishedExports() const;
 
     void chooseSource();

@@ -20,7 +20,7 @@ void CropSetup::adaptRegionsToCurrentOutput()
     const double sourceAspect = m_model.mediaInfo()->displayAspect();
     m_model.setTopRegion(
         m_model.topRegion().adaptingAspect(sourceAspect, panelAspect(m_model.settings().size())));
-    // Whoever heard of the first change may have changed the settings.
+    // A slot connected to the first change may have changed the settings.
     m_model.setBottomRegion(
         m_model.bottomRegion().adaptingAspect(sourceAspect, panelAspect(m_model.settings().size())));
 }

@@ -12,13 +12,13 @@ class CropSetup
 public:
     explicit CropSetup(AppModel& model) : m_model(model) {}
 
-    /// Replaces both regions by the pair a freshly loaded source starts with.
+    /// Replaces both regions by the pair that a newly loaded source starts with.
     void configureRegions(const MediaInfo& media);
-    /// Refits both regions to the output's panels; without a source, nothing.
+    /// Fits both regions to the output's panels. Does nothing without a source.
     void adaptRegionsToCurrentOutput();
-    /// The same, when the output's size is a custom one.
+    /// Calls `adaptRegionsToCurrentOutput` when the output's size is a custom one.
     void customDimensionsChanged();
-    /// Exchanges the regions; the selection stays on the same picture.
+    /// Exchanges the regions. The selection follows the selected region.
     void swapCrops();
 
 private:

@@ -5,8 +5,7 @@
 namespace stackreel
 {
 
-/// The name an export of the source is proposed under: the source's file name without its last extension,
-/// followed by
+/// The default file name of an export: the source's file name without its last extension, followed by
 /// "-vertical.mp4".
 std::filesystem::path exportFileName(const std::filesystem::path& source);
 

@@ -22,17 +22,17 @@ public:
 
     /// Shows the save panel while a loaded source can be exported; a chosen destination starts the export.
     void chooseExportDestination();
-    /// The export that can be cancelled, or none. The end of a cancelled one also takes away the handle of
-    /// the one that replaced it.
+    /// The export that can be cancelled, or none. When a cancelled export ends, this also resets the handle
+    /// of the export that replaced it.
     const std::shared_ptr<TaskHandle>& task() const { return m_exportTask; }
-    /// Every export that was started and has not ended, also those whose handle is gone, in their order.
+    /// Every export that was started and has not ended, in order, also those that `task` no longer returns.
     std::vector<std::shared_ptr<TaskHandle>> unfinishedTasks() const;
 
 private:
     void startExport(const std::filesystem::path& source, const std::filesystem::path& destination,
                      const MediaInfo& media);
-    /// Ends complete, failed with the error's message, or, when cancelled, ready with the destination
-    /// deleted. The preview plays afterwards in each case.
+    /// Ends in the phase `complete`; `failed` with the error's message; or, when cancelled, `ready` with the
+    /// destination deleted. The preview plays afterwards in each case.
     QCoro::Task<> exportVideo(std::filesystem::path source, std::filesystem::path destination,
                               MediaInfo media, std::stop_token stop);
     ExportRequest snapshot(const std::filesystem::path& source, const std::filesystem::path& destination,
@@ -43,7 +43,8 @@ private:
     ModelServices m_services;
     PreviewPlayback& m_playback;
     std::shared_ptr<TaskHandle> m_exportTask;
-    std::vector<std::shared_ptr<TaskHandle>> m_started; ///< those that have ended go when another starts
+    std::vector<std::shared_ptr<TaskHandle>>
+        m_started; ///< starting another export removes those that have ended
 };
 
 } // namespace stackreel

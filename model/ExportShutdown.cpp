@@ -13,7 +13,7 @@ void ExportShutdown::endExport(const std::shared_ptr<TaskHandle>& task)
     if (!task)
         return;
     task->cancel();
-    // Not a nested event loop's `exec`, which returns at once when the program is already quitting.
+    // `QEventLoop::exec` would return at once when the program is already quitting.
     while (!task->hasEnded())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }

@@ -20,7 +20,7 @@ class OpenPanel;
 class Playback;
 class SavePanel;
 
-/// What the model asks of the world. Every operation is called on the main thread and resumes there.
+/// The operations outside the model that it needs. Each is called on the main thread and resumes there.
 struct ModelServices {
     using Path = std::filesystem::path;
 

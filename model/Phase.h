@@ -7,8 +7,8 @@
 namespace stackreel
 {
 
-/// Where the work stands. A plain value; two are equal when they are the same case with exactly equal
-/// payloads.
+/// The state of the work in the window. A plain value; two are equal when their kind and their payload are
+/// equal.
 class Phase
 {
 public:

@@ -22,8 +22,8 @@ struct ToolRun {
     std::vector<std::string> arguments;
 };
 
-/// By identity, as a file has many names. Rendering onto the source would destroy it before it is read, and
-/// so would the clean-up after a cancellation.
+/// Compares the files themselves, not their names. Rendering onto the source would destroy it before it is
+/// read, and so would the clean-up after a cancellation.
 void requireOtherFile(const std::filesystem::path& source, const std::filesystem::path& destination)
 {
     std::error_code error;
@@ -44,7 +44,7 @@ ToolRun prepare(const ExportRequest& request)
 QCoro::Task<std::filesystem::path> exportSource(ExportRequest request, std::stop_token stop,
                                                 ChildLaunched launched)
 {
-    // The search touches the disk, which may be slow.
+    // The search for the tool reads the disk, which may be slow.
     ToolRun tool = co_await onWorkerThread([&request] { return prepare(request); });
     const ProcessOutput output = co_await ProcessRunner::run(
         std::move(tool.executable), std::move(tool.arguments), stop, std::move(launched));

@@ -7,7 +7,7 @@
 namespace stackreel
 {
 
-/// A source's facts as texts for the user, UTF-8, in no locale's manner. Pure.
+/// A source's facts as texts for the user, UTF-8, the same in every locale. Pure.
 struct SourceFacts {
     /// The size of the picture as displayed: "1920 × 1080".
     static std::string frame(const MediaInfo& media);

@@ -9,7 +9,7 @@ namespace stackreel
 namespace
 {
 
-// A frame of its own keeps the body, and what it captured, alive until the coroutine it made has ended.
+// The coroutine frame of this function keeps the body and its captures alive until the body has ended.
 QCoro::Task<> runBody(TaskHandle::Body body, std::stop_token stop,
                       [[maybe_unused]] std::shared_ptr<void> work)
 {

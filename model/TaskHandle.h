@@ -11,22 +11,22 @@ class QObject;
 namespace stackreel
 {
 
-/// A piece of asynchronous work on the main thread that gives no result and never fails. Letting go of the
-/// handle neither cancels nor ends the work.
+/// Asynchronous work on the main thread that has no result and never fails. Destroying the handle does not
+/// cancel the work.
 class TaskHandle
 {
 public:
     using Body = std::function<QCoro::Task<>(std::stop_token)>;
 
-    /// Starts `body` from the event loop, not within this call, unless `context` is gone by then. A task that
-    /// was cancelled before it began begins all the same, with its token fired. `body` catches its own
-    /// failures and checks after each `co_await` whether what it writes to still exists.
+    /// Starts `body` from the event loop, not within this call, unless `context` is destroyed before. A task
+    /// that is cancelled before it begins still begins, with a stop already requested. `body` catches its own
+    /// exceptions and checks after each `co_await` whether the objects it uses still exist.
     static std::shared_ptr<TaskHandle> start(QObject& context, Body body);
 
-    /// Fires the task's stop token; the work ends when it notices. More than once is the same as once.
+    /// Requests the task to stop. The work ends when it sees the request. Further calls have no effect.
     void cancel() { m_stop.request_stop(); }
     bool isCancelled() const { return m_stop.stop_requested(); }
-    /// Whether nothing of the work is left to be done, because it has ended or can no longer begin.
+    /// Whether the work has ended or can no longer begin.
     bool hasEnded() const { return m_work.expired(); }
 
 private:

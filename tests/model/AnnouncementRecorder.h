@@ -12,8 +12,8 @@ namespace stackreel
 
 class AppModel;
 
-/// Writes each change of a published property into the journal, with the value it has then ("trimEnd 20"),
-/// and expects that each was announced exactly once before, and that nothing else was.
+/// Records each change of a published property in the journal, with its new value ("trimEnd 20"). Expects one
+/// `objectWillChange` before each change, and none without a change.
 class AnnouncementRecorder : public QObject
 {
 public:
