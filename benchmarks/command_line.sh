@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # What the command line adds to the tools it runs, measured in pairs within one run:
-#   export   stackreel-cli export  /  the system's ffmpeg with the very arguments it ends up with
+#   export   stackreel-cli export  /  the system's ffmpeg with the same final arguments
 #   probe    stackreel-cli probe   −  the system's ffprobe with the same arguments
-#   memory   the peak of our own process during an export
+#   memory   the peak memory of our own process during an export
 # Usage: benchmarks/command_line.sh [CLIP] [PAIRS]      after ./run or ./test has built build/release
-# Without a clip, ten seconds of a 1080p60 test pattern are made.
+# Without CLIP, it makes ten seconds of a 1080p60 test pattern.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cli=$here/build/release/bin/stackreel-cli
@@ -31,7 +31,7 @@ if [ -z "$clip" ]; then
     -f lavfi -i sine=duration=10 -c:v libx264 -preset ultrafast -crf 16 -pix_fmt yuv420p -c:a aac "$clip"
 fi
 
-# A stand-in for the system's ffmpeg writes down the arguments that reach it.
+# A stand-in for the system's ffmpeg records its arguments.
 mkdir "$work/recorder"
 cat >"$work/recorder/ffmpeg" <<'RECORDER'
 #!/bin/bash

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# encoder_options.sh CLIP [SECONDS]: what the options that take the place of VideoToolbox cost and give, against
-# libx264's preset medium at the same bit rate.
+# encoder_options.sh CLIP [SECONDS]: time and quality of the options that replace VideoToolbox, compared with libx264's
+# preset medium at the same bit rate.
 #
 # Encodes the first SECONDS (10) of a landscape clip, at least 1920 × 1080, through the filter graph of an export and
 # prints for each set of options: wall time and its ratio to medium, processor time and its ratio, the SSIM of all
-# planes against the graph's own output without loss, the difference to medium, and the bit rate produced. The last
-# line is the floor: decoding and the filter graph alone. Runs in three rounds and keeps the shortest time of each.
+# planes against the graph's lossless output, the difference to medium, and the actual bit rate. The last line is the
+# lower bound: decoding and the filter graph alone. Runs three rounds and keeps the shortest time of each.
 set -euo pipefail
 export LC_ALL=C
 
@@ -20,7 +20,7 @@ graph+='[topSource]crop=w=874:h=776:x=76:y=150,scale=1080:960:flags=bicubic,sets
 graph+='[bottomSource]crop=w=874:h=776:x=968:y=150,scale=1080:960:flags=bicubic,setsar=1,setpts=PTS-STARTPTS[bottom];'
 graph+='[top][bottom]vstack=inputs=2,format=yuv420p[video]'
 
-# The options under test are those the shipped program passes on, read from it with a stand-in for FFmpeg.
+# A stand-in for FFmpeg reads the options under test from the shipped program.
 shim=${SHIM:-$(dirname "$0")/../build/release/lib/stackreel/ffmpeg}
 mkdir "$work/stand-in"
 cat > "$work/stand-in/ffmpeg" <<'SCRIPT'
@@ -52,7 +52,7 @@ run() {
 # least A B: the smaller of two numbers, B where there is no A.
 least() { awk -v a="${1:-$2}" -v b="$2" 'BEGIN { print a + 0 < b + 0 ? a : b }'; }
 
-# ssim NAME: the SSIM of all planes, frame by frame, whatever the time stamps say.
+# ssim NAME: the SSIM of all planes, frame by frame, ignoring the time stamps.
 ssim() {
   local count='setpts=N/(60*TB)'
   ffmpeg -hide_banner -nostdin -i "$work/$1.mp4" -i "$work/reference.mkv" \
@@ -63,7 +63,7 @@ ssim() {
 ffmpeg -v error -nostdin -y -ss 0.000 -i "$clip" -t "$seconds" -filter_complex "$graph" -map '[video]' -an \
   -c:v libx264 -preset ultrafast -qp 0 "$work/reference.mkv"
 
-# Every round runs all sets in turn, so that a change in the machine's load meets them all.
+# Every round runs all sets in turn, so that a change in the machine's load affects them all.
 declare -A walls cpus
 for ((round = 0; round < rounds; ++round)); do
   for name in "${names[@]}"; do

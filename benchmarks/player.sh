@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
-# The player measured beside other programs, within one run; prints one Markdown table.
+# Measures the player and other programs in the same run, and prints one Markdown table.
 #   seams       the loop's seam                 /  mpv --ab-loop
 #   seek        exact seeks                     /  ffmpeg decoding from the same key frame to the same frame
 #   scrub       60 requests a second for 3 s
 #   thumbnails  twelve images                   /  ffmpegthumbnailer twelve times; one whole decode by ffmpeg
-#   ready       from choosing a clip to ready   −  ffprobe alone; with what thumbnails do to the first frame
+#   ready       from choosing a clip to ready   −  ffprobe alone; and the first frame with and without thumbnails
 #   cpu         a second of 1080p60 preview     /  mpv --vo=x11 at the same size
 #   memory      a 4K clip looping               /  mpv --vo=x11
 # Usage: benchmarks/player.sh [--row ROW]… [--quick] [--wraps COUNT] [--lengths "SECONDS …"] [--clips DIRECTORY]
 #          [--bin DIRECTORY]
-#   after ./run or ./test has built build/release. Clips are made once; they take about 0.7 GB. --quick does fewer
-#   rounds, to see that everything works. Programs that are not installed are left out and named.
+#   after ./run or ./test has built build/release. Clips are made once; they take about 0.7 GB. --quick runs fewer
+#   rounds, to check that everything works. Programs that are not installed are skipped and named.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 bin=$here/../build/release/bin
@@ -32,7 +32,7 @@ while [ $# -gt 0 ]; do
   shift
 done
 [ ${#rows[@]} -gt 0 ] || rows=(seams seek scrub thumbnails ready cpu memory)
-width=1100 height=620 # what the clip is shown at in a window of the default size
+width=1100 height=620 # the size of the preview in a window of the default size
 work=$(mktemp -d)
 server=
 trap '[ -z "$server" ] || kill "$server"; rm -rf "$work"' EXIT
@@ -108,7 +108,7 @@ frames_in() {
   ffprobe -v error -select_streams v -show_entries packet=pts_time -of csv=p=0 "$clips/$1.mp4" |
     awk -F, -v a="$2" -v b="$3" '$1 > a - 0.0008 && $1 < b - 0.0008' | wc -l
 }
-# The same figures as loop_seams prints, of mpv's own reports; they tell of no lost frames.
+# The figures that loop_seams prints, from mpv's own reports, which do not show lost frames.
 mpv_seams() { # NAME START END WRAPS
   local seconds
   seconds=$(awk -v a="$2" -v b="$3" -v n="$4" 'BEGIN { printf "%.0f", (b - a + 0.6) * n + 5 }')

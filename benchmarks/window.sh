@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The window measured on a display of its own: start against the least Qt Quick window there is, painting and drag
-# handling while a preview loops, an idle window, and what the window adds to the preview in memory and processor time.
+# Measures the window on its own display: its start compared with a minimal Qt Quick window, painting and drag handling
+# while a preview loops, an idle window, and the memory and processor time of the window with its preview.
 # Usage: benchmarks/window.sh CLIP [SECONDS]      after ./run or ./test has built build/release; needs Xvfb
 # CLIP should be 1080p60 and last ten seconds or so.
 set -euo pipefail
@@ -10,7 +10,7 @@ bin=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/release/bin
 work=$(mktemp -d)
 export XDG_RUNTIME_DIR=$work QT_LOGGING_RULES='*=false'
 
-# A display number nobody has yet; Xvfb picks it.
+# Xvfb picks a free display number.
 exec 3<>"$work/display"
 Xvfb -displayfd 3 -screen 0 1440x900x24 >/dev/null 2>&1 &
 server=$!

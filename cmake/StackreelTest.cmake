@@ -1,6 +1,6 @@
 # stackreel_test(<name> SOURCES … [LIBS …] [TIMEOUT seconds] [SERIAL] [ENVIRONMENT change]): one GoogleTest program,
 # each of its tests known to ctest; a change of the environment is written as ctest does (VARIABLE=operation:value).
-# The programs land in build/…/tests, beside lib/stackreel, so that they find the same resources.
+# The programs are built in build/…/tests, beside lib/stackreel, so that they find the same resources as the product.
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
@@ -11,8 +11,8 @@ function(stackreel_test name)
   endif()
   add_executable(${name} ${arg_SOURCES})
   stackreel_target(${name})
-  # What is tested is optimised fully; the tests themselves need not be, and GCC 12 warns falsely of uninitialised
-  # optional values when it inlines them.
+  # The tested libraries are fully optimised. The tests need not be, and when GCC 12 inlines them, it warns falsely of
+  # uninitialised optional values.
   target_compile_options(${name} PRIVATE
     $<$<CONFIG:Release>:-O1> $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Wno-maybe-uninitialized>)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)

@@ -2,7 +2,7 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME stackreel)
 set(CPACK_PACKAGE_VENDOR "The Stackreel authors")
-# No post arrives there; whoever publishes packages puts an address of their own.
+# A placeholder address. Who publishes packages sets an address of their own.
 set(STACKREEL_MAINTAINER "The Stackreel authors <authors@stackreel.invalid>" CACHE STRING "Maintainer of the package")
 set(CPACK_PACKAGE_CONTACT "${STACKREEL_MAINTAINER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "stack two views of one landscape clip into a vertical video")
@@ -23,18 +23,18 @@ set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
-# Libraries are found by what the programs link. The rest is loaded by name while they run.
+# dpkg-shlibdeps finds the linked libraries. The packages below are loaded at run time, so it cannot find them.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(depends
   ffmpeg
   # Decoders, demultiplexers, and the parsers of H.264 and H.265, which are in "bad".
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-libav
-  # What the window's QML imports.
+  # The QML modules that the window imports.
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window
-  # Icons and letters.
+  # Icons and fonts.
   libqt6svg6 hicolor-icon-theme fonts-inter fonts-dosis fonts-jetbrains-mono
-  # What a feed's server is recognised by.
+  # The certificates that the feed's server is verified with.
   ca-certificates)
 list(JOIN depends ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS

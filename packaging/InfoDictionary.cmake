@@ -1,7 +1,7 @@
-# The information dictionary of a build: its id and version, and where it finds updates. Also used by a test, as a script.
+# The information dictionary of a build: its id, its version and its update feed. A test also runs this file as a script.
 cmake_policy(VERSION 3.25)
 
-# Refuses settings with which no update could be found or trusted. Without a feed and a key there are no updates.
+# Fails for settings with which no update could be found or verified. Without a feed and a key there are no updates.
 function(stackreel_check_update_settings feed key)
   if(key STREQUAL "" OR key STREQUAL "REPLACE_BEFORE_RELEASE")
     if(NOT feed STREQUAL "")
@@ -9,7 +9,7 @@ function(stackreel_check_update_settings feed key)
     endif()
     return()
   endif()
-  # 32 bytes in base64: the last of 43 characters holds four bits, and one character fills up.
+  # 32 bytes in base64: 43 characters, of which the last holds four bits, and one padding character.
   string(LENGTH "${key}" length)
   if(NOT length EQUAL 44 OR NOT key MATCHES "^[A-Za-z0-9+/]+[AEIMQUYcgkosw048]=$")
     message(FATAL_ERROR "STACKREEL_UPDATE_KEY is not the base64 of 32 bytes: ${key}")
@@ -19,7 +19,7 @@ function(stackreel_check_update_settings feed key)
   endif()
 endfunction()
 
-# Writes it as JSON, for the resource directory, and as a property list, for a bundle on macOS.
+# Writes the dictionary as JSON, for the resource directory, and as a property list, for a bundle on macOS.
 function(stackreel_write_info application_id version feed key json plist)
   stackreel_check_update_settings("${feed}" "${key}")
   set(CFBundleIdentifier "${application_id}")
@@ -28,7 +28,7 @@ function(stackreel_write_info application_id version feed key json plist)
   set(SUPublicEDKey "${key}")
   set(info "{}")
   foreach(name IN ITEMS CFBundleIdentifier CFBundleShortVersionString SUFeedURL SUPublicEDKey)
-    # None of the characters that have passed is written differently in JSON.
+    # The checks above allow no character that JSON would have to escape.
     string(JSON info SET "${info}" ${name} "\"${${name}}\"")
   endforeach()
   file(CONFIGURE OUTPUT "${json}" CONTENT "@info@\n" @ONLY)

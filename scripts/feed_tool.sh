@@ -1,5 +1,5 @@
-# Sourced by the scripts for update feeds: feed_tool ARGUMENT… runs the tool of that name, building it first.
-# STACKREEL_BUILD names another build folder than build/release.
+# Sourced by the scripts for update feeds: feed_tool ARGUMENT… builds and runs stackreel-feed. STACKREEL_BUILD sets the
+# build folder, by default build/release.
 feed_tool() {
   local root build log
   root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Pictures of the window in each of its states, at scale 1 and 2, into build/screenshots, for somebody to look at.
-#   scripts/screenshots.sh [CLIP]   shows a frame of the clip, or one colour without
+# Writes screenshots of the window in each of its states, at scale 1 and 2, to build/screenshots.
+#   scripts/screenshots.sh [CLIP]   with a frame of the clip in the preview, or a single colour without one
 # Needs the release build of the tests (./test release).
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -17,4 +17,4 @@ for scale in 1 2; do
     "$program" --gtest_brief=1
 done
 [ -z "$frame" ] || rm -f "$frame"
-echo "The pictures are in $folder."
+echo "The screenshots are in $folder."

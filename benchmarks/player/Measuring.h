@@ -16,14 +16,14 @@ inline double milliseconds(std::chrono::steady_clock::duration duration)
     return std::chrono::duration<double, std::milli>(duration).count();
 }
 
-/// Of at least one value.
+/// The median of at least one value.
 inline double median(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());
     return values[values.size() / 2];
 }
 
-/// The processor time this process took so far, in seconds.
+/// The processor time of this process so far, in seconds.
 inline double processorSeconds()
 {
     rusage usage;
@@ -34,7 +34,7 @@ inline double processorSeconds()
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
-/// What this process has in memory now, in MiB.
+/// The resident memory of this process now, in MiB.
 inline double residentMemory()
 {
     long pages = 0;
@@ -43,7 +43,7 @@ inline double residentMemory()
     return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
-/// The most that this process ever had in memory, in MiB.
+/// The peak resident memory of this process, in MiB.
 inline double peakMemory()
 {
     rusage usage;

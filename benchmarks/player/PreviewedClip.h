@@ -12,7 +12,7 @@
 namespace stackreel
 {
 
-/// A muted player on a range of a clip, paused, with everything it shows noted.
+/// A muted, paused player for a range of a clip, and a recording of every frame it shows.
 struct PreviewedClip {
     PreviewedClip(const std::filesystem::path& file, double start, double end, int width, int height)
     {

@@ -11,7 +11,7 @@
 namespace stackreel
 {
 
-/// Notes when a player showed which frame. Any thread.
+/// Records each frame that a player shows, with the time. Any thread.
 class RecordingOutput : public VideoOutput
 {
 public:
@@ -30,7 +30,7 @@ public:
     }
     void clear() noexcept override {}
 
-    /// Waits until the condition holds for what was shown so far, at most for `limit`.
+    /// Waits until the condition holds for the frames shown so far, at most for `limit`.
     template <typename Condition>
     bool waitFor(Condition condition, std::chrono::seconds limit)
     {

@@ -1,5 +1,5 @@
-/// Chooses a file in the model, with the real player and tools, and tells how long it took until the phase
-/// was ready, until the preview showed its first frame, and until the thumbnails were there.
+/// Chooses a file in the model, with the real player and tools. Prints the time until the phase was ready,
+/// until the preview showed its first frame, and until the thumbnails were there.
 ///
 /// choose_to_ready FILE [without-thumbnails]
 
@@ -22,7 +22,7 @@ using namespace stackreel;
 namespace
 {
 
-/// Answers at once.
+/// A panel that chooses its file at once.
 class ChoosingPanel : public OpenPanel
 {
 public:

@@ -1,6 +1,5 @@
-/// Plays a range of a file for a number of wraps and tells how long the seams lasted, against the ideal: the
-/// range's end minus the last frame's time. A frame is lost in a run when other runs, or FRAMES, have one
-/// more.
+/// Plays a range of a file for a number of wraps and prints how long each seam lasted, minus the ideal: the
+/// range's end minus the last frame's time. A run lost a frame when another run, or FRAMES, has one more.
 ///
 /// loop_seams FILE START END WRAPS WIDTH HEIGHT FRAMES      (FRAMES: how many the range has; 0 when unknown)
 
@@ -85,7 +84,7 @@ int main(int argc, char** argv)
     const double end = std::atof(argv[3]);
     const auto wraps = static_cast<std::size_t>(std::atoi(argv[4]));
     const PreviewedClip clip(argv[1], std::atof(argv[2]), end, std::atoi(argv[5]), std::atoi(argv[6]));
-    // Whoever loads a clip sees its first frame before anything else happens.
+    // The first frame is shown before playback starts, as after loading a clip.
     clip.output->waitFor([](const auto& shown) { return !shown.empty(); }, std::chrono::minutes(1));
     clip.output->take();
     clip.player->play();
@@ -97,7 +96,7 @@ int main(int argc, char** argv)
         return 1;
     }
     Seams seams = seamsOf(shown, end);
-    // The first run began before the first frame noted here.
+    // The first frame of the first run was shown before the recording began.
     seams.frames.front() = std::max(seams.frames.front(), static_cast<std::size_t>(std::atoi(argv[7])));
     report(seams, static_cast<std::size_t>(std::atoi(argv[7])));
 }

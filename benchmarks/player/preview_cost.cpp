@@ -1,5 +1,5 @@
-/// Plays a range of a clip over and over for some seconds, copying each picture once as whoever draws it
-/// does, and tells the processor time that a second of it took, the start left out, and the memory.
+/// Loops a range of a clip for some seconds and copies each frame once, as drawing it does. Prints the
+/// processor time per second, without the start, and the memory.
 ///
 /// preview_cost FILE START END SECONDS WIDTH HEIGHT
 
@@ -19,7 +19,7 @@ using namespace stackreel;
 namespace
 {
 
-/// Stands for what takes the pictures to the screen.
+/// Copies each frame, in place of an output that shows it on the screen.
 class CopyingOutput : public VideoOutput
 {
 public:

@@ -1,7 +1,6 @@
-/// Moves the playhead of a paused player back and forth, 60 requests a second for 3 seconds as a drag does,
-/// and tells how long after the last request its frame was shown, how long that takes when nothing went
-/// before, how long the longest call held the main thread, and the longest time its event loop was not
-/// reached.
+/// Moves the playhead of a paused player back and forth, 60 requests a second for 3 seconds, as a drag does.
+/// Prints how long after the last request its frame was shown, how long one such seek takes alone, how long
+/// the longest call blocked the main thread, and how late the event loop was at most.
 ///
 /// scrubbing FILE DURATION WIDTH HEIGHT
 
@@ -57,7 +56,7 @@ private:
     std::chrono::steady_clock::time_point m_last;
 };
 
-/// When the frame under a time was shown; far in the past when it was not.
+/// When the frame at a time was shown; the clock's epoch when it was not.
 std::chrono::steady_clock::time_point shownAt(const PreviewedClip& clip, double seconds)
 {
     std::chrono::steady_clock::time_point at = {};

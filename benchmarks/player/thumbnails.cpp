@@ -1,4 +1,4 @@
-/// Makes the timeline's twelve thumbnails of a file and tells how long that took.
+/// Makes the timeline's twelve thumbnails of a file and prints how long that took.
 ///
 /// thumbnails FILE DURATION
 

@@ -10,8 +10,8 @@
 namespace stackreel
 {
 
-/// Prints how long after `begun`, in microseconds since the epoch, the window's first frame was painted, in
-/// milliseconds, and leaves the event loop.
+/// Prints the milliseconds from `begun`, a time in microseconds since the epoch, to the window's first
+/// painted frame, and leaves the event loop.
 inline void reportFirstFrame(QQuickWindow& window, const char* begun)
 {
     const long long start = std::atoll(begun);

@@ -17,11 +17,11 @@ public:
     /// Reads what `secret` wrote; none for anything else.
     static std::optional<FeedSigningKey> fromSecret(std::string_view text);
 
-    /// The secret as base64, which must not leave its owner's hands.
+    /// The secret as base64. Its owner must keep it private.
     std::string secret() const;
-    /// The public half as base64, as the key "SUPublicEDKey" has it.
+    /// The public half as base64, the value for the key "SUPublicEDKey".
     std::string publicKey() const;
-    /// The feed with its signature before it, as `verifiedFeed` takes it.
+    /// The feed with its signature before it, in the format that `verifiedFeed` reads.
     std::string signedDocument(std::string_view feed) const;
 
 private:

@@ -13,14 +13,15 @@
 namespace stackreel
 {
 
-/// Large numbers as likely as small ones from the first try on; by itself the library begins small.
+/// Makes large numbers as likely as small ones from the first case on. RapidCheck itself begins with small
+/// ones.
 template <typename T>
 rc::Gen<T> atFullSize(rc::Gen<T> generator)
 {
     return rc::gen::resize(rc::kNominalSize, std::move(generator));
 }
 
-/// Every bit pattern of a double: the largest, the smallest, infinities and what is no number.
+/// Any bit pattern of a double, including the largest, the smallest, infinities and NaN.
 inline rc::Gen<double> anyDouble()
 {
     return rc::gen::oneOf(rc::gen::arbitrary<double>(),
@@ -31,7 +32,7 @@ inline rc::Gen<double> anyDouble()
                                            0.06000000000000001, 0.9999999999999999));
 }
 
-/// A number from 0 to 1, the ends often among them.
+/// A number from 0 to 1, often exactly 0 or 1.
 inline rc::Gen<double> fraction()
 {
     const auto steps = atFullSize(rc::gen::inRange<std::int64_t>(0, std::int64_t{1} << 53));

@@ -1,7 +1,7 @@
-# Sourced by the package's test: a Debian 12 with nothing installed in it, in the folder $root. It is copied from $base,
-# which is made once; packages that were fetched are kept in $archives.
+# Sourced by the package's test: a minimal Debian 12 in the folder $root. It is a copy of $base, which is made once.
+# Downloaded packages are kept in $archives.
 
-# Says why no such system can be made here; fails when it can.
+# Prints why no such system can be made here. Fails when one can be made.
 why_no_root() {
   [ "$(id -u)" -eq 0 ] || { echo "making one takes root"; return; }
   command -v debootstrap >/dev/null || { echo "there is no debootstrap"; return; }
@@ -21,14 +21,14 @@ make_root() {
   mkdir -p "$archives/partial"
   cp -a "$base" "$root" || return 1
   cp /etc/resolv.conf "$root/etc/resolv.conf"
-  # Packages must not start services in it.
+  # Exit status 101 keeps packages from starting services.
   printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
   chmod 755 "$root/usr/sbin/policy-rc.d"
   mkdir -p "$root/home/user"
   chown 1000:1000 "$root/home/user"
 }
 
-# in_root root|user COMMAND…: runs a command inside, with processes and mounts that end with it.
+# in_root root|user COMMAND…: runs a command in $root. Its processes and mounts end with it.
 in_root() {
   local user=1000:1000 home=/home/user
   [ "$1" = user ] || { user=0:0 home=/root; }

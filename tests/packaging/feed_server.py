@@ -1,4 +1,4 @@
-"""feed_server.py CERTIFICATE KEY: answers over TLS on a loopback address; says its port, and then each path it is asked for."""
+"""feed_server.py CERTIFICATE KEY: a TLS server on a loopback address. Prints its port, and then each requested path."""
 
 import http.server
 import ssl

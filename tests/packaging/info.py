@@ -1,5 +1,5 @@
-"""info.py INFO.JSON INFO.PLIST VERSION [FEED KEY]: the information dictionary of both systems can be read and says the
-same, and what it was configured with."""
+"""info.py INFO.JSON INFO.PLIST VERSION [FEED KEY]: checks that both forms of the information dictionary are readable
+and equal, and hold the configured values."""
 
 import json
 import plistlib

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# install.sh BUILD-FOLDER VERSION: `cmake --install` gives exactly the files that are promised, in whatever folder, and the
-# programs run there.
+# install.sh BUILD-FOLDER VERSION: checks that `cmake --install` installs exactly the expected files in any folder, and that
+# the programs run there.
 set -uo pipefail
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -26,4 +26,4 @@ share/metainfo/$id.metainfo.xml
 share/zsh/site-functions/_stackreel-cli"
 diff <(LC_ALL=C sort <<<"$expected") <(cd "$prefix" && find . -type f | sed 's|^\./||' | LC_ALL=C sort) || exit 1
 [ "$("$prefix/bin/stackreel-cli" --version | grep -oE '[0-9.]+$')" = "$2" ] || { echo "the command line does not run"; exit 1; }
-"$prefix/lib/stackreel/ffprobe" -version >/dev/null || { echo "the tools beside it do not run"; exit 1; }
+"$prefix/lib/stackreel/ffprobe" -version >/dev/null || { echo "the installed ffprobe does not run"; exit 1; }

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# man_page.sh PAGE…: each page is rendered without a warning.
+# man_page.sh PAGE…: checks that each page renders without a warning.
 set -uo pipefail
 status=0
 for page in "$@"; do

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# options.sh STACKREEL-CLI MAN-PAGE COMPLETIONS-FOLDER: the help, the man page and the completions of all shells have to
-# name the same options for each command. The completions of bash and fish are asked, as a user's Tab key would.
+# options.sh STACKREEL-CLI MAN-PAGE COMPLETIONS-FOLDER: checks that the help, the man page and the completions of all
+# shells list the same options for each command. Runs the completions of bash and fish as the Tab key does.
 set -uo pipefail
 cli=$1
 page=$2

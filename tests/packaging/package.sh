@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# package.sh FOLDER: the proof of the Debian package. Builds it twice and compares, has lintian look at it, and installs it
-# in a bare Debian 12 made for it, where nothing else was installed: there it exports a clip, opens its window, looks for
-# updates, and comes off again. Says one line for each check: ok, FAILED or skipped. Logs and a picture of the window stay in the folder.
+# package.sh FOLDER: tests the Debian package. Builds it twice and compares the results, runs lintian, and installs it in a
+# minimal Debian 12. There it exports a clip, opens the window, looks for updates and removes the package. Prints one line
+# for each check: ok, FAILED or skipped. Logs and screenshots stay in FOLDER.
 set -uo pipefail
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 folder=$(realpath -m "$1")
@@ -27,14 +27,14 @@ build_twice() {
   check "two builds of one commit give the same package" cmp "$package" "$folder"/second/*.deb
 }
 
-look_at_it() {
+run_lintian() {
   lintian --allow-root --fail-on error "$package" >"$folder/lintian.log" 2>&1 && ok "lintian finds no error" || {
     cat "$folder/lintian.log"
     failed "lintian finds no error"
   }
 }
 
-install_it() {
+install_package() {
   cp "$package" "$root/tmp/stackreel.deb"
   in_root root apt-get update -qq >"$folder/install.log" 2>&1 &&
     in_root root apt-get install -y --no-install-recommends /tmp/stackreel.deb >>"$folder/install.log" 2>&1 || {
@@ -65,14 +65,14 @@ window_opens() {
   bash "$source/tests/packaging/window.sh" "$folder" "$command"
 }
 
-updates_are_looked_for() {
+updates_are_fetched() {
   bash "$source/tests/packaging/updates.sh" "$folder"
 }
 
-comes_off() {
+removal_is_complete() {
   local path left=0
   in_root root apt-get purge -y --autoremove stackreel >"$folder/purge.log" 2>&1 || { tail "$folder/purge.log"; return 1; }
-  # Folders that other packages share stay as long as those do.
+  # A folder stays while other packages have files in it.
   while read -r path; do
     [ -d "$root$path" ] || [ ! -e "$root$path" ] || { echo "left behind: $path"; left=1; }
   done <"$folder/files"
@@ -82,17 +82,17 @@ comes_off() {
 
 mkdir -p "$folder"
 build_twice
-look_at_it
+run_lintian
 if reason=$(why_no_root); then
   skipped "the bare system: $reason"
   exit $status
 fi
 make_root || { failed "a bare system is made"; exit 1; }
-if install_it; then
+if install_package; then
   check "the command line exports a clip there" export_works
-  check "the window opens there from the desktop file, plays a clip, and misses nothing" window_opens
-  check "it looks for updates there over TLS" updates_are_looked_for
-  check "the package comes off without a trace" comes_off
+  check "the window opens there from the desktop file and plays a clip without an error" window_opens
+  check "it looks for updates there over TLS" updates_are_fetched
+  check "removing the package leaves no file" removal_is_complete
 fi
 rm -rf --one-file-system "$root"
 exit $status

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# update_settings.sh SOURCE-FOLDER: feeds and keys that a build is configured with come out as they went in, and those that
-# could never work are refused.
+# update_settings.sh SOURCE-FOLDER: checks that a build keeps its configured feed and key unchanged, and refuses invalid
+# ones.
 set -uo pipefail
 source=$1
 scratch=$(mktemp -d)
@@ -14,22 +14,22 @@ configure() { # FEED KEY
     -P "$source/packaging/InfoDictionary.cmake" >"$scratch/log" 2>&1
 }
 
-taken() { # FEED KEY
+accepted() { # FEED KEY
   rm -f "$scratch"/Info.*
   configure "$1" "$2" || { echo "refused: feed '$1', key '$2'"; cat "$scratch/log"; status=1; return; }
   python3 "$source/tests/packaging/info.py" "$scratch/Info.json" "$scratch/Info.plist" 1.2.3 "$1" "$2" || status=1
 }
 
-refused() { # FEED KEY WHAT-IT-SAYS
+refused() { # FEED KEY NAME-IN-THE-MESSAGE
   rm -f "$scratch"/Info.*
-  if configure "$1" "$2"; then echo "taken: feed '$1', key '$2'"; status=1; fi
-  grep -q "STACKREEL_UPDATE_$3" "$scratch/log" || { echo "for feed '$1', key '$2' it says:"; cat "$scratch/log"; status=1; }
+  if configure "$1" "$2"; then echo "accepted: feed '$1', key '$2'"; status=1; fi
+  grep -q "STACKREEL_UPDATE_$3" "$scratch/log" || { echo "for feed '$1', key '$2' the message is:"; cat "$scratch/log"; status=1; }
 }
 
-taken "" REPLACE_BEFORE_RELEASE
-taken "" ""
-taken "$feed" "$key"
-taken "https://example.org:8443/a%20b/?x='1'&y=2&amp=3" "$key"
+accepted "" REPLACE_BEFORE_RELEASE
+accepted "" ""
+accepted "$feed" "$key"
+accepted "https://example.org:8443/a%20b/?x='1'&y=2&amp=3" "$key"
 refused "$feed" "" FEED
 refused "$feed" REPLACE_BEFORE_RELEASE FEED
 refused "$feed" replace_before_release KEY

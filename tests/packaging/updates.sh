@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# updates.sh FOLDER: the program in the bare system of a folder, given a feed and a key, fetches the feed over TLS from a
-# server outside whose certificate the system trusts, so nothing is missing that this takes.
+# updates.sh FOLDER: runs the program in the minimal system below FOLDER, with a feed and a key, and checks that it fetches
+# the feed over TLS from a server outside, whose certificate that system trusts.
 set -uo pipefail
 folder=$1
 base=$folder/base root=$folder/root archives=$folder/archives
@@ -12,7 +12,7 @@ trusted=$root/usr/local/share/ca-certificates/test.crt
 info=$root/usr/lib/stackreel/Info.json
 
 finish() {
-  # What runs inside ends with the process that made its namespaces, a child of the shell's own.
+  # Ending the process that made the namespaces, a child of the background shell, ends all processes inside.
   [ -z "${program:-}" ] || kill -KILL $(pgrep -P "$program") 2>/dev/null
   kill -TERM "$server" 2>/dev/null
   wait 2>/dev/null
@@ -29,5 +29,5 @@ in_root root update-ca-certificates >"$folder/certificates.log" 2>&1 || { cat "$
 printf '{"SUFeedURL": "https://127.0.0.1:%s/stackreel.feed", "SUPublicEDKey": "%043d="}\n' "$port" 0 >"$info"
 in_root user env QT_QPA_PLATFORM=offscreen stackreel >"$folder/updates.log" 2>&1 &
 program=$!
-read -rt "$ceiling" path <&3 || { echo "nobody asks for the feed"; cat "$folder/updates.log"; exit 1; }
-[ "$path" = /stackreel.feed ] || { echo "asked for is $path"; exit 1; }
+read -rt "$ceiling" path <&3 || { echo "the program does not request the feed"; cat "$folder/updates.log"; exit 1; }
+[ "$path" = /stackreel.feed ] || { echo "the program requests $path"; exit 1; }

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# versions.sh VERSION SOURCE-FOLDER: what is released says the same version and id everywhere.
+# versions.sh VERSION SOURCE-FOLDER: checks that all released files have the same version and id.
 set -uo pipefail
 version=$1
 source=$2
@@ -20,10 +20,10 @@ same icon "$id" "$(sed -n 's/^Icon=//p' "$desktop")"
 same program "\"$id\"" "$(sed -n 's/.*applicationId = \(.*\);/\1/p' "$source/app/ApplicationId.h")"
 same "Wayland's window class" applicationId \
   "$(sed -n 's/.*setDesktopFileName(.*(\(.*\)));/\1/p' "$source/app/main.cpp")"
-# On X11 the class is the application's name.
+# On X11, Qt sets the application's name as the window class.
 same "X11's window class" "$(sed -n 's/.*setApplicationName(.*"\(.*\)".*/\1/p' "$source/app/main.cpp")" \
   "$(sed -n 's/^StartupWMClass=//p' "$desktop")"
 same flatpak "$id" "$(sed -n 's/^app-id: //p' "$source/packaging/flatpak/$id.yml")"
-# No file is opened by the desktop's file manager: the program takes none.
+# The program takes no file argument, so a file manager must not offer it for any type.
 same "file types" "" "$(grep -E '^MimeType|^Exec=.*%' "$desktop")"
 exit $status

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# window.sh FOLDER COMMAND: starts a program in the bare system of a folder under an X server outside, opens the clip that
-# lies in its home, and looks at what it shows. Pictures: FOLDER/window.png, FOLDER/playing.png.
+# window.sh FOLDER COMMAND: starts the program in the minimal system below FOLDER on an X server outside, opens the clip in
+# its home folder, and checks what the window shows. Screenshots: FOLDER/window.png, FOLDER/playing.png.
 set -uo pipefail
 folder=$1
 command=$2
@@ -8,7 +8,7 @@ base=$folder/base root=$folder/root archives=$folder/archives
 . "$(dirname "${BASH_SOURCE[0]}")/bare_root.sh"
 ceiling=${STACKREEL_CEILING:-120}
 
-eventually() { # COMMAND…: until it succeeds, with a ceiling
+eventually() { # COMMAND…: repeats it until it succeeds; fails after $ceiling seconds
   local end=$((SECONDS + ceiling))
   until "$@"; do
     [ $SECONDS -lt $end ] || return 1
@@ -16,7 +16,7 @@ eventually() { # COMMAND…: until it succeeds, with a ceiling
   done
 }
 
-picture() { # FILE: what is on the screen
+picture() { # FILE: writes a screenshot
   ffmpeg -hide_banner -loglevel error -nostdin -y -f x11grab -video_size 1280x900 -i "$DISPLAY" -frames:v 1 -update 1 "$1"
 }
 
@@ -25,20 +25,20 @@ colours() {
     od -An -v -w3 -tx1 | sort -u | wc -l
 }
 
-# Windows are known by the class that the desktop file tells the desktop to look for.
+# Finds the windows by the class in the desktop file, as a desktop does.
 class=$(sed -n 's/^StartupWMClass=//p' "$root"/usr/share/applications/*.desktop)
 visible() { xdotool search --onlyvisible --class "^$class\$" 2>/dev/null; }
 windows() { visible | wc -l; }
 has_windows() { [ "$(windows)" -ge "$1" ]; }
 has_windows_at_most() { [ "$(windows)" -le "$1" ]; }
-# There is no window manager to do that.
+# Without a window manager, nothing else focuses a new window.
 focus_on_newest() { xdotool windowfocus --sync "$(visible | tail -n 1)"; }
 shows_colours() { [ "$(colours "$2")" -gt "$1" ]; }
 moves_on() { picture "$folder/later.png" && ! cmp -s "$folder/playing.png" "$folder/later.png"; }
 has_ended() { ! kill -0 "$program" 2>/dev/null; }
 
 finish() {
-  # What runs inside ends with the process that made its namespaces, a child of the shell's own.
+  # Ending the process that made the namespaces, a child of the background shell, ends all processes inside.
   kill -KILL $(pgrep -P "$program") 2>/dev/null
   kill -TERM "$server" 2>/dev/null
   wait 2>/dev/null
@@ -62,11 +62,11 @@ eventually has_windows 2 || fail "Ctrl-O opens no panel"
 focus_on_newest
 xdotool type --delay 30 /home/user/clip.mp4
 xdotool key Return
-eventually has_windows_at_most 1 || fail "the panel stays"
+eventually has_windows_at_most 1 || fail "the panel does not close"
 eventually shows_colours $((empty * 4)) "$folder/playing.png" || fail "no picture of the clip appears"
 eventually moves_on || fail "the picture stands still"
 focus_on_newest
 xdotool key --clearmodifiers ctrl+q
 eventually has_ended || fail "Ctrl-Q does not end the program"
 wait "$program" || fail "the program ends with status $?"
-! grep -iE 'not installed|no such|missing|cannot|could not|failed|plugin|error' "$folder/window.log" || fail "it misses something"
+! grep -iE 'not installed|no such|missing|cannot|could not|failed|plugin|error' "$folder/window.log" || fail "the program printed an error"

@@ -9,8 +9,8 @@
 namespace stackreel
 {
 
-/// Clips of four seconds, 30 frames a second, whose pictures are whole and whose sound is of a codec that
-/// nothing decodes, or noise from its first byte on.
+/// Clips of four seconds, 30 frames a second, with intact video. Their sound has a codec without a decoder,
+/// or is noise from its first byte on.
 inline std::vector<std::filesystem::path> clipsOfBrokenSound()
 {
     const MarkedClip sounding{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};

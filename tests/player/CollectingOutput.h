@@ -11,12 +11,12 @@
 namespace stackreel
 {
 
-/// Notes what a player shows. Any thread.
+/// Records what a player shows. Any thread.
 class CollectingOutput : public VideoOutput
 {
 public:
     struct Shown {
-        int number = 0; ///< in the frame's stripes; -1 where the output was cleared
+        int number = 0; ///< shown by the frame's stripes; -1 when the output was cleared
         int width = 0;
         int height = 0;
         double seconds = 0;
@@ -28,10 +28,9 @@ public:
 
     std::vector<Shown> shown() const;
     std::vector<int> numbers() const;
-    /// The number shown last; -1 when nothing is.
+    /// The number shown last; -1 when nothing is shown.
     int current() const;
-    /// Waits until the condition holds for what was shown so far; false when it does not come true in a
-    /// minute.
+    /// Waits until the condition holds for the frames shown so far. False when it does not within a minute.
     bool waitFor(const std::function<bool(const std::vector<Shown>&)>& condition) const;
     bool waitForNumber(int number) const;
     bool waitForCount(std::size_t count) const;

@@ -7,8 +7,8 @@
 namespace stackreel
 {
 
-/// The first frame that FFmpeg exports of a file from a time on, in seconds, turned upright. The size is the
-/// upright picture's.
+/// The first frame that FFmpeg decodes from a file at a time in seconds, with its orientation applied.
+/// `width` and `height` are those of the oriented frame.
 VideoFrame exportedFrame(const std::filesystem::path& file, double seconds, int width, int height);
 
 } // namespace stackreel

@@ -17,7 +17,7 @@ inline Nanoseconds fromSeconds(double seconds)
     return std::llround(seconds * second);
 }
 
-/// Reads without a player around it.
+/// Reads frames with a `FrameReader` alone, without a player.
 class Reading
 {
 public:
@@ -60,7 +60,7 @@ private:
     RgbPainter m_painter;
 
 public:
-    FrameReader reader; // its threads wake what stands above
+    FrameReader reader; // declared last, because its threads use the members above
 };
 
 } // namespace stackreel

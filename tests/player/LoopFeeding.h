@@ -17,7 +17,7 @@ inline LoopRange rangeOf(double start, double end)
     return {fromSeconds(start), fromSeconds(end)};
 }
 
-/// Takes frames from a feeder without a player around it.
+/// Takes frames from a `LoopFeeder` alone, without a player.
 class Feeding
 {
 public:
@@ -26,7 +26,7 @@ public:
     {
     }
 
-    /// None when nothing follows.
+    /// The next frame; none at the end.
     std::optional<QueuedFrame> next()
     {
         QueuedFrame frame;
@@ -54,7 +54,7 @@ private:
     RgbPainter m_painter;
 
 public:
-    FrameReader reader; // its threads wake what stands above
+    FrameReader reader; // declared last, because its threads use the members above
     LoopFeeder feeder;
 };
 

@@ -18,7 +18,7 @@ namespace stackreel
 inline const MarkedClip longInterval{.name = "gop250.mp4", .frames = 300, .keyInterval = 250};
 inline const MarkedClip shortInterval{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
 
-/// A muted player whose pictures are noted.
+/// A muted player whose frames are recorded.
 class PlayerTest : public testing::Test
 {
 protected:
@@ -36,9 +36,9 @@ protected:
     {
         looper = playback.makeLooper(player, PlayerItem{file}, range(start, end));
     }
-    /// Exactly.
+    /// Seeks with zero tolerance.
     void seek(double seconds) { player->seek(at(seconds), {}, {}); }
-    /// What the model does when a trim handle was let go.
+    /// Rebuilds the loop as the model does when a trim handle is released.
     void rebuild(const std::filesystem::path& file, double start, double end, double position)
     {
         looper->disableLooping();

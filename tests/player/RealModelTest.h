@@ -28,7 +28,7 @@ inline const MarkedClip sounding{
     .name = "model-sounding.mp4", .frames = 180, .keyInterval = 250, .sound = true};
 inline const MarkedClip wide{.name = "model-wide.mp4", .frames = 60, .size = "400x160"};
 
-/// The model with the real player and the real tools, on real clips; only the panels are fakes.
+/// The model with the real player, the real tools and real clips. Only the panels are fakes.
 class RealModelTest : public testing::Test
 {
 protected:
@@ -37,7 +37,7 @@ protected:
         makeModel(std::make_shared<GstAssetLoader>());
     }
 
-    /// Whatever a model began has ended some time after it is gone.
+    /// Waits until all work of the model has ended: each load and each thumbnail task owns its loader.
     void TearDown() override
     {
         m_model.reset();
@@ -72,7 +72,7 @@ protected:
         ASSERT_TRUE(reaches(Phase::Kind::ready)) << model().phaseMessage();
         model().player()->setVideoOutput(output);
     }
-    /// As a user who drags both handles, a bit at a time.
+    /// Drags both handles in small steps, as a user does.
     void trim(double start, double end)
     {
         model().beginTimelineInteraction();
@@ -98,7 +98,7 @@ protected:
         m_savePanel->choose(destination);
         ASSERT_TRUE(reaches(Phase::Kind::exporting));
     }
-    /// An export whose child has begun to write.
+    /// Starts an export and waits until its child has begun to write.
     void startWriting()
     {
         startExport();
@@ -113,7 +113,7 @@ protected:
     }
 
     TemporaryDirectory m_folder;
-    TemporaryDirectory m_temporary; ///< no other process's proxies are there
+    TemporaryDirectory m_temporary; ///< holds the proxies of this process only
     ScopedEnvironment m_temporaryDirectory;
     const std::filesystem::path destination = m_folder / "out.mp4";
     const std::shared_ptr<Journal> m_journal = std::make_shared<Journal>();
@@ -122,7 +122,7 @@ protected:
     const std::shared_ptr<FakeSavePanel> m_savePanel =
         std::make_shared<FakeSavePanel>(m_journal, "save panel");
     const std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
-    std::vector<std::weak_ptr<AssetLoader>> m_loaders; ///< held by loads and by the making of thumbnails
+    std::vector<std::weak_ptr<AssetLoader>> m_loaders; ///< owned by loads and thumbnail tasks
     std::unique_ptr<AppModel> m_model;
 };
 

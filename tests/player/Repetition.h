@@ -7,7 +7,7 @@
 namespace stackreel
 {
 
-/// Whether the numbers count up from `first` to `last` and begin again, over and over.
+/// Whether the numbers count up from `first` to `last`, again and again.
 inline testing::AssertionResult repeats(const std::vector<int>& numbers, int first, int last)
 {
     for (std::size_t i = 1; i < numbers.size(); ++i) {

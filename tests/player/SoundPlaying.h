@@ -18,23 +18,23 @@
 namespace stackreel
 {
 
-/// Notes what comes to a player's sound sinks, instead of making it heard. The sound is that of `soundRamp`,
-/// or made like it. Any thread; outlives the sinks.
+/// Captures what a player sends to its sound sinks. The sound has to be that of `soundRamp`, or a similar
+/// ramp. Any thread; must outlive the sinks.
 class CapturedSound
 {
 public:
-    /// A stretch of samples without a gap.
+    /// Consecutive samples without a gap.
     struct Stretch {
-        double from = 0; ///< seconds in the file, as its first sample says
+        double from = 0; ///< seconds in the file, from the value of its first sample
         double to = 0;
         std::chrono::steady_clock::time_point at; ///< when it is to be heard
         std::chrono::steady_clock::time_point end() const;
     };
 
     GstElementPtr makeSink();
-    /// How many were made so far.
+    /// The number of sinks made so far.
     int sinks() const { return m_sinks; }
-    /// How many of them are still there; nothing comes without one.
+    /// The number of sinks that still exist. Without one, nothing is captured.
     int openSinks() const { return m_openSinks; }
     std::vector<Stretch> stretches() const;
     void forget();
@@ -49,7 +49,7 @@ private:
     std::atomic<int> m_openSinks = 0;
 };
 
-/// A player whose pictures and sound are noted.
+/// A player whose frames and sound are captured.
 class SoundPlaying : public testing::Test
 {
 protected:
@@ -58,12 +58,11 @@ protected:
     void loop(const std::filesystem::path& file, double start, double end);
     bool hears(std::size_t stretches) const;
     bool isSilenced() const;
-    /// Whether the sound is cut at the range's ends, without a gap in each run, and wraps so many times.
+    /// Expects sound that starts and ends with the range, has no gap inside a run, and wraps this many times.
     void expectRuns(double start, double end, int wraps) const;
-    /// That what is heard goes with the picture on screen, most of the time.
+    /// Expects the sound in sync with the frames, for most of them.
     void expectInStep() const;
-    /// How far the sound that is to be heard as a frame is shown lies from it, in seconds, for each such
-    /// frame.
+    /// For each frame shown with sound, how far the sound is ahead of it, in seconds.
     std::vector<double> distances() const;
 
     std::shared_ptr<CapturedSound> sound = std::make_shared<CapturedSound>();
