@@ -3,9 +3,9 @@
 namespace stackreel
 {
 
-/// The program's one name towards the desktop: of its desktop file, its metainfo and its icons, and on
-/// Wayland of its windows; on X11 their class is the application's name. The files under `packaging/linux`
-/// are named after it.
+/// The program's application id: the name of its desktop file, its metainfo and its icons, and on Wayland the
+/// app id of its windows. On X11 the class of its windows is the application's name instead. The files under
+/// `packaging/linux` are named after it.
 inline constexpr const char* applicationId = "io.github.stackreel.Stackreel";
 
 } // namespace stackreel

@@ -5,7 +5,7 @@
 namespace stackreel
 {
 
-/// The colours of the toolkit's own dialogs, so that they match the window, which is always dark.
+/// The colours of Qt's own dialogs. They match the main window, which is always dark.
 QPalette darkPalette();
 
 } // namespace stackreel

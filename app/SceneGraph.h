@@ -3,9 +3,9 @@
 namespace stackreel
 {
 
-/// Decides how windows are drawn, before the first one is made: by the graphics processor, or, on systems
-/// that have none and would only imitate one at twice the cost, by the toolkit's own software renderer. The
-/// toolkit's environment variable QT_QUICK_BACKEND overrides it. Needs a `QGuiApplication`; main thread.
+/// Chooses the graphics API of Qt Quick; call it before the first window is created. The choice is Qt Quick's
+/// software renderer on systems without a graphics processor, where OpenGL in software costs twice as much.
+/// The environment variable QT_QUICK_BACKEND overrides it. Needs a `QGuiApplication`; main thread.
 void chooseSceneGraph();
 
 } // namespace stackreel

@@ -11,18 +11,18 @@
 namespace stackreel
 {
 
-/// The application: owns the one model, the one updater and the one window for the life of the process, and
-/// ties them together. Needs a `QApplication`; main thread.
+/// The application: owns the model, the updater and the window for the life of the process, and connects
+/// them. Needs a `QApplication`; main thread.
 ///
-/// Whoever wants the program to end leaves the event loop and then calls `shutDown`.
+/// To end the program, leave the event loop and then call `shutDown`.
 class StackreelApp
 {
 public:
-    /// `info` decides whether there are updates. Throws `std::runtime_error` when the window cannot be made.
+    /// `info` enables or disables updates. Throws `std::runtime_error` when the window cannot be created.
     StackreelApp(ModelServices services, const InfoDictionary& info, UpdateServices updates);
 
     void show() { m_mainWindow.show(); }
-    /// Closes the window and ends what is still under way: no child and no half-written file is left.
+    /// Closes the window and ends all running operations. Leaves no child and no partial file behind.
     void shutDown();
 
     AppModel& model() { return m_model; }
@@ -36,7 +36,7 @@ private:
     WindowModel m_windowModel;
     WindowActions m_actions;
     SleepInhibitor m_sleepInhibitor;
-    MainWindow m_mainWindow; ///< the last, as it shows all others
+    MainWindow m_mainWindow; ///< the last member: it uses the others and is destroyed first
 };
 
 } // namespace stackreel

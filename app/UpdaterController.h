@@ -8,13 +8,13 @@
 namespace stackreel
 {
 
-/// Decides once, when it is built, whether this build has software updates, and owns the updater. One per
-/// process, on the main thread only; it never changes.
+/// Owns the updater. The constructor decides whether this build has software updates; this never changes. One
+/// per process, on the main thread only.
 ///
 ///     UpdaterController updater(Bundle::infoDictionary(), standardUpdateServices());
 ///
 /// (`platform/updates/StandardUpdateServices.h`, library `stackreel_update_dialogs`.) The menu command
-/// "Check for Updates…" calls `checkForUpdates` below, which asks `updatesEnabled` itself.
+/// "Check for Updates…" calls `checkForUpdates` below, which checks `updatesEnabled` itself.
 class UpdaterController : public QObject
 {
     Q_OBJECT
@@ -25,11 +25,11 @@ public:
     bool updatesEnabled() const { return m_updatesEnabled; }
     StandardUpdaterController& controller() { return m_controller; }
 
-    /// The menu command: a check on the user's behalf when updates are enabled, otherwise nothing at all.
+    /// The menu command. Checks for updates if they are enabled, otherwise does nothing.
     Q_INVOKABLE void checkForUpdates();
 
-    /// Whether a dictionary enables updates: its "SUPublicEDKey" is a string, not empty, and not the
-    /// placeholder to the letter. Blanks and another case count as a key.
+    /// Whether a dictionary enables updates: its "SUPublicEDKey" is a string, not empty, and not exactly the
+    /// placeholder. The placeholder with blanks or in another case counts as a key.
     static bool enablesUpdates(const InfoDictionary& info);
 
 private:

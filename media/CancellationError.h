@@ -5,8 +5,8 @@
 namespace stackreel
 {
 
-/// Thrown by an operation that ended because its stop token fired. Not a failure: callers never show it as
-/// one.
+/// Thrown by an operation that ended because its stop token fired. It is not a failure, and callers never
+/// show it as one.
 class CancellationError : public std::exception
 {
 public:

@@ -5,7 +5,7 @@ namespace stackreel
 
 bool MediaInfo::isQuarterTurned() const
 {
-    // The remainder before the sign: the most negative rotation has no absolute value.
+    // Take the remainder first: the absolute value of the lowest possible rotation would overflow.
     const std::int64_t remainder = rotation % 180;
     return remainder == 90 || remainder == -90;
 }

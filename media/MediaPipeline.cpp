@@ -23,7 +23,7 @@ bool isPlayable(Asset& asset, std::stop_token stop)
     try {
         return asset.isPlayable(std::move(stop));
     } catch (const std::exception&) {
-        return false; // what the framework cannot judge goes through a proxy
+        return false; // then the preview uses a proxy
     }
 }
 
@@ -137,7 +137,7 @@ QCoro::Task<std::filesystem::path> MediaPipeline::previewSource(std::filesystem:
 QCoro::Task<std::filesystem::path> MediaPipeline::createPreview(std::filesystem::path source,
                                                                 std::stop_token stop)
 {
-    // Looking for the tool and making the folder touch the disk, which may be slow.
+    // Finding the tool and creating the folder access the disk, which may be slow.
     const ProxyRun run = co_await onWorkerThread(prepareProxy);
     auto arguments = proxyArguments(source, run.proxy);
     const ProcessOutput output = co_await ProcessRunner::run(run.executable, std::move(arguments), stop);
@@ -158,7 +158,7 @@ QCoro::Task<std::vector<VideoFrame>> MediaPipeline::timelineThumbnails(std::file
             return inTimeOrder(generateImages(*generator, sliceCentres(duration, count), stop));
         });
     } catch (const std::exception&) {
-        // A timeline without pictures is usable; a lack of memory or threads must not end the load.
+        // A timeline without thumbnails is usable; a lack of memory or threads must not fail the load.
         co_return std::vector<VideoFrame>();
     }
 }

@@ -12,28 +12,30 @@
 namespace stackreel
 {
 
-/// Makes what the preview plays and the timeline shows. Keeps nothing between calls. All operations are
-/// called on, and resume on, a thread with a running event loop; the work itself runs on worker threads.
+/// Creates the file for the preview and the thumbnails for the timeline. Keeps no state between calls. Each
+/// operation is called on, and resumes on, a thread with a running event loop. The work itself runs on worker
+/// threads.
 struct MediaPipeline {
     using Loader = std::shared_ptr<AssetLoader>;
 
-    /// A file the player can play: the source itself where the host's framework can play it and finds a video
-    /// track, otherwise a new proxy. That the framework cannot read the source is no failure. Throws what
+    /// A file that the player can play: the source itself if the media framework can play it and finds a
+    /// video track, otherwise a new proxy. A source that the framework cannot read is no failure. Throws what
     /// `createPreview` throws.
     static QCoro::Task<std::filesystem::path> previewSource(std::filesystem::path source, Loader loader,
                                                             std::stop_token stop = {});
 
-    /// Makes a small H.264 proxy of the source, without sound, under a new name in the folder "Stackreel" of
-    /// the temporary directory; proxies are never deleted here. Throws `MediaToolError` when the tool is
-    /// missing or fails (the partial proxy stays), `SystemError` when the folder cannot be made, and the
-    /// runner's errors.
+    /// Creates a small H.264 proxy of the source, without sound, under a new name in the folder "Stackreel"
+    /// of the temporary directory. It never deletes a proxy. Throws `MediaToolError` when the tool is missing
+    /// or fails (the partial proxy stays), `SystemError` when the folder cannot be created, and the errors of
+    /// `ProcessRunner::run`.
     static QCoro::Task<std::filesystem::path> createPreview(std::filesystem::path source,
                                                             std::stop_token stop = {});
 
-    /// Up to `count` upright images within 320 × 180 pixels from the middles of `count` equal slices of the
-    /// duration (seconds), in time order. Frames that cannot be made are missing. Empty at once, without
-    /// opening the file, for a duration that is not finite and positive or a count below 1. When the token
-    /// fires, what there is by then. Never throws: without memory or threads to work with, empty too.
+    /// Up to `count` upright images within 320 × 180 pixels, in time order. They are taken at the middles of
+    /// `count` equal slices of the duration (seconds). An image that cannot be made is left out. The list is
+    /// empty, and the file is not opened, for a duration that is not finite and positive or a count below 1.
+    /// When the token fires, the list holds the images made so far. Never throws: without enough memory or
+    /// threads the list is empty.
     static QCoro::Task<std::vector<VideoFrame>> timelineThumbnails(std::filesystem::path file,
                                                                    double duration, int count, Loader loader,
                                                                    std::stop_token stop = {});

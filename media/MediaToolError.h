@@ -8,12 +8,12 @@
 namespace stackreel
 {
 
-/// The error of the media tools, thrown by value. A plain value: copyable, comparable, no identity. `what()`
-/// and `errorDescription()` give the message shown to the user, UTF-8.
+/// An error of the media tools. A plain value: copyable and comparable. `what()` and `errorDescription()`
+/// return the message shown to the user, in UTF-8.
 class MediaToolError : public std::exception
 {
 public:
-    /// The tool's executable was found nowhere.
+    /// The tool's executable was not found.
     struct ToolMissing {
         std::string name; ///< executable file name
         bool operator==(const ToolMissing&) const = default;
@@ -22,10 +22,10 @@ public:
     struct ProcessFailed {
         std::string tool;    ///< display name, "FFmpeg" or "ffprobe"
         std::int32_t status; ///< the child's exit status
-        std::string message; ///< the tool's own last words, may be empty
+        std::string message; ///< the last lines of the tool's error output, may be empty
         bool operator==(const ProcessFailed&) const = default;
     };
-    /// The tool's report cannot be understood.
+    /// The tool's report cannot be decoded.
     struct InvalidProbe {
         bool operator==(const InvalidProbe&) const = default;
     };

@@ -11,8 +11,7 @@
 namespace stackreel
 {
 
-/// A report that is no JSON, or whose values are not of the kinds `ProbeDocument` expects. `what()` names the
-/// place.
+/// A report that is not valid JSON, or that has a value of an unexpected type. `what()` names its place.
 class DecodingError : public std::runtime_error
 {
 public:
@@ -37,13 +36,13 @@ struct ProbeFormat {
     std::optional<std::string> duration; ///< decimal text, seconds
 };
 
-/// What is read of the JSON report of `ffprobe`. Keys without a field here are ignored.
+/// The part of the JSON report of `ffprobe` that the program reads. Other keys are ignored.
 struct ProbeDocument {
     std::vector<ProbeStream> streams;
     std::optional<ProbeFormat> format;
 
-    /// Throws `DecodingError` for anything that is not JSON, a missing "streams", or a listed key with a
-    /// value of another kind. A null stands for an absent optional value.
+    /// Throws `DecodingError` for anything that is not JSON, a missing "streams", or a value of another type
+    /// than its field here. A null counts as an absent value.
     static ProbeDocument decode(std::string_view json);
 };
 

@@ -15,7 +15,8 @@ bool isDigit(char character)
     return character >= '0' && character <= '9';
 }
 
-/// Removes a leading "+", which `std::from_chars` does not know. A sign behind it is left to fail there.
+/// Removes a leading "+", which `std::from_chars` does not accept. None for "+-", which it would accept
+/// without the "+".
 std::optional<std::string_view> withoutPlus(std::string_view text)
 {
     if (!text.starts_with('+'))
@@ -52,7 +53,7 @@ std::optional<double> parseDecimal(std::string_view text)
     const auto number = withoutPlus(text);
     if (!number)
         return std::nullopt;
-    // Words such as "inf" and "nan" are numbers to the parser but not decimal ones.
+    // `std::from_chars` also accepts "inf" and "nan", which are not decimal numbers.
     const auto isDecimal = [](char character) {
         return isDigit(character) || std::string_view("+-.eE").find(character) != std::string_view::npos;
     };

@@ -19,7 +19,7 @@ ScratchDirectory::ScratchDirectory()
 ScratchDirectory::~ScratchDirectory()
 {
     std::error_code ignored;
-    // Looking into a folder takes a descriptor, so the files known by name go first.
+    // Remove the known files by name first: listing the folder needs a descriptor, and none may be left.
     for (const auto& file : m_files)
         std::filesystem::remove(file, ignored);
     if (!std::filesystem::remove(m_path, ignored))

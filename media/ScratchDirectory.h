@@ -7,13 +7,13 @@
 namespace stackreel
 {
 
-/// A folder for one run of a child process, "Stackreel-Process-" and a random UUID in the temporary
-/// directory. It is made with the object and removed with it, with all it holds. Only this user can look into
-/// it.
+/// A folder for one run of a child process, named "Stackreel-Process-" and a random UUID, in the temporary
+/// directory. The constructor creates it. The destructor removes it with its content. Only this user can
+/// access it.
 class ScratchDirectory
 {
 public:
-    /// Throws `SystemError` when the folder cannot be made.
+    /// Throws `SystemError` when the folder cannot be created.
     ScratchDirectory();
     ~ScratchDirectory();
     ScratchDirectory(const ScratchDirectory&) = delete;
@@ -21,8 +21,8 @@ public:
 
     const std::filesystem::path& path() const { return m_path; }
 
-    /// The path of a file in the folder, which is then removed even when no descriptor is left to look into
-    /// the folder with. Does not make the file.
+    /// The path of a file in the folder. Does not create the file. The destructor removes it even when no
+    /// descriptor is left to list the folder.
     std::filesystem::path file(std::string_view name);
 
 private:

@@ -13,8 +13,8 @@ struct Sequence {
     bool isValid;
 };
 
-/// The bytes that a second one may have depend on the first: no overlong forms, no surrogates, nothing above
-/// U+10FFFF.
+/// Whether a byte is valid at an index of a sequence. The range of the second byte depends on the first: this
+/// excludes overlong forms, surrogates and values above U+10FFFF.
 bool mayFollow(unsigned char lead, std::size_t index, unsigned char byte)
 {
     const unsigned char lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
@@ -24,7 +24,7 @@ bool mayFollow(unsigned char lead, std::size_t index, unsigned char byte)
     return byte >= 0x80 && byte <= 0xBF;
 }
 
-/// The first character of a text that is not empty, or what there is of it.
+/// The first character of a text that is not empty, or the invalid bytes at its start.
 Sequence firstSequence(std::string_view bytes)
 {
     const auto lead = static_cast<unsigned char>(bytes.front());

@@ -6,9 +6,9 @@
 namespace stackreel
 {
 
-/// The bytes as well-formed UTF-8: whatever is not is replaced by U+FFFD, one for each longest run of bytes
-/// that starts a character and does not finish it, as Unicode recommends. Everything else stays, byte order
-/// marks and NULs included. Any thread.
+/// Replaces invalid UTF-8 in the bytes by U+FFFD: one for each longest run of bytes that starts a character
+/// and does not finish it, as Unicode recommends. Everything else stays, including byte order marks and NULs.
+/// Any thread.
 std::string replacingInvalidUtf8(std::string_view bytes);
 
 } // namespace stackreel

@@ -26,7 +26,7 @@ ThreadCompletion::~ThreadCompletion()
 void ThreadCompletion::start(std::function<void()> work, std::coroutine_handle<> continuation)
 {
     m_continuation = continuation;
-    // Made before the thread is, so that the thread needs no memory to report its end.
+    // Created before the thread starts, so that the thread needs no memory to report its end.
     auto ended = std::make_unique<QEvent>(endedEvent());
     m_thread = std::thread([this, work = std::move(work), ended = std::move(ended)]() mutable {
         work();

@@ -15,7 +15,7 @@
 namespace stackreel
 {
 
-/// One thread whose end resumes a coroutine on the thread that created this object. The machinery of
+/// One thread whose end resumes a coroutine on the thread that created this object. A part of
 /// `onWorkerThread`.
 class ThreadCompletion : public QObject
 {
@@ -34,7 +34,7 @@ private:
     std::coroutine_handle<> m_continuation;
 };
 
-/// The work and what came of it; lives in the coroutine frame of `onWorkerThread`.
+/// The work and its result. A local variable of the coroutine `onWorkerThread`.
 template <typename Work>
 class WorkerThreadState
 {
@@ -42,7 +42,7 @@ public:
     using Result = std::invoke_result_t<Work>;
 
     explicit WorkerThreadState(Work work) : m_work(std::move(work)) {}
-    // The object is still on the call stack when the resumed coroutine lets go of it.
+    // Deleted later: its `event` is still on the call stack when the resumed coroutine destroys this object.
     ~WorkerThreadState() { m_completion.release()->deleteLater(); }
     WorkerThreadState(const WorkerThreadState&) = delete;
     WorkerThreadState& operator=(const WorkerThreadState&) = delete;
@@ -75,7 +75,7 @@ private:
     std::exception_ptr m_failure;
 };
 
-/// Awaits a state it does not own. Apart from it because GCC 12 copies the operand of `co_await`.
+/// Awaits a state that it does not own. A separate type because GCC 12 copies the operand of `co_await`.
 template <typename Work>
 struct WorkerThreadAwaiter {
     WorkerThreadState<Work>& state;
@@ -85,9 +85,9 @@ struct WorkerThreadAwaiter {
     auto await_resume() { return state.takeResult(); }
 };
 
-/// `co_await onWorkerThread(work)` runs blocking work on a thread of its own and gives its result, or throws
-/// what it threw, on the awaiting thread, which needs a running event loop. The work always runs to its end:
-/// whoever wants to cut it short tells it so by its own means. `work` must return a value.
+/// `co_await onWorkerThread(work)` runs blocking work on a thread of its own. It resumes on the awaiting
+/// thread, which needs a running event loop, and returns the work's result or throws its exception. The work
+/// always runs to its end; to cancel it, pass it a stop token. `work` must return a value.
 template <typename Work>
 QCoro::Task<std::invoke_result_t<Work>> onWorkerThread(Work work)
 {

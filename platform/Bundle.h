@@ -14,8 +14,8 @@ struct Bundle {
     /// executable's directory, with symbolic links resolved. None when there is no such directory. Any
     /// thread.
     static std::optional<std::filesystem::path> resourceDirectory();
-    /// The program's information dictionary: `Info.json` in the resource directory, read anew by each call.
-    /// Without values when there is no such file. Any thread.
+    /// The program's information dictionary: `Info.json` in the resource directory. Each call reads the file
+    /// again. The dictionary is empty when there is no such file. Any thread.
     static InfoDictionary infoDictionary();
 };
 

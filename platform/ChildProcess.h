@@ -21,31 +21,31 @@ struct ChildProcessLaunch {
 
 /// A running child of this process.
 ///
-/// The child is collected ("reaped") when the last reference to the object goes, and not before. Whoever
-/// holds a reference can therefore signal the child at any time, from any thread, without ever reaching a
-/// stranger that was given the same process id.
+/// The child is reaped when the last reference to the object is released, and not before. Until then the
+/// system cannot reuse its process id. A holder of a reference can therefore signal the child at any time,
+/// from any thread, and never reaches another process.
 class ChildProcess
 {
 public:
-    /// Starts the child. It inherits standard input, environment and working directory and no other
-    /// descriptor, and begins with default signal dispositions and an empty signal mask, whatever this
-    /// process has set for itself.
+    /// Starts the child. It inherits standard input, the environment and the working directory, and no other
+    /// descriptor. It begins with default signal dispositions and an empty signal mask, whatever this process
+    /// has set for itself.
     ///
-    /// Throws `SystemError`, at once, when the program does not exist, is a folder or not executable, has a
-    /// missing interpreter or an unknown format, when the system cannot start another process, or when
-    /// children may start no more (`RunningChildren::end`).
+    /// Throws `SystemError` at once when the program does not exist, is a folder or is not executable, has a
+    /// missing interpreter or an unknown format, when the system cannot start another process, or after
+    /// `RunningChildren::end`.
     static std::shared_ptr<ChildProcess> launch(const ChildProcessLaunch& launch);
 
-    /// Collects the child; blocks while it still runs.
+    /// Reaps the child; blocks while it still runs.
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    /// Blocks until the child has ended, without collecting it. Gives its exit status, or the signal's number
-    /// for a child that a signal ended. Throws `SystemError` when the child cannot be waited for.
+    /// Blocks until the child has ended, without reaping it. Returns its exit status, or the signal's number
+    /// when a signal ended the child. Throws `SystemError` when waiting fails.
     int waitForExit();
 
-    /// Asks a running child to end (SIGTERM); nothing happens when it has ended. Any thread.
+    /// Asks a running child to end (SIGTERM). Does nothing when the child has ended. Any thread.
     void terminate() const;
 
 private:

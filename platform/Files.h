@@ -8,9 +8,9 @@
 namespace stackreel
 {
 
-/// A file open for writing, closed with the object. The descriptor is never inherited by a child and is never
-/// one of the three standard ones, even in a process that was started with those closed. Not copyable; any
-/// one thread.
+/// A file open for writing. The destructor closes it. A child never inherits the descriptor. The descriptor
+/// is never one of the three standard ones, even in a process that was started with those closed. Not
+/// copyable; any thread, one at a time.
 class WriteHandle
 {
 public:
@@ -29,26 +29,26 @@ private:
     int m_descriptor;
 };
 
-/// File operations of the host system that the standard library lacks or reports without a readable sentence.
-/// Paths are bytes. All may be called from any thread; all that can fail throw `SystemError`.
+/// File operations of the host system that the standard library lacks, or for which its error messages are
+/// not fit for users. Paths are bytes. Any thread. A failure throws `SystemError`.
 struct Files {
     /// The user's folder for temporary files as an absolute path: TMPDIR where it is set, else /tmp. It need
     /// not exist.
     static std::filesystem::path temporaryDirectory();
     /// Creates the folder and its missing parents; an existing folder is fine.
     static void createDirectories(const std::filesystem::path& path);
-    /// Creates one new folder that only this user may enter, and its missing parents; an existing one is an
-    /// error.
+    /// Creates one new folder that only this user may enter, and its missing parents. An existing folder is
+    /// an error.
     static void createPrivateDirectory(const std::filesystem::path& path);
-    /// Creates an empty file; an existing one stays as it is. Throws nothing: gives 0, or the errno value of
-    /// a failure, which may be left aside where the file is opened next.
+    /// Creates an empty file; an existing file stays as it is. Throws nothing: returns 0, or the errno value
+    /// of a failure. A caller that opens the file next may ignore it.
     static int createEmpty(const std::filesystem::path& path);
     /// The whole content of a file, as bytes.
     static std::string readAll(const std::filesystem::path& path);
-    /// Whether the path leads to a file, not a folder, that the current user may execute.
+    /// Whether the path is a file, not a folder, that the current user may execute.
     static bool isExecutable(const std::filesystem::path& path);
-    /// Renames a file within one file system. With `replace` an existing destination is replaced in one step;
-    /// without it an existing destination is an error (EEXIST) and stays as it was.
+    /// Renames a file within one file system. With `replace` an existing destination is replaced atomically.
+    /// Without it an existing destination is an error (EEXIST) and stays as it was.
     static void moveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& to,
                               bool replace);
 };

@@ -5,9 +5,9 @@
 namespace stackreel
 {
 
-/// Whether this system has a device that may draw with OpenGL: a graphics processor, not just a screen.
-/// Looking costs nothing, while OpenGL itself, asked where there is none, loads an imitation of 100 MiB that
-/// then stays. `devices` is the folder of the system's devices.
+/// Whether this system has a graphics processor that may support OpenGL. The check only looks for device
+/// files. Creating an OpenGL context instead would load a software renderer of 100 MiB on a system without
+/// one, and it would never be unloaded. `devices` is the folder of the system's devices.
 bool hasGraphicsDevice(const std::filesystem::path& devices = "/dev");
 
 } // namespace stackreel

@@ -11,7 +11,7 @@ namespace stackreel
 InfoDictionary InfoDictionary::read(const std::filesystem::path& file)
 {
     std::ifstream stream(file, std::ios::binary);
-    // Copied by the stream, which takes note of a failure where the parser's own reading would throw.
+    // The stream reads the file: on a read error it sets a flag, while the parser would throw.
     std::ostringstream content;
     content << stream.rdbuf();
     const auto root = nlohmann::json::parse(content.str(), nullptr, false);

@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// The application's information dictionary: what was decided about this build when it was configured, such
-/// as the address of its update feed. An immutable value; any thread.
+/// The application's information dictionary: values set when this build was configured, such as the address
+/// of its update feed. An immutable value; any thread.
 class InfoDictionary
 {
 public:
@@ -17,8 +17,8 @@ public:
     InfoDictionary() = default;
     explicit InfoDictionary(std::map<std::string, std::string> texts) : m_texts(std::move(texts)) {}
 
-    /// Reads a JSON file that holds one object. A file that is missing, cannot be read or holds anything else
-    /// gives a dictionary without values.
+    /// Reads a JSON file that holds one object. The dictionary is empty when the file is missing, cannot be
+    /// read or holds anything else.
     static InfoDictionary read(const std::filesystem::path& file);
 
     /// The text of a key; none when the key is absent or its value is not a string.

@@ -3,8 +3,8 @@
 namespace stackreel
 {
 
-/// Has the C library give blocks of a megabyte and more back to the system as soon as they are freed, for the
-/// whole program. Left to itself it keeps what pictures took, to be filled again in other places. Any thread.
+/// Makes `free` return blocks of a megabyte and more to the system at once, in the whole program. By default
+/// the C library keeps the memory of freed pictures, and the program grows. Any thread.
 void returnLargeBlocksAtOnce();
 
 } // namespace stackreel

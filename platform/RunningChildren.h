@@ -5,14 +5,14 @@
 namespace stackreel
 {
 
-/// The children of this process that have not been collected, as the end of the program sees them. Any
-/// thread.
+/// The children of this process that have not been reaped. Used at the end of the program to end them all.
+/// Any thread.
 struct RunningChildren {
     static std::size_t count();
-    /// Asks all of them to end (SIGTERM) and lets no other start: from now on launching one throws
-    /// `SystemError`. Cannot be taken back.
+    /// Asks all of them to end (SIGTERM). From now on launching another child throws `SystemError`. This
+    /// cannot be undone.
     static void end();
-    /// Ends those that are left, whether they want to or not (SIGKILL).
+    /// Kills those that are still running (SIGKILL).
     static void kill();
 };
 

@@ -11,22 +11,22 @@ namespace stackreel
 struct StandardStreams {
     /// Makes the streams safe to use; call it first in `main`, before any file is opened.
     ///
-    /// A stream the program was started without gets a stand-in that cannot be used, so that no file opened
-    /// later takes its number. Standard input becomes empty, for this process and its children: a child that
-    /// read the terminal would take keys meant for the shell, stop a job in the background, or swallow the
-    /// list a calling script is reading.
+    /// A stream that was closed when the program started gets a placeholder that fails every read and write,
+    /// so that no file opened later takes its number. Standard input becomes empty, for this process and its
+    /// children. A child that read the terminal would take keys meant for the shell, would be stopped in the
+    /// background, or would consume the input of a calling script.
     static void prepare();
 
     /// Writes all of the text. Throws `SystemError` when the stream is closed, full or a broken pipe.
     static void writeOutput(std::string_view text);
-    /// The same to standard error, where a failure has nobody left to be told to and is ignored.
+    /// Writes all of the text to standard error. A failure is ignored, as there is nowhere to report it.
     static void writeError(std::string_view text) noexcept;
 
-    /// The width in columns of the terminal that standard error is; none when it is no terminal, or does not
-    /// tell.
+    /// The width in columns of the terminal on standard error. None when it is no terminal, or when its width
+    /// is unknown.
     static std::optional<std::size_t> errorTerminalWidth();
-    /// Whether this process may draw on the terminal that standard error is: it is one, and this process was
-    /// not sent to the background of it.
+    /// Whether this process may draw on standard error: it is a terminal, and this process is in its
+    /// foreground process group.
     static bool errorTerminalIsOurs();
 };
 

@@ -7,12 +7,12 @@
 namespace stackreel
 {
 
-/// The system calls of this program that can fail for reasons outside it: a full disk, no descriptors left, a
-/// child that cannot be started. Whatever runs a child reaches them through this table, so tests can make
+/// The system calls of this program that can fail for external reasons: a full disk, no descriptors left, a
+/// child that cannot be started. All code that runs a child calls them through this table, so tests can make
 /// each fail.
 ///
-/// The functions have the signatures and the errno convention of the calls they are named after. The table is
-/// replaced by tests only, before the threads that use it start; the program never writes it.
+/// The functions have the signatures and the errno convention of the calls they are named after. Only tests
+/// replace entries, before the threads that use the table start. The program never writes it.
 struct SystemCalls {
     int (*open)(const char* path, int flags, mode_t mode);
     int (*close)(int descriptor);
@@ -26,7 +26,7 @@ struct SystemCalls {
     int (*kill)(pid_t pid, int signal);
 };
 
-/// The table in use; the host system's own calls unless a test replaced an entry.
+/// The table in use. It holds the host system's own calls unless a test replaced an entry.
 SystemCalls& systemCalls();
 
 } // namespace stackreel

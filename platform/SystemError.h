@@ -7,8 +7,8 @@
 namespace stackreel
 {
 
-/// A failed system call, with a sentence the user can read. `code()` carries the errno value, `what()` the
-/// sentence: what could not be done, to which file, and the system's reason.
+/// A failed system call, with a sentence for the user. `code()` holds the errno value. `what()` is the
+/// sentence: what could not be done, with which file, and the system's reason.
 class SystemError : public std::system_error
 {
 public:

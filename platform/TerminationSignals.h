@@ -9,14 +9,14 @@
 namespace stackreel
 {
 
-/// Turns the requests to end this process that arrive as signals (interrupt, terminate, hang-up, quit) into a
-/// stop request that running operations see, so that they can clean up. A signal that the parent had this
-/// process ignore, as `nohup` does, stays ignored.
+/// Turns the signals that ask this process to end (SIGINT, SIGTERM, SIGHUP, SIGQUIT) into a stop request, so
+/// that running operations can clean up. A signal that the parent process set to be ignored, as `nohup` does,
+/// stays ignored.
 ///
-/// Construct it in `main` before any other thread exists: it blocks the signals for the thread that
-/// constructs it and for those started from then on, and receives them on a thread of its own. Children are
-/// not affected. A broken pipe is reported as a write error from then on, and children can be waited for even
-/// if the parent ignored them.
+/// Construct it in `main` before any other thread exists: it blocks the signals for the constructing thread
+/// and all threads started later, and receives them on a thread of its own. Children are not affected. It
+/// also ignores SIGPIPE, so that a broken pipe is a write error, and resets SIGCHLD, so that children can be
+/// waited for even if the parent process ignored it.
 class TerminationSignals
 {
 public:
@@ -29,9 +29,9 @@ public:
     std::stop_token stopToken() const { return m_source.get_token(); }
     /// The number of the first signal that arrived, 0 before. Any thread.
     int received() const { return m_received; }
-    /// Stops receiving, and gives the number of the first signal that arrived, 0 for none. Unlike `received`
-    /// it misses none that was sent before the call. Signals that arrive later have no effect. For the thread
-    /// that constructed the object.
+    /// Stops receiving, and returns the number of the first signal that arrived, 0 for none. Unlike
+    /// `received` it includes every signal sent before the call. Signals that arrive later have no effect.
+    /// Call it on the thread that constructed the object.
     int finish();
 
 private:

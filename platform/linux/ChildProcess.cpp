@@ -21,8 +21,8 @@ struct FileActions {
     FileActions(const FileActions&) = delete;
     FileActions& operator=(const FileActions&) = delete;
 
-    /// An action that is lost would have the child write to our own outputs, so a failure counts as one to
-    /// start.
+    /// Returns 0 or an errno value. The caller must not start the child after a failure: the child would
+    /// write to this program's own output.
     int redirect(const ChildProcessLaunch& launch)
     {
         if (const int error = posix_spawn_file_actions_adddup2(&value, launch.standardOutput, STDOUT_FILENO))
@@ -64,7 +64,7 @@ std::vector<char*> argumentVector(std::vector<std::string>& words)
     return pointers;
 }
 
-/// Blocks until the child has ended; false, with the reason in errno, when it cannot be waited for.
+/// Blocks until the child has ended. Returns false, with the reason in errno, when waiting fails.
 bool waitFor(pid_t child, siginfo_t& info, int options)
 {
     while (systemCalls().waitid(P_PID, static_cast<id_t>(child), &info, options) != 0)
@@ -105,7 +105,7 @@ ChildProcess::ChildProcess(pid_t pid, std::filesystem::path executable)
 
 ChildProcess::~ChildProcess()
 {
-    // Still uncollected when it leaves the list, so that nobody signals a stranger with its process id.
+    // Leave the registry before reaping: after that another process may get the same id and the signal.
     siginfo_t info{};
     waitFor(m_pid, info, WEXITED | WNOWAIT);
     ChildRegistry::shared().remove(m_pid);
@@ -117,7 +117,7 @@ int ChildProcess::waitForExit()
     siginfo_t info{};
     if (!waitFor(m_pid, info, WEXITED | WNOWAIT))
         throw SystemError(errno, "wait for", m_executable);
-    // For a child that a signal ended, si_status holds the signal's number.
+    // When a signal ended the child, si_status holds the signal's number.
     return info.si_status;
 }
 

@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// The process ids of all children that have not been collected. A child is on the list for as long as its id
-/// is its own, so that a signal sent through the list reaches no stranger. Any thread.
+/// The process ids of all children that have not been reaped. A child leaves the list before its id can be
+/// reused, so that a signal sent through the list never reaches another process. Any thread.
 class ChildRegistry
 {
 public:
@@ -17,14 +17,14 @@ public:
 
     /// Whether children may start.
     bool isOpen() const;
-    /// Puts a child on the list; gives whether children may still start.
+    /// Adds a child to the list. Returns whether children may still start.
     bool add(pid_t child);
-    /// Takes a child off the list, before it is collected.
+    /// Removes a child from the list. Call it before the child is reaped.
     void remove(pid_t child);
 
     std::size_t count() const;
     void signalAll(int signal) const;
-    /// Lets no child start any more.
+    /// Prevents further children from starting.
     void close();
 
 private:

@@ -18,8 +18,8 @@ namespace stackreel
 namespace
 {
 
-// A process started with a standard descriptor closed gets that number for its next file, which a child would
-// then inherit as its standard input. Moving the descriptor up keeps the three low numbers out of it.
+// In a process started with a standard descriptor closed, the next file opened gets that number, and a child
+// would inherit it as its standard input. Duplicating the descriptor to a higher number avoids that.
 int aboveStandardDescriptors(int descriptor)
 {
     if (descriptor < 0 || descriptor > STDERR_FILENO)
@@ -86,13 +86,13 @@ void Files::createDirectories(const std::filesystem::path& path)
     std::error_code error;
     if (std::filesystem::is_directory(path, error))
         return;
-    // A single relative name has the working directory as its parent, which is there.
+    // A single relative name has no parent to create: it lies in the working directory.
     if (path.has_relative_path() && path.has_parent_path())
         createDirectories(path.parent_path());
     if (systemCalls().mkdir(path.c_str(), S_IRWXU | S_IRWXG | S_IRWXO) == 0)
         return;
     const int reason = errno;
-    // Somebody else may have made it in the meantime.
+    // Another process may have created the folder in the meantime.
     if (reason != EEXIST || !std::filesystem::is_directory(path, error))
         throw SystemError(reason, "create the folder", path);
 }
@@ -140,8 +140,8 @@ void Files::moveIntoPlace(const std::filesystem::path& from, const std::filesyst
 {
     if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), replace ? 0U : RENAME_NOREPLACE) == 0)
         return;
-    // Some network and FUSE file systems know no renaming without replacement; there, looking first has to
-    // do.
+    // Some network and FUSE file systems do not support RENAME_NOREPLACE. There the check comes first, which
+    // is not atomic.
     if (errno == EINVAL && !replace) {
         std::error_code error;
         if (std::filesystem::exists(std::filesystem::symlink_status(to, error)))

@@ -23,7 +23,7 @@ bool holdsRenderNode(const std::filesystem::path& folder)
 
 bool hasGraphicsDevice(const std::filesystem::path& devices)
 {
-    // The drivers of NVIDIA and of Windows' subsystem for Linux have device files of their own.
+    // The NVIDIA driver and the Windows Subsystem for Linux have device files of their own.
     constexpr std::string_view others[] = {"nvidiactl", "dxg"};
     std::error_code ignored;
     return holdsRenderNode(devices / "dri") ||

@@ -10,7 +10,7 @@ namespace stackreel
 
 ChildRegistry& ChildRegistry::shared()
 {
-    // Never destroyed: threads may still collect children while the program ends.
+    // Never destroyed: threads may still reap children while the program ends.
     static auto* const registry = new ChildRegistry;
     return *registry;
 }
@@ -60,7 +60,7 @@ std::size_t RunningChildren::count()
 
 void RunningChildren::end()
 {
-    // In this order: a child that starts in between sees that it is too late.
+    // Close first: `launch` terminates a child that starts between the two calls.
     ChildRegistry::shared().close();
     ChildRegistry::shared().signalAll(SIGTERM);
 }

@@ -6,7 +6,7 @@ namespace stackreel
 namespace
 {
 
-// Wakes the receiving thread when the object goes.
+// Wakes the receiving thread in `finish`.
 constexpr int wakeUp = SIGUSR2;
 
 bool isIgnored(int signal)
@@ -32,8 +32,8 @@ sigset_t signalsToAwait()
 TerminationSignals::TerminationSignals() : m_awaited(signalsToAwait())
 {
     ::signal(SIGPIPE, SIG_IGN);
-    // An ignored SIGCHLD is inherited through exec and would have the kernel collect our children behind our
-    // back.
+    // An ignored SIGCHLD is inherited through exec. The kernel would then reap the children, and waiting for
+    // them would fail.
     ::signal(SIGCHLD, SIG_DFL);
     pthread_sigmask(SIG_BLOCK, &m_awaited, nullptr);
     m_thread = std::thread([this] { receive(); });
@@ -51,7 +51,7 @@ int TerminationSignals::finish()
     m_ended = true;
     pthread_kill(m_thread.native_handle(), wakeUp);
     m_thread.join();
-    // A signal may have come after the thread had been told to end.
+    // A signal may have arrived after the thread was woken to end.
     const timespec noTime{};
     for (int signal = 0; (signal = ::sigtimedwait(&m_awaited, nullptr, &noTime)) > 0;)
         record(signal);

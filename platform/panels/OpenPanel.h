@@ -9,19 +9,19 @@
 namespace stackreel
 {
 
-/// What a panel ended with.
+/// The result of a panel.
 struct PanelResponse {
     bool accepted = false;                    ///< the user confirmed
     std::optional<std::filesystem::path> url; ///< the chosen file, absolute
 };
 using PanelCompletion = std::function<void(const PanelResponse&)>;
 
-/// Kinds of files a panel offers.
+/// The kinds of files a panel can offer.
 enum class ContentType { audiovisualContent, movie, data, mp4 };
 
 struct OpenPanelRequest {
     std::string title;
-    std::string prompt; ///< the confirming button's text
+    std::string prompt; ///< the text of the button that confirms
     bool canChooseFiles = true;
     bool canChooseDirectories = false;
     bool allowsMultipleSelection = false;

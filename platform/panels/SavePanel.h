@@ -7,13 +7,13 @@ namespace stackreel
 
 struct SavePanelRequest {
     std::string title;
-    std::string prompt; ///< the confirming button's text
+    std::string prompt; ///< the text of the button that confirms
     std::filesystem::path defaultName;
     bool canCreateDirectories = false;
     std::vector<ContentType> allowedContentTypes; ///< empty for no restriction
 };
 
-/// The host's dialog for choosing where to save. It asks before an existing file is chosen.
+/// The host's dialog for choosing where to save. It asks before it replaces an existing file.
 class SavePanel
 {
 public:

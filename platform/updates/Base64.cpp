@@ -12,7 +12,7 @@ bool decodeBase64(std::string_view text, std::span<unsigned char> bytes)
     std::size_t length = 0;
     const int status = sodium_base642bin(bytes.data(), bytes.size(), text.data(), text.size(), nullptr,
                                          &length, nullptr, variant);
-    // The library also takes some characters beyond ASCII for digits.
+    // The library also accepts some characters beyond ASCII as digits; encoding again detects them.
     return status == 0 && length == bytes.size() && encodeBase64(bytes) == text;
 }
 

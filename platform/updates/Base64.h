@@ -7,11 +7,11 @@
 namespace stackreel
 {
 
-/// Fills the bytes from base64 with padding; false when the text is anything else, or not exactly as long as
-/// that takes. The bytes are unspecified then.
+/// Decodes base64 with padding into `bytes`. Returns false when the text is not valid base64 or does not
+/// decode to exactly that many bytes. The bytes are then unspecified.
 bool decodeBase64(std::string_view text, std::span<unsigned char> bytes);
 
-/// The bytes as base64 with padding.
+/// Encodes the bytes as base64 with padding.
 std::string encodeBase64(std::span<const unsigned char> bytes);
 
 } // namespace stackreel

@@ -7,8 +7,8 @@
 namespace stackreel
 {
 
-/// Parses a feed's JSON more strictly than the parser does on its own: no NUL, no key given twice in one
-/// object, no nesting deeper than a feed needs. Throws `FeedFormatError`.
+/// Parses a feed's JSON more strictly than the JSON library does: NULs, duplicate keys in one object and
+/// nesting deeper than a feed needs are errors. Throws `FeedFormatError`.
 nlohmann::json parseFeedDocument(std::string_view json);
 
 } // namespace stackreel

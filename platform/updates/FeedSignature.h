@@ -7,18 +7,18 @@
 namespace stackreel
 {
 
-/// The public half of the key that feeds are signed with: Ed25519, 32 bytes.
+/// The public key that verifies feeds: Ed25519, 32 bytes.
 struct FeedKey {
     std::array<unsigned char, 32> bytes{};
 
-    /// Reads base64 as it is written with padding and without blanks; none for anything else or any other
+    /// Decodes base64 with padding and without blanks. None for any other text, and for a key of another
     /// length.
     static std::optional<FeedKey> fromBase64(std::string_view text);
 };
 
-/// A signed document is one line with the signature in base64, a line feed, and the feed. Gives the feed,
-/// which is every byte after that line feed, when the signature was made over exactly those bytes with the
-/// key's other half; none otherwise. The result refers to the document. Nothing of the feed is interpreted.
+/// Verifies a signed document: the signature in base64 on one line, a line feed, and the feed. Returns the
+/// feed, which is every byte after that line feed, if the signature matches these bytes and the key; none
+/// otherwise. The result is a view of the document. The feed itself is not parsed.
 std::optional<std::string_view> verifiedFeed(std::string_view document, const FeedKey& key);
 
 } // namespace stackreel

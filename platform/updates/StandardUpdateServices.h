@@ -5,8 +5,8 @@
 namespace stackreel
 {
 
-/// The updater's services in the application: message boxes, the user's state file and the system's clock. A
-/// QApplication has to be there. Main thread.
+/// The updater's services in the application: message boxes, the user's state file and the system's clock.
+/// Needs a `QApplication`; main thread.
 UpdateServices standardUpdateServices();
 
 } // namespace stackreel

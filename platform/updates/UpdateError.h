@@ -12,7 +12,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// A document that is not a feed. `what()` tells its author where it is wrong.
+/// A document that is not a valid feed. `what()` names the error and its place, for the feed's author.
 class FeedFormatError : public std::runtime_error
 {
 public:

@@ -14,14 +14,14 @@ namespace stackreel
 /// One version that can be downloaded. UTF-8.
 struct UpdateRelease {
     UpdateVersion version;
-    std::string versionText;  ///< as the feed writes it
+    std::string versionText;  ///< as written in the feed
     std::string notes;        ///< plain text; line feeds and tabs are the only control characters
     std::string downloadPage; ///< an absolute https address in ASCII
 
     bool operator==(const UpdateRelease&) const = default;
 };
 
-/// What an update feed says.
+/// The content of an update feed.
 struct UpdateFeed {
     std::int64_t serial = 0;             ///< positive, and higher in each new feed
     std::vector<UpdateRelease> releases; ///< 1 to 100
@@ -29,16 +29,16 @@ struct UpdateFeed {
     /// The release of the highest version.
     const UpdateRelease& newest() const;
 
-    /// Reads a feed's JSON: `{"serial": 7, "releases": [{"version": "0.2.0", "notes": "…", "download":
-    /// "https://…"}]}`. Other keys are passed over. Throws `FeedFormatError` for anything else, which
-    /// includes keys given twice, nesting deeper than a feed needs, NULs and numbers out of range.
+    /// Decodes a feed's JSON: `{"serial": 7, "releases": [{"version": "0.2.0", "notes": "…", "download":
+    /// "https://…"}]}`. Ignores other keys. Throws `FeedFormatError` for anything else, including duplicate
+    /// keys, nesting deeper than a feed needs, NULs and numbers out of range.
     static UpdateFeed decode(std::string_view json);
 
     bool operator==(const UpdateFeed&) const = default;
 };
 
-/// The feed in a signed document, which is looked into only once its signature has been found to fit. Throws
-/// `UpdateError` when it does not, when the feed cannot be read, or when its serial is below `newestSerial`.
+/// The feed in a signed document. It is parsed only after its signature is verified. Throws `UpdateError`
+/// when the signature is wrong, when the feed cannot be read, or when its serial is below `newestSerial`.
 UpdateFeed acceptedFeed(std::string_view document, const FeedKey& key, std::int64_t newestSerial);
 
 } // namespace stackreel

@@ -9,12 +9,12 @@
 namespace stackreel
 {
 
-/// A version as numbers, compared one by one from the left. Missing ones are zero: 1.2 equals 1.2.0.
+/// A version number, compared part by part from the left. Missing parts are zero: 1.2 equals 1.2.0.
 struct UpdateVersion {
     std::array<std::uint32_t, 4> numbers{};
 
-    /// One to four numbers with a full stop between them, each of at most nine digits and, beyond a single
-    /// zero, without leading zeros; none for anything else.
+    /// Parses one to four numbers separated by full stops. Each has at most nine digits and no leading zero,
+    /// except for 0 itself. None for any other text.
     static std::optional<UpdateVersion> parse(std::string_view text);
 
     auto operator<=>(const UpdateVersion&) const = default;

@@ -1,5 +1,5 @@
-// Any bytes as a report of ffprobe: refused with one of the known errors, or turned into facts that an export
-// can be built from.
+// Decodes any bytes as a report of ffprobe. The result is one of the known errors, or facts from which an
+// export command can be built.
 
 #include "framing/ExportCommandBuilder.h"
 #include "media/MediaProbe.h"

@@ -6,7 +6,7 @@
 namespace stackreel
 {
 
-/// Ends the program, which the fuzzer takes for a finding, unless the rule holds.
+/// Aborts the program unless the rule holds. The fuzzer reports an abort as a finding.
 inline void require(bool holds, const char* rule)
 {
     if (holds)

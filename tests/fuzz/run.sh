@@ -1,6 +1,6 @@
 #!/bin/sh
-# run.sh PROGRAM SECONDS: lets one fuzzer, as the preset `fuzz` builds them, run for so long and says how it went. It
-# begins with the corpus in the tree, which is not touched; new inputs, findings and the log are kept beside the program.
+# run.sh PROGRAM SECONDS: runs one fuzzer of the preset `fuzz` for the given time and prints the result. It starts with
+# the corpus in the source tree and does not change it. New inputs, findings and the log are stored beside the program.
 set -eu
 
 if [ $# -ne 2 ]; then

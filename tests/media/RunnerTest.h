@@ -15,8 +15,8 @@
 namespace stackreel
 {
 
-/// Runs the test child with a temporary folder of its own, and finds out after each test whether anything was
-/// left: a scratch folder, a child, a descriptor.
+/// Runs the test child with its own temporary folder. Checks after each test that nothing is left behind: no
+/// scratch folder, no child, no descriptor.
 class RunnerTest : public testing::Test
 {
 protected:
@@ -26,17 +26,17 @@ protected:
     /// A run of the test child through `ProcessRunner`.
     static QCoro::Task<ProcessOutput> run(std::vector<std::string> arguments, std::stop_token stop = {});
 
-    /// Starts a child that stays until it is told to end; returns when it runs.
+    /// Starts a child that runs until `endPatientChild`; returns when it runs.
     Awaited<ProcessOutput> startPatientChild(std::stop_token stop, std::vector<std::string> more = {});
     /// Ends that child with status 0.
     void endPatientChild() const;
-    /// How many terminate requests that child has got.
+    /// The number of SIGTERMs that the child has received, as text.
     std::string terminateRequests() const { return contentOf(m_directory / "pid.requests"); }
-    /// Whether the program that starts by making this file has been started.
+    /// Whether the marker file exists, which a started child creates first.
     bool isMarked() const { return std::filesystem::exists(marker()); }
     std::filesystem::path marker() const { return m_directory / "marker"; }
 
-    /// The names of what is in the temporary folder now.
+    /// The names of the entries in the temporary folder.
     std::vector<std::string> scratchNames() const;
 
     TemporaryDirectory m_directory;

@@ -19,7 +19,7 @@ inline QSslCertificate tlsCertificate(const char* name)
     return QSslCertificate(tlsFile(name));
 }
 
-/// What a server needs to show a certificate from the folder `tls`.
+/// The configuration of a server with a certificate from the folder `tls`.
 inline QSslConfiguration tlsServerOf(const char* certificate)
 {
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
@@ -28,7 +28,7 @@ inline QSslConfiguration tlsServerOf(const char* certificate)
     return configuration;
 }
 
-/// Has this process trust a certificate for as long as the object lives.
+/// Makes this process trust a certificate during the lifetime of the object.
 class TrustedCertificate
 {
 public:

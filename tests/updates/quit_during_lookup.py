@@ -1,7 +1,7 @@
-"""quit_during_lookup.py PROGRAM INFO.JSON: the program ends at once while the look-up of its feed's name goes unanswered.
+"""quit_during_lookup.py PROGRAM INFO.JSON: checks that the program ends at once while a host name lookup is pending.
 
-It runs in namespaces of its own, with a name server on a loopback address that takes every question and never answers,
-and with an information dictionary in place of the one beside the program. Exit status 77 where that is not allowed."""
+The test runs in its own namespaces. A name server on a loopback address accepts every query and never responds. Another
+information dictionary is mounted over the program's own. The exit status is 77 where namespaces are not allowed."""
 
 import fcntl
 import json
@@ -14,7 +14,7 @@ import sys
 import tempfile
 
 SKIPPED = 77
-# How long the program may take, and how long the system's resolver would: five tries of half a minute each.
+# The time limit of the program in seconds. The system's resolver would take five attempts of 30 seconds each.
 CEILING = 75
 RESOLVER = "nameserver 127.0.0.1\noptions timeout:30 attempts:5\n"
 NAMESPACES = ["unshare", "--user", "--map-root-user", "--mount", "--net", "--pid", "--fork", "--kill-child"]
@@ -28,7 +28,7 @@ def bring_up_loopback():
         fcntl.ioctl(any_socket, set_flags, struct.pack("16sH14x", b"lo", flags | up_and_running))
 
 
-def put_in_place(folder, target, content):
+def mount_over(folder, target, content):
     source = tempfile.NamedTemporaryFile("w", dir=folder, delete=False)
     source.write(content)
     source.close()
@@ -42,19 +42,19 @@ def silent_name_server():
     return server
 
 
-def inside(program, info, folder):
+def run_in_namespaces(program, info, folder):
     bring_up_loopback()
-    put_in_place(folder, "/etc/resolv.conf", RESOLVER)
-    put_in_place(folder, "/etc/nsswitch.conf", "passwd: files\ngroup: files\nhosts: dns\n")
-    # The key is that of all zeros; nothing comes as far as to be verified with it.
-    put_in_place(
+    mount_over(folder, "/etc/resolv.conf", RESOLVER)
+    mount_over(folder, "/etc/nsswitch.conf", "passwd: files\ngroup: files\nhosts: dns\n")
+    # A key of zeros. It is never used, as no feed arrives.
+    mount_over(
         folder, info, json.dumps({"SUFeedURL": "https://feed.stackreel.test/feed", "SUPublicEDKey": "A" * 43 + "="})
     )
     server = silent_name_server()
     environment = dict(os.environ, HOME=folder, XDG_STATE_HOME=folder, QT_QPA_PLATFORM="offscreen")
     running = subprocess.Popen([program], env=environment)
-    question = server.recv(512)
-    assert b"\x04feed\x09stackreel\x04test" in question, question
+    query = server.recv(512)
+    assert b"\x04feed\x09stackreel\x04test" in query, query
     running.send_signal(signal.SIGTERM)
     try:
         status = running.wait(CEILING)
@@ -65,7 +65,7 @@ def inside(program, info, folder):
 
 def main():
     if len(sys.argv) == 4:
-        inside(*sys.argv[1:])
+        run_in_namespaces(*sys.argv[1:])
         return
     if subprocess.run([*NAMESPACES, "true"], stderr=subprocess.DEVNULL).returncode != 0:
         print("namespaces are not allowed here")

@@ -10,14 +10,15 @@
 namespace stackreel
 {
 
-/// Content types as a file dialog offers them.
+/// The name filters of a file dialog for a list of content types.
 struct ContentTypeFilters {
-    /// One line for each type, in the order given: "Videos (*.mp4 *.mov)". All files for no type at all.
+    /// One filter for each type, in the given order: "Videos (*.mp4 *.mov)". All files for an empty list.
     static QStringList names(const std::vector<ContentType>& types);
-    /// The line to begin with: the one for all files where there is one, as it hides nothing, else the first.
+    /// The filter selected at first: the one for all files if there is one, as it hides nothing, else the
+    /// first.
     static QString initial(const std::vector<ContentType>& types);
-    /// The suffix, without the dot, that a saved file gets: that of the only type. None where there is a
-    /// choice, or no restriction.
+    /// The suffix, without the dot, that a saved file gets when there is exactly one type. None when there
+    /// are several types, or no restriction.
     static std::optional<QString> requiredSuffix(const std::vector<ContentType>& types);
 };
 

@@ -9,8 +9,8 @@
 namespace stackreel
 {
 
-/// The open panel as the desktop's file dialog, or the toolkit's own where the desktop has none. Beginning
-/// anew cancels the dialog that is open. Needs a `QApplication`; main thread.
+/// The open panel: the desktop's file dialog, or Qt's own where the desktop has none. A second `begin`
+/// cancels the dialog that is open. Needs a `QApplication`; main thread.
 class FileOpenPanel : public OpenPanel
 {
 public:

@@ -14,8 +14,8 @@ OpenDialog::OpenDialog()
 {
     setAcceptMode(QFileDialog::AcceptOpen);
     setOption(QFileDialog::ReadOnly);
-    // After the toolkit's own handling of what is entered, which disables the button. A desktop's dialog has
-    // no such field.
+    // This runs after Qt's own handler for the entered text, which disables the button. A desktop's native
+    // dialog has no such field.
     if (const auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); field != nullptr)
         connect(field, &QLineEdit::textChanged, this, &OpenDialog::enableForQuotedFile);
 }

@@ -6,22 +6,22 @@
 namespace stackreel
 {
 
-/// A file dialog for opening that also takes an entered name with quotation marks, which the toolkit's own
-/// takes for several names, when there is such a file.
+/// A file dialog for opening that also accepts an entered name with quotation marks if such a file exists.
+/// Qt's own dialog takes the marks for separators between several names.
 class OpenDialog : public QFileDialog
 {
     Q_OBJECT
 public:
     OpenDialog();
 
-    /// What was confirmed, absolute; the first where several were, empty where nothing was.
+    /// The absolute path of the confirmed file; the first of several. Empty when nothing was confirmed.
     QString chosenFile() const;
 
 public Q_SLOTS:
     void accept() override;
 
 private:
-    /// The file of the entered name with quotation marks; empty when there is none, or no such file.
+    /// The file whose entered name has quotation marks. Empty when the name has none, or no such file exists.
     QString quotedFile() const;
     void enableForQuotedFile();
 };

@@ -5,9 +5,9 @@
 namespace stackreel
 {
 
-/// Where the panels start, shared by the panels of one window: each where the user was last with it in this
-/// run, and the save panel first in the folder of the file that was opened. Empty before any choice. Main
-/// thread.
+/// The folders in which the panels of one window start. Each panel starts in the folder of the last file
+/// chosen with it in this run. Opening a file also sets the save panel's folder. Empty before any choice.
+/// Main thread.
 struct PanelFolders {
     std::filesystem::path open;
     std::filesystem::path save;

@@ -8,14 +8,15 @@
 namespace stackreel
 {
 
-/// Paths as the dialogs have them and as they are on disk, without loss for names that are valid in UTF-8.
+/// Converts between the paths of the dialogs and those on disk, without loss for names in valid UTF-8.
 struct PanelPaths {
     static QString text(const std::filesystem::path& path);
     static std::filesystem::path path(const QString& text);
-    /// Where a panel starts: the folder, if it still exists, else the user's videos, else the user's home.
+    /// The folder in which a panel starts: `folder` if it still exists, else the user's videos folder, else
+    /// the home folder.
     static QString startingFolder(const std::filesystem::path& folder);
-    /// The path of the entered name where it has quotation marks, which the toolkit's own dialog takes for
-    /// separators between several names; empty where it has none, and for a desktop's dialog.
+    /// The absolute path of the entered name if it has quotation marks, which Qt's own dialog takes for
+    /// separators between several names. Empty if it has none, and always for a desktop's native dialog.
     static QString enteredWithQuotationMarks(const QFileDialog& dialog);
 };
 

@@ -17,7 +17,8 @@ bool isShown(const QWindow* window)
     return window != nullptr && window->isVisible() && window->type() == Qt::Window;
 }
 
-/// The window in use; the program's first where none is, as when assistive technology asks for the panel.
+/// The focused window, else the program's first visible one. No window has the focus when assistive
+/// technology opens the panel.
 QWindow* ownerWindow()
 {
     if (QWindow* const focused = QGuiApplication::focusWindow(); isShown(focused))
@@ -45,7 +46,7 @@ void ShownPanel::show(std::unique_ptr<QFileDialog> dialog, Choice choice, PanelC
                          if (m_dialog.get() == shown)
                              finish(result == QDialog::Accepted);
                      });
-    // The dialog is no child of the window, which is not a widget, but belongs above it all the same.
+    // The dialog has no parent, as the main window is not a widget. The transient parent keeps it on top.
     QWindow* const owner = ownerWindow();
     m_dialog->winId();
     if (owner != nullptr && m_dialog->windowHandle() != nullptr)
@@ -61,11 +62,11 @@ void ShownPanel::finish(bool accepted)
     PanelResponse response = {.accepted = accepted, .url = std::nullopt};
     if (accepted)
         response.url = m_choice();
-    // This may be called by the dialog itself, which therefore goes later.
+    // The dialog may be the caller, so it is deleted later.
     QFileDialog* const dialog = m_dialog.release();
     dialog->hide();
     dialog->deleteLater();
-    // Last, as it may show the next dialog.
+    // The last step, as the completion may show the next dialog.
     std::exchange(m_completion, nullptr)(response);
 }
 

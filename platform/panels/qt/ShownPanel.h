@@ -10,22 +10,22 @@
 namespace stackreel
 {
 
-/// The dialog that a panel is showing, and who waits for its end. Main thread.
+/// The dialog that a panel is showing, and the completion to call at its end. Main thread.
 class ShownPanel
 {
 public:
-    /// What the user has confirmed in the dialog, if it is a file.
+    /// Returns the file that the user has confirmed in the dialog, if any.
     using Choice = std::function<std::optional<std::filesystem::path>()>;
 
     ShownPanel() = default;
-    /// A dialog that is still open ends as if it had been cancelled.
+    /// Cancels a dialog that is still open.
     ~ShownPanel();
     ShownPanel(const ShownPanel&) = delete;
     ShownPanel& operator=(const ShownPanel&) = delete;
 
-    /// Shows the dialog without blocking, over the window in use. `choice` is asked once it was confirmed;
-    /// `completion` is called once, with the answer, when it has closed. The dialog shown before ends as if
-    /// it had been cancelled.
+    /// Shows the dialog above the focused window, without blocking, and cancels the dialog shown before.
+    /// `choice` is called when the user confirms. `completion` is called once, with the result, when the
+    /// dialog has closed.
     void show(std::unique_ptr<QFileDialog> dialog, Choice choice, PanelCompletion completion);
 
 private:

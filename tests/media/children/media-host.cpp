@@ -1,10 +1,9 @@
-// A program around the media layer, for what a test cannot do to itself. The first argument says what it
-// does:
-//   closed RESULT CHILD NUMBERS  closes the descriptors 0, 1 or 2 whose digits are given, then runs the test
-//   child
-//                                and writes to RESULT what came of it
-//   locate TOOL FOLDER…          prints where the tool is found from each working directory
-//   probe SOURCE                 prints the facts of a source, or what went wrong
+// Uses the media layer in a separate process. Tests run it for what they cannot do to their own process. The
+// first argument is the command:
+//   closed RESULT CHILD NUMBERS  closes the descriptors whose digits (0, 1, 2) are given, runs the test child
+//                                and writes its results to RESULT
+//   locate TOOL FOLDER…          prints the path of the tool that is found from each working directory
+//   probe SOURCE                 prints the properties of a source, or the error
 
 #include "media/CancellationError.h"
 #include "media/MediaProbe.h"
