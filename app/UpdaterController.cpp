@@ -1,5 +1,7 @@
 #include "app/UpdaterController.h"
 
+#include "platform/Version.h"
+
 namespace stackreel
 {
 
@@ -10,7 +12,7 @@ UpdateConfiguration configuration(const InfoDictionary& info)
 {
     return {.feedURL = info.text("SUFeedURL").value_or(""),
             .publicKey = info.text("SUPublicEDKey").value_or(""),
-            .installedVersion = STACKREEL_VERSION};
+            .installedVersion = buildVersion()};
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "platform/Bundle.h"
 #include "platform/StandardStreams.h"
 #include "platform/TerminationSignals.h"
+#include "platform/Version.h"
 #include "platform/gstreamer/GstAssetLoader.h"
 #include "platform/gstreamer/GstPlayback.h"
 #include "platform/panels/qt/FileOpenPanel.h"
@@ -41,7 +42,7 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
     if (decidesOnEvents)
         qunsetenv("QT_XCB_NO_XI2"); // no business of the children
     QApplication::setApplicationName(QStringLiteral("Stackreel"));
-    QApplication::setApplicationVersion(QStringLiteral(STACKREEL_VERSION));
+    QApplication::setApplicationVersion(QString::fromLatin1(buildVersion()));
     QGuiApplication::setDesktopFileName(QString::fromLatin1(applicationId));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/qt/qml/Stackreel/icons/stackreel.svg")));
     QApplication::setStyle(QStringLiteral("Fusion"));

@@ -1,5 +1,7 @@
 #include "cli/CliGrammar.h"
 
+#include "platform/Version.h"
+
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
@@ -33,7 +35,7 @@ CliGrammar::CliGrammar()
       m_probe(m_app.add_subcommand("probe", "Show what a video is")),
       m_export(m_app.add_subcommand("export", "Make the vertical video of a landscape one"))
 {
-    m_app.set_version_flag("--version", "stackreel-cli " STACKREEL_VERSION, "Show the version");
+    m_app.set_version_flag("--version", std::string("stackreel-cli ") + buildVersion(), "Show the version");
     m_app.require_subcommand(1);
     m_app.allow_extras();
     m_app.footer(footer);

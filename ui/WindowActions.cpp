@@ -1,5 +1,7 @@
 #include "ui/WindowActions.h"
 
+#include "platform/Version.h"
+
 #include <utility>
 
 namespace stackreel
@@ -12,7 +14,7 @@ WindowActions::WindowActions(std::function<void()> checkForUpdates, QObject* par
 
 QString WindowActions::version() const
 {
-    return QStringLiteral(STACKREEL_VERSION);
+    return QString::fromLatin1(buildVersion());
 }
 
 void WindowActions::checkForUpdates() const

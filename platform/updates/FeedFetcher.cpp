@@ -1,5 +1,7 @@
 #include "platform/updates/FeedFetcher.h"
 
+#include "platform/Version.h"
+
 #include <QHostAddress>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -20,7 +22,7 @@ QNetworkRequest feedRequest(const QUrl& url)
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
-    request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Stackreel/" STACKREEL_VERSION));
+    request.setHeader(QNetworkRequest::UserAgentHeader, QByteArray("Stackreel/") + buildVersion());
     // Asked for so, Qt unpacks nothing, and the limit counts what the server sends.
     request.setRawHeader("Accept-Encoding", "identity");
     return request;

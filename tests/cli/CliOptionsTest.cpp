@@ -1,4 +1,5 @@
 #include "cli/CliOptions.h"
+#include "platform/Version.h"
 
 #include <gtest/gtest.h>
 
@@ -102,7 +103,7 @@ TEST(CliOptions, HelpAndVersionAreInformation)
         EXPECT_NE(std::get<Information>(parseOptions(arguments)).text.find("Usage: stackreel-cli"),
                   std::string::npos);
     EXPECT_EQ(std::get<Information>(parseOptions({"--version"})).text,
-              "stackreel-cli " STACKREEL_VERSION "\n");
+              std::string("stackreel-cli ") + buildVersion() + "\n");
 }
 
 TEST(CliOptions, TheHelpOnACommandNamesItsOptions)

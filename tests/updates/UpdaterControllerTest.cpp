@@ -1,6 +1,7 @@
 #include "app/UpdaterController.h"
 
 #include "packaging/feed-tool/FeedSigningKey.h"
+#include "platform/Version.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/updates/LoopbackServer.h"
@@ -90,7 +91,7 @@ TEST_F(UpdaterControllerTest, ReadsTheFeedOfTheDictionaryAtLaunchAndWhenTheUserA
     ASSERT_TRUE(eventually([&] { return server.paths().size() == 1; }));
     controller.checkForUpdates();
     ASSERT_TRUE(eventually([&] { return !messages->said.empty(); }));
-    EXPECT_EQ(messages->said, std::vector<std::string>({"up to date with " STACKREEL_VERSION}));
+    EXPECT_EQ(messages->said, std::vector<std::string>({std::string("up to date with ") + buildVersion()}));
 }
 
 } // namespace stackreel

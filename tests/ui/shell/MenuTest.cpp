@@ -1,3 +1,4 @@
+#include "platform/Version.h"
 #include "tests/ui/shell/Menus.h"
 
 #include <QSignalSpy>
@@ -140,7 +141,7 @@ TEST(MenuTest, AboutNamesTheVersion)
     OfflineWindow offline;
     clickItem(offline, QStringLiteral("Stackreel"), QStringLiteral("aboutItem"));
     EXPECT_EQ(text(offline, QStringLiteral("versionText")),
-              QStringLiteral("Version ") + QStringLiteral(STACKREEL_VERSION));
+              QStringLiteral("Version ") + QString::fromLatin1(buildVersion()));
     EXPECT_TRUE(offline.item(QStringLiteral("closeAbout")).hasActiveFocus());
     offline.key(Qt::Key_Space);
     EXPECT_FALSE(offline.item(QStringLiteral("closeAbout")).isVisible());

@@ -1,3 +1,4 @@
+#include "platform/Version.h"
 #include "tests/ui/views/ViewsTest.h"
 
 #include <QAccessible>
@@ -59,10 +60,10 @@ protected:
         return nodes;
     }
 
-    bool shows(QAccessible::Role role, const char16_t* name)
+    bool shows(QAccessible::Role role, QStringView name)
     {
         const auto nodes = visibleNodes();
-        return std::find(nodes.begin(), nodes.end(), Node{role, QString::fromUtf16(name)}) != nodes.end();
+        return std::find(nodes.begin(), nodes.end(), Node{role, name.toString()}) != nodes.end();
     }
 
 private:
@@ -312,7 +313,7 @@ TEST_F(AccessibilityTest, TheAboutBoxIsADialogThatIsClosedAgain)
     perform(face("aboutItem"), QAccessibleActionInterface::pressAction());
     settle();
     EXPECT_TRUE(showsDialog());
-    EXPECT_TRUE(shows(QAccessible::StaticText, u"Version " STACKREEL_VERSION));
+    EXPECT_TRUE(shows(QAccessible::StaticText, QStringLiteral("Version ") + QString::fromLatin1(buildVersion())));
     perform(face("closeAbout"), QAccessibleActionInterface::pressAction());
     settle();
     EXPECT_FALSE(showsDialog());
