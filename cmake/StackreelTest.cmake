@@ -1,11 +1,14 @@
-# stackreel_test(<name> SOURCES … [LIBS …] [TIMEOUT seconds] [SERIAL] [ENVIRONMENT change]): one GoogleTest program,
+# stackreel_test(<name> SOURCES … [LIBS …] [TIMEOUT seconds] [SERIAL] [QUICK] [ENVIRONMENT change]): one GoogleTest program,
 # each of its tests known to ctest; a change of the environment is written as ctest does (VARIABLE=operation:value).
 # The programs are built in build/…/tests, beside lib/stackreel, so that they find the same resources as the product.
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
+# What needs no display, no clip and no child that waits (QUICK): ctest -L quick.
+add_custom_target(quick_tests)
+
 function(stackreel_test name)
-  cmake_parse_arguments(arg "SERIAL" "TIMEOUT;ENVIRONMENT" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(arg "SERIAL;QUICK" "TIMEOUT;ENVIRONMENT" "SOURCES;LIBS" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
@@ -20,6 +23,10 @@ function(stackreel_test name)
   set(properties TIMEOUT ${arg_TIMEOUT})
   if(arg_SERIAL)
     list(APPEND properties RUN_SERIAL ON)
+  endif()
+  if(arg_QUICK)
+    list(APPEND properties LABELS quick)
+    add_dependencies(quick_tests ${name})
   endif()
   if(arg_ENVIRONMENT)
     list(APPEND properties ENVIRONMENT_MODIFICATION ${arg_ENVIRONMENT})

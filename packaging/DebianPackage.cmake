@@ -32,8 +32,8 @@ set(depends
   # The QML modules that the window imports.
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window
-  # Icons and fonts.
-  libqt6svg6 hicolor-icon-theme fonts-inter fonts-dosis fonts-jetbrains-mono
+  # Icons and fonts. Qt's SVG plugins are part of the library before Qt 6.6.
+  "qt6-svg-plugins | libqt6svg6 (<< 6.6)" hicolor-icon-theme fonts-inter fonts-dosis fonts-jetbrains-mono
   # The certificates that the feed's server is verified with.
   ca-certificates)
 list(JOIN depends ", " CPACK_DEBIAN_PACKAGE_DEPENDS)

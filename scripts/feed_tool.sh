@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by the scripts for update feeds: feed_tool ARGUMENT… builds and runs stackreel-feed. STACKREEL_BUILD sets the
 # build folder, by default build/release.
 feed_tool() {

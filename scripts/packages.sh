@@ -1,4 +1,6 @@
-# Sourced by ./run and ./test: the Debian packages this project needs, and their installation.
+# shellcheck shell=bash disable=SC2034 # the lists are for the scripts that source this one
+# Sourced by the scripts: the packages this project needs, and their installation on Debian and Ubuntu.
+# "a|b" stands for the first of these names that is installed, or else that the system offers: releases differ.
 
 # To build the programs and run them.
 run_packages=(
@@ -11,51 +13,74 @@ player_packages=(
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-libav
 )
-# To build the window and show it.
+# To build the window and show it. The icons need Qt's SVG plugins, which came with the library before Qt 6.6.
 window_packages=(
   qt6-declarative-dev qt6-declarative-dev-tools
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
   qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts
   qml6-module-qtquick-templates qml6-module-qtquick-window
-  libqt6svg6 fonts-inter fonts-dosis fonts-jetbrains-mono
+  "qt6-svg-plugins|libqt6svg6" fonts-inter fonts-dosis fonts-jetbrains-mono
 )
-# To build and run the tests, fuzzers and benchmarks as well.
+# To build and run the tests, fuzzers and benchmarks as well. The three of clang are of one version.
 test_packages=(
   libgtest-dev librapidcheck-dev libbenchmark-dev
-  clang-16 libfuzzer-16-dev libclang-rt-16-dev
-  locales procps time util-linux
+  "clang-16|clang-19|clang-21|clang-22|clang-23"
+  "libfuzzer-16-dev|libfuzzer-19-dev|libfuzzer-21-dev|libfuzzer-22-dev|libfuzzer-23-dev"
+  "libclang-rt-16-dev|libclang-rt-19-dev|libclang-rt-21-dev|libclang-rt-22-dev|libclang-rt-23-dev"
+  git locales procps time util-linux
   qml6-module-qttest xvfb dbus-daemon
   openbox xfwm4 xdotool imagemagick x11-utils libgl1-mesa-dri
   at-spi2-core python3-gi gir1.2-atspi-2.0
   weston qt6-wayland
   desktop-file-utils appstream man-db bash-completion zsh fish python3
 )
+# To check how the sources are written.
+lint_packages=(git shellcheck black clang-format clang-tidy)
 # To build the Debian package and try it in a bare system.
-package_packages=(dpkg-dev lintian debootstrap util-linux xvfb xdotool)
+package_packages=(git dpkg-dev lintian debootstrap util-linux xvfb xdotool)
 
+is_installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+# missing_packages NAME…: those that are not installed, alternatives as they were given.
 missing_packages() {
-  local name
-  for name in "$@"; do
-    [ "$(dpkg-query -W -f='${db:Status-Status}' "$name" 2>/dev/null)" = installed ] || echo "$name"
+  local entry name
+  for entry in "$@"; do
+    for name in ${entry//|/ }; do
+      is_installed "$name" && continue 2
+    done
+    echo "$entry"
   done
+}
+
+# offered_name ENTRY: the first of its names that can be installed here; the last one where none can.
+offered_name() {
+  local name
+  for name in ${1//|/ }; do
+    apt-cache policy "$name" 2>/dev/null | grep -q 'Candidate: [^(]' && break
+  done
+  echo "$name"
 }
 
 # require_packages NAME…: installs what is missing, as root or through sudo; says what is needed where it may not.
 require_packages() {
-  local missing as_root=()
-  missing=$(missing_packages "$@" | tr '\n' ' ')
+  local missing names=() entry as_root=()
+  if ! command -v apt-get >/dev/null; then
+    echo "There is no apt-get here, so nothing is installed. On Debian, these packages are needed: $*" >&2
+    return 0
+  fi
+  missing=$(missing_packages "$@")
   [ -z "$missing" ] && return 0
   if [ "$(id -u)" -ne 0 ]; then
     if ! command -v sudo >/dev/null || { ! sudo -n true 2>/dev/null && [ ! -t 0 ]; }; then
-      echo "These packages are missing and cannot be installed without root: $missing" >&2
-      echo "Install them with: apt-get install --no-install-recommends $missing" >&2
+      for entry in $missing; do names+=("$(offered_name "$entry")"); done
+      echo "These packages are missing and cannot be installed without root: ${names[*]}" >&2
+      echo "Install them with: apt-get install --no-install-recommends ${names[*]}" >&2
       return 1
     fi
     as_root=(sudo)
   fi
-  echo "Installing: $missing" >&2
   "${as_root[@]}" apt-get update -qq >&2 || true
-  # shellcheck disable=SC2086 # a list of names
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y -qq --no-install-recommends $missing >&2
+  for entry in $missing; do names+=("$(offered_name "$entry")"); done
+  echo "Installing: ${names[*]}" >&2
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${names[@]}" >&2
 }

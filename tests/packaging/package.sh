@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # package.sh FOLDER: tests the Debian package. Builds it twice and compares the results, runs lintian, and installs it in a
-# minimal Debian 12. There it exports a clip, opens the window, looks for updates and removes the package. Prints one line
-# for each check: ok, FAILED or skipped. Logs and screenshots stay in FOLDER.
+# minimal system of this machine's own release. There it exports a clip, opens the window, looks for updates and removes
+# the package. Prints one line for each check: ok, FAILED or skipped. Logs and screenshots stay in FOLDER.
 set -uo pipefail
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 folder=$(realpath -m "$1")
-base=$folder/base root=$folder/root archives=$folder/archives
+base=$folder/base root=$folder/root
 status=0
 . "$source/tests/packaging/bare_root.sh"
 
@@ -83,10 +83,11 @@ removal_is_complete() {
 mkdir -p "$folder"
 build_twice
 run_lintian
-if reason=$(why_no_root); then
+if reason=$(why_no_root) || { [ -z "$(debian_suite)" ] && reason="this is not a Debian"; }; then
   skipped "the bare system: $reason"
   exit $status
 fi
+make_base "$(debian_suite)" "$base" || { skipped "the bare system: debootstrap failed, see $base.log"; exit $status; }
 make_root || { failed "a bare system is made"; exit 1; }
 if install_package; then
   check "the command line exports a clip there" export_works

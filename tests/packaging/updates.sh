@@ -3,7 +3,7 @@
 # the feed over TLS from a server outside, whose certificate that system trusts.
 set -uo pipefail
 folder=$1
-base=$folder/base root=$folder/root archives=$folder/archives
+base=$folder/base root=$folder/root
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$here/bare_root.sh"
 ceiling=${STACKREEL_CEILING:-120}

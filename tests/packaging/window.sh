@@ -4,7 +4,7 @@
 set -uo pipefail
 folder=$1
 command=$2
-base=$folder/base root=$folder/root archives=$folder/archives
+base=$folder/base root=$folder/root
 . "$(dirname "${BASH_SOURCE[0]}")/bare_root.sh"
 ceiling=${STACKREEL_CEILING:-120}
 

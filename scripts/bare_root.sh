@@ -1,0 +1,48 @@
+# shellcheck shell=bash
+# Sourced: bare Debian systems in folders, to try things where nothing else is installed. All of it takes root.
+
+# why_no_root: says why no such system can be made here; fails when it can.
+why_no_root() {
+  [ "$(id -u)" -eq 0 ] || { echo "making one takes root"; return; }
+  command -v debootstrap >/dev/null || { echo "there is no debootstrap"; return; }
+  unshare --mount --pid --fork true 2>/dev/null || { echo "mount namespaces are not allowed here"; return; }
+  return 1
+}
+
+# make_base SUITE FOLDER: a Debian of that name with nothing installed in it, unless the folder has one.
+make_base() {
+  local suite=$1 folder=$2
+  [ -d "$folder" ] && return 0
+  rm -rf --one-file-system "$folder.new"
+  mkdir -p "$(dirname "$folder")"
+  debootstrap --variant=minbase "$suite" "$folder.new" >"$folder.log" 2>&1 || { tail -n 5 "$folder.log" >&2; return 1; }
+  # Packages must not start services in it.
+  printf '#!/bin/sh\nexit 101\n' >"$folder.new/usr/sbin/policy-rc.d"
+  chmod 755 "$folder.new/usr/sbin/policy-rc.d"
+  mkdir -p "$folder.new/home/user"
+  chown 1000:1000 "$folder.new/home/user"
+  mv "$folder.new" "$folder"
+}
+
+# run_in_root FOLDER USER DIRECTORY [VARIABLE=VALUE…] -- COMMAND…: runs a command inside, as root or user, with processes and
+# mounts that end with it. Packages that apt fetches are kept beside the folder, in FOLDER.archives.
+run_in_root() {
+  local root=$1 user=1000:1000 home=/home/user directory=$3 variables=()
+  [ "$2" = user ] || { user=0:0 home=/root; }
+  shift 3
+  while [ "$1" != -- ]; do variables+=("$1"); shift; done
+  shift
+  mkdir -p "$root.archives/partial"
+  cp -L /etc/resolv.conf "$root/etc/resolv.conf"
+  unshare --mount --pid --fork --kill-child --propagation private sh -ec '
+    root=$1 archives=$2 user=$3
+    shift 3
+    mount -t proc proc "$root/proc"
+    mount --rbind /sys "$root/sys"
+    mount --rbind /dev "$root/dev"
+    mount --bind "$archives" "$root/var/cache/apt/archives"
+    exec chroot --userspec="$user" "$root" env -i "$@"
+  ' sh "$root" "$root.archives" "$user" PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
+    HOME="$home" LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "${variables[@]}" \
+    sh -c 'cd "$1" && shift && exec "$@"' sh "$directory" "$@"
+}
