@@ -1,0 +1,57 @@
+#!/usr/bin/env bash
+# packages.sh SOURCE: how scripts/packages.sh installs packages, with programs of this test in place of apt and dpkg.
+set -uo pipefail
+source=$1
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+status=0
+
+# INSTALLED and OFFERED are lists of names; what apt-get is asked for ends up in the file `asked`.
+tool() { printf '#!/bin/bash\n%s\n' "$2" >"$folder/$1" && chmod +x "$folder/$1"; }
+# shellcheck disable=SC2016 # expanded by the tool
+tool dpkg-query 'case " $INSTALLED " in *" ${!#} "*) echo -n installed ;; *) exit 1 ;; esac'
+# shellcheck disable=SC2016
+tool apt-cache 'case " $OFFERED " in *" $2 "*) echo "  Candidate: 1.0-1" ;; *) echo "  Candidate: (none)" ;; esac'
+# shellcheck disable=SC2016
+tool apt-get 'echo "$*" >>"'"$folder"'/asked"'
+tool id 'echo 0'
+
+expect() { # WHAT EXPECTED SEEN
+  [ "$2" = "$3" ] && return
+  printf 'FAILED %s\n  expected: %s\n  seen:     %s\n' "$1" "$2" "$3"
+  status=1
+}
+
+require() { # INSTALLED OFFERED NAME…
+  rm -f "$folder/asked"
+  INSTALLED=$1 OFFERED=$2 PATH=$folder:/usr/bin:/bin bash -c '. "$1/scripts/packages.sh"; shift; require_packages "$@"' \
+    bash "$source" "${@:3}" 2>/dev/null
+}
+# The names that apt-get was asked to install; nothing where it was not started.
+installed() { sed -n 's/^install -y -qq --no-install-recommends //p' "$folder/asked" 2>/dev/null; }
+
+require "one two" "" one two
+expect "nothing is installed when all is there" "" "$(installed)"
+[ ! -e "$folder/asked" ] || expect "apt-get is not started then" "" "$(cat "$folder/asked")"
+
+require "one" "two three" one two
+expect "what is missing is installed" "two" "$(installed)"
+
+require "" "old" "new|old"
+expect "the alternative that the system offers is taken" "old" "$(installed)"
+
+require "" "new old" "new|old"
+expect "the first alternative is preferred" "new" "$(installed)"
+
+require "old" "new old" "new|old"
+expect "an installed alternative is enough" "" "$(installed)"
+
+require "" "" "new|old"
+expect "a name that is not offered reaches apt-get, which says so" "old" "$(installed)"
+
+tool id 'echo 1000'
+tool sudo 'exit 1'
+said=$(INSTALLED="" OFFERED="two" PATH=$folder:/usr/bin:/bin bash -c \
+  '. "$1/scripts/packages.sh"; require_packages "two|three" && echo installed' bash "$source" 2>&1 </dev/null)
+expect "without root, the names are said" "Install them with: apt-get install --no-install-recommends two" "${said##*$'\n'}"
+exit $status
