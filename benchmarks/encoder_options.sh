@@ -20,7 +20,7 @@ graph+='[topSource]crop=w=874:h=776:x=76:y=150,scale=1080:960:flags=bicubic,sets
 graph+='[bottomSource]crop=w=874:h=776:x=968:y=150,scale=1080:960:flags=bicubic,setsar=1,setpts=PTS-STARTPTS[bottom];'
 graph+='[top][bottom]vstack=inputs=2,format=yuv420p[video]'
 
-# A stand-in for FFmpeg reads the options under test from the shipped program.
+# The options under test are those that the shipped program passes to FFmpeg. A stand-in for FFmpeg prints them.
 shim=${SHIM:-$(dirname "$0")/../build/release/lib/stackreel/ffmpeg}
 mkdir "$work/stand-in"
 cat > "$work/stand-in/ffmpeg" <<'SCRIPT'

@@ -24,8 +24,8 @@ struct ExportOptions {
     std::filesystem::path source;
     std::optional<std::filesystem::path> destination; ///< none for the default name beside the source
     ExportSettings settings;
-    std::optional<CropRegion> top;    ///< inside the frame; none for the default
-    std::optional<CropRegion> bottom; ///< inside the frame; none for the default
+    std::optional<CropRegion> top;    ///< inside the frame; none for the default crop
+    std::optional<CropRegion> bottom; ///< inside the frame; none for the default crop
     double from = 0;                  ///< seconds, not negative
     std::optional<double> to;         ///< seconds, greater than `from`; none for the source's end
     bool overwrite = false;

@@ -12,7 +12,7 @@ namespace stackreel
 struct EncoderStatus {
     double seconds = 0;                 ///< length of the output so far; not negative
     std::optional<std::int64_t> frames; ///< frames written so far
-    std::optional<double> speed;        ///< seconds of output per second of time; above 0
+    std::optional<double> speed;        ///< seconds of output encoded per second; above 0
 
     /// The status in a line without its ending; none for any other line. Pure.
     static std::optional<EncoderStatus> parse(std::string_view line);

@@ -37,7 +37,7 @@ std::filesystem::path chosenDestination(const ExportOptions& options, const std:
 {
     if (!options.destination)
         return source.parent_path() / exportFileName(source);
-    // `Destination::check` has a message of its own for a folder.
+    // `Destination::check` has its own message for a folder.
     std::error_code error;
     if (!isMp4(*options.destination) && !std::filesystem::is_directory(*options.destination, error))
         throw UsageError("The destination “" + options.destination->string() +

@@ -11,8 +11,8 @@ namespace stackreel
 struct FactsText {
     /// One line per fact, labelled as in the window: Frame, Video, Length, and Audio when there is sound.
     static std::string lines(const MediaInfo& media);
-    /// One JSON object. Width and height are those of the coded frame, before rotation. `audioCodec` is null
-    /// without sound, and so is a number that is not finite.
+    /// One JSON object. Width and height are those of the coded frame, before rotation. A missing
+    /// `audioCodec` and a number that is not finite are null.
     static std::string json(const MediaInfo& media);
 };
 

@@ -12,13 +12,13 @@ namespace stackreel
 /// The progress of an export, as shown to the user.
 struct Progress {
     int percent = 0;                   ///< of the exported length, 0 to 100
-    std::optional<double> speed;       ///< seconds of video per second
+    std::optional<double> speed;       ///< seconds of video encoded per second
     std::optional<double> secondsLeft; ///< estimated; above 0
 
     /// The progress as a line of text: "42 %, 1.31x, 0:12 left".
     std::string line() const;
-    /// The same with a bar, exactly `columns` wide; without the bar, and cut to `columns`, when that is too
-    /// narrow for one. ASCII.
+    /// The same with a bar, exactly `columns` wide. If that is too narrow for a bar, the line alone, cut to
+    /// `columns`. ASCII.
     std::string bar(std::size_t columns) const;
 
     bool operator==(const Progress&) const = default;

@@ -6,8 +6,8 @@
 namespace stackreel
 {
 
-/// The arguments of `ffmpeg` for one export, in order, without the program's name. Paths are the bytes they
-/// are on disk.
+/// The arguments of `ffmpeg` for one export, in order, without the program's name. A path has the same bytes
+/// as on disk.
 struct ExportCommand {
     std::vector<std::string> arguments;
 

@@ -6,7 +6,7 @@ namespace stackreel
 /// The part of the source that an export renders, in seconds on the source's time line.
 struct ExportRange {
     double start = 0;
-    double length = 0; ///< at least a quarter of a second, even where the source itself is shorter
+    double length = 0; ///< at least a quarter of a second, even when the source is shorter
 
     /// The requested range, clamped to a source of the given duration.
     static ExportRange within(double duration, double trimStart, double trimEnd);

@@ -26,9 +26,9 @@ class TaskHandle;
 
 /// All state of the work in progress, and the operations on it. One per window, on the main thread only.
 ///
-/// Setting a published property, to whatever value, announces `objectWillChange` before the value changes and
-/// the property's own signal after it. Views read all of them and may write any, but change the trim range
-/// and the playhead through the operations, which keep 0 ≤ trimStart ≤ currentTime ≤ trimEnd.
+/// Setting a published property, even to an equal value, announces `objectWillChange` before the value
+/// changes and the property's own signal after it. Views read all of them and may write any, but change the
+/// trim range and the playhead through the operations, which keep 0 ≤ trimStart ≤ currentTime ≤ trimEnd.
 ///
 /// The operations live in `SourceLoading`, `PreviewPlayback`, `ExportFlow` and `CropSetup`; each owns the
 /// unpublished state of its concern. Work that is still running when the model is destroyed no longer

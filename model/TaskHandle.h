@@ -31,7 +31,7 @@ public:
 
 private:
     std::stop_source m_stop;
-    std::weak_ptr<void> m_work; ///< held by the work until it ends
+    std::weak_ptr<void> m_work; ///< expires when the work has ended
 };
 
 } // namespace stackreel

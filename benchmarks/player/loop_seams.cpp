@@ -29,10 +29,10 @@ std::size_t wrapsIn(const std::vector<Shown>& shown)
 }
 
 struct Seams {
-    std::vector<double> errors; ///< of the seams, in milliseconds
+    std::vector<double> errors; ///< how much longer each seam was than the ideal, in ms
     double worstStep = 0;       ///< the largest error between two frames of a run
     std::size_t doubled = 0;
-    std::vector<std::size_t> frames; ///< how many each whole run showed
+    std::vector<std::size_t> frames; ///< number of frames shown in each complete run
 };
 
 Seams seamsOf(const std::vector<Shown>& shown, double end)

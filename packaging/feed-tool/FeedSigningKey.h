@@ -14,7 +14,7 @@ class FeedSigningKey
 public:
     /// A new key. Throws `std::runtime_error` when the system has no random numbers.
     static FeedSigningKey generate();
-    /// Reads what `secret` wrote; none for anything else.
+    /// Parses a key that `secret()` returned; none for any other text.
     static std::optional<FeedSigningKey> fromSecret(std::string_view text);
 
     /// The secret as base64. Its owner must keep it private.
