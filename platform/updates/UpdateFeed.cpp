@@ -18,18 +18,18 @@ using Json = nlohmann::json;
 constexpr std::size_t mostReleases = 100;
 constexpr std::size_t longestAddress = 2000;
 
-[[noreturn]] void fail(const std::string& place, const char* problem)
+[[noreturn]] void fail(std::string_view place, std::string_view problem)
 {
-    throw FeedFormatError(place + " " + problem);
+    throw FeedFormatError(std::string(place).append(" ").append(problem));
 }
 
-const Json& member(const Json& object, const std::string& place, const char* key)
+const Json& member(const Json& object, std::string_view place, const char* key)
 {
     if (!object.is_object())
         fail(place, "is not an object");
     const auto found = object.find(key);
     if (found == object.end())
-        fail(place, (std::string("has no “") + key + "”").c_str());
+        fail(place, std::string("has no “") + key + "”");
     return *found;
 }
 
