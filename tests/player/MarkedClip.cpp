@@ -52,6 +52,8 @@ std::string commandFor(const MarkedClip& clip, const fs::path& target)
     command += " -vf \"geq=lum='" + clip.luma + "':cb=128:cr=128";
     if (clip.variable)
         command += ",settb=1/90000,setpts='(N-2/3*eq(mod(N\\,3)\\,1))/(" + rate + "*TB)'";
+    if (clip.delay > 0)
+        command += ",setpts=PTS+" + std::to_string(clip.delay) + "/TB";
     command += "\" -fps_mode passthrough -enc_time_base 1:90000 -video_track_timescale 90000 -frames:v " +
                std::to_string(clip.frames);
     command += " -c:v libx264 -preset veryfast -bf 2 -pix_fmt yuv420p -x264-params scenecut=0:keyint=" +

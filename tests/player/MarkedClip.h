@@ -18,6 +18,7 @@ struct MarkedClip {
     int keyInterval = 30;  ///< frames
     bool sound = false;    ///< sound as long as the pictures
     bool variable = false; ///< frames last a third, one and five thirds of the usual time in turn
+    double delay = 0;      ///< of the pictures after the sound, in seconds
     std::string size = "320x180";
     std::string tone = "sine=frequency=440:sample_rate=48000"; ///< the sound, in FFmpeg's terms
     std::string output = {};                                   ///< further options before the output
