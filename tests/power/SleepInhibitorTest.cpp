@@ -3,6 +3,7 @@
 #include "tests/power/FakeSleepServices.h"
 #include "tests/support/Awaited.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QProcess>
 
