@@ -258,7 +258,7 @@ TEST(FeedFetcher, DoesNotUnpackWhatIsSentPacked)
     LoopbackServer server(sendAndClose(QByteArray(head) + "Content-Encoding: gzip\r\nContent-Length: " +
                                        QByteArray::number(packed.size()) + "\r\n\r\n" + packed));
     EXPECT_EQ(fetch(server.url()).document, packed);
-    EXPECT_TRUE(server.lastRequest().contains("Accept-Encoding: identity"));
+    EXPECT_TRUE(server.lastRequest().toLower().contains("accept-encoding: identity"));
 }
 
 TEST(FeedFetcher, KeepsNoCookies)
@@ -271,7 +271,7 @@ TEST(FeedFetcher, KeepsNoCookies)
         fetcher.fetch(server.url());
         ASSERT_TRUE(eventually([&] { return received.size() == round; }));
     }
-    EXPECT_FALSE(server.lastRequest().contains("Cookie"));
+    EXPECT_FALSE(server.lastRequest().toLower().contains("cookie"));
 }
 
 TEST(FeedFetcher, FailsWhereNobodyListens)
