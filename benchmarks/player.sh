@@ -143,7 +143,7 @@ row_seams() {
 }
 
 row_seek() {
-  local count=50 times line time theirs=()
+  local count=50 times line time their_times=()
   [ -z "$quick" ] || count=5
   make_clips gop250
   times=$(awk -v n=$count 'BEGIN { srand(7); while (n--) printf "%.3f ", rand() * 19.9 }')
@@ -153,11 +153,11 @@ row_seek() {
   local start=$took
   for time in $times; do
     timed ffmpeg -v error -nostdin -ss "$time" -i "$clips/gop250.mp4" -map 0:v:0 -frames:v 1 -f null -
-    theirs+=("$took")
+    their_times+=("$took")
   done
   local middle most
-  middle=$(printf '%s\n' "${theirs[@]}" | median)
-  most=$(printf '%s\n' "${theirs[@]}" | worst)
+  middle=$(printf '%s\n' "${their_times[@]}" | median)
+  most=$(printf '%s\n' "${their_times[@]}" | worst)
   row "exact seek, median of $count, GOP 250" "$(value "$line" median) ms; $(value "$line" peak) MiB" \
     "ffmpeg $middle ms, of which $start ms are its start; $peak MiB" "$(ratio "$(value "$line" median)" "$middle")" "1.2"
   row "exact seek, worst of $count, GOP 250" "$(value "$line" worst) ms" "ffmpeg $most ms" \
@@ -277,7 +277,7 @@ row_memory() {
   done
 }
 
-echo "| what | ours | peer | ratio | to reach |"
+echo "| what | ours | other tool | ratio | target |"
 echo "|---|---|---|---|---|"
 for name in "${rows[@]}"; do
   "row_$name"
