@@ -56,7 +56,7 @@ least() { awk -v a="${1:-$2}" -v b="$2" 'BEGIN { print a + 0 < b + 0 ? a : b }';
 ssim() {
   local count='setpts=N/(60*TB)'
   ffmpeg -hide_banner -nostdin -i "$work/$1.mp4" -i "$work/reference.mkv" \
-    -lavfi "[0:v]settb=1/60,$count[a];[1:v]settb=1/60,$count[b];[a][b]ssim" -f null - 2>&1 |
+    -lavfi "[0:v]settb=1/60,${count}[a];[1:v]settb=1/60,${count}[b];[a][b]ssim" -f null - 2>&1 |
     sed -n 's/.*All:\([0-9.]*\).*/\1/p'
 }
 

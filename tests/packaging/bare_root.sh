@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2154 # the script that sources this one sets $root and $base
 # Sourced by the package's test: a bare system of this machine's own release in the folder $root, for the package to be
 # installed in. It is a copy of $base.
 . "$(dirname "${BASH_SOURCE[0]}")/../../scripts/bare_root.sh"
