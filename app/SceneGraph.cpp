@@ -16,7 +16,7 @@ namespace stackreel
 namespace
 {
 
-/// What draws with OpenGL here; empty when nothing does.
+/// The name of the OpenGL renderer; empty when there is none.
 std::string_view rendererName(QOpenGLContext& context, QOffscreenSurface& surface)
 {
     surface.create();
@@ -33,12 +33,12 @@ bool hasGraphicsProcessor()
     QOffscreenSurface surface;
     QOpenGLContext context;
     const std::string_view name = rendererName(context, surface);
-    constexpr std::string_view imitations[] = {"llvmpipe", "softpipe", "swrast", "SwiftShader",
-                                               "Software Rasterizer"};
-    return !name.empty() &&
-           std::none_of(std::begin(imitations), std::end(imitations), [name](std::string_view imitation) {
-               return name.find(imitation) != std::string_view::npos;
-           });
+    constexpr std::string_view softwareRenderers[] = {"llvmpipe", "softpipe", "swrast", "SwiftShader",
+                                                      "Software Rasterizer"};
+    return !name.empty() && std::none_of(std::begin(softwareRenderers), std::end(softwareRenderers),
+                                         [name](std::string_view software) {
+                                             return name.find(software) != std::string_view::npos;
+                                         });
 }
 
 } // namespace

@@ -17,44 +17,44 @@ namespace stackreel
 namespace
 {
 
-constexpr std::chrono::milliseconds lookEvery{20};
+constexpr std::chrono::milliseconds pollInterval{20};
 
-/// A load cannot be cancelled, but fails when its child ends.
+/// Whether the model still loads a clip. A load cannot be cancelled, but fails when its child ends.
 bool isLoading(const AppModel& model)
 {
     return model.phase().kind() == Phase::Kind::preparing || RunningChildren::count() > 0;
 }
 
-void awaitLoads(const AppModel& model, QDeadlineTimer deadline)
+void waitForLoads(const AppModel& model, QDeadlineTimer deadline)
 {
-    QTimer look;
-    look.start(lookEvery);
+    QTimer poll;
+    poll.start(pollInterval);
     while (isLoading(model) && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
 } // namespace
 
-void Shutdown::run(AppModel& model, std::chrono::milliseconds patience)
+void Shutdown::run(AppModel& model, std::chrono::milliseconds gracePeriod)
 {
-    QTimer impatience;
-    impatience.setSingleShot(true);
-    QObject::connect(&impatience, &QTimer::timeout, [] { RunningChildren::kill(); });
-    impatience.start(patience);
-    // A child that cannot even be killed hangs in the system; waiting for it would hang, too.
-    QTimer surrender;
-    surrender.setSingleShot(true);
-    QObject::connect(&surrender, &QTimer::timeout, [] { std::_Exit(EXIT_FAILURE); });
-    surrender.start(2 * patience);
+    QTimer killTimer;
+    killTimer.setSingleShot(true);
+    QObject::connect(&killTimer, &QTimer::timeout, [] { RunningChildren::kill(); });
+    killTimer.start(gracePeriod);
+    // Exit without a child that cannot be killed: it hangs in a system call, and waiting would never end.
+    QTimer exitTimer;
+    exitTimer.setSingleShot(true);
+    QObject::connect(&exitTimer, &QTimer::timeout, [] { std::_Exit(EXIT_FAILURE); });
+    exitTimer.start(2 * gracePeriod);
 
-    // The exports first: a child that ends before its export was cancelled looks like one that failed.
+    // Cancel the exports first: if its child ended before, an export would report a failure.
     const auto exports = model.unfinishedExports();
     for (const auto& task : exports)
         task->cancel();
     RunningChildren::end();
     for (const auto& task : exports)
         ExportShutdown::endExport(task);
-    awaitLoads(model, QDeadlineTimer(patience + patience / 2));
+    waitForLoads(model, QDeadlineTimer(gracePeriod + gracePeriod / 2));
 }
 
 } // namespace stackreel

@@ -7,12 +7,12 @@ namespace stackreel
 
 class AppModel;
 
-/// What is left to do when the event loop has ended. Main thread.
+/// The clean-up after the event loop has ended. Main thread.
 struct Shutdown {
-    /// Cancels every export that has not ended and waits until it has cleaned up after itself; has every
-    /// other child end as well, and waits for the load it belonged to. A child that takes no hints for the
-    /// time of `patience` is killed, so this ends in any case.
-    static void run(AppModel& model, std::chrono::milliseconds patience = std::chrono::seconds(4));
+    /// Cancels every export that has not ended and waits until it has cleaned up. Also ends every other child
+    /// and waits for the load that it belongs to. A child that is still running after `gracePeriod` is
+    /// killed, so this call always ends.
+    static void run(AppModel& model, std::chrono::milliseconds gracePeriod = std::chrono::seconds(4));
 };
 
 } // namespace stackreel

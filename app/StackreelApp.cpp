@@ -1,7 +1,7 @@
 #include "app/StackreelApp.h"
 
 #include "app/Shutdown.h"
-#include "platform/accessibility/LineEditAccess.h"
+#include "platform/accessibility/AccessibleLineEdit.h"
 
 #include <QGuiApplication>
 #include <QWindow>
@@ -19,10 +19,10 @@ StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, U
       m_sleepInhibitor(QStringLiteral("Exporting a video")),
       m_mainWindow(m_windowModel, m_actions)
 {
-    installLineEditAccess();
-    // Not `quit`, which begins with closing the windows, of which one may have asked for this.
+    installAccessibleLineEdits();
+    // `exit` instead of `quit`: `quit` first closes the windows, and one of them may be the caller.
     QObject::connect(&m_actions, &WindowActions::quitRequested, &m_actions, [] { QCoreApplication::exit(); });
-    // Later, as an export that sets its last phase has not quite ended.
+    // Queued, as an export sets its last phase shortly before it ends.
     QObject::connect(
         &m_model, &AppModel::phaseChanged, &m_actions, [this] { keepAwakeWhileExporting(); },
         Qt::QueuedConnection);
@@ -30,14 +30,14 @@ StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, U
 
 void StackreelApp::keepAwakeWhileExporting()
 {
-    m_sleepInhibitor.setHeld(!m_model.unfinishedExports().empty());
+    m_sleepInhibitor.setInhibited(!m_model.unfinishedExports().empty());
 }
 
 void StackreelApp::shutDown()
 {
     // A panel may be open as well.
-    for (QWindow* shown : QGuiApplication::topLevelWindows())
-        shown->hide();
+    for (QWindow* window : QGuiApplication::topLevelWindows())
+        window->hide();
     Shutdown::run(m_model);
 }
 

@@ -26,21 +26,21 @@ namespace
 
 using namespace stackreel;
 
-/// Keeps Qt from complaining about a locale that is not UTF-8, which matters nowhere in this program.
+/// Suppresses Qt's warning about a locale that is not UTF-8. The program does not depend on the locale.
 void ignoreMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 {
-    // With X11's newer input events, Qt 6.4 misses the release that ends a move of the window by the desktop,
-    // and the next move begins with a jump.
-    const bool decidesOnEvents = qEnvironmentVariableIsEmpty("QT_XCB_NO_XI2");
-    if (decidesOnEvents)
+    // With XInput 2, Qt 6.4 misses the button release at the end of a window move by the desktop, and the
+    // next move begins with a jump.
+    const bool disablesXInput2 = qEnvironmentVariableIsEmpty("QT_XCB_NO_XI2");
+    if (disablesXInput2)
         qputenv("QT_XCB_NO_XI2", "1");
     const QtMessageHandler previous = qInstallMessageHandler(ignoreMessage);
     auto application = std::make_unique<QApplication>(argc, argv);
     qInstallMessageHandler(previous);
-    if (decidesOnEvents)
-        qunsetenv("QT_XCB_NO_XI2"); // no business of the children
+    if (disablesXInput2)
+        qunsetenv("QT_XCB_NO_XI2"); // children must not inherit it
     QApplication::setApplicationName(QStringLiteral("Stackreel"));
     QApplication::setApplicationVersion(QString::fromLatin1(buildVersion()));
     QGuiApplication::setDesktopFileName(QString::fromLatin1(applicationId));
@@ -64,14 +64,14 @@ int run(int& argc, char** argv, TerminationSignals& signals)
     chooseSceneGraph();
     StackreelApp app(services(), Bundle::infoDictionary(), standardUpdateServices());
     app.show();
-    const std::stop_callback leave(signals.stopToken(), [&] {
+    const std::stop_callback quitOnSignal(signals.stopToken(), [&] {
         QMetaObject::invokeMethod(
             application.get(), [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
     });
     const int status = QApplication::exec();
     app.shutDown();
-    // A look-up of a name cannot be given up, and the toolkit would wait for it at the end of its
-    // application.
+    // Disconnect Qt's clean-up: it would wait in the application's destructor for a pending host name lookup,
+    // which cannot be aborted.
     QObject::disconnect(application.get(), &QObject::destroyed, nullptr, nullptr);
     return status;
 }
@@ -88,7 +88,7 @@ int main(int argc, char* argv[])
     } catch (const std::exception& error) {
         StandardStreams::writeError(std::string(error.what()) + "\n");
     }
-    // Without the destructors of static objects: a thread may still be reading a clip for its thumbnails.
+    // Skip the destructors of static objects: a thread may still be reading a clip for thumbnails.
     std::fflush(nullptr);
     std::quick_exit(status);
 }

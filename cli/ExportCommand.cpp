@@ -29,7 +29,7 @@ QCoro::Task<std::optional<EncoderStatus>> render(ExportRequest request, double l
                                                  std::stop_token stop)
 {
     ProgressDisplay display(lengthSeconds, quiet);
-    const ChildLaunched launched = [&display](const std::filesystem::path& file) { display.watch(file); };
+    const LaunchCallback launched = [&display](const std::filesystem::path& file) { display.watch(file); };
     co_await exportSource(std::move(request), stop, launched);
     co_return display.finish();
 }

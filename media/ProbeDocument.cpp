@@ -12,104 +12,104 @@ namespace
 
 using Json = nlohmann::json;
 
-[[noreturn]] void fail(const std::string& place, const std::string& problem)
+[[noreturn]] void fail(const std::string& path, const std::string& problem)
 {
-    throw DecodingError("The video details could not be read: " + place + " " + problem + ".");
+    throw DecodingError("The video details could not be read: " + path + " " + problem + ".");
 }
 
-std::string asString(const Json& value, const std::string& place)
+std::string asString(const Json& value, const std::string& path)
 {
     if (!value.is_string())
-        fail(place, "is not a text");
+        fail(path, "is not a text");
     return value.get<std::string>();
 }
 
-std::int64_t asInteger(const Json& value, const std::string& place)
+std::int64_t asInteger(const Json& value, const std::string& path)
 {
     constexpr double limit = 9223372036854775808.0; // 2^63
     if (value.is_number_unsigned() && value.get<std::uint64_t>() > std::uint64_t{INT64_MAX})
-        fail(place, "is too large");
+        fail(path, "is too large");
     if (value.is_number_integer())
         return value.get<std::int64_t>();
     if (!value.is_number_float())
-        fail(place, "is not a whole number");
+        fail(path, "is not a whole number");
     const double number = value.get<double>();
     if (std::trunc(number) != number || number < -limit || number >= limit)
-        fail(place, "is not a whole number");
+        fail(path, "is not a whole number");
     return static_cast<std::int64_t>(number);
 }
 
-const Json& asObject(const Json& value, const std::string& place)
+const Json& asObject(const Json& value, const std::string& path)
 {
     if (!value.is_object())
-        fail(place, "is not an object");
+        fail(path, "is not an object");
     return value;
 }
 
 template <typename Decode>
-auto asList(const Json& value, const std::string& place, Decode decode)
+auto asList(const Json& value, const std::string& path, Decode decode)
 {
     if (!value.is_array())
-        fail(place, "is not a list");
-    std::vector<decltype(decode(value, place))> list;
+        fail(path, "is not a list");
+    std::vector<decltype(decode(value, path))> list;
     for (const Json& element : value)
-        list.push_back(decode(element, place + "[" + std::to_string(list.size()) + "]"));
+        list.push_back(decode(element, path + "[" + std::to_string(list.size()) + "]"));
     return list;
 }
 
-std::map<std::string, std::string> asTexts(const Json& value, const std::string& place)
+std::map<std::string, std::string> asTexts(const Json& value, const std::string& path)
 {
     std::map<std::string, std::string> texts;
-    for (const auto& [key, text] : asObject(value, place).items())
-        texts.emplace(key, asString(text, place + "." + key));
+    for (const auto& [key, text] : asObject(value, path).items())
+        texts.emplace(key, asString(text, path + "." + key));
     return texts;
 }
 
-/// The decoded value of a key, or none when the key is absent or null.
+/// The decoded value of a key. None when the key is absent or null.
 template <typename Decode>
-auto optional(const Json& object, const std::string& place, const char* key, Decode decode)
+auto optional(const Json& object, const std::string& path, const char* key, Decode decode)
 {
-    using Value = decltype(decode(object, place));
+    using Value = decltype(decode(object, path));
     const auto found = object.find(key);
     if (found == object.end() || found->is_null())
         return std::optional<Value>();
-    return std::optional<Value>(decode(*found, place.empty() ? key : place + "." + key));
+    return std::optional<Value>(decode(*found, path.empty() ? key : path + "." + key));
 }
 
-ProbeSideData decodeSideData(const Json& value, const std::string& place)
+ProbeSideData decodeSideData(const Json& value, const std::string& path)
 {
-    asObject(value, place);
-    return {.rotation = optional(value, place, "rotation", asInteger)};
+    asObject(value, path);
+    return {.rotation = optional(value, path, "rotation", asInteger)};
 }
 
-ProbeStream decodeStream(const Json& value, const std::string& place)
+ProbeStream decodeStream(const Json& value, const std::string& path)
 {
-    asObject(value, place);
+    asObject(value, path);
     const auto asSideDataList = [](const Json& list, const std::string& where) {
         return asList(list, where, decodeSideData);
     };
     return {
-        .codecType = optional(value, place, "codec_type", asString),
-        .codecName = optional(value, place, "codec_name", asString),
-        .width = optional(value, place, "width", asInteger),
-        .height = optional(value, place, "height", asInteger),
-        .duration = optional(value, place, "duration", asString),
-        .tags = optional(value, place, "tags", asTexts),
-        .sideDataList = optional(value, place, "side_data_list", asSideDataList),
+        .codecType = optional(value, path, "codec_type", asString),
+        .codecName = optional(value, path, "codec_name", asString),
+        .width = optional(value, path, "width", asInteger),
+        .height = optional(value, path, "height", asInteger),
+        .duration = optional(value, path, "duration", asString),
+        .tags = optional(value, path, "tags", asTexts),
+        .sideDataList = optional(value, path, "side_data_list", asSideDataList),
     };
 }
 
-ProbeFormat decodeFormat(const Json& value, const std::string& place)
+ProbeFormat decodeFormat(const Json& value, const std::string& path)
 {
-    asObject(value, place);
-    return {.duration = optional(value, place, "duration", asString)};
+    asObject(value, path);
+    return {.duration = optional(value, path, "duration", asString)};
 }
 
 Json parse(std::string_view json)
 {
-    // The parser takes a NUL for the end and never looks behind it.
-    const bool endsEarly = json.find('\0') != std::string_view::npos;
-    Json root = endsEarly ? Json(Json::value_t::discarded) : Json::parse(json, nullptr, false);
+    // The parser takes a NUL as the end and ignores what follows.
+    const bool hasNul = json.find('\0') != std::string_view::npos;
+    Json root = hasNul ? Json(Json::value_t::discarded) : Json::parse(json, nullptr, false);
     if (root.is_discarded())
         throw DecodingError("The video details could not be read: the report is not valid JSON.");
     return root;

@@ -11,7 +11,7 @@
 namespace stackreel
 {
 
-/// A report that is not valid JSON, or that has a value of an unexpected type. `what()` names its place.
+/// A report that is not valid JSON, or that has a value of an unexpected type. `what()` names the JSON path.
 class DecodingError : public std::runtime_error
 {
 public:

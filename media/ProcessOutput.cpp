@@ -12,7 +12,7 @@ namespace stackreel
 namespace
 {
 
-constexpr std::size_t shownLines = 8;
+constexpr std::size_t maxLines = 8;
 
 bool endsLine(std::string_view text, std::size_t index)
 {
@@ -39,7 +39,7 @@ std::string ProcessOutput::errorText() const
 {
     const std::string text = replacingInvalidUtf8(standardError);
     const auto lines = nonEmptyLines(text);
-    const std::size_t first = lines.size() > shownLines ? lines.size() - shownLines : 0;
+    const std::size_t first = lines.size() > maxLines ? lines.size() - maxLines : 0;
     std::string joined;
     for (std::size_t index = first; index < lines.size(); ++index) {
         if (index > first)

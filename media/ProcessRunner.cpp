@@ -7,7 +7,7 @@ namespace stackreel
 
 QCoro::Task<ProcessOutput> ProcessRunner::run(std::filesystem::path executable,
                                               std::vector<std::string> arguments, std::stop_token stop,
-                                              ChildLaunched launched)
+                                              LaunchCallback launched)
 {
     ProcessSession session;
     const std::stop_callback cancelChild(stop, [&session] { session.cancel(); });

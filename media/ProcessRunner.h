@@ -13,18 +13,17 @@
 namespace stackreel
 {
 
-/// Runs the media tools. Holds nothing between calls.
+/// Runs the media tools. Keeps no state between calls.
 struct ProcessRunner {
-    /// Runs a program to its end on a worker thread and gives what it wrote on the calling thread, which
-    /// needs a running event loop. The status is not interpreted. The arguments are bytes and reach the child
-    /// one by one, with no shell in between. When the stop token fires the child is asked to end.
+    /// Runs a program to its end on a worker thread. Resumes on the calling thread, which needs a running
+    /// event loop, and returns the program's output. The status is not interpreted. The arguments are bytes
+    /// and are passed to the child without a shell. When the stop token fires the child is asked to end.
     ///
     /// Throws `CancellationError` when the token fired before the child had ended, or already before the
-    /// call; otherwise what `ProcessSession::run` throws. Every temporary file is gone afterwards, whatever
-    /// happened.
+    /// call; otherwise what `ProcessSession::run` throws. All temporary files are removed in every case.
     static QCoro::Task<ProcessOutput> run(std::filesystem::path executable,
                                           std::vector<std::string> arguments, std::stop_token stop = {},
-                                          ChildLaunched launched = {});
+                                          LaunchCallback launched = {});
 };
 
 } // namespace stackreel

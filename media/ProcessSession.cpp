@@ -16,7 +16,7 @@ bool ProcessSession::isCancelled()
     return m_cancelled;
 }
 
-/// Publishes the running child to `cancel`, or withdraws it with none; gives whether cancelled by then.
+/// Sets the child that `cancel` terminates; null for none. Returns whether `cancel` was called before.
 bool ProcessSession::storeProcess(std::shared_ptr<ChildProcess> process)
 {
     const std::lock_guard guard(m_lock);
@@ -25,12 +25,12 @@ bool ProcessSession::storeProcess(std::shared_ptr<ChildProcess> process)
 }
 
 ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
-                                  const std::vector<std::string>& arguments, const ChildLaunched& launched)
+                                  const std::vector<std::string>& arguments, const LaunchCallback& launched)
 {
     ScratchDirectory scratch;
     const auto outputFile = scratch.file("stdout");
     const auto errorFile = scratch.file("stderr");
-    // That a file could not be made shows when it is opened.
+    // A failure here shows when the file is opened.
     Files::createEmpty(outputFile);
     Files::createEmpty(errorFile);
     const WriteHandle output(outputFile);
@@ -49,7 +49,7 @@ ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
 
     const int status = child->waitForExit();
     const bool cancelled = storeProcess(nullptr);
-    // From here on nobody can reach the child any more, so it may be collected and its process id reused.
+    // `cancel` can no longer signal the child. Reap it now; the system may reuse its process id.
     child.reset();
     if (cancelled)
         throw CancellationError();

@@ -23,27 +23,27 @@ std::optional<std::filesystem::path> currentWorkingDirectory()
 
 } // namespace
 
-std::vector<std::filesystem::path> ToolLocator::candidates(MediaTool tool, const Surroundings& surroundings)
+std::vector<std::filesystem::path> ToolLocator::candidates(MediaTool tool, const Environment& environment)
 {
     const std::filesystem::path name = executableName(tool);
     const auto bundled = std::filesystem::path("third_party/ffmpeg/bin") / name;
-    std::vector<std::filesystem::path> places;
-    if (surroundings.resourceDirectory)
-        places.push_back(*surroundings.resourceDirectory / name);
-    if (surroundings.workingDirectory) {
-        places.push_back(*surroundings.workingDirectory / bundled);
-        places.push_back(surroundings.workingDirectory->parent_path() / bundled);
+    std::vector<std::filesystem::path> paths;
+    if (environment.resourceDirectory)
+        paths.push_back(*environment.resourceDirectory / name);
+    if (environment.workingDirectory) {
+        paths.push_back(*environment.workingDirectory / bundled);
+        paths.push_back(environment.workingDirectory->parent_path() / bundled);
     }
-    places.push_back("/opt/homebrew/bin" / name);
-    places.push_back("/usr/local/bin" / name);
-    return places;
+    paths.push_back("/opt/homebrew/bin" / name);
+    paths.push_back("/usr/local/bin" / name);
+    return paths;
 }
 
-std::filesystem::path ToolLocator::locate(MediaTool tool, const Surroundings& surroundings)
+std::filesystem::path ToolLocator::locate(MediaTool tool, const Environment& environment)
 {
-    const auto places = candidates(tool, surroundings);
-    const auto found = std::find_if(places.begin(), places.end(), surroundings.isExecutable);
-    if (found == places.end())
+    const auto paths = candidates(tool, environment);
+    const auto found = std::find_if(paths.begin(), paths.end(), environment.isExecutable);
+    if (found == paths.end())
         throw MediaToolError::toolMissing(std::string(executableName(tool)));
     return *found;
 }

@@ -10,24 +10,24 @@
 namespace stackreel
 {
 
-/// Finds the executables of the media tools. Holds nothing between calls; any thread.
+/// Finds the executables of the media tools. Keeps no state between calls; any thread.
 struct ToolLocator {
-    /// Where a search looks; what `locate` reads from the system at each call.
-    struct Surroundings {
+    /// What a search depends on. `locate` with one argument reads it from the system at each call.
+    struct Environment {
         std::optional<std::filesystem::path> resourceDirectory; ///< none when the program has none
         std::optional<std::filesystem::path> workingDirectory; ///< none when it was deleted under the process
         std::function<bool(const std::filesystem::path&)> isExecutable;
     };
 
-    /// The tool's executable: the first executable one of the candidates below. Throws `MediaToolError` (tool
-    /// missing) when none is.
+    /// The tool's executable: the first of the candidates below that is executable. Throws `MediaToolError`
+    /// (tool missing) when there is none.
     static std::filesystem::path locate(MediaTool tool);
-    static std::filesystem::path locate(MediaTool tool, const Surroundings& surroundings);
+    static std::filesystem::path locate(MediaTool tool, const Environment& environment);
 
-    /// The places looked at, in order: the resource directory; third_party/ffmpeg/bin under the working
-    /// directory and under its parent; /opt/homebrew/bin; /usr/local/bin. A place that cannot be named is
-    /// left out. PATH plays no part.
-    static std::vector<std::filesystem::path> candidates(MediaTool tool, const Surroundings& surroundings);
+    /// The paths that are tried, in this order: in the resource directory; in third_party/ffmpeg/bin under
+    /// the working directory and under its parent; in /opt/homebrew/bin; in /usr/local/bin. A missing
+    /// directory is skipped. PATH is not used.
+    static std::vector<std::filesystem::path> candidates(MediaTool tool, const Environment& environment);
 };
 
 } // namespace stackreel

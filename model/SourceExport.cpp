@@ -42,7 +42,7 @@ ToolRun prepare(const ExportRequest& request)
 } // namespace
 
 QCoro::Task<std::filesystem::path> exportSource(ExportRequest request, std::stop_token stop,
-                                                ChildLaunched launched)
+                                                LaunchCallback launched)
 {
     // The search for the tool reads the disk, which may be slow.
     ToolRun tool = co_await onWorkerThread([&request] { return prepare(request); });

@@ -17,6 +17,6 @@ namespace stackreel
 /// `CancellationError` when a stop was requested, and the other errors of `ProcessRunner::run`. A partly
 /// written file is left in place. Resumes on the calling thread, which needs a running event loop.
 QCoro::Task<std::filesystem::path> exportSource(ExportRequest request, std::stop_token stop = {},
-                                                ChildLaunched launched = {});
+                                                LaunchCallback launched = {});
 
 } // namespace stackreel

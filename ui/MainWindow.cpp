@@ -1,6 +1,6 @@
 #include "ui/MainWindow.h"
 
-#include "platform/accessibility/ToldChanges.h"
+#include "platform/accessibility/AccessibleChanges.h"
 #include "ui/TextInputAccess.h"
 #include "ui/WindowActions.h"
 #include "ui/WindowModel.h"
@@ -21,7 +21,7 @@ constexpr QSize firstSize(1180, 780);
 
 MainWindow::MainWindow(WindowModel& model, WindowActions& actions)
 {
-    installToldChanges();
+    installAccessibleChanges();
     installTextInputAccess();
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
     m_engine.setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model)},

@@ -1,6 +1,6 @@
 #include "ui/TextInputAccess.h"
 
-#include "platform/accessibility/LineText.h"
+#include "platform/accessibility/AccessibleLineText.h"
 
 #include <QAccessibleObject>
 #include <QQuickItem>
@@ -13,7 +13,7 @@ namespace
 {
 
 /// A field with the properties of `TextInput` and the property `title`, its name.
-class TextInputAccess : public QAccessibleObject, public LineText, public QAccessibleActionInterface
+class TextInputAccess : public QAccessibleObject, public AccessibleLineText, public QAccessibleActionInterface
 {
 public:
     explicit TextInputAccess(QQuickItem* item) : QAccessibleObject(item) {}
@@ -57,7 +57,7 @@ public:
             return line();
         return which == QAccessible::Name ? item().property("title").toString() : QString();
     }
-    using LineText::text;
+    using AccessibleLineText::text;
     void setText(QAccessible::Text which, const QString& text) override
     {
         if (which == QAccessible::Value)

@@ -3,7 +3,8 @@
 namespace stackreel
 {
 
-/// Has the window's text fields tell their text by `LineText`. Further calls do nothing. Main thread.
+/// Has the window's text fields tell their text by `AccessibleLineText`. Further calls do nothing. Main
+/// thread.
 void installTextInputAccess();
 
 } // namespace stackreel

@@ -1,6 +1,6 @@
 #include "platform/gstreamer/Presenter.h"
 
-#include "platform/ThreadUrgency.h"
+#include "platform/ThreadScheduling.h"
 
 #include <algorithm>
 #include <utility>
@@ -140,7 +140,7 @@ void Presenter::setOutput(std::shared_ptr<VideoOutput> output)
 
 void Presenter::run()
 {
-    runPromptly();
+    requestShortTimeSlice();
     Lock lock(m_mutex);
     while (!m_quit) {
         if (std::exchange(m_clear, false)) {

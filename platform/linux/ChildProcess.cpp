@@ -54,12 +54,12 @@ struct Attributes {
     posix_spawnattr_t value{};
 };
 
-std::vector<char*> argumentVector(std::vector<std::string>& words)
+std::vector<char*> argumentVector(std::vector<std::string>& strings)
 {
     std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words)
-        pointers.push_back(word.data());
+    pointers.reserve(strings.size() + 1);
+    for (std::string& string : strings)
+        pointers.push_back(string.data());
     pointers.push_back(nullptr);
     return pointers;
 }
@@ -77,9 +77,9 @@ bool waitFor(pid_t child, siginfo_t& info, int options)
 
 std::shared_ptr<ChildProcess> ChildProcess::launch(const ChildProcessLaunch& launch)
 {
-    std::vector<std::string> words = {launch.executable.string()};
-    words.insert(words.end(), launch.arguments.begin(), launch.arguments.end());
-    const std::vector<char*> arguments = argumentVector(words);
+    std::vector<std::string> strings = {launch.executable.string()};
+    strings.insert(strings.end(), launch.arguments.begin(), launch.arguments.end());
+    const std::vector<char*> arguments = argumentVector(strings);
     FileActions actions;
     const Attributes attributes;
     if (const int error = actions.redirect(launch))

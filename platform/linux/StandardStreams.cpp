@@ -20,8 +20,9 @@ bool isOpen(int descriptor)
     return ::fcntl(descriptor, F_GETFD) != -1;
 }
 
-/// Opens the null device as the lowest free descriptor, which is the closed one when asked in rising order.
-void standIn(int descriptor, int flags)
+/// Opens /dev/null on a descriptor that is closed. `open` takes the lowest free number, so the descriptors
+/// must be passed in rising order.
+void openPlaceholder(int descriptor, int flags)
 {
     if (!isOpen(descriptor))
         ::open("/dev/null", flags);
@@ -33,14 +34,14 @@ bool waitUntilWritable(int descriptor)
     return ::poll(&entry, 1, -1) == 1 || errno == EINTR;
 }
 
-/// Gives 0, or the errno value of the failure.
+/// Returns 0, or the errno value of the failure.
 int writeAll(int descriptor, std::string_view text)
 {
     while (!text.empty()) {
         const ssize_t count = ::write(descriptor, text.data(), text.size());
         if (count >= 0)
             text.remove_prefix(static_cast<std::size_t>(count));
-        // Whoever shares the stream may have made it non-blocking.
+        // Another process that shares the stream may have made it non-blocking.
         else if (errno != EINTR && !(errno == EAGAIN && waitUntilWritable(descriptor)))
             return errno;
     }
@@ -51,16 +52,16 @@ int writeAll(int descriptor, std::string_view text)
 
 void StandardStreams::prepare()
 {
-    // A stand-in opened the wrong way round fails every use, instead of losing what is written to it.
-    standIn(STDIN_FILENO, O_WRONLY);
-    standIn(STDOUT_FILENO, O_RDONLY);
-    standIn(STDERR_FILENO, O_RDONLY);
+    // The output placeholders are read-only, so that writing fails instead of losing the text.
+    openPlaceholder(STDIN_FILENO, O_WRONLY);
+    openPlaceholder(STDOUT_FILENO, O_RDONLY);
+    openPlaceholder(STDERR_FILENO, O_RDONLY);
 
-    const int nothing = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-    if (nothing < 0)
+    const int emptyInput = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (emptyInput < 0)
         return;
-    ::dup2(nothing, STDIN_FILENO);
-    ::close(nothing);
+    ::dup2(emptyInput, STDIN_FILENO);
+    ::close(emptyInput);
 }
 
 void StandardStreams::writeOutput(std::string_view text)

@@ -34,15 +34,15 @@ QDBusMessage portalCall(const QString& reason)
     return call;
 }
 
-/// Makes the call and hands its answer over later, unless `context` is gone by then.
-template <typename Answer>
-void ask(const QDBusConnection& bus, const QDBusMessage& call, QObject* context,
-         std::function<void(const QDBusPendingReply<Answer>&)> answered)
+/// Makes the call. `onReply` gets the reply later, unless `context` is destroyed by then.
+template <typename Value>
+void callAsync(const QDBusConnection& bus, const QDBusMessage& call, QObject* context,
+               std::function<void(const QDBusPendingReply<Value>&)> onReply)
 {
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), context);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context,
-                     [answered = std::move(answered)](QDBusPendingCallWatcher* finished) {
-                         answered(*finished);
+                     [onReply = std::move(onReply)](QDBusPendingCallWatcher* finished) {
+                         onReply(*finished);
                          finished->deleteLater();
                      });
 }
@@ -63,48 +63,49 @@ SleepInhibitor::SleepInhibitor(QString reason, SleepServiceBuses buses, QObject*
 
 SleepInhibitor::~SleepInhibitor()
 {
-    letGo();
+    release();
 }
 
-void SleepInhibitor::setHeld(bool held)
+void SleepInhibitor::setInhibited(bool inhibited)
 {
-    if (held == m_held)
+    if (inhibited == m_inhibited)
         return;
-    m_held = held;
-    ++m_turn;
-    if (held)
-        askLogind();
+    m_inhibited = inhibited;
+    ++m_generation;
+    if (inhibited)
+        inhibitThroughLogind();
     else
-        letGo();
+        release();
 }
 
-void SleepInhibitor::askLogind()
+void SleepInhibitor::inhibitThroughLogind()
 {
-    ask<QDBusUnixFileDescriptor>(m_buses.system(), logindCall(m_reason), this,
-                                 [this, turn = m_turn](const auto& reply) {
-                                     if (turn != m_turn)
-                                         return; // the lock goes with the reply
-                                     if (reply.isError())
-                                         askPortal();
-                                     else
-                                         m_lock = reply.value();
-                                 });
+    const auto onReply = [this, generation = m_generation](const auto& reply) {
+        if (generation != m_generation)
+            return; // destroying the reply releases the lock
+        if (reply.isError())
+            inhibitThroughPortal();
+        else
+            m_lock = reply.value();
+    };
+    callAsync<QDBusUnixFileDescriptor>(m_buses.system(), logindCall(m_reason), this, onReply);
 }
 
-void SleepInhibitor::askPortal()
+void SleepInhibitor::inhibitThroughPortal()
 {
     const QDBusConnection bus = m_buses.session();
-    ask<QDBusObjectPath>(bus, portalCall(m_reason), this, [this, bus, turn = m_turn](const auto& reply) {
+    const auto onReply = [this, bus, generation = m_generation](const auto& reply) {
         if (reply.isError())
             return;
-        if (turn != m_turn)
+        if (generation != m_generation)
             closePortalRequest(bus, reply.value());
         else
             m_portalRequest = reply.value();
-    });
+    };
+    callAsync<QDBusObjectPath>(bus, portalCall(m_reason), this, onReply);
 }
 
-void SleepInhibitor::letGo()
+void SleepInhibitor::release()
 {
     m_lock = {};
     if (!m_portalRequest.path().isEmpty())

@@ -10,35 +10,35 @@
 namespace stackreel
 {
 
-/// Where the services behind a sleep inhibitor are; asked for when first needed.
+/// The D-Bus connections that a sleep inhibitor uses. Each is opened when it is first needed.
 struct SleepServiceBuses {
     std::function<QDBusConnection()> system = &QDBusConnection::systemBus;
     std::function<QDBusConnection()> session = &QDBusConnection::sessionBus;
 };
 
-/// Keeps the computer from going to sleep while it is held. Asks logind, whose lock ends with this process
-/// whatever happens to it; where that cannot be had, the desktop portal. What fails is silent: then the
-/// computer sleeps when it would. Main thread.
+/// Keeps the computer from going to sleep. Takes a lock from logind, which is released even if this process
+/// crashes. Uses the desktop portal if logind refuses or is missing. A failure is silent: the computer then
+/// goes to sleep as usual. Main thread.
 class SleepInhibitor : public QObject
 {
     Q_OBJECT
 public:
-    /// `reason` is what the user is told, in a few words.
+    /// `reason` is shown to the user; a few words.
     explicit SleepInhibitor(QString reason, SleepServiceBuses buses = {}, QObject* parent = nullptr);
     ~SleepInhibitor() override;
 
-    /// Holds, or lets go. Takes effect a little later; the last call counts.
-    void setHeld(bool held);
+    /// Inhibits or allows sleep. Works asynchronously; the last call takes effect.
+    void setInhibited(bool inhibited);
 
 private:
-    void askLogind();
-    void askPortal();
-    void letGo();
+    void inhibitThroughLogind();
+    void inhibitThroughPortal();
+    void release();
 
     QString m_reason;
     SleepServiceBuses m_buses;
-    bool m_held = false;
-    quint64 m_turn = 0; ///< tells the answers to a call that was since taken back
+    bool m_inhibited = false;
+    quint64 m_generation = 0; ///< changes with `m_inhibited`; a reply to an older call is superseded
     QDBusUnixFileDescriptor m_lock;
     QDBusObjectPath m_portalRequest;
 };

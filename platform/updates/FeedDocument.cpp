@@ -14,17 +14,17 @@ namespace
 
 using Json = nlohmann::json;
 
-/// Watches the parser at its work and stops it at the first thing that no feed has.
+/// A parser callback that throws at the first duplicate key or too deep nesting.
 class DocumentGuard
 {
 public:
     bool operator()(int depth, Json::parse_event_t event, const Json& value)
     {
         // The feed, its list of releases, a release, and one level for what later feeds may add.
-        constexpr int deepest = 4;
+        constexpr int maxDepth = 4;
         const bool opens =
             event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
-        if (opens && depth >= deepest)
+        if (opens && depth >= maxDepth)
             throw FeedFormatError("the document is nested too deeply");
         if (event == Json::parse_event_t::object_start)
             m_keys.emplace_back();
@@ -36,14 +36,14 @@ public:
     }
 
 private:
-    std::vector<std::set<std::string>> m_keys; ///< of the objects around the place being parsed
+    std::vector<std::set<std::string>> m_keys; ///< of each object that is still open, outermost first
 };
 
 } // namespace
 
 nlohmann::json parseFeedDocument(std::string_view json)
 {
-    // The parser takes a NUL for the end and never looks behind it.
+    // The parser takes a NUL as the end and ignores what follows.
     if (json.find('\0') != std::string_view::npos)
         throw FeedFormatError("the document has a NUL in it");
     DocumentGuard guard;

@@ -15,15 +15,15 @@ namespace
 QNetworkRequest feedRequest(const QUrl& url)
 {
     QNetworkRequest request(url);
-    // The toolkit would follow addresses with user names, and does so even when its reply is aborted
-    // meanwhile.
+    // Qt would follow a redirect to an address with a user name, even if the reply is aborted in the
+    // meantime.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     request.setHeader(QNetworkRequest::UserAgentHeader, QByteArray("Stackreel/") + buildVersion());
-    // Asked for so, Qt unpacks nothing, and the limit counts what the server sends.
+    // With this header Qt decompresses nothing, so the size limit applies to what the server sends.
     request.setRawHeader("Accept-Encoding", "identity");
     return request;
 }
@@ -37,37 +37,37 @@ bool isSameOrigin(const QUrl& a, const QUrl& b)
 {
     constexpr int https = 443;
     constexpr int http = 80;
-    const int usual = a.scheme() == QLatin1String("https") ? https : http;
-    return a.scheme() == b.scheme() && a.host() == b.host() && a.port(usual) == b.port(usual);
+    const int defaultPort = a.scheme() == QLatin1String("https") ? https : http;
+    return a.scheme() == b.scheme() && a.host() == b.host() && a.port(defaultPort) == b.port(defaultPort);
 }
 
-FeedTrouble troubleOf(QNetworkReply::NetworkError error)
+FeedFailure failureFor(QNetworkReply::NetworkError error)
 {
-    // What comes before has to do with the connection, a proxy or a redirect, as of a hotel's log-in page.
-    const bool isAnswer = error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied;
-    return isAnswer ? FeedTrouble::badAnswer : FeedTrouble::noAnswer;
+    // Lower codes concern the connection, a proxy or a redirect, such as that to a hotel's log-in page.
+    const bool isResponse = error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied;
+    return isResponse ? FeedFailure::badResponse : FeedFailure::noResponse;
 }
 
 } // namespace
 
-FeedFetcher::FeedFetcher(FeedLimits limits, ProxyLookup::Choice proxy, QObject* parent)
+FeedFetcher::FeedFetcher(FeedLimits limits, ProxyLookup::Resolver proxy, QObject* parent)
     : QObject(parent), m_limits(limits), m_proxies(std::move(proxy))
 {
     m_deadline.setSingleShot(true);
-    connect(&m_deadline, &QTimer::timeout, this, &FeedFetcher::giveUp);
+    connect(&m_deadline, &QTimer::timeout, this, &FeedFetcher::abort);
     connect(&m_proxies, &ProxyLookup::found, this, &FeedFetcher::request);
 }
 
 FeedFetcher::~FeedFetcher()
 {
-    // The reply ends with the network object, and must not report to this one any more.
+    // Destroying `m_network` finishes the reply, which must no longer call this object.
     if (m_reply)
         m_reply->disconnect(this);
 }
 
 bool FeedFetcher::mayFetch(const QUrl& url)
 {
-    // An empty user name is one as well.
+    // The check is for "@" because an empty user name counts as one.
     if (!url.isValid() || url.host().isEmpty() || url.authority().contains(QLatin1Char('@')))
         return false;
     return url.scheme() == QLatin1String("https") ||
@@ -90,7 +90,7 @@ void FeedFetcher::fetch(const QUrl& url)
 
 void FeedFetcher::request(const QNetworkProxy& proxy)
 {
-    // The time may have been over before the proxy was known.
+    // The time limit may have passed before the proxy was known.
     if (!m_isFetching || m_reply)
         return;
     m_network.setProxy(proxy);
@@ -98,8 +98,8 @@ void FeedFetcher::request(const QNetworkProxy& proxy)
     m_reply->setReadBufferSize(m_limits.bytes + 1);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &FeedFetcher::readHeaders);
     connect(m_reply, &QNetworkReply::readyRead, this, &FeedFetcher::readBody);
-    // Queued, so that an abort from within another of these handlers ends after that.
-    connect(m_reply, &QNetworkReply::finished, this, &FeedFetcher::conclude, Qt::QueuedConnection);
+    // Queued: when one of the other handlers aborts, it returns before `finish` is called.
+    connect(m_reply, &QNetworkReply::finished, this, &FeedFetcher::finish, Qt::QueuedConnection);
 }
 
 void FeedFetcher::readHeaders()
@@ -115,10 +115,10 @@ void FeedFetcher::readHeaders()
 
 void FeedFetcher::redirect(const QUrl& target)
 {
-    constexpr int mostRedirects = 5;
-    if (!mayFetch(target) || !isSameOrigin(m_url, target) || ++m_redirects > mostRedirects)
+    constexpr int maxRedirects = 5;
+    if (!mayFetch(target) || !isSameOrigin(m_url, target) || ++m_redirects > maxRedirects)
         return m_reply->abort();
-    // What the server sends besides is of no interest.
+    // The body of a redirect is not needed.
     m_reply->disconnect(this);
     m_reply->abort();
     m_reply->deleteLater();
@@ -136,15 +136,15 @@ void FeedFetcher::readBody()
     m_reply->abort();
 }
 
-void FeedFetcher::giveUp()
+void FeedFetcher::abort()
 {
     if (m_reply)
         m_reply->abort();
     else
-        conclude();
+        finish();
 }
 
-void FeedFetcher::conclude()
+void FeedFetcher::finish()
 {
     m_deadline.stop();
     m_isFetching = false;
@@ -155,10 +155,11 @@ void FeedFetcher::conclude()
     if (reply)
         reply->deleteLater();
     if (m_tooLarge)
-        Q_EMIT failed(tr("The update information is too large, so it was ignored."), FeedTrouble::badAnswer);
+        Q_EMIT failed(tr("The update information is too large, so it was ignored."),
+                      FeedFailure::badResponse);
     else if (error != QNetworkReply::NoError || status != 200)
         Q_EMIT failed(tr("Stackreel could not reach its update information. Please try again later."),
-                      troubleOf(error));
+                      failureFor(error));
     else
         Q_EMIT received(m_document);
 }

@@ -9,23 +9,23 @@
 namespace stackreel
 {
 
-/// Where a thread that nobody waits for finds whom to tell.
+/// Shared with the detached thread, which may outlive the `ProxyLookup`.
 struct ProxyLookup::Mailbox {
     std::mutex mutex;
-    ProxyLookup* receiver = nullptr; ///< null when it is gone
+    ProxyLookup* receiver = nullptr; ///< null after it is destroyed
 };
 
-QNetworkProxy ProxyLookup::systemChoice(const QUrl& url)
+QNetworkProxy ProxyLookup::systemProxy(const QUrl& url)
 {
     const QList<QNetworkProxy> proxies = QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url));
-    // The default of the toolkit would be to ask again, on the main thread.
+    // With `DefaultProxy` Qt would query the system again, on the main thread.
     if (proxies.isEmpty() || proxies.first().type() == QNetworkProxy::DefaultProxy)
         return QNetworkProxy::NoProxy;
     return proxies.first();
 }
 
-ProxyLookup::ProxyLookup(Choice choice, QObject* parent)
-    : QObject(parent), m_choice(std::move(choice)), m_mailbox(std::make_shared<Mailbox>())
+ProxyLookup::ProxyLookup(Resolver resolver, QObject* parent)
+    : QObject(parent), m_resolver(std::move(resolver)), m_mailbox(std::make_shared<Mailbox>())
 {
     m_mailbox->receiver = this;
 }
@@ -38,26 +38,26 @@ ProxyLookup::~ProxyLookup()
 
 void ProxyLookup::start(const QUrl& url)
 {
-    if (std::exchange(m_isOpen, true))
+    if (std::exchange(m_isPending, true))
         return;
-    const auto ask = [choice = m_choice, mailbox = m_mailbox, url] {
-        const QNetworkProxy proxy = choice(url);
+    const auto resolve = [resolver = m_resolver, mailbox = m_mailbox, url] {
+        const QNetworkProxy proxy = resolver(url);
         const std::scoped_lock lock(mailbox->mutex);
         if (ProxyLookup* const receiver = mailbox->receiver)
             QMetaObject::invokeMethod(
-                receiver, [receiver, proxy] { receiver->conclude(proxy); }, Qt::QueuedConnection);
+                receiver, [receiver, proxy] { receiver->finish(proxy); }, Qt::QueuedConnection);
     };
     try {
-        std::thread(ask).detach();
+        std::thread(resolve).detach();
     } catch (const std::system_error&) {
-        // There are no threads left; the next question may fare better.
-        m_isOpen = false;
+        // No thread could be started; a later call may succeed.
+        m_isPending = false;
     }
 }
 
-void ProxyLookup::conclude(const QNetworkProxy& proxy)
+void ProxyLookup::finish(const QNetworkProxy& proxy)
 {
-    m_isOpen = false;
+    m_isPending = false;
     Q_EMIT found(proxy);
 }
 

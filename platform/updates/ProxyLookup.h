@@ -10,25 +10,25 @@
 namespace stackreel
 {
 
-/// Asks which proxy leads to an address, without holding up the thread that asks: the desktop may have to
-/// fetch and run a script to know, and that cannot be given up. Main thread.
+/// Looks up the proxy for an address without blocking the calling thread. The desktop may have to fetch and
+/// run a script for it, and such a lookup cannot be cancelled. Main thread.
 class ProxyLookup : public QObject
 {
     Q_OBJECT
 public:
-    /// Gives the proxy for an address. Is called on a thread of its own, takes as long as it likes, and may
-    /// still be at it when this object is gone.
-    using Choice = std::function<QNetworkProxy(const QUrl&)>;
+    /// Returns the proxy for an address. Runs on a thread of its own, may block for any time, and may still
+    /// run after this object is destroyed.
+    using Resolver = std::function<QNetworkProxy(const QUrl&)>;
 
-    /// What the desktop is set to.
-    static QNetworkProxy systemChoice(const QUrl& url);
+    /// The proxy in the desktop's settings.
+    static QNetworkProxy systemProxy(const QUrl& url);
 
-    explicit ProxyLookup(Choice choice, QObject* parent = nullptr);
-    /// Waits for nothing.
+    explicit ProxyLookup(Resolver resolver, QObject* parent = nullptr);
+    /// Does not wait for a pending lookup.
     ~ProxyLookup() override;
 
-    /// Asks for an address; `found` comes later, or never. While an earlier question is open no further one
-    /// is put, and its answer is the answer to this one as well.
+    /// Starts a lookup. `found` is emitted later, or never. While a lookup is pending this starts no other,
+    /// and the pending one also answers this call.
     void start(const QUrl& url);
 
 Q_SIGNALS:
@@ -37,11 +37,11 @@ Q_SIGNALS:
 private:
     struct Mailbox;
 
-    void conclude(const QNetworkProxy& proxy);
+    void finish(const QNetworkProxy& proxy);
 
-    const Choice m_choice;
+    const Resolver m_resolver;
     const std::shared_ptr<Mailbox> m_mailbox;
-    bool m_isOpen = false; ///< a question was put and is not answered
+    bool m_isPending = false; ///< a lookup was started and has not finished
 };
 
 } // namespace stackreel

@@ -22,23 +22,23 @@ StandardUpdaterController::StandardUpdaterController(bool startingUpdater, Updat
     if (!m_started)
         return;
     connect(&m_fetcher, &FeedFetcher::received, this, &StandardUpdaterController::receive);
-    connect(&m_fetcher, &FeedFetcher::failed, this, &StandardUpdaterController::endWithoutDocument);
-    connect(&m_schedule, &QTimer::timeout, this, &StandardUpdaterController::checkIfDue);
-    m_schedule.start(m_services.schedule.firstLook);
+    connect(&m_fetcher, &FeedFetcher::failed, this, &StandardUpdaterController::handleFetchFailure);
+    connect(&m_timer, &QTimer::timeout, this, &StandardUpdaterController::checkIfDue);
+    m_timer.start(m_services.schedule.initialDelay);
 }
 
 void StandardUpdaterController::checkForUpdates(QObject*)
 {
     if (!m_started)
         return;
-    m_asked = true;
+    m_userRequested = true;
     if (!m_fetcher.isFetching())
         check();
 }
 
 void StandardUpdaterController::checkIfDue()
 {
-    m_schedule.start(m_services.schedule.nextLooks);
+    m_timer.start(m_services.schedule.pollInterval);
     if (!m_fetcher.isFetching() && isDue())
         check();
 }
@@ -46,20 +46,20 @@ void StandardUpdaterController::checkIfDue()
 bool StandardUpdaterController::isDue() const
 {
     const auto now = m_services.now();
-    const auto isOver = [now](const auto& last, auto wait) {
-        // A last time in the future comes from a clock that was wrong, and would put off all others.
-        return !last || *last > now || now - *last >= wait;
+    const auto hasPassed = [now](const auto& last, auto interval) {
+        // A time in the future comes from a clock that was wrong, and would delay all later checks.
+        return !last || *last > now || now - *last >= interval;
     };
-    return isOver(m_lastTry, m_services.schedule.betweenTries) &&
-           isOver(m_services.store.lastCheck(), m_services.schedule.betweenChecks);
+    return hasPassed(m_lastAttempt, m_services.schedule.retryInterval) &&
+           hasPassed(m_services.store.lastCheck(), m_services.schedule.checkInterval);
 }
 
 void StandardUpdaterController::check()
 {
-    m_lastTry = m_services.now();
+    m_lastAttempt = m_services.now();
     const QUrl url(QString::fromStdString(m_configuration.feedURL), QUrl::StrictMode);
     if (!m_key || !FeedFetcher::mayFetch(url) || !UpdateVersion::parse(m_configuration.installedVersion))
-        return endInTrouble(tr("This copy of Stackreel cannot check for updates."));
+        return finishWithError(tr("This copy of Stackreel cannot check for updates."));
     m_fetcher.fetch(url);
 }
 
@@ -67,38 +67,38 @@ void StandardUpdaterController::receive(const QByteArray& document)
 {
     m_services.store.setLastCheck(m_services.now());
     try {
-        judge(document);
+        evaluate(document);
     } catch (const UpdateError& error) {
-        endInTrouble(QString::fromUtf8(error.what()));
+        finishWithError(QString::fromUtf8(error.what()));
     }
 }
 
-void StandardUpdaterController::endWithoutDocument(const QString& sentence, FeedTrouble trouble)
+void StandardUpdaterController::handleFetchFailure(const QString& sentence, FeedFailure failure)
 {
-    // A server that is out of order is not asked all day; one that could not be reached soon may be.
-    if (trouble == FeedTrouble::badAnswer)
+    // The next attempt is a day after a bad response, but only an hour after no response.
+    if (failure == FeedFailure::badResponse)
         m_services.store.setLastCheck(m_services.now());
-    endInTrouble(sentence);
+    finishWithError(sentence);
 }
 
-void StandardUpdaterController::judge(const QByteArray& document)
+void StandardUpdaterController::evaluate(const QByteArray& document)
 {
     const UpdateFeed feed = acceptedFeed({document.constData(), static_cast<std::size_t>(document.size())},
                                          *m_key, m_services.store.newestSerial());
     m_services.store.setNewestSerial(feed.serial);
-    const bool asked = std::exchange(m_asked, false);
+    const bool userRequested = std::exchange(m_userRequested, false);
     const QString installed = QString::fromStdString(m_configuration.installedVersion);
     if (feed.newest().version > *UpdateVersion::parse(m_configuration.installedVersion))
-        m_services.messages->showUpdate(feed.newest(), installed, asked);
-    else if (asked)
+        m_services.messages->showUpdate(feed.newest(), installed, userRequested);
+    else if (userRequested)
         m_services.messages->showUpToDate(installed);
     Q_EMIT checkFinished();
 }
 
-void StandardUpdaterController::endInTrouble(const QString& sentence)
+void StandardUpdaterController::finishWithError(const QString& sentence)
 {
-    if (std::exchange(m_asked, false))
-        m_services.messages->showTrouble(sentence);
+    if (std::exchange(m_userRequested, false))
+        m_services.messages->showError(sentence);
     Q_EMIT checkFinished();
 }
 

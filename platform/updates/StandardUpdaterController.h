@@ -17,54 +17,54 @@
 namespace stackreel
 {
 
-/// What is to be kept up to date, and from where. UTF-8.
+/// The installed program and the source of its updates. UTF-8.
 struct UpdateConfiguration {
     std::string feedURL;          ///< https, or http to a loopback address
     std::string publicKey;        ///< Ed25519, base64
-    std::string installedVersion; ///< as `UpdateVersion::parse` takes it
+    std::string installedVersion; ///< in the format of `UpdateVersion::parse`
 };
 
-/// When the updater looks whether a check is due. A check is due a day after the last one, whoever asked for
-/// that; one to which no server answered counts for an hour, and only in this run. The clock of the day goes
-/// on while the machine sleeps and a timer does not, hence the short steps.
+/// When background checks run. A check is due a day after the last one, whether that ran in the background or
+/// was requested. After a check without a response the next is due an hour later; this is not kept for the
+/// next run. A timer polls for a due check, as timers stop while the machine sleeps and the clock does not.
 struct UpdateSchedule {
-    std::chrono::milliseconds firstLook = std::chrono::seconds(5); ///< leaves the start of the program alone
-    std::chrono::milliseconds nextLooks = std::chrono::minutes(30);
-    std::chrono::system_clock::duration betweenChecks = std::chrono::hours(24);
-    std::chrono::system_clock::duration betweenTries = std::chrono::hours(1);
+    std::chrono::milliseconds initialDelay = std::chrono::seconds(5); ///< keeps the program's start fast
+    std::chrono::milliseconds pollInterval = std::chrono::minutes(30);
+    std::chrono::system_clock::duration checkInterval = std::chrono::hours(24);
+    std::chrono::system_clock::duration retryInterval = std::chrono::hours(1);
 };
 
-/// What the updater asks of the world.
+/// The services that the updater uses; tests replace them.
 struct UpdateServices {
-    std::shared_ptr<UpdateMessages> messages; ///< must be there
+    std::shared_ptr<UpdateMessages> messages; ///< never null
     UpdateStore store;
     std::function<std::chrono::system_clock::time_point()> now = std::chrono::system_clock::now;
     UpdateSchedule schedule = {};
     FeedLimits limits = {};
-    ProxyLookup::Choice proxy = &ProxyLookup::systemChoice;
+    ProxyLookup::Resolver proxy = &ProxyLookup::systemProxy;
 };
 
-/// The standard updater: reads the update feed once a day in the background, and whenever the user asks.
+/// The standard updater: reads the update feed once a day in the background, and when the user requests it.
 ///
-/// A newer version is shown with its notes and the way to its download page; nothing is ever downloaded or
-/// installed. The outcome "nothing new" and any trouble are told only to a user who asked: they are silent in
-/// the background. A feed counts only when its signature fits and it is not older than the newest one seen,
-/// which the store remembers. Main thread only; an event loop has to run.
+/// Shows a newer version with its notes and a link to its download page. Never downloads or installs
+/// anything. Shows "nothing new" and errors only when the user requested the check. Accepts a feed only if
+/// its signature is valid and its serial is not below the newest accepted one, which the store keeps. Main
+/// thread only; needs a running event loop.
 class StandardUpdaterController : public QObject
 {
     Q_OBJECT
 public:
-    /// Starts the background checks when `startingUpdater` is true. Otherwise the object stays inert: it
-    /// never checks, not even when asked.
+    /// Starts the background checks when `startingUpdater` is true. Otherwise the object does nothing, not
+    /// even when the user requests a check.
     StandardUpdaterController(bool startingUpdater, UpdateConfiguration configuration,
                               UpdateServices services, QObject* parent = nullptr);
 
-    /// A check on the user's behalf, which ends in exactly one message. A check already under way becomes the
-    /// user's. The sender is of no account and may be null.
+    /// A check that the user requested; it ends in exactly one message. A background check that is running
+    /// counts as requested from now on. The sender is ignored and may be null.
     void checkForUpdates(QObject* sender);
 
 Q_SIGNALS:
-    /// A check has ended, after its message if it has one.
+    /// A check has finished. Emitted after its message, if any, is shown.
     void checkFinished();
 
 private:
@@ -72,18 +72,18 @@ private:
     bool isDue() const;
     void check();
     void receive(const QByteArray& document);
-    void endWithoutDocument(const QString& sentence, FeedTrouble trouble);
-    void judge(const QByteArray& document);
-    void endInTrouble(const QString& sentence);
+    void handleFetchFailure(const QString& sentence, FeedFailure failure);
+    void evaluate(const QByteArray& document);
+    void finishWithError(const QString& sentence);
 
     const bool m_started;
     const UpdateConfiguration m_configuration;
     const std::optional<FeedKey> m_key;
     UpdateServices m_services;
     FeedFetcher m_fetcher;
-    QTimer m_schedule;
-    std::optional<UpdateStore::Time> m_lastTry;
-    bool m_asked = false; ///< the user waits for the check that is under way
+    QTimer m_timer;
+    std::optional<UpdateStore::Time> m_lastAttempt;
+    bool m_userRequested = false; ///< whether the user requested the running check
 };
 
 } // namespace stackreel

@@ -15,33 +15,33 @@ namespace
 
 using Json = nlohmann::json;
 
-constexpr std::size_t mostReleases = 100;
-constexpr std::size_t longestAddress = 2000;
+constexpr std::size_t maxReleases = 100;
+constexpr std::size_t maxAddressLength = 2000;
 
-[[noreturn]] void fail(std::string_view place, std::string_view problem)
+[[noreturn]] void fail(std::string_view path, std::string_view problem)
 {
-    throw FeedFormatError(std::string(place).append(" ").append(problem));
+    throw FeedFormatError(std::string(path).append(" ").append(problem));
 }
 
-const Json& member(const Json& object, std::string_view place, const char* key)
+const Json& member(const Json& object, std::string_view path, const char* key)
 {
     if (!object.is_object())
-        fail(place, "is not an object");
+        fail(path, "is not an object");
     const auto found = object.find(key);
     if (found == object.end())
-        fail(place, std::string("has no “") + key + "”");
+        fail(path, std::string("has no “") + key + "”");
     return *found;
 }
 
-std::string textMember(const Json& object, const std::string& place, const char* key)
+std::string textMember(const Json& object, const std::string& path, const char* key)
 {
-    const Json& value = member(object, place, key);
+    const Json& value = member(object, path, key);
     if (!value.is_string())
-        fail(place + "." + key, "is not a text");
+        fail(path + "." + key, "is not a text");
     return value.get<std::string>();
 }
 
-/// What would hide or reorder the text around it, or break its lines in ways of its own.
+/// A character that could hide or reorder the text around it, or start a new line.
 bool isControl(char32_t c)
 {
     const bool isBidirectional = (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
@@ -59,10 +59,10 @@ bool isDownloadPage(const std::string& address)
 {
     const bool isVisibleAscii =
         std::all_of(address.begin(), address.end(), [](char c) { return c > 0x20 && c < 0x7F; });
-    if (!isVisibleAscii || address.size() > longestAddress)
+    if (!isVisibleAscii || address.size() > maxAddressLength)
         return false;
     const QUrl url(QString::fromStdString(address), QUrl::StrictMode);
-    // An empty user name is one as well.
+    // The check is for "@" because an empty user name counts as one.
     return url.isValid() && url.scheme() == QLatin1String("https") && !url.host().isEmpty() &&
            !url.authority().contains(QLatin1Char('@'));
 }
@@ -70,7 +70,7 @@ bool isDownloadPage(const std::string& address)
 std::int64_t decodeSerial(const Json& root)
 {
     const Json& value = member(root, "the feed", "serial");
-    // Only a number without sign, fraction and exponent is an unsigned one to the parser.
+    // For the parser, an unsigned number is one without sign, fraction and exponent.
     if (!value.is_number_unsigned())
         fail("serial", "is not a whole number above zero");
     const auto serial = value.get<std::uint64_t>();
@@ -79,20 +79,20 @@ std::int64_t decodeSerial(const Json& root)
     return static_cast<std::int64_t>(serial);
 }
 
-UpdateRelease decodeRelease(const Json& value, const std::string& place)
+UpdateRelease decodeRelease(const Json& value, const std::string& path)
 {
     UpdateRelease release = {.version = {},
-                             .versionText = textMember(value, place, "version"),
-                             .notes = textMember(value, place, "notes"),
-                             .downloadPage = textMember(value, place, "download")};
+                             .versionText = textMember(value, path, "version"),
+                             .notes = textMember(value, path, "notes"),
+                             .downloadPage = textMember(value, path, "download")};
     const auto version = UpdateVersion::parse(release.versionText);
     if (!version)
-        fail(place + ".version", "is not a version");
+        fail(path + ".version", "is not a version");
     release.version = *version;
     if (hasControls(release.notes))
-        fail(place + ".notes", "has control characters");
+        fail(path + ".notes", "has control characters");
     if (!isDownloadPage(release.downloadPage))
-        fail(place + ".download", "is not an https address");
+        fail(path + ".download", "is not an https address");
     return release;
 }
 
@@ -111,7 +111,7 @@ UpdateFeed UpdateFeed::decode(std::string_view json)
     const Json root = parseFeedDocument(json);
     UpdateFeed feed = {.serial = decodeSerial(root), .releases = {}};
     const Json& releases = member(root, "the feed", "releases");
-    if (!releases.is_array() || releases.empty() || releases.size() > mostReleases)
+    if (!releases.is_array() || releases.empty() || releases.size() > maxReleases)
         fail("releases", "is not a list of 1 to 100 releases");
     for (const Json& release : releases)
         feed.releases.push_back(

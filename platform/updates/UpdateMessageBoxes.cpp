@@ -32,19 +32,19 @@ void addSentence(QDialog* box, const QString& sentence)
     box->layout()->addWidget(label);
 }
 
-/// As high as the text takes, within reason; the rest is reached by scrolling.
+/// The height that the text needs, up to a limit; a longer text scrolls.
 int heightFor(const QPlainTextEdit& edit, const QString& text)
 {
-    constexpr int mostLines = 12;
+    constexpr int maxLines = 12;
     constexpr int margins = 16;
-    constexpr int mostMeasured = 2000; // characters
+    constexpr int maxMeasured = 2000; // characters
     const QFontMetrics metrics = edit.fontMetrics();
     const QRect bounds = metrics.boundingRect(QRect(0, 0, textWidth - 2 * margins, INT16_MAX),
-                                              Qt::TextWrapAnywhere, text.left(mostMeasured));
-    return std::min(bounds.height(), mostLines * metrics.lineSpacing()) + metrics.lineSpacing() + margins;
+                                              Qt::TextWrapAnywhere, text.left(maxMeasured));
+    return std::min(bounds.height(), maxLines * metrics.lineSpacing()) + metrics.lineSpacing() + margins;
 }
 
-/// A text to read and to copy, of any length and with words of any length.
+/// Adds a read-only text that can be selected and copied, of any length and with words of any length.
 void addText(QDialog* box, const QString& text, const QString& name)
 {
     auto* const edit = new QPlainTextEdit(text, box);
@@ -57,7 +57,7 @@ void addText(QDialog* box, const QString& text, const QString& name)
     box->layout()->addWidget(edit);
 }
 
-/// The buttons' row; the standard button of it closes the box.
+/// Adds a row of buttons. Each button closes the box.
 QDialogButtonBox* addButtons(QDialog* box, QDialogButtonBox::StandardButtons buttons)
 {
     auto* const row = new QDialogButtonBox(buttons, box);
@@ -76,7 +76,8 @@ UpdateMessageBoxes::~UpdateMessageBoxes()
     delete m_box;
 }
 
-void UpdateMessageBoxes::showUpdate(const UpdateRelease& release, const QString& installedVersion, bool asked)
+void UpdateMessageBoxes::showUpdate(const UpdateRelease& release, const QString& installedVersion,
+                                    bool userRequested)
 {
     QDialog* const box = newBox();
     const QString version = QString::fromStdString(release.versionText);
@@ -88,10 +89,10 @@ void UpdateMessageBoxes::showUpdate(const UpdateRelease& release, const QString&
     QPushButton* const later = row->addButton(translated("Later"), QDialogButtonBox::RejectRole);
     const QString page = QString::fromStdString(release.downloadPage);
     QObject::connect(box, &QDialog::accepted, [this, page] { showPage(page); });
-    QPushButton* const standard = asked ? open : later;
-    standard->setDefault(true);
-    standard->setFocus();
-    box->setAttribute(Qt::WA_ShowWithoutActivating, !asked);
+    QPushButton* const defaultButton = userRequested ? open : later;
+    defaultButton->setDefault(true);
+    defaultButton->setFocus();
+    box->setAttribute(Qt::WA_ShowWithoutActivating, !userRequested);
     box->show();
 }
 
@@ -100,14 +101,14 @@ void UpdateMessageBoxes::showUpToDate(const QString& installedVersion)
     showSentence(translated("Stackreel %1 is the newest version.").arg(installedVersion));
 }
 
-void UpdateMessageBoxes::showTrouble(const QString& sentence)
+void UpdateMessageBoxes::showError(const QString& sentence)
 {
     showSentence(sentence);
 }
 
 QDialog* UpdateMessageBoxes::newBox()
 {
-    // Not at once, as it may be one of its own buttons that leads here.
+    // Close instead of delete: one of the box's own buttons may be the caller.
     if (m_box)
         m_box->close();
     m_box = new QDialog;

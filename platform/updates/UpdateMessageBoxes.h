@@ -13,22 +13,23 @@ class QPushButton;
 namespace stackreel
 {
 
-/// The updater's messages as windows beside the main one, which hold nothing up. A new message takes the
-/// place of the one before. All texts are plain: markup in them is shown as it is written.
+/// The updater's messages as non-modal dialogs. A new message replaces the previous one. All texts are plain:
+/// markup in them is shown as it is written.
 class UpdateMessageBoxes : public UpdateMessages
 {
 public:
-    /// Shows an address in the user's browser; false where that is not possible.
+    /// Opens an address in the user's browser; returns false when that is not possible.
     using PageOpener = std::function<bool(const QUrl&)>;
 
     explicit UpdateMessageBoxes(PageOpener openPage);
     ~UpdateMessageBoxes() override;
 
-    /// The answer that a single key gives opens the page for a user who asked, and puts the message off for
-    /// one who did not; that one's window leaves the keyboard where it is.
-    void showUpdate(const UpdateRelease& release, const QString& installedVersion, bool asked) override;
+    /// The default button opens the page when the user requested the check, else it closes the message. A
+    /// message that the user did not request does not take the keyboard focus.
+    void showUpdate(const UpdateRelease& release, const QString& installedVersion,
+                    bool userRequested) override;
     void showUpToDate(const QString& installedVersion) override;
-    void showTrouble(const QString& sentence) override;
+    void showError(const QString& sentence) override;
 
 private:
     QDialog* newBox();

@@ -7,19 +7,20 @@
 namespace stackreel
 {
 
-/// How the updater talks to the user. No call waits for an answer. Main thread.
+/// The updater's messages to the user. No call blocks. Main thread.
 class UpdateMessages
 {
 public:
     virtual ~UpdateMessages() = default;
 
-    /// There is a newer version; shows its notes as plain text and offers to open its download page. When the
-    /// user did not ask, it comes in the middle of other work and must not take the keyboard from that.
-    virtual void showUpdate(const UpdateRelease& release, const QString& installedVersion, bool asked) = 0;
-    /// The user asked, and has the newest version.
+    /// There is a newer version. Shows its notes as plain text and offers to open its download page. A
+    /// message that the user did not request must not take the keyboard focus from other work.
+    virtual void showUpdate(const UpdateRelease& release, const QString& installedVersion,
+                            bool userRequested) = 0;
+    /// The check that the user requested found no newer version.
     virtual void showUpToDate(const QString& installedVersion) = 0;
-    /// The user asked, and the question cannot be answered; one short sentence says so.
-    virtual void showTrouble(const QString& sentence) = 0;
+    /// The check that the user requested failed. `sentence` is short.
+    virtual void showError(const QString& sentence) = 0;
 };
 
 } // namespace stackreel

@@ -20,15 +20,15 @@ QString nameOf(const std::filesystem::path& file)
     return QFile::decodeName(QByteArray::fromStdString(file.string()));
 }
 
-/// The beginning of a file, which is all of one that was written here; empty when it cannot be read.
+/// The first bytes of a file, which include all that `write` writes. Empty when it cannot be read.
 QByteArray contentOf(const QString& name)
 {
-    constexpr qint64 mostBytes = 4096;
+    constexpr qint64 maxBytes = 4096;
     QFile file(name);
-    // Opening a pipe would wait for its other end.
+    // The check excludes a named pipe: opening one would block.
     if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
-    return file.read(mostBytes);
+    return file.read(maxBytes);
 }
 
 std::optional<std::int64_t> numberOf(const QByteArray& content, const QByteArray& key)
@@ -68,7 +68,7 @@ void UpdateStore::setLastCheck(Time time)
 {
     State next = state();
     next.lastCheck = Time(std::chrono::seconds(secondsOf(time)));
-    remember(next);
+    save(next);
 }
 
 void UpdateStore::setNewestSerial(std::int64_t serial)
@@ -77,21 +77,21 @@ void UpdateStore::setNewestSerial(std::int64_t serial)
     if (serial <= next.newestSerial)
         return;
     next.newestSerial = serial;
-    remember(next);
+    save(next);
 }
 
 UpdateStore::State UpdateStore::state() const
 {
-    State known = storedState();
-    if (m_unwrittenCheck)
-        known.lastCheck = m_unwrittenCheck;
-    known.newestSerial = std::max(known.newestSerial, m_newestSerial);
-    return known;
+    State current = storedState();
+    if (m_unsavedCheck)
+        current.lastCheck = m_unsavedCheck;
+    current.newestSerial = std::max(current.newestSerial, m_newestSerial);
+    return current;
 }
 
 UpdateStore::State UpdateStore::storedState() const
 {
-    // In the year 2255; the clock cannot hold times much later than that.
+    // In the year 2255; later times would soon overflow the clock's type.
     constexpr std::int64_t latest = 9'000'000'000;
     const QByteArray content = contentOf(nameOf(m_file));
     State stored;
@@ -102,10 +102,10 @@ UpdateStore::State UpdateStore::storedState() const
     return stored;
 }
 
-void UpdateStore::remember(const State& state)
+void UpdateStore::save(const State& state)
 {
     m_newestSerial = state.newestSerial;
-    m_unwrittenCheck = write(state) ? std::nullopt : state.lastCheck;
+    m_unsavedCheck = write(state) ? std::nullopt : state.lastCheck;
 }
 
 bool UpdateStore::write(const State& state) const

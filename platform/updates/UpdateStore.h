@@ -8,9 +8,9 @@
 namespace stackreel
 {
 
-/// What the updater remembers between runs, in a small file of the user's. A file that is missing or broken
-/// is like an empty one; where it cannot be written, the object remembers for as long as it lives. Several
-/// programs may share a file. Main thread, which is never made to wait for another program.
+/// The updater's state between runs, in a small file of the user. A missing or broken file counts as empty.
+/// If the file cannot be written, the object keeps the state in memory. Several programs may share a file.
+/// Main thread; no call waits for another program.
 class UpdateStore
 {
 public:
@@ -18,16 +18,16 @@ public:
 
     explicit UpdateStore(std::filesystem::path file) : m_file(std::move(file)) {}
 
-    /// The file to use: `stackreel/updates.ini` in XDG_STATE_HOME, which is `~/.local/state` where it is not
-    /// set to an absolute path.
+    /// The file to use: `stackreel/updates.ini` in XDG_STATE_HOME, or in `~/.local/state` if that is not set
+    /// to an absolute path.
     static std::filesystem::path standardFile();
 
-    /// When the last check was made, to the second.
+    /// The time of the last check, in whole seconds.
     std::optional<Time> lastCheck() const { return state().lastCheck; }
     void setLastCheck(Time time);
-    /// The highest serial of a feed that was accepted, 0 before the first. It never falls.
+    /// The highest serial of an accepted feed, 0 before the first. It never decreases.
     std::int64_t newestSerial() const { return state().newestSerial; }
-    /// Remembers the serial unless a higher one is known.
+    /// Stores the serial if it is higher than the stored one.
     void setNewestSerial(std::int64_t serial);
 
 private:
@@ -38,12 +38,12 @@ private:
 
     State state() const;
     State storedState() const;
-    void remember(const State& state);
+    void save(const State& state);
     bool write(const State& state) const;
 
     std::filesystem::path m_file;
-    std::optional<Time> m_unwrittenCheck; ///< the last check, where the file does not take it
-    std::int64_t m_newestSerial = 0;      ///< of this object's own, should the file be emptied meanwhile
+    std::optional<Time> m_unsavedCheck; ///< the last check, if it could not be written to the file
+    std::int64_t m_newestSerial = 0;    ///< the highest this object saw, in case the file is emptied
 };
 
 } // namespace stackreel

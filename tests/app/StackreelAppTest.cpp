@@ -18,7 +18,7 @@ namespace stackreel
 namespace
 {
 
-/// The application on fakes, with its window shown and its event loop run as in the program.
+/// The application with fake services. Its window is shown, and its event loop runs as in the program.
 class StackreelAppTest : public testing::Test
 {
 protected:
@@ -47,14 +47,14 @@ protected:
         m_folder.write(destination.filename(), "half");
         ASSERT_EQ(m_app.model().phase(), Phase::exporting());
     }
-    /// Runs the event loop until the program quits by what `ask` does; gives its status, or -1 when it never
-    /// quits.
-    static int runUntil(const std::function<void()>& ask)
+    /// Calls `requestQuit` in the event loop and returns the status with which the loop ends, or -1 when it
+    /// does not end in time.
+    static int runAndQuit(const std::function<void()>& requestQuit)
     {
-        QTimer giveUp;
-        QObject::connect(&giveUp, &QTimer::timeout, [] { QCoreApplication::exit(-1); });
-        giveUp.start(ceiling);
-        QTimer::singleShot(0, ask);
+        QTimer timeout;
+        QObject::connect(&timeout, &QTimer::timeout, [] { QCoreApplication::exit(-1); });
+        timeout.start(ceiling);
+        QTimer::singleShot(0, requestQuit);
         return QCoreApplication::exec();
     }
 
@@ -66,26 +66,26 @@ protected:
 
 TEST_F(StackreelAppTest, QuitsWhenTheWindowIsClosed)
 {
-    EXPECT_EQ(runUntil([this] { m_app.window().close(); }), 0);
+    EXPECT_EQ(runAndQuit([this] { m_app.window().close(); }), 0);
 }
 
 TEST_F(StackreelAppTest, QuitsWhenTheWindowIsClosedWhileAnotherIsOpen)
 {
     QWindow other;
     other.show();
-    EXPECT_EQ(runUntil([this] { m_app.window().close(); }), 0);
+    EXPECT_EQ(runAndQuit([this] { m_app.window().close(); }), 0);
 }
 
-TEST_F(StackreelAppTest, QuitsByItsKey)
+TEST_F(StackreelAppTest, QuitsWhenItsShortcutIsPressed)
 {
-    EXPECT_EQ(runUntil([this] { QTest::keyClick(&m_app.window(), Qt::Key_Q, Qt::ControlModifier); }), 0);
+    EXPECT_EQ(runAndQuit([this] { QTest::keyClick(&m_app.window(), Qt::Key_Q, Qt::ControlModifier); }), 0);
 }
 
 TEST_F(StackreelAppTest, CancelsARunningExportBeforeItEnds)
 {
     startExport();
-    EXPECT_EQ(runUntil([this] { m_app.window().close(); }), 0);
-    // The tool takes a while to notice.
+    EXPECT_EQ(runAndQuit([this] { m_app.window().close(); }), 0);
+    // The tool reacts to the cancellation after a while.
     QTimer::singleShot(30, &m_app.model(), [this] {
         EXPECT_TRUE(m_world.exports.back().isCancelled());
         m_world.exports.back().task().fail(CancellationError());
@@ -96,7 +96,7 @@ TEST_F(StackreelAppTest, CancelsARunningExportBeforeItEnds)
     EXPECT_FALSE(m_app.window().isVisible());
 }
 
-TEST_F(StackreelAppTest, CancelsAnExportThatTheModelHasLostSightOf)
+TEST_F(StackreelAppTest, CancelsAnExportThatTheModelNoLongerTracks)
 {
     const auto other = m_folder / "other-vertical.mp4";
     startExport();
@@ -112,7 +112,7 @@ TEST_F(StackreelAppTest, CancelsAnExportThatTheModelHasLostSightOf)
     EXPECT_FALSE(std::filesystem::exists(other));
 }
 
-TEST_F(StackreelAppTest, WaitsForALoadThatIsUnderWay)
+TEST_F(StackreelAppTest, WaitsForALoadThatIsRunning)
 {
     m_app.model().chooseSource();
     m_world.openPanel->choose(m_folder / "clip.mov");
@@ -125,7 +125,7 @@ TEST_F(StackreelAppTest, WaitsForALoadThatIsUnderWay)
     EXPECT_EQ(m_app.model().phase(), Phase::failed("The tool was ended."));
 }
 
-TEST_F(StackreelAppTest, CheckingForUpdatesWithoutAKeyDoesNothing)
+TEST_F(StackreelAppTest, DoesNothingWhenUpdatesAreCheckedWithoutAKey)
 {
     for (QWindow* window : QGuiApplication::topLevelWindows())
         EXPECT_TRUE(!window->isVisible() || window == &m_app.window());

@@ -1,5 +1,5 @@
-// Any bytes as the arguments of the command line, parted by line feeds: options that keep their promises, or
-// a text for the user. Nothing is thrown.
+// Parses any bytes as command-line arguments, separated by line feeds. The result is valid options or a text
+// for the user. Nothing is thrown.
 
 #include "cli/CliOptions.h"
 #include "tests/fuzz/Require.h"
@@ -32,7 +32,7 @@ void check(const ExportOptions& options)
 {
     require(std::isfinite(options.from) && options.from >= 0, "a range starts in the clip");
     require(!options.to || (std::isfinite(*options.to) && *options.to > options.from),
-            "a range ends behind its start");
+            "a range ends after its start");
     require(!options.top || isInFrame(*options.top), "the top region lies in the frame");
     require(!options.bottom || isInFrame(*options.bottom), "the bottom region lies in the frame");
     require(!options.json || options.dryRun, "JSON is for a dry run only");
@@ -43,7 +43,7 @@ void check(const ExportOptions& options)
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
 {
     const CliOptions options = parseOptions(argumentsOf({reinterpret_cast<const char*>(bytes), size}));
-    if (const auto* asked = std::get_if<ExportOptions>(&options))
-        check(*asked);
+    if (const auto* exportOptions = std::get_if<ExportOptions>(&options))
+        check(*exportOptions);
     return 0;
 }

@@ -1,5 +1,5 @@
-// Any bytes as standard error: at most eight lines of well-formed UTF-8, which stay the same when shown
-// again.
+// Takes any bytes as standard error. The error text is at most eight lines of valid UTF-8, and the error text
+// of the error text is the same.
 
 #include "media/ProcessOutput.h"
 #include "media/Utf8.h"
@@ -31,7 +31,7 @@ std::ptrdiff_t lineEnds(std::string_view text)
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
 {
     const std::string text = errorTextOf({reinterpret_cast<const char*>(bytes), size});
-    require(replacingInvalidUtf8(text) == text, "the text is well-formed");
+    require(replacingInvalidUtf8(text) == text, "the text is valid UTF-8");
     require(lineEnds(text) < 8, "there are at most eight lines");
     require(text.empty() || text.front() != '\n', "no line is empty");
     require(errorTextOf(text) == text, "nothing more is dropped the second time");

@@ -1,4 +1,4 @@
-// Any bytes as a number or an aspect: none, or a value that is read back from its own text.
+// Parses any bytes as a number and as an aspect. The result is none, or a value that its own text parses to.
 
 #include "framing/OutputAspect.h"
 #include "media/ProbeNumbers.h"
@@ -30,12 +30,12 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
     const auto integer = parseInteger(text);
     const auto decimal = parseDecimal(text);
     if (integer) {
-        require(parseInteger(textOf(*integer)) == integer, "an integer is read back");
+        require(parseInteger(textOf(*integer)) == integer, "an integer's text parses to it");
         require(decimal == static_cast<double>(*integer), "an integer is a decimal number");
     }
     if (decimal) {
         require(std::isfinite(*decimal), "a decimal number is finite");
-        require(parseDecimal(textOf(*decimal)) == decimal, "a decimal number is read back");
+        require(parseDecimal(textOf(*decimal)) == decimal, "a decimal number's text parses to it");
     }
     if (const auto aspect = outputAspect(text))
         require(rawValue(*aspect) == text, "an aspect has its own text");

@@ -1,5 +1,5 @@
-// Any bytes as an update feed, as the signed part of a document, and as a document: refused with a
-// description, or a feed that keeps its promises.
+// Decodes any bytes as an update feed, as the signed part of a document, and as a document. The result is an
+// error with a description, or a valid feed.
 
 #include "packaging/feed-tool/FeedSigningKey.h"
 #include "platform/updates/UpdateError.h"
@@ -22,7 +22,7 @@ void check(const UpdateFeed& feed)
         require(release.version <= feed.newest().version, "none is newer than the newest");
         require(release.notes.find('\0') == std::string::npos, "notes have no NUL");
         require(release.notes.find('\x1B') == std::string::npos, "notes have no escape character");
-        require(release.notes.find("\u202E") == std::string::npos, "notes do not turn the direction");
+        require(release.notes.find("\u202E") == std::string::npos, "notes do not change the text direction");
         require(std::tolower(release.downloadPage[0]) == 'h' && release.downloadPage[5] == ':',
                 "a download page is an https address");
     }
@@ -30,19 +30,19 @@ void check(const UpdateFeed& feed)
 
 const FeedSigningKey& signingKey()
 {
-    // Always the same, so that a finding comes up again.
+    // Always the same key, so that a finding is reproducible.
     static const FeedSigningKey key = FeedSigningKey::fromSecret(std::string(43, 'A') + "=").value();
     return key;
 }
 
-/// The feed in a document, as the program reads it; none when it is refused, for a reason.
+/// The feed in a document, as the program reads it. None when it is rejected; requires a reason then.
 std::optional<UpdateFeed> accepted(std::string_view document, std::int64_t newestSerial)
 {
     static const FeedKey key = FeedKey::fromBase64(signingKey().publicKey()).value();
     try {
         return acceptedFeed(document, key, newestSerial);
     } catch (const UpdateError& error) {
-        require(error.what()[0] != '\0', "a refusal has a reason");
+        require(error.what()[0] != '\0', "a rejection has a reason");
         return std::nullopt;
     }
 }
@@ -68,10 +68,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
     const std::string document = signingKey().signedDocument(text);
     require(accepted(document, 0) == feed, "a signed feed is what its text says");
     if (feed && feed->serial < INT64_MAX)
-        require(!accepted(document, feed->serial + 1), "an older feed is refused");
-    // The text in place of what was signed, and of the whole document.
+        require(!accepted(document, feed->serial + 1), "an older feed is rejected");
+    // The text replaces the signed feed, then the whole document.
     const std::string forged = signingKey().signedDocument("{}").substr(0, 89) + std::string(text);
-    require(!accepted(forged, 0), "a signature fits no other feed");
-    require(!accepted(text, 0), "nobody signs by chance");
+    require(!accepted(forged, 0), "a signature is valid for no other feed");
+    require(!accepted(text, 0), "an unsigned document is rejected");
     return 0;
 }

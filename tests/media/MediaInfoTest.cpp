@@ -44,7 +44,7 @@ TEST(MediaInfo, IsQuarterTurnedByOddMultiplesOf90Degrees)
     }
 }
 
-TEST(MediaInfo, ComparesAllItsFacts)
+TEST(MediaInfo, ComparesAllItsFields)
 {
     const MediaInfo info = {.width = 1920,
                             .height = 1080,

@@ -16,7 +16,7 @@ MediaInfo factsOf(const std::string& json)
     return MediaProbe::facts(ProbeDocument::decode(json));
 }
 
-/// The facts of a report with one video stream of this size and whatever else it is given.
+/// The facts of a report with one video stream of this size and the other given JSON keys.
 MediaInfo factsOfVideo(int width, int height, const std::string& rest = "")
 {
     return factsOf(R"({"streams": [{"codec_type": "video", "width": )" + std::to_string(width) +
@@ -46,7 +46,7 @@ bool isVertical(int width, int height, const std::string& rest = "")
 
 } // namespace
 
-TEST(TheFacts, AreThoseOfTheFirstVideoAndTheFirstAudioStream)
+TEST(ProbeFacts, ComeFromTheFirstVideoAndTheFirstAudioStream)
 {
     const MediaInfo info = factsOf(R"({"streams": [
         {"codec_type": "data"},
@@ -62,7 +62,7 @@ TEST(TheFacts, AreThoseOfTheFirstVideoAndTheFirstAudioStream)
                                .audioCodec = "aac"}));
 }
 
-TEST(TheFacts, KeepCodedSizeAndRotationAsReported)
+TEST(ProbeFacts, KeepTheCodedSizeAndTheReportedRotation)
 {
     const MediaInfo info = factsOfVideo(1080, 1920, R"("side_data_list": [{"rotation": -90}])");
     EXPECT_EQ(info.width, 1080);
@@ -72,7 +72,7 @@ TEST(TheFacts, KeepCodedSizeAndRotationAsReported)
     EXPECT_EQ(factsOfVideo(1920, 1080, R"("side_data_list": [{"rotation": 540}])").rotation, 540);
 }
 
-TEST(TheFacts, AreRefusedUnlessTheDisplayedPictureIsWiderThanHigh)
+TEST(ProbeFacts, AreRejectedUnlessTheDisplayedPictureIsWiderThanHigh)
 {
     const auto turned = [](int degrees) {
         return R"("side_data_list": [{"rotation": )" + std::to_string(degrees) + "}]";
@@ -90,7 +90,7 @@ TEST(TheFacts, AreRefusedUnlessTheDisplayedPictureIsWiderThanHigh)
     EXPECT_TRUE(isVertical(0, 0));
 }
 
-TEST(TheFacts, NeedAVideoStreamWithASize)
+TEST(ProbeFacts, RequireAVideoStreamWithASize)
 {
     const auto noVideo = MediaToolError::noVideo();
     expectError(R"({"streams": []})", noVideo);
@@ -106,7 +106,7 @@ TEST(TheFacts, NeedAVideoStreamWithASize)
         noVideo);
 }
 
-TEST(TheRotation, IsTheFirstInTheSideDataElseTheTag)
+TEST(ProbeRotation, ComesFromTheSideDataElseFromTheTag)
 {
     struct Row {
         const char* rest;
@@ -142,7 +142,7 @@ TEST(TheRotation, IsTheFirstInTheSideDataElseTheTag)
     EXPECT_EQ(factsOfVideo(1080, 1920, R"("tags": {"rotate": "+270"})").rotation, 270);
 }
 
-TEST(TheDuration, IsTheStreamsElseTheFilesElseZero)
+TEST(ProbeDuration, ComesFromTheStreamElseFromTheFormatElseIsZero)
 {
     struct Row {
         const char* ofStream;
@@ -175,7 +175,7 @@ TEST(TheDuration, IsTheStreamsElseTheFilesElseZero)
     EXPECT_EQ(factsOfVideo(2, 1).duration, 0) << "no format at all";
 }
 
-TEST(TheCodecs, AreUnknownOrAbsentWhenNotReported)
+TEST(ProbeCodecs, AreUnknownOrAbsentWhenNotReported)
 {
     const MediaInfo silent = factsOfVideo(1920, 1080);
     EXPECT_EQ(silent.videoCodec, "unknown");

@@ -13,7 +13,7 @@ const char* const fakeTool = R"sh(#!/bin/sh
 here=${0%/*}
 printf '%s\n' "$@" > "$here/arguments"
 cat "$here/report"
-cat "$here/words" >&2
+cat "$here/error-text" >&2
 exit "$(cat "$here/status")"
 )sh";
 
@@ -21,7 +21,7 @@ const char* const goodReport =
     R"({"streams": [{"codec_type": "video", "codec_name": "h264", "width": 1920, "height": 1080, "duration": "12.5"},
                     {"codec_type": "audio", "codec_name": "aac"}]})";
 
-/// Installs the media layer in a place of its own, where the tools can be whatever a test needs.
+/// Installs the media layer in a temporary folder with fake tools.
 class InstalledTest : public RunnerTest
 {
 protected:
@@ -47,11 +47,11 @@ protected:
         return output.standardOutput;
     }
 
-    void installProbe(int status, const std::string& report, const std::string& words = "") const
+    void installProbe(int status, const std::string& report, const std::string& errorText = "") const
     {
         m_directory.writeExecutable("lib/stackreel/ffprobe", fakeTool);
         m_directory.write("lib/stackreel/report", report);
-        m_directory.write("lib/stackreel/words", words);
+        m_directory.write("lib/stackreel/error-text", errorText);
         m_directory.write("lib/stackreel/status", std::to_string(status));
     }
     std::string probe(const std::string& source = "/clips/some clip.mov") const
@@ -60,18 +60,18 @@ protected:
     }
 };
 
-using Inspecting = InstalledTest;
-using LocatingFromAProgram = InstalledTest;
+using InspectTest = InstalledTest;
+using LocateFromAProgramTest = InstalledTest;
 
 } // namespace
 
-TEST_F(Inspecting, GivesTheFactsOfAGoodReport)
+TEST_F(InspectTest, ReturnsTheFactsOfAValidReport)
 {
     installProbe(0, goodReport, "a harmless warning\n");
     EXPECT_EQ(probe(), "1920x1080 0 12.5 h264 aac\n");
 }
 
-TEST_F(Inspecting, AsksFfprobeWithSevenArguments)
+TEST_F(InspectTest, RunsFfprobeWithSevenArguments)
 {
     installProbe(0, goodReport);
     probe("/clips/-Beach 'day' 東京 100%.MOV");
@@ -79,7 +79,7 @@ TEST_F(Inspecting, AsksFfprobeWithSevenArguments)
               "-v\nerror\n-show_streams\n-show_format\n-of\njson\n/clips/-Beach 'day' 東京 100%.MOV\n");
 }
 
-TEST_F(Inspecting, ReportsAFailedRunBeforeWhateverItWrote)
+TEST_F(InspectTest, ThrowsForAFailedRunWhateverItWrote)
 {
     installProbe(1, goodReport, "moov atom not found\n");
     EXPECT_EQ(probe(), "ffprobe 1 MediaToolError: moov atom not found\n");
@@ -89,13 +89,13 @@ TEST_F(Inspecting, ReportsAFailedRunBeforeWhateverItWrote)
     EXPECT_EQ(probe(), "ffprobe 255 MediaToolError: first\nsecond\n");
 }
 
-TEST_F(Inspecting, ReportsAProbeThatASignalEnded)
+TEST_F(InspectTest, ThrowsWhenASignalEndsTheProbe)
 {
     m_directory.writeExecutable("lib/stackreel/ffprobe", "#!/bin/sh\nkill -KILL $$\n");
     EXPECT_EQ(probe(), "ffprobe 9 MediaToolError: ffprobe could not process this video.\n");
 }
 
-TEST_F(Inspecting, PassesOnABadDocumentBeforeLookingForVideo)
+TEST_F(InspectTest, ThrowsForABadReportBeforeLookingForVideo)
 {
     installProbe(0, R"({"streams": [{"codec_type": "audio", "tags": {"rotate": 90}}]})");
     EXPECT_EQ(probe(),
@@ -104,7 +104,7 @@ TEST_F(Inspecting, PassesOnABadDocumentBeforeLookingForVideo)
     EXPECT_EQ(probe(), "DecodingError: The video details could not be read: the report is not valid JSON.\n");
 }
 
-TEST_F(Inspecting, ReportsMissingVideoBeforeOrientation)
+TEST_F(InspectTest, ThrowsForMissingVideoBeforeAVerticalPicture)
 {
     installProbe(0, R"({"streams": [{"codec_type": "video", "width": 100}]})");
     EXPECT_EQ(probe(), "MediaToolError: This file does not contain a video stream.\n");
@@ -114,13 +114,13 @@ TEST_F(Inspecting, ReportsMissingVideoBeforeOrientation)
         "MediaToolError: Choose a horizontal video. Stackreel only stacks crops from horizontal sources.\n");
 }
 
-TEST_F(Inspecting, PassesOnThatAProbeCannotBeLaunched)
+TEST_F(InspectTest, ThrowsWhenTheProbeCannotBeLaunched)
 {
     m_directory.writeExecutable("lib/stackreel/ffprobe", "no interpreter line\n");
     EXPECT_EQ(probe(), "SystemError: 8\n");
 }
 
-TEST_F(LocatingFromAProgram, FindsAToolBesideItWhereverItIsStarted)
+TEST_F(LocateFromAProgramTest, FindsABundledToolFromAnyWorkingDirectory)
 {
     const auto tool = m_directory.writeExecutable("lib/stackreel/ffmpeg", "");
     m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg", "");
@@ -131,7 +131,7 @@ TEST_F(LocatingFromAProgram, FindsAToolBesideItWhereverItIsStarted)
     EXPECT_EQ(linked.standardOutput, tool.string() + "\n") << "through a symbolic link";
 }
 
-TEST_F(LocatingFromAProgram, ReadsTheWorkingDirectoryAtEachCall)
+TEST_F(LocateFromAProgramTest, ReadsTheWorkingDirectoryAtEachCall)
 {
     const auto one = m_directory.writeExecutable("one/third_party/ffmpeg/bin/ffprobe", "");
     const auto two = m_directory.writeExecutable("two/third_party/ffmpeg/bin/ffprobe", "");
@@ -141,28 +141,28 @@ TEST_F(LocatingFromAProgram, ReadsTheWorkingDirectoryAtEachCall)
               one.string() + "\n" + two.string() + "\n" + two.string() + "\n");
 }
 
-TEST_F(LocatingFromAProgram, NeverSearchesThePath)
+TEST_F(LocateFromAProgramTest, NeverSearchesThePathVariable)
 {
     const auto onPath = m_directory.writeExecutable("path/ffprobe", "");
     const ScopedEnvironment path("PATH", m_directory / "path");
     EXPECT_NE(outputOfHost({"locate", "ffprobe", "/"}), onPath.string() + "\n");
 }
 
-TEST_F(LocatingFromAProgram, CopesWithAWorkingDirectoryThatIsGone)
+TEST_F(LocateFromAProgramTest, HandlesADeletedWorkingDirectory)
 {
     const auto tool = m_directory.writeExecutable("lib/stackreel/ffmpeg", "");
     std::filesystem::create_directories(m_directory / "deleted");
     EXPECT_EQ(outputOfHost({"locate", "ffmpeg", m_directory / "deleted"}), tool.string() + "\n");
 }
 
-TEST_F(InstalledTest, RunsChildrenWithoutStandardDescriptorsOfItsOwn)
+TEST_F(InstalledTest, RunsChildrenWhenItsStandardDescriptorsAreClosed)
 {
     struct Row {
         const char* closed;
         const char* childHas;
     };
-    // A standard descriptor that a program lacks its children lack too, except for the two outputs it
-    // captures.
+    // A standard descriptor that is closed in the program is closed in its child as well. The exceptions are
+    // the two outputs, which are captured.
     const Row rows[] = {{"0", "1\n2\n"},  {"1", "0\n1\n2\n"},  {"2", "0\n1\n2\n"},
                         {"01", "1\n2\n"}, {"12", "0\n1\n2\n"}, {"012", "1\n2\n"}};
     for (const Row& row : rows) {

@@ -5,7 +5,7 @@
 namespace stackreel
 {
 
-TEST(MediaToolError, DescribesItselfToTheCharacter)
+TEST(MediaToolError, DescribesEachErrorExactly)
 {
     struct Row {
         MediaToolError error;
@@ -32,7 +32,7 @@ TEST(MediaToolError, DescribesItselfToTheCharacter)
     }
 }
 
-TEST(MediaToolError, CarriesWhatFailed)
+TEST(MediaToolError, KeepsTheToolTheStatusAndTheMessage)
 {
     const auto error = MediaToolError::processFailed("ffprobe", -1, "words");
     const auto& failure = std::get<MediaToolError::ProcessFailed>(error.value());
@@ -43,7 +43,7 @@ TEST(MediaToolError, CarriesWhatFailed)
               "ffmpeg");
 }
 
-TEST(MediaToolError, IsAValue)
+TEST(MediaToolError, IsCopyableAndComparable)
 {
     const auto error = MediaToolError::processFailed("FFmpeg", 1, "words");
     const MediaToolError copy = error;

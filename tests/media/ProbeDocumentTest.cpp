@@ -12,7 +12,7 @@ namespace
 
 using namespace std::string_literals;
 
-/// The description of the error that decoding ends with; empty when it succeeds.
+/// The description of the error with which decoding fails; empty when it succeeds.
 std::string errorOf(std::string_view json)
 {
     try {
@@ -23,7 +23,7 @@ std::string errorOf(std::string_view json)
     return {};
 }
 
-/// A report with one stream that has just this content.
+/// A report with one stream that has only this content.
 std::string oneStream(const std::string& content)
 {
     return R"({"streams": [{)" + content + "}]}";
@@ -42,7 +42,7 @@ std::string nested(char open, char close, int depth)
 
 } // namespace
 
-TEST(DecodingAReport, ReadsWhatItKnowsAndIgnoresTheRest)
+TEST(DecodingAReport, ReadsKnownKeysAndIgnoresOthers)
 {
     const auto document = ProbeDocument::decode(R"({
         "programs": [], "streams": [
@@ -66,7 +66,7 @@ TEST(DecodingAReport, ReadsWhatItKnowsAndIgnoresTheRest)
     EXPECT_EQ(document.format.value().duration, "12.6");
 }
 
-TEST(DecodingAReport, LeavesOutWhatIsAbsentOrNull)
+TEST(DecodingAReport, HasNoValueForAnAbsentOrNullKey)
 {
     for (const std::string content :
          {"", R"("codec_type": null, "codec_name": null, "width": null, "height": null, "duration": null,
@@ -86,7 +86,7 @@ TEST(DecodingAReport, LeavesOutWhatIsAbsentOrNull)
               std::nullopt);
 }
 
-TEST(DecodingAReport, RefusesWhatIsNoJson)
+TEST(DecodingAReport, RejectsInvalidJson)
 {
     const std::string refusal = "The video details could not be read: the report is not valid JSON.";
     for (const std::string& text : {""s,
@@ -118,7 +118,7 @@ TEST(DecodingAReport, RefusesWhatIsNoJson)
         EXPECT_EQ(errorOf(text), refusal) << testing::PrintToString(text);
 }
 
-TEST(DecodingAReport, RefusesEveryTruncation)
+TEST(DecodingAReport, RejectsATruncatedReport)
 {
     const std::string whole =
         R"({"streams":[{"codec_type":"video","width":19,"tags":{"a":"b"},"side_data_list":[{"rotation":-90}]}],"format":{"duration":"1.0"}})";
@@ -127,7 +127,7 @@ TEST(DecodingAReport, RefusesEveryTruncation)
         EXPECT_NE(errorOf(std::string_view(whole).substr(0, length)), "") << length;
 }
 
-TEST(DecodingAReport, NamesThePlaceOfAValueOfTheWrongKind)
+TEST(DecodingAReport, NamesThePathOfAValueOfTheWrongType)
 {
     struct Row {
         std::string json;
@@ -186,7 +186,7 @@ TEST(DecodingAReport, ChecksStreamsThatAreNotUsed)
         errorOf(R"({"streams": [{"codec_type": "video", "width": 2, "height": 1}, {"codec_type": 5}]})"), "");
 }
 
-TEST(DecodingAReport, TakesWholeNumbersHoweverTheyAreWritten)
+TEST(DecodingAReport, AcceptsWholeNumbersInAnyNotation)
 {
     struct Row {
         const char* text;
@@ -216,7 +216,7 @@ TEST(DecodingAReport, TakesWholeNumbersHoweverTheyAreWritten)
     }
 }
 
-TEST(DecodingAReport, TakesTheLastOfKeysThatOccurTwice)
+TEST(DecodingAReport, UsesTheLastOfDuplicateKeys)
 {
     EXPECT_EQ(streamWith(R"("width": 1, "width": 2)").width, 2);
     EXPECT_EQ(streamWith(R"("tags": {"rotate": "90", "rotate": "180"})").tags->at("rotate"), "180");
@@ -236,7 +236,7 @@ TEST(DecodingAReport, AcceptsAByteOrderMarkAndSpaceAround)
     EXPECT_EQ(errorOf("\r\n\t {\"streams\": []} \n"), "");
 }
 
-TEST(DecodingAReport, SurvivesDeepNesting)
+TEST(DecodingAReport, HandlesDeepNesting)
 {
     constexpr int depth = 100'000;
     EXPECT_EQ(errorOf(R"({"streams": [], "other": )" + nested('[', ']', depth) + "}"), "");
@@ -250,7 +250,7 @@ TEST(DecodingAReport, SurvivesDeepNesting)
     EXPECT_EQ(errorOf(R"({"streams": [], "other": )" + objects + "1" + std::string(depth, '}') + "}"), "");
 }
 
-TEST(DecodingAReport, SurvivesManyStreams)
+TEST(DecodingAReport, HandlesManyStreams)
 {
     std::string json = R"({"streams": [{"codec_type": "data"})";
     for (int stream = 1; stream < 100'000; ++stream)

@@ -117,18 +117,18 @@ void expectTheTables()
 
 } // namespace
 
-TEST(ProbeNumbers, AreReadByTheirRules)
+TEST(ProbeNumbers, AreParsedByTheirRules)
 {
     expectTheTables();
 }
 
-TEST(ProbeNumbers, AreReadAlikeWhereTheDecimalPointIsAComma)
+TEST(ProbeNumbers, AreParsedAlikeWhenTheDecimalPointIsAComma)
 {
     const ScopedCommaLocale locale;
     expectTheTables();
 }
 
-TEST(ProbeNumbers, MayBeVeryLong)
+TEST(ProbeNumbers, CanBeVeryLong)
 {
     EXPECT_EQ(parseDecimal("0." + std::string(100'000, '0') + "1"), std::nullopt);
     EXPECT_EQ(parseDecimal("12.5" + std::string(100'000, '0')), 12.5);

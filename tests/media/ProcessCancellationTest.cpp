@@ -17,73 +17,74 @@ namespace
 
 using ProcessCancellationTest = RunnerTest;
 
-// System calls are plain functions, so what the tests make them do first is kept here.
-std::function<void()> intervene;
+// Called by the replaced system calls below. A global, as these are plain functions without captures.
+std::function<void()> hook;
 int launches;
 
-int countingSpawn(pid_t* pid, const char* path, const posix_spawn_file_actions_t* actions,
-                  const posix_spawnattr_t* attributes, char* const arguments[], char* const environment[])
+int posixSpawnWithHook(pid_t* pid, const char* path, const posix_spawn_file_actions_t* actions,
+                       const posix_spawnattr_t* attributes, char* const arguments[],
+                       char* const environment[])
 {
     ++launches;
-    if (intervene)
-        intervene();
+    if (hook)
+        hook();
     return ::posix_spawn(pid, path, actions, attributes, arguments, environment);
 }
 
-/// Intervenes once the child has ended, before anybody is told.
-int waitAndIntervene(idtype_t type, id_t id, siginfo_t* info, int options)
+/// Calls the hook after the child has ended and before `waitid` returns.
+int waitidWithHook(idtype_t type, id_t id, siginfo_t* info, int options)
 {
     const int result = ::waitid(type, id, info, options);
     if ((options & WNOWAIT) != 0)
-        intervene();
+        hook();
     return result;
 }
 
-int fsyncAndIntervene(int descriptor)
+int fsyncWithHook(int descriptor)
 {
-    intervene();
+    hook();
     return ::fsync(descriptor);
 }
 
 } // namespace
 
-TEST_F(ProcessCancellationTest, BeforeTheCallNeverStartsTheChild)
+TEST_F(ProcessCancellationTest, NeverStartsTheChildWhenCancelledBeforeTheCall)
 {
     ScopedSystemCalls calls;
     launches = 0;
-    intervene = {};
-    calls->posixSpawn = countingSpawn;
+    hook = {};
+    calls->posixSpawn = posixSpawnWithHook;
     std::stop_source source;
     source.request_stop();
-    bool told = false;
+    bool launched = false;
     EXPECT_THROW(runToEnd(ProcessRunner::run(testChild(), {"touch", marker()}, source.get_token(),
-                                             [&told](const std::filesystem::path&) { told = true; })),
+                                             [&launched](const std::filesystem::path&) { launched = true; })),
                  CancellationError);
     EXPECT_EQ(launches, 0);
-    EXPECT_FALSE(told);
+    EXPECT_FALSE(launched);
     EXPECT_FALSE(isMarked());
 }
 
-TEST_F(ProcessCancellationTest, BeforeTheCallComesBeforeAMissingProgram)
+TEST_F(ProcessCancellationTest, IsReportedInsteadOfAMissingProgramWhenCancelledBefore)
 {
     std::stop_source source;
     source.request_stop();
     EXPECT_THROW(runToEnd(ProcessRunner::run("/no such/tool", {}, source.get_token())), CancellationError);
 }
 
-TEST_F(ProcessCancellationTest, WhileLaunchingEndsTheChildAtOnce)
+TEST_F(ProcessCancellationTest, EndsTheChildWhenCancelledWhileLaunching)
 {
     ScopedSystemCalls calls;
     std::stop_source source;
     launches = 0;
-    intervene = [&source] { source.request_stop(); };
-    calls->posixSpawn = countingSpawn;
+    hook = [&source] { source.request_stop(); };
+    calls->posixSpawn = posixSpawnWithHook;
     Awaited<ProcessOutput> running(run({"patient", m_directory / "pid", "1"}, source.get_token()));
     EXPECT_THROW(running.result(), CancellationError);
     EXPECT_EQ(launches, 1);
 }
 
-TEST_F(ProcessCancellationTest, WhileItRunsEndsTheChild)
+TEST_F(ProcessCancellationTest, EndsTheChildWhenCancelledWhileItRuns)
 {
     std::stop_source source;
     auto running = startPatientChild(source.get_token(), {"1"});
@@ -93,47 +94,47 @@ TEST_F(ProcessCancellationTest, WhileItRunsEndsTheChild)
     EXPECT_EQ(terminateRequests(), "1");
 }
 
-TEST_F(ProcessCancellationTest, IsPoliteAndWaitsForAChildThatTakesItsTime)
+TEST_F(ProcessCancellationTest, WaitsForAChildThatEndsLate)
 {
     std::stop_source source;
     auto running = startPatientChild(source.get_token());
     source.request_stop();
     EXPECT_TRUE(eventually([this] { return terminateRequests() == "1"; }));
-    EXPECT_FALSE(running.hasEnded()) << "the child is still there";
+    EXPECT_FALSE(running.hasEnded()) << "the child still runs";
     EXPECT_EQ(scratchNames().size(), 1U);
     endPatientChild();
     EXPECT_THROW(running.result(), CancellationError) << "although it ended with status 0";
     EXPECT_EQ(terminateRequests(), "1");
 }
 
-TEST_F(ProcessCancellationTest, RightAfterTheChildHasEndedDiscardsItsOutput)
+TEST_F(ProcessCancellationTest, DiscardsTheOutputWhenCancelledRightAfterTheChildHasEnded)
 {
     ScopedSystemCalls calls;
     std::stop_source source;
-    intervene = [&source] { source.request_stop(); };
-    calls->waitid = waitAndIntervene;
+    hook = [&source] { source.request_stop(); };
+    calls->waitid = waitidWithHook;
     EXPECT_THROW(runToEnd(run({"touch", marker()}, source.get_token())), CancellationError);
     EXPECT_TRUE(isMarked());
 }
 
-TEST_F(ProcessCancellationTest, OnceTheChildIsCollectedComesTooLate)
+TEST_F(ProcessCancellationTest, HasNoEffectOnceTheChildIsReaped)
 {
     ScopedSystemCalls calls;
     std::stop_source source;
-    intervene = [&source] { source.request_stop(); };
-    calls->fsync = fsyncAndIntervene;
+    hook = [&source] { source.request_stop(); };
+    calls->fsync = fsyncWithHook;
     EXPECT_EQ(runToEnd(run({"exit", "5"}, source.get_token())).status, 5);
     EXPECT_TRUE(source.stop_requested());
 }
 
-TEST_F(ProcessCancellationTest, AfterTheRunDoesNothing)
+TEST_F(ProcessCancellationTest, HasNoEffectAfterTheRun)
 {
     std::stop_source source;
     EXPECT_EQ(runToEnd(run({"exit", "5"}, source.get_token())).status, 5);
     source.request_stop();
 }
 
-TEST_F(ProcessCancellationTest, EndsEveryRunOfOneToken)
+TEST_F(ProcessCancellationTest, EndsAllRunsWithTheSameToken)
 {
     std::stop_source source;
     std::vector<Awaited<ProcessOutput>> running;
@@ -146,7 +147,7 @@ TEST_F(ProcessCancellationTest, EndsEveryRunOfOneToken)
         EXPECT_THROW(run.result(), CancellationError);
 }
 
-TEST_F(ProcessCancellationTest, MayComeFromAnyThreadAtAnyTime)
+TEST_F(ProcessCancellationTest, WorksFromAnyThreadAtAnyTime)
 {
     int finished = 0;
     int cancelled = 0;
@@ -168,7 +169,7 @@ TEST_F(ProcessCancellationTest, MayComeFromAnyThreadAtAnyTime)
     EXPECT_EQ(finished + cancelled, 60);
 }
 
-TEST_F(ProcessCancellationTest, OfASessionMayBeRepeatedBeforeDuringAndAfter)
+TEST_F(ProcessCancellationTest, CanBeRepeatedBeforeDuringAndAfterARun)
 {
     ProcessSession early;
     early.cancel();
@@ -193,29 +194,29 @@ TEST_F(ProcessCancellationTest, OfASessionMayBeRepeatedBeforeDuringAndAfter)
         other.join();
 }
 
-TEST_F(ProcessCancellationTest, NeverWaitsForALockHeldDuringSystemCalls)
+TEST_F(ProcessCancellationTest, HoldsNoLockDuringSystemCalls)
 {
-    // The session's lock cannot be taken twice by one thread: were it held in any of these, this would hang.
+    // One thread cannot take the session's lock twice: if any of these calls held it, the test would hang.
     ScopedSystemCalls calls;
     ProcessSession session;
     static int kills;
     kills = 0;
-    intervene = [&session] { session.cancel(); };
-    calls->posixSpawn = countingSpawn;
-    calls->waitid = waitAndIntervene;
+    hook = [&session] { session.cancel(); };
+    calls->posixSpawn = posixSpawnWithHook;
+    calls->waitid = waitidWithHook;
     calls->kill = [](pid_t pid, int signal) {
         if (++kills == 1)
-            intervene();
+            hook();
         return ::kill(pid, signal);
     };
     EXPECT_THROW(session.run(testChild(), {"exit", "0"}), CancellationError);
     EXPECT_GE(kills, 2);
 
     ProcessSession finished;
-    intervene = [&finished] { finished.cancel(); };
+    hook = [&finished] { finished.cancel(); };
     calls->posixSpawn = ::posix_spawn;
     calls->waitid = ::waitid;
-    calls->fsync = fsyncAndIntervene;
+    calls->fsync = fsyncWithHook;
     EXPECT_EQ(finished.run(testChild(), {"exit", "4"}).status, 4);
 }
 

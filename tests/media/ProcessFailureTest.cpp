@@ -27,7 +27,7 @@ Result failWith(int errorNumber)
     return -1;
 }
 
-/// How often a replaced call is let through before it fails.
+/// How many times a replaced call succeeds before it fails.
 int passes;
 
 int failOpening(const char* path, int flags, mode_t mode)
@@ -45,7 +45,7 @@ ssize_t failReading(int descriptor, void* buffer, size_t size)
     return passes-- > 0 ? ::read(descriptor, buffer, size) : failWith<ssize_t>(EIO);
 }
 
-/// The errno value of the error that a run of the program ends with; 0 without one.
+/// The errno value of the error with which a run ends; 0 when it succeeds.
 int errorOf(QCoro::Task<ProcessOutput> task)
 {
     try {
@@ -58,7 +58,7 @@ int errorOf(QCoro::Task<ProcessOutput> task)
 
 } // namespace
 
-TEST_F(ProcessFailureTest, WithoutAProgramIsALaunchErrorAtOnce)
+TEST_F(ProcessFailureTest, IsReportedAtOnceWhenTheProgramCannotBeLaunched)
 {
     m_directory.write("not executable", "#!/bin/sh\nexit 0\n");
     m_directory.writeExecutable("no interpreter", "#!/no/such/interpreter\n");
@@ -73,7 +73,7 @@ TEST_F(ProcessFailureTest, WithoutAProgramIsALaunchErrorAtOnce)
     EXPECT_EQ(errorOfProgram(m_directory / "text"), ENOEXEC);
 }
 
-TEST_F(ProcessFailureTest, SaysWhichProgramCouldNotBeStarted)
+TEST_F(ProcessFailureTest, NamesTheProgramThatCannotBeStarted)
 {
     try {
         runToEnd(ProcessRunner::run("/no such/tool", {}));
@@ -83,7 +83,7 @@ TEST_F(ProcessFailureTest, SaysWhichProgramCouldNotBeStarted)
     }
 }
 
-TEST_F(ProcessFailureTest, OfTheScratchFolderIsPassedOn)
+TEST_F(ProcessFailureTest, IsReportedWhenTheScratchFolderCannotBeCreated)
 {
     ScopedSystemCalls calls;
     calls->mkdir = [](const char*, mode_t) { return failWith<int>(EACCES); };
@@ -93,16 +93,16 @@ TEST_F(ProcessFailureTest, OfTheScratchFolderIsPassedOn)
     EXPECT_FALSE(isMarked());
 }
 
-TEST_F(ProcessFailureTest, OfATemporaryFolderThatIsAFileIsPassedOn)
+TEST_F(ProcessFailureTest, IsReportedWhenTheTemporaryFolderIsAFile)
 {
     const ScopedEnvironment temporary("TMPDIR", m_directory.write("file", ""));
     EXPECT_EQ(errorOf(run({"touch", marker()})), EEXIST);
     EXPECT_FALSE(isMarked());
 }
 
-TEST_F(ProcessFailureTest, ToOpenACaptureFileIsPassedOn)
+TEST_F(ProcessFailureTest, IsReportedWhenACaptureFileCannotBeOpened)
 {
-    // Both files are created, then both are opened; what creating gives is ignored.
+    // Both files are created, then both are opened. An error of creating is ignored.
     const std::map<int, int> errors = {{0, EMFILE}, {1, EMFILE}, {2, EMFILE}, {3, EMFILE}};
     for (const auto& [opened, expected] : errors) {
         ScopedSystemCalls calls;
@@ -114,7 +114,7 @@ TEST_F(ProcessFailureTest, ToOpenACaptureFileIsPassedOn)
     EXPECT_FALSE(isMarked());
 }
 
-TEST_F(ProcessFailureTest, ToCreateACaptureFileShowsWhenItIsOpened)
+TEST_F(ProcessFailureTest, IsReportedOnOpeningWhenACaptureFileCannotBeCreated)
 {
     ScopedSystemCalls calls;
     calls->open = [](const char* path, int flags, mode_t mode) {
@@ -124,7 +124,7 @@ TEST_F(ProcessFailureTest, ToCreateACaptureFileShowsWhenItIsOpened)
     EXPECT_FALSE(isMarked());
 }
 
-TEST_F(ProcessFailureTest, ToStartAnotherProcessIsPassedOn)
+TEST_F(ProcessFailureTest, IsReportedWhenNoFurtherProcessCanStart)
 {
     ScopedSystemCalls calls;
     calls->posixSpawn = [](pid_t*, const char*, const posix_spawn_file_actions_t*, const posix_spawnattr_t*,
@@ -133,7 +133,7 @@ TEST_F(ProcessFailureTest, ToStartAnotherProcessIsPassedOn)
     EXPECT_FALSE(isMarked());
 }
 
-TEST_F(ProcessFailureTest, ToWaitIsPassedOnAndTheChildStillCollected)
+TEST_F(ProcessFailureTest, IsReportedWhenWaitingFailsAndTheChildIsReaped)
 {
     ScopedSystemCalls calls;
     calls->waitid = [](idtype_t type, id_t id, siginfo_t* info, int options) {
@@ -143,7 +143,7 @@ TEST_F(ProcessFailureTest, ToWaitIsPassedOnAndTheChildStillCollected)
     EXPECT_TRUE(isMarked());
 }
 
-TEST_F(ProcessFailureTest, OfAFullDiskShowsWhenFlushingEitherOutput)
+TEST_F(ProcessFailureTest, IsReportedWhenFlushingAnOutputFails)
 {
     for (const int flushed : {0, 1}) {
         ScopedSystemCalls calls;
@@ -154,9 +154,9 @@ TEST_F(ProcessFailureTest, OfAFullDiskShowsWhenFlushingEitherOutput)
     }
 }
 
-TEST_F(ProcessFailureTest, ToReadBackEitherOutputIsPassedOn)
+TEST_F(ProcessFailureTest, IsReportedWhenReadingAnOutputFails)
 {
-    // Each output takes one read for its content and one that finds its end.
+    // Each output takes one read for its content and one that returns 0 at its end.
     for (const int reads : {0, 1, 2, 3}) {
         ScopedSystemCalls calls;
         passes = reads;
@@ -166,7 +166,7 @@ TEST_F(ProcessFailureTest, ToReadBackEitherOutputIsPassedOn)
     }
 }
 
-TEST_F(ProcessFailureTest, ForWantOfDescriptorsLeavesNothingBehind)
+TEST_F(ProcessFailureTest, LeavesNothingBehindWhenDescriptorsRunOut)
 {
     int failed = 0;
     int finished = 0;
@@ -182,8 +182,8 @@ TEST_F(ProcessFailureTest, ForWantOfDescriptorsLeavesNothingBehind)
                 EXPECT_EQ(output.status, 0) << output.standardError;
                 ++finished;
             } catch (const SystemError& error) {
-                // A file that could not be created for want of a descriptor is missing when one is free
-                // again.
+                // EMFILE, or ENOENT if a file could not be created without a descriptor and one is free
+                // when it is opened.
                 EXPECT_TRUE(error.code().value() == EMFILE || error.code().value() == ENOENT) << error.what();
                 ++failed;
             }

@@ -78,7 +78,7 @@ TEST(ErrorText, CountsACarriageReturnLineFeedAsPartOfItsLine)
     EXPECT_EQ(errorTextOf(bytes), bytes) << "twenty such lines are one piece";
 }
 
-TEST(ErrorText, CopesWithMuchOutput)
+TEST(ErrorText, HandlesLargeOutput)
 {
     std::string bytes;
     for (int line = 0; line < 50'000; ++line)

@@ -19,7 +19,7 @@ namespace
 
 using ProcessRunnerTest = RunnerTest;
 
-/// What the child writes when it floods an output.
+/// Whether the bytes are what the test child writes when it floods an output.
 bool isFlood(const std::string& bytes, std::size_t mebibytes, char firstLetter)
 {
     constexpr std::size_t block = 64 * 1024;
@@ -35,13 +35,13 @@ bool isFlood(const std::string& bytes, std::size_t mebibytes, char firstLetter)
 
 } // namespace
 
-TEST_F(ProcessRunnerTest, GivesStatusAndBothOutputs)
+TEST_F(ProcessRunnerTest, ReturnsTheStatusAndBothOutputs)
 {
     EXPECT_EQ(runToEnd(run({"exit", "0"})),
               (ProcessOutput{.status = 0, .standardOutput = "out of 0\n", .standardError = "error of 0\n"}));
 }
 
-TEST_F(ProcessRunnerTest, ReturnsAFailingChildLikeAnyOther)
+TEST_F(ProcessRunnerTest, ReturnsTheOutputOfAFailingChild)
 {
     for (const int status : {1, 7, 255}) {
         const auto output = runToEnd(run({"exit", std::to_string(status)}));
@@ -51,7 +51,7 @@ TEST_F(ProcessRunnerTest, ReturnsAFailingChildLikeAnyOther)
     }
 }
 
-TEST_F(ProcessRunnerTest, GivesTheNumberOfTheSignalThatEndedAChild)
+TEST_F(ProcessRunnerTest, ReturnsTheSignalNumberWhenASignalEndsTheChild)
 {
     EXPECT_EQ(runToEnd(run({"die", std::to_string(SIGSEGV)})).status, SIGSEGV);
     EXPECT_EQ(runToEnd(run({"die", std::to_string(SIGTERM)})).status, SIGTERM);
@@ -68,14 +68,14 @@ TEST_F(ProcessRunnerTest, CapturesAFloodOnBothOutputs)
 
 TEST_F(ProcessRunnerTest, PassesArgumentsByteForByte)
 {
-    const std::vector<std::string> odd = {"",   "two words", "\"'`$(id)", "line\nfeed",
-                                          "-x", "東京 100%", "\xFF\x80"};
+    const std::vector<std::string> special = {"",   "two words", "\"'`$(id)", "line\nfeed",
+                                              "-x", "東京 100%", "\xFF\x80"};
     std::vector<std::string> arguments = {"arguments"};
-    arguments.insert(arguments.end(), odd.begin(), odd.end());
-    EXPECT_EQ(pieces(runToEnd(run(arguments)).standardOutput, '\0'), odd);
+    arguments.insert(arguments.end(), special.begin(), special.end());
+    EXPECT_EQ(pieces(runToEnd(run(arguments)).standardOutput, '\0'), special);
 }
 
-TEST_F(ProcessRunnerTest, LetsAChildInheritEnvironmentAndWorkingDirectory)
+TEST_F(ProcessRunnerTest, PassesTheEnvironmentAndTheWorkingDirectoryToTheChild)
 {
     const ScopedEnvironment variable("STACKREEL_TEST", "a value");
     const ScopedWorkingDirectory working(m_directory.path());
@@ -88,7 +88,7 @@ TEST_F(ProcessRunnerTest, LeaksNoDescriptorIntoAChild)
     EXPECT_EQ(runToEnd(run({"descriptors"})).standardOutput, "0\n1\n2\n");
 }
 
-TEST_F(ProcessRunnerTest, ReturnsToTheCallersThread)
+TEST_F(ProcessRunnerTest, ResumesOnTheCallersThread)
 {
     std::thread::id resumedOn;
     const auto await = [](std::thread::id& thread) -> QCoro::Task<int> {
@@ -101,7 +101,7 @@ TEST_F(ProcessRunnerTest, ReturnsToTheCallersThread)
     EXPECT_EQ(resumedOn, std::this_thread::get_id());
 }
 
-TEST_F(ProcessRunnerTest, KeepsTheEventLoopLiveWhileAChildRuns)
+TEST_F(ProcessRunnerTest, KeepsTheEventLoopRunningWhileAChildRuns)
 {
     int ticks = 0;
     QTimer timer;
@@ -115,13 +115,13 @@ TEST_F(ProcessRunnerTest, KeepsTheEventLoopLiveWhileAChildRuns)
     EXPECT_EQ(running.result().status, 0);
 }
 
-TEST_F(ProcessRunnerTest, RunsOnWhenNobodyAwaitsItAnyMore)
+TEST_F(ProcessRunnerTest, ContinuesWhenItsTaskIsDropped)
 {
     {
         const auto dropped = run({"touch", marker()});
     }
     EXPECT_TRUE(eventually([this] { return isMarked() && scratchNames().empty(); }));
-    // The worker's last message is still on its way.
+    // Another run processes the first worker's last event, which may still be in the queue.
     EXPECT_EQ(runToEnd(run({"exit", "0"})).status, 0);
 }
 
@@ -147,14 +147,14 @@ TEST_F(ProcessRunnerTest, WorksInAPrivateFolderNamedByAnUpperCaseUuid)
     EXPECT_EQ(names.size(), 3U);
 }
 
-TEST_F(ProcessRunnerTest, MakesATemporaryFolderThatIsMissing)
+TEST_F(ProcessRunnerTest, CreatesAMissingTemporaryFolder)
 {
     const ScopedEnvironment temporary("TMPDIR", m_directory / "not yet/there");
     EXPECT_EQ(runToEnd(run({"exit", "0"})).status, 0);
     EXPECT_TRUE(std::filesystem::is_empty(m_directory / "not yet/there"));
 }
 
-TEST_F(ProcessRunnerTest, TellsOfTheLaunchedChildWhoseWordsThenArrive)
+TEST_F(ProcessRunnerTest, CallsTheLaunchCallbackBeforeTheChildWrites)
 {
     const auto self = std::this_thread::get_id();
     std::thread::id calledOn;
@@ -175,7 +175,7 @@ TEST_F(ProcessRunnerTest, TellsOfTheLaunchedChildWhoseWordsThenArrive)
     EXPECT_FALSE(std::filesystem::exists(errorFile));
 }
 
-TEST_F(ProcessRunnerTest, RunsManyOneAfterAnotherInOneCoroutine)
+TEST_F(ProcessRunnerTest, RunsManyChildrenInSequenceInOneCoroutine)
 {
     const auto sum = []() -> QCoro::Task<int> {
         int total = 0;

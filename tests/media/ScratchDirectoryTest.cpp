@@ -26,7 +26,7 @@ private:
 
 } // namespace
 
-TEST_F(ScratchDirectoryTest, GoesWithAllItHolds)
+TEST_F(ScratchDirectoryTest, IsRemovedWithItsContent)
 {
     {
         ScratchDirectory scratch;
@@ -38,7 +38,7 @@ TEST_F(ScratchDirectoryTest, GoesWithAllItHolds)
     EXPECT_EQ(m_directory.names(), std::vector<std::string>());
 }
 
-TEST_F(ScratchDirectoryTest, LeavesWhatALinkInItLeadsTo)
+TEST_F(ScratchDirectoryTest, KeepsTheTargetOfALinkInIt)
 {
     const auto file = m_directory.write("elsewhere/file", "content");
     {
@@ -49,7 +49,7 @@ TEST_F(ScratchDirectoryTest, LeavesWhatALinkInItLeadsTo)
     EXPECT_EQ(contentOf(file), "content");
 }
 
-TEST_F(ScratchDirectoryTest, GoesEvenWhenNoDescriptorIsLeft)
+TEST_F(ScratchDirectoryTest, IsRemovedEvenWhenNoDescriptorIsLeft)
 {
     auto scratch = std::make_optional<ScratchDirectory>();
     std::ofstream(scratch->file("stdout")) << "content";
@@ -61,7 +61,7 @@ TEST_F(ScratchDirectoryTest, GoesEvenWhenNoDescriptorIsLeft)
     EXPECT_EQ(m_directory.names(), std::vector<std::string>());
 }
 
-TEST_F(ScratchDirectoryTest, IsContentToBeGoneAlready)
+TEST_F(ScratchDirectoryTest, IgnoresThatItWasRemovedAlready)
 {
     const ScratchDirectory scratch;
     std::filesystem::remove(scratch.path());

@@ -16,7 +16,7 @@ namespace
 
 using Paths = std::vector<std::filesystem::path>;
 
-ToolLocator::Surroundings surroundings(const Paths& executables)
+ToolLocator::Environment environment(const Paths& executables)
 {
     return {.resourceDirectory = "/app/lib/stackreel",
             .workingDirectory = "/home/user/check out/sub",
@@ -27,35 +27,35 @@ ToolLocator::Surroundings surroundings(const Paths& executables)
 
 std::filesystem::path located(MediaTool tool, const Paths& executables)
 {
-    return ToolLocator::locate(tool, surroundings(executables));
+    return ToolLocator::locate(tool, environment(executables));
 }
 
 } // namespace
 
-TEST(LocatingATool, LooksAtFivePlacesInOrder)
+TEST(LocatingATool, TriesFivePathsInOrder)
 {
-    EXPECT_EQ(ToolLocator::candidates(MediaTool::ffmpeg, surroundings({})),
+    EXPECT_EQ(ToolLocator::candidates(MediaTool::ffmpeg, environment({})),
               (Paths{"/app/lib/stackreel/ffmpeg", "/home/user/check out/sub/third_party/ffmpeg/bin/ffmpeg",
                      "/home/user/check out/third_party/ffmpeg/bin/ffmpeg", "/opt/homebrew/bin/ffmpeg",
                      "/usr/local/bin/ffmpeg"}));
 }
 
-TEST(LocatingATool, TakesTheFirstExecutableOne)
+TEST(LocatingATool, ReturnsTheFirstExecutablePath)
 {
-    Paths places = ToolLocator::candidates(MediaTool::ffprobe, surroundings({}));
-    while (!places.empty()) {
-        EXPECT_EQ(located(MediaTool::ffprobe, places), places.front());
-        places.erase(places.begin());
+    Paths paths = ToolLocator::candidates(MediaTool::ffprobe, environment({}));
+    while (!paths.empty()) {
+        EXPECT_EQ(located(MediaTool::ffprobe, paths), paths.front());
+        paths.erase(paths.begin());
     }
 }
 
-TEST(LocatingATool, PrefersTheOneInTheResourceDirectory)
+TEST(LocatingATool, PrefersTheResourceDirectory)
 {
     EXPECT_EQ(located(MediaTool::ffmpeg, {"/opt/homebrew/bin/ffmpeg", "/app/lib/stackreel/ffmpeg"}),
               "/app/lib/stackreel/ffmpeg");
 }
 
-TEST(LocatingATool, FindsTheOneOfACheckoutFromASubfolder)
+TEST(LocatingATool, FindsTheToolOfACheckoutFromASubfolder)
 {
     EXPECT_EQ(located(MediaTool::ffmpeg, {"/home/user/check out/third_party/ffmpeg/bin/ffmpeg"}),
               "/home/user/check out/third_party/ffmpeg/bin/ffmpeg");
@@ -72,26 +72,26 @@ TEST(LocatingATool, NeverLooksElsewhere)
     EXPECT_THROW(located(MediaTool::ffprobe, elsewhere), MediaToolError);
 }
 
-TEST(LocatingATool, LeavesOutPlacesThatCannotBeNamed)
+TEST(LocatingATool, SkipsAMissingResourceOrWorkingDirectory)
 {
-    ToolLocator::Surroundings nowhere = surroundings({});
-    nowhere.resourceDirectory = std::nullopt;
-    EXPECT_EQ(ToolLocator::candidates(MediaTool::ffmpeg, nowhere).size(), 4U);
-    nowhere.workingDirectory = std::nullopt;
-    EXPECT_EQ(ToolLocator::candidates(MediaTool::ffmpeg, nowhere),
+    ToolLocator::Environment incomplete = environment({});
+    incomplete.resourceDirectory = std::nullopt;
+    EXPECT_EQ(ToolLocator::candidates(MediaTool::ffmpeg, incomplete).size(), 4U);
+    incomplete.workingDirectory = std::nullopt;
+    EXPECT_EQ(ToolLocator::candidates(MediaTool::ffmpeg, incomplete),
               (Paths{"/opt/homebrew/bin/ffmpeg", "/usr/local/bin/ffmpeg"}));
 }
 
-TEST(LocatingATool, TakesTheRootAsItsOwnParent)
+TEST(LocatingATool, TreatsTheRootAsItsOwnParent)
 {
-    ToolLocator::Surroundings atRoot = surroundings({});
+    ToolLocator::Environment atRoot = environment({});
     atRoot.workingDirectory = "/";
-    const Paths places = ToolLocator::candidates(MediaTool::ffmpeg, atRoot);
-    EXPECT_EQ(places.at(1), "/third_party/ffmpeg/bin/ffmpeg");
-    EXPECT_EQ(places.at(2), "/third_party/ffmpeg/bin/ffmpeg");
+    const Paths paths = ToolLocator::candidates(MediaTool::ffmpeg, atRoot);
+    EXPECT_EQ(paths.at(1), "/third_party/ffmpeg/bin/ffmpeg");
+    EXPECT_EQ(paths.at(2), "/third_party/ffmpeg/bin/ffmpeg");
 }
 
-TEST(LocatingATool, SaysWhichOneIsMissing)
+TEST(LocatingATool, NamesTheMissingTool)
 {
     for (const MediaTool tool : {MediaTool::ffmpeg, MediaTool::ffprobe}) {
         const std::string name(executableName(tool));
@@ -112,9 +112,9 @@ TEST(LocatingATool, SkipsFilesThatMayNotBeExecuted)
     std::filesystem::create_directories(directory / "third_party/ffmpeg/bin/ffprobe");
     std::filesystem::create_directories(directory / "sub/third_party/ffmpeg/bin");
     std::filesystem::create_symlink("nowhere", directory / "sub/third_party/ffmpeg/bin/ffprobe");
-    ToolLocator::Surroundings real = {.resourceDirectory = directory / "resources",
-                                      .workingDirectory = directory / "sub",
-                                      .isExecutable = Files::isExecutable};
+    ToolLocator::Environment real = {.resourceDirectory = directory / "resources",
+                                     .workingDirectory = directory / "sub",
+                                     .isExecutable = Files::isExecutable};
     const auto isSkipped = [&](const std::filesystem::path& path) {
         try {
             return ToolLocator::locate(MediaTool::ffprobe, real) != path;
@@ -122,9 +122,9 @@ TEST(LocatingATool, SkipsFilesThatMayNotBeExecuted)
             return true;
         }
     };
-    for (const auto& place : {directory / "resources/ffprobe", directory / "third_party/ffmpeg/bin/ffprobe",
-                              directory / "sub/third_party/ffmpeg/bin/ffprobe"})
-        EXPECT_TRUE(isSkipped(place)) << place;
+    for (const auto& path : {directory / "resources/ffprobe", directory / "third_party/ffmpeg/bin/ffprobe",
+                             directory / "sub/third_party/ffmpeg/bin/ffprobe"})
+        EXPECT_TRUE(isSkipped(path)) << path;
     std::filesystem::permissions(directory / "resources/ffprobe", std::filesystem::perms::owner_all);
     EXPECT_EQ(ToolLocator::locate(MediaTool::ffprobe, real), directory / "resources/ffprobe");
 }

@@ -5,7 +5,7 @@
 namespace stackreel
 {
 
-TEST(ReplacingInvalidUtf8, KeepsEverythingWellFormed)
+TEST(ReplacingInvalidUtf8, KeepsValidText)
 {
     using namespace std::string_literals;
     for (const std::string& text : {""s, "plain"s, "naïve 東京 🎬"s, "\0nul\0"s, "\xEF\xBB\xBFmark"s,

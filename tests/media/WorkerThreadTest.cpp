@@ -14,7 +14,7 @@
 namespace stackreel
 {
 
-TEST(AWorkerThread, GivesTheResultOnTheAwaitingThread)
+TEST(AWorkerThread, ReturnsTheResultOnTheAwaitingThread)
 {
     const auto self = std::this_thread::get_id();
     std::thread::id workedOn;
@@ -27,7 +27,7 @@ TEST(AWorkerThread, GivesTheResultOnTheAwaitingThread)
     EXPECT_NE(workedOn, std::thread::id());
 }
 
-TEST(AWorkerThread, PassesOnWhatTheWorkThrows)
+TEST(AWorkerThread, RethrowsTheExceptionOfTheWork)
 {
     const auto fail = []() -> int { throw std::runtime_error("from the worker"); };
     try {
@@ -48,7 +48,7 @@ TEST(AWorkerThread, MovesItsResult)
     EXPECT_EQ(runToEnd(take()), 42);
 }
 
-TEST(AWorkerThread, DoesNotHoldUpTheAwaitingThread)
+TEST(AWorkerThread, DoesNotBlockTheAwaitingThread)
 {
     std::latch release(1);
     Awaited<int> working(onWorkerThread([&release] {
@@ -60,7 +60,7 @@ TEST(AWorkerThread, DoesNotHoldUpTheAwaitingThread)
     EXPECT_EQ(working.result(), 1);
 }
 
-TEST(AWorkerThread, WorksToTheEndWhenNobodyAwaitsItAnyMore)
+TEST(AWorkerThread, FinishesItsWorkWhenItsTaskIsDropped)
 {
     std::atomic<bool> done = false;
     {
@@ -70,10 +70,10 @@ TEST(AWorkerThread, WorksToTheEndWhenNobodyAwaitsItAnyMore)
         });
     }
     EXPECT_TRUE(eventually([&done] { return done.load(); }));
-    EXPECT_EQ(runToEnd(onWorkerThread([] { return 7; })), 7) << "a later one is not disturbed";
+    EXPECT_EQ(runToEnd(onWorkerThread([] { return 7; })), 7) << "a later thread works";
 }
 
-TEST(AWorkerThread, MayBeAwaitedManyTimesOver)
+TEST(AWorkerThread, CanBeAwaitedManyTimes)
 {
     const auto chain = []() -> QCoro::Task<int> {
         int total = 0;
@@ -88,9 +88,9 @@ TEST(AWorkerThread, MayBeAwaitedManyTimesOver)
         EXPECT_EQ(running.result(), 19'900);
 }
 
-TEST(AWorkerThread, ThatCannotBeStartedIsAnError)
+TEST(AWorkerThread, ThrowsWhenNoThreadCanStart)
 {
-    // No address space has room for such a stack.
+    // A stack of this size fits in no address space, so creating the thread fails.
     pthread_attr_t before;
     pthread_attr_t huge;
     pthread_getattr_default_np(&before);

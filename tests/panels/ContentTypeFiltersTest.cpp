@@ -11,7 +11,7 @@ namespace
 const std::vector<ContentType> sourceTypes = {ContentType::audiovisualContent, ContentType::movie,
                                               ContentType::data};
 
-TEST(ContentTypeFiltersTest, TypesAreOfferedInTheirOrder)
+TEST(ContentTypeFiltersTest, OffersTypesInTheirOrder)
 {
     const QStringList names = ContentTypeFilters::names(sourceTypes);
     ASSERT_EQ(names.size(), 3);
@@ -20,23 +20,23 @@ TEST(ContentTypeFiltersTest, TypesAreOfferedInTheirOrder)
     EXPECT_EQ(names[2], QStringLiteral("All files (*)"));
 }
 
-TEST(ContentTypeFiltersTest, ATypeForAnyDataHidesNoFile)
+TEST(ContentTypeFiltersTest, StartsWithAllFilesWhenAnyDataIsAllowed)
 {
     EXPECT_EQ(ContentTypeFilters::initial(sourceTypes), QStringLiteral("All files (*)"));
 }
 
-TEST(ContentTypeFiltersTest, WithoutTypesEveryFileIsOffered)
+TEST(ContentTypeFiltersTest, OffersAllFilesWithoutTypes)
 {
     EXPECT_EQ(ContentTypeFilters::names({}), QStringList(QStringLiteral("All files (*)")));
     EXPECT_EQ(ContentTypeFilters::initial({}), QStringLiteral("All files (*)"));
 }
 
-TEST(ContentTypeFiltersTest, OneTypeIsOfferedAlone)
+TEST(ContentTypeFiltersTest, OffersOnlyTheTypeWhenThereIsOne)
 {
     EXPECT_EQ(ContentTypeFilters::initial({ContentType::mp4}), QStringLiteral("MPEG-4 videos (*.mp4)"));
 }
 
-TEST(ContentTypeFiltersTest, OnlyASingleTypeRequiresItsSuffix)
+TEST(ContentTypeFiltersTest, RequiresASuffixOnlyForASingleType)
 {
     EXPECT_EQ(ContentTypeFilters::requiredSuffix({ContentType::mp4}), QStringLiteral("mp4"));
     EXPECT_EQ(ContentTypeFilters::requiredSuffix({ContentType::mp4, ContentType::data}), std::nullopt);

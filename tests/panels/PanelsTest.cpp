@@ -26,7 +26,7 @@ namespace stackreel
 namespace
 {
 
-/// The panels as the model asks for them, in a folder of the test's own, with every answer they give.
+/// Shows the panels with the model's requests, in a temporary folder, and collects their responses.
 class PanelsTest : public testing::Test
 {
 protected:
@@ -55,7 +55,7 @@ protected:
         };
     }
 
-    /// The dialog on screen; none when there is not exactly one.
+    /// The visible dialog; null when there is not exactly one.
     static QFileDialog* dialog()
     {
         QFileDialog* found = nullptr;
@@ -71,7 +71,7 @@ protected:
     }
     static void enter(const QString& name)
     {
-        // As with a user, the field has the focus; the dialog lets go of what is selected in its list then.
+        // Focus the field, as a user does: the dialog then clears the selection in its list.
         dialog()->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog()));
         auto* field = dialog()->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -79,7 +79,8 @@ protected:
         field->setText(name);
         QCoreApplication::processEvents();
     }
-    /// Selects a file in the dialog's list, which fills up by and by; false when it never comes.
+    /// Selects a file in the dialog's list, which is filled asynchronously. False when the file never
+    /// appears.
     static bool selectInList(const QString& name)
     {
         auto* list = dialog()->findChild<QListView*>(QStringLiteral("listView"));
@@ -101,7 +102,7 @@ protected:
         return buttons->button(dialog()->acceptMode() == QFileDialog::AcceptSave ? QDialogButtonBox::Save
                                                                                  : QDialogButtonBox::Open);
     }
-    /// What asks whether to replace a file, if anything does.
+    /// The message box in front of the dialog, such as the question whether to replace a file; else null.
     static QMessageBox* question()
     {
         auto* box = dialog() != nullptr ? dialog()->findChild<QMessageBox*>() : nullptr;
@@ -156,7 +157,7 @@ TEST_F(PanelsTest, TheSavePanelHasItsTitlePromptAndName)
     EXPECT_FALSE(dialog()->isModal());
 }
 
-TEST_F(PanelsTest, AChosenFileIsAnsweredOnce)
+TEST_F(PanelsTest, CompletesOnceWithTheChosenFile)
 {
     const auto file = makeFile("clip.mov");
     openPanel();
@@ -170,7 +171,7 @@ TEST_F(PanelsTest, AChosenFileIsAnsweredOnce)
     EXPECT_EQ(dialog(), nullptr);
 }
 
-TEST_F(PanelsTest, AFileOfAnyKindCanBeChosen)
+TEST_F(PanelsTest, AcceptsAFileOfAnyType)
 {
     const auto file = makeFile("notes.txt");
     openPanel();
@@ -180,7 +181,7 @@ TEST_F(PanelsTest, AFileOfAnyKindCanBeChosen)
     EXPECT_EQ(m_responses[0].url, file);
 }
 
-TEST_F(PanelsTest, ACancelledPanelIsAnsweredOnceWithoutAFile)
+TEST_F(PanelsTest, CompletesOnceWithoutAFileWhenCancelled)
 {
     openPanel();
     dialog()->reject();
@@ -193,9 +194,9 @@ TEST_F(PanelsTest, ACancelledPanelIsAnsweredOnceWithoutAFile)
     }
 }
 
-TEST_F(PanelsTest, NamesThatAreHardToWriteArriveAsTheyAreOnDisk)
+TEST_F(PanelsTest, ReturnsUnusualNamesAsTheyAreOnDisk)
 {
-    makeFile("best"); // what the toolkit makes of the marks in one of the names
+    makeFile("best"); // the name that Qt would read between the quotation marks in one of the names
     for (const char* name : {"two  blanks.mov", "-leading.mov", "per%cent %1.mov", "quo\"te's.mov",
                              "My \"best\" day.mov", "Grüße – 東京.mov", "two..dots.mov"}) {
         const auto file = makeFile(name);
@@ -208,9 +209,9 @@ TEST_F(PanelsTest, NamesThatAreHardToWriteArriveAsTheyAreOnDisk)
     }
 }
 
-TEST_F(PanelsTest, NamesThatAreHardToWriteAreOpenedAsTheyWereEntered)
+TEST_F(PanelsTest, OpensUnusualNamesAsTheyWereEntered)
 {
-    makeFile("best"); // what the toolkit makes of the marks in two of the names
+    makeFile("best"); // the name that Qt would read between the quotation marks in two of the names
     std::filesystem::create_directory(m_folder.path() / "12\" master");
     for (const char* name : {"two  blanks.mov", "-leading.mov", "quo\"te's.mov", "My \"best\" day.mov",
                              "\"best\"", "12\" master/clip.mov", "Grüße – 東京.mov"}) {
@@ -225,7 +226,7 @@ TEST_F(PanelsTest, NamesThatAreHardToWriteAreOpenedAsTheyWereEntered)
     }
 }
 
-TEST_F(PanelsTest, ANameWithQuotationMarksIsOpenedByTheReturnKeyAsWell)
+TEST_F(PanelsTest, OpensANameWithQuotationMarksWhenReturnIsPressed)
 {
     const auto file = makeFile("quo\"te's.mov");
     openPanel();
@@ -237,7 +238,7 @@ TEST_F(PanelsTest, ANameWithQuotationMarksIsOpenedByTheReturnKeyAsWell)
     EXPECT_EQ(m_responses[0].url, file);
 }
 
-TEST_F(PanelsTest, QuotationMarksAroundANameThatHasNoneAreLeftOut)
+TEST_F(PanelsTest, IgnoresQuotationMarksAroundANameThatHasNone)
 {
     const auto file = makeFile("clip.mov");
     openPanel();
@@ -247,7 +248,7 @@ TEST_F(PanelsTest, QuotationMarksAroundANameThatHasNoneAreLeftOut)
     EXPECT_EQ(m_responses[0].url, file);
 }
 
-TEST_F(PanelsTest, NamesThatAreHardToWriteAreSavedAsTheyWereEntered)
+TEST_F(PanelsTest, SavesUnusualNamesAsTheyWereEntered)
 {
     for (const char* name : {"two  blanks.mp4", "-leading.mp4", "per%cent %1.mp4",
                              "My \"best\" day-vertical.mp4", "it's.mp4", "Grüße – 東京.mp4", "..dots..mp4"}) {
@@ -259,7 +260,7 @@ TEST_F(PanelsTest, NamesThatAreHardToWriteAreSavedAsTheyWereEntered)
     }
 }
 
-TEST_F(PanelsTest, ASavedNameGetsTheSuffixItLacks)
+TEST_F(PanelsTest, AddsTheSuffixWhenASavedNameHasNone)
 {
     const std::pair<const char*, const char*> rows[] = {
         {"film", "film.mp4"},         {"film.mov", "film.mov.mp4"}, {"film.mp4", "film.mp4"},
@@ -276,7 +277,7 @@ TEST_F(PanelsTest, ASavedNameGetsTheSuffixItLacks)
     }
 }
 
-TEST_F(PanelsTest, ItAsksBeforeReplacingTheNameWithItsSuffix)
+TEST_F(PanelsTest, AsksBeforeReplacingTheFileWithItsSuffix)
 {
     makeFile("film.mp4");
     savePanel();
@@ -291,7 +292,7 @@ TEST_F(PanelsTest, ItAsksBeforeReplacingTheNameWithItsSuffix)
     EXPECT_EQ(m_responses[0].url, m_folder.path() / "film.mp4");
 }
 
-TEST_F(PanelsTest, ARefusalToReplaceLeavesThePanelOpen)
+TEST_F(PanelsTest, StaysOpenWhenTheUserDoesNotReplaceTheFile)
 {
     makeFile("film.mp4");
     savePanel("film.mp4");
@@ -306,7 +307,7 @@ TEST_F(PanelsTest, ARefusalToReplaceLeavesThePanelOpen)
     EXPECT_EQ(m_responses[0].url, m_folder.path() / "other.mp4");
 }
 
-TEST_F(PanelsTest, ANameUnderWhichNothingCanBeWrittenIsRefusedWithTheReason)
+TEST_F(PanelsTest, RejectsAFileThatCannotBeWrittenAndShowsTheReason)
 {
     const std::pair<QString, QString> rows[] = {
         {QStringLiteral("missing/film.mp4"), QStringLiteral("The folder “%1/missing” does not exist.")
@@ -331,7 +332,7 @@ TEST_F(PanelsTest, ANameUnderWhichNothingCanBeWrittenIsRefusedWithTheReason)
     }
 }
 
-TEST_F(PanelsTest, AFolderInTheNameFieldIsGoneInto)
+TEST_F(PanelsTest, OpensAFolderThatIsEnteredAsTheName)
 {
     std::filesystem::create_directory(m_folder.path() / "inner");
     savePanel();
@@ -367,14 +368,14 @@ TEST_F(PanelsTest, EachPanelRemembersItsLastFolder)
     EXPECT_EQ(dialog()->directory(), QDir(QString::fromStdString(m_folder.path().string())));
 }
 
-TEST_F(PanelsTest, AFolderThatIsGoneIsNoPlaceToStart)
+TEST_F(PanelsTest, StartsElsewhereWhenItsFolderWasRemoved)
 {
     m_folders->open = m_folder.path() / "gone";
     openPanel();
     EXPECT_TRUE(dialog()->directory().exists());
 }
 
-TEST_F(PanelsTest, BeginningAnewCancelsTheOpenDialog)
+TEST_F(PanelsTest, CancelsTheOpenDialogWhenBegunAgain)
 {
     openPanel();
     openPanel();
@@ -383,7 +384,7 @@ TEST_F(PanelsTest, BeginningAnewCancelsTheOpenDialog)
     EXPECT_NE(dialog(), nullptr);
 }
 
-TEST_F(PanelsTest, APanelBelongsToTheWindowAlsoWhenNoneHasTheFocus)
+TEST_F(PanelsTest, IsTransientForTheWindowEvenWithoutFocus)
 {
     QWindow window;
     window.setFlags(window.flags() | Qt::WindowDoesNotAcceptFocus);
@@ -392,10 +393,10 @@ TEST_F(PanelsTest, APanelBelongsToTheWindowAlsoWhenNoneHasTheFocus)
     openPanel();
     EXPECT_EQ(dialog()->windowHandle()->transientParent(), &window);
     openPanel();
-    EXPECT_EQ(dialog()->windowHandle()->transientParent(), &window) << "and not to the panel before";
+    EXPECT_EQ(dialog()->windowHandle()->transientParent(), &window) << "not the previous panel";
 }
 
-TEST_F(PanelsTest, ACompletionMayBeginTheNextPanel)
+TEST_F(PanelsTest, AllowsTheCompletionToBeginTheNextPanel)
 {
     makeFile("clip.mov");
     m_open->begin({.title = "First", .prompt = "Choose", .allowedContentTypes = {}},
@@ -407,7 +408,7 @@ TEST_F(PanelsTest, ACompletionMayBeginTheNextPanel)
     EXPECT_TRUE(m_responses.empty());
 }
 
-TEST_F(PanelsTest, ADialogThatIsOpenWhenItsPanelGoesIsCancelled)
+TEST_F(PanelsTest, CancelsTheOpenDialogWhenDestroyed)
 {
     openPanel();
     m_open.reset();

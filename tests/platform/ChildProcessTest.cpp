@@ -27,7 +27,7 @@ namespace stackreel
 namespace
 {
 
-/// Runs children with their outputs in files.
+/// Runs children and captures their outputs in files.
 class ChildProcessTest : public testing::Test
 {
 protected:
@@ -41,12 +41,12 @@ protected:
                                      .standardOutput = output.descriptor(),
                                      .standardError = error.descriptor()});
     }
-    /// Runs the test child to its end; gives its status.
+    /// Runs the test child to its end and returns its status.
     int run(const std::vector<std::string>& arguments)
     {
         return launch(testChild(), arguments)->waitForExit();
     }
-    /// Runs the test child and gives what it printed.
+    /// Runs the test child and returns its standard output.
     std::string outputOf(const std::vector<std::string>& arguments)
     {
         EXPECT_EQ(run(arguments), 0);
@@ -67,7 +67,7 @@ protected:
     TemporaryDirectory m_directory;
 };
 
-/// A descriptor that a child would inherit.
+/// A descriptor without close-on-exec.
 class InheritableDescriptor
 {
 public:
@@ -85,7 +85,7 @@ private:
     int m_descriptor;
 };
 
-/// Makes a descriptor another file until the object goes.
+/// Redirects a descriptor to another file; the destructor restores it.
 class ReplacedDescriptor
 {
 public:
@@ -110,20 +110,20 @@ private:
 
 } // namespace
 
-TEST_F(ChildProcessTest, GivesTheExitStatus)
+TEST_F(ChildProcessTest, ReturnsTheExitStatus)
 {
     for (const int status : {0, 1, 7, 255})
         EXPECT_EQ(run({"exit", std::to_string(status)}), status);
     EXPECT_FALSE(hasChildren());
 }
 
-TEST_F(ChildProcessTest, GivesTheNumberOfTheSignalThatEndedAChild)
+TEST_F(ChildProcessTest, ReturnsTheSignalNumberWhenASignalEndsTheChild)
 {
     for (const int signal : {SIGKILL, SIGSEGV, SIGTERM, SIGPIPE, SIGABRT})
         EXPECT_EQ(run({"die", std::to_string(signal)}), signal);
 }
 
-TEST_F(ChildProcessTest, CapturesBothOutputsApart)
+TEST_F(ChildProcessTest, CapturesBothOutputsSeparately)
 {
     EXPECT_EQ(run({"exit", "3"}), 3);
     EXPECT_EQ(output(), "out of 3\n");
@@ -132,19 +132,19 @@ TEST_F(ChildProcessTest, CapturesBothOutputsApart)
 
 TEST_F(ChildProcessTest, PassesArgumentsByteForByte)
 {
-    const std::vector<std::string> odd = {"two words",
-                                          "",
-                                          "\"quoted\" 'twice'",
-                                          "line\nfeed\ttab",
-                                          "-dash",
-                                          "$HOME `id` *",
-                                          "100% \\ back",
-                                          "naïve 東京",
-                                          "\xff\xfe\x80 no UTF-8",
-                                          ""};
+    const std::vector<std::string> special = {"two words",
+                                              "",
+                                              "\"quoted\" 'twice'",
+                                              "line\nfeed\ttab",
+                                              "-dash",
+                                              "$HOME `id` *",
+                                              "100% \\ back",
+                                              "naïve 東京",
+                                              "\xff\xfe\x80 no UTF-8",
+                                              ""};
     std::vector<std::string> arguments = {"arguments"};
-    arguments.insert(arguments.end(), odd.begin(), odd.end());
-    EXPECT_EQ(pieces(outputOf(arguments), '\0'), odd);
+    arguments.insert(arguments.end(), special.begin(), special.end());
+    EXPECT_EQ(pieces(outputOf(arguments), '\0'), special);
 }
 
 TEST_F(ChildProcessTest, LeaksNoDescriptorIntoAChild)
@@ -174,7 +174,7 @@ TEST_F(ChildProcessTest, StartsWithDefaultSignalDispositionsAndAnEmptyMask)
     ASSERT_TRUE(report.contains("SigBlk"));
     EXPECT_EQ(report.at("SigBlk"), std::string(16, '0'));
     EXPECT_EQ(report.at("SigCgt"), std::string(16, '0'));
-    // Signals 32 and 33 belong to the C library, which may have them ignored at the start of a program.
+    // Exclude signals 32 and 33: the C library uses them and may ignore them at the start of a program.
     const auto ignored = std::stoull(report.at("SigIgn"), nullptr, 16) & ~0x180000000ULL;
     EXPECT_EQ(ignored, 0U) << report.at("SigIgn");
 }
@@ -193,7 +193,7 @@ TEST_F(ChildProcessTest, InheritsStandardInput)
     EXPECT_EQ(outputOf({"echo"}), "from standard input");
 }
 
-TEST_F(ChildProcessTest, ReportsAtOnceWhatCannotBeLaunched)
+TEST_F(ChildProcessTest, ThrowsAtOnceWhenTheProgramCannotBeLaunched)
 {
     const auto directory = [this](const char* name) { return m_directory / name; };
     m_directory.write("not executable", "#!/bin/sh\nexit 0\n");
@@ -209,7 +209,7 @@ TEST_F(ChildProcessTest, ReportsAtOnceWhatCannotBeLaunched)
     EXPECT_EQ(launchError("sh"), ENOENT) << "PATH was searched";
 }
 
-TEST_F(ChildProcessTest, SaysWhichProgramCouldNotBeStarted)
+TEST_F(ChildProcessTest, NamesTheProgramThatCannotBeStarted)
 {
     try {
         launch("/no such/tool", {});
@@ -219,7 +219,7 @@ TEST_F(ChildProcessTest, SaysWhichProgramCouldNotBeStarted)
     }
 }
 
-TEST_F(ChildProcessTest, ReportsThatTheSystemCannotStartAnotherProcess)
+TEST_F(ChildProcessTest, ThrowsWhenTheSystemCannotStartAnotherProcess)
 {
     ScopedSystemCalls calls;
     calls->posixSpawn = [](pid_t*, const char*, const posix_spawn_file_actions_t*, const posix_spawnattr_t*,
@@ -227,7 +227,7 @@ TEST_F(ChildProcessTest, ReportsThatTheSystemCannotStartAnotherProcess)
     EXPECT_EQ(launchError(testChild()), EAGAIN);
 }
 
-TEST_F(ChildProcessTest, ReportsAnOutputThatNoChildCanHave)
+TEST_F(ChildProcessTest, ThrowsWhenAnOutputDescriptorIsInvalid)
 {
     const auto launchInto = [](int descriptor) {
         ChildProcess::launch({.executable = testChild(),
@@ -240,18 +240,18 @@ TEST_F(ChildProcessTest, ReportsAnOutputThatNoChildCanHave)
     EXPECT_FALSE(hasChildren());
 }
 
-TEST_F(ChildProcessTest, KeepsAChildThatEndedUntilItIsLetGo)
+TEST_F(ChildProcessTest, ReapsAnEndedChildWhenTheLastReferenceIsReleased)
 {
     auto child = launch(testChild(), {"exit", "5"});
     EXPECT_EQ(child->waitForExit(), 5);
     EXPECT_TRUE(hasChildren());
     child->terminate();
-    EXPECT_EQ(child->waitForExit(), 5) << "a second look gives the same";
+    EXPECT_EQ(child->waitForExit(), 5) << "waiting again returns the same";
     child.reset();
     EXPECT_FALSE(hasChildren());
 }
 
-TEST_F(ChildProcessTest, TerminatesPolitely)
+TEST_F(ChildProcessTest, SendsSigtermWhenTerminated)
 {
     const auto child = launch(testChild(), {"patient", m_directory / "pid", "1"});
     ASSERT_TRUE(eventually([&] { return std::filesystem::exists(m_directory / "pid"); }));
@@ -260,7 +260,7 @@ TEST_F(ChildProcessTest, TerminatesPolitely)
     EXPECT_EQ(contentOf(m_directory / "pid.requests"), "1");
 }
 
-TEST_F(ChildProcessTest, WaitsOnWhenTheWaitIsInterrupted)
+TEST_F(ChildProcessTest, ContinuesToWaitWhenTheWaitIsInterrupted)
 {
     ScopedSystemCalls calls;
     static int waits;
@@ -274,7 +274,7 @@ TEST_F(ChildProcessTest, WaitsOnWhenTheWaitIsInterrupted)
     EXPECT_FALSE(hasChildren());
 }
 
-TEST_F(ChildProcessTest, ReportsAChildThatSomebodyElseCollected)
+TEST_F(ChildProcessTest, ThrowsWhenTheChildWasReapedElsewhere)
 {
     const auto child = launch(testChild(), {"exit", "0"});
     siginfo_t info{};
@@ -290,34 +290,34 @@ TEST_F(ChildProcessTest, ReportsAChildThatSomebodyElseCollected)
 namespace
 {
 
-/// What was done to processes, in order.
-struct SignalJournal {
+/// Records whether the child is reaped, and how many signals were sent after that.
+struct SignalLog {
     std::mutex lock;
-    bool collected = false;
-    int signalsAfterwards = 0;
+    bool reaped = false;
+    int signalsAfterReaping = 0;
 };
 
-SignalJournal journal;
+SignalLog signalLog;
 
 } // namespace
 
-TEST_F(ChildProcessTest, IsNeverSignalledOnceItsProcessIdMayBelongToAnother)
+TEST_F(ChildProcessTest, IsNeverSignalledOnceItsProcessIdMayBeReused)
 {
     ScopedSystemCalls calls;
     calls->waitid = [](idtype_t type, id_t id, siginfo_t* info, int options) {
         if ((options & WNOWAIT) == 0) {
-            const std::lock_guard guard(journal.lock);
-            journal.collected = true;
+            const std::lock_guard guard(signalLog.lock);
+            signalLog.reaped = true;
         }
         return ::waitid(type, id, info, options);
     };
     calls->kill = [](pid_t pid, int signal) {
-        const std::lock_guard guard(journal.lock);
-        journal.signalsAfterwards += journal.collected ? 1 : 0;
+        const std::lock_guard guard(signalLog.lock);
+        signalLog.signalsAfterReaping += signalLog.reaped ? 1 : 0;
         return ::kill(pid, signal);
     };
     for (int round = 0; round < 50; ++round) {
-        journal.collected = false;
+        signalLog.reaped = false;
         auto child = launch(testChild(), {"exit", "0"});
         std::thread other([held = child]() mutable {
             for (int times = 0; times < 20; ++times)
@@ -327,9 +327,9 @@ TEST_F(ChildProcessTest, IsNeverSignalledOnceItsProcessIdMayBelongToAnother)
         child->waitForExit();
         child.reset();
         other.join();
-        EXPECT_TRUE(journal.collected);
+        EXPECT_TRUE(signalLog.reaped);
     }
-    EXPECT_EQ(journal.signalsAfterwards, 0);
+    EXPECT_EQ(signalLog.signalsAfterReaping, 0);
     EXPECT_FALSE(hasChildren());
 }
 

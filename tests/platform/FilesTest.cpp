@@ -39,7 +39,7 @@ std::filesystem::perms permissionsOf(const std::filesystem::path& path)
     return std::filesystem::status(path).permissions();
 }
 
-/// Closes a standard descriptor and gives it back later.
+/// Closes a standard descriptor; the destructor restores it.
 class ClosedDescriptor
 {
 public:
@@ -63,7 +63,7 @@ private:
 
 } // namespace
 
-TEST(TemporaryFolder, IsWhatTheEnvironmentSays)
+TEST(TemporaryFolder, IsReadFromTheEnvironment)
 {
     struct Row {
         std::optional<std::string> variable;
@@ -82,14 +82,14 @@ TEST(TemporaryFolder, IsWhatTheEnvironmentSays)
     }
 }
 
-TEST(CreatingFolders, MakesTheMissingParents)
+TEST(CreatingFolders, CreatesTheMissingParents)
 {
     const TemporaryDirectory directory;
     Files::createDirectories(directory / "a/b c/d");
     EXPECT_TRUE(std::filesystem::is_directory(directory / "a/b c/d"));
 }
 
-TEST(CreatingFolders, IsContentWithAnExistingOneOrALinkToOne)
+TEST(CreatingFolders, AcceptsAnExistingFolderOrALinkToOne)
 {
     const TemporaryDirectory directory;
     std::filesystem::create_directory(directory / "there");
@@ -101,7 +101,7 @@ TEST(CreatingFolders, IsContentWithAnExistingOneOrALinkToOne)
     EXPECT_TRUE(std::filesystem::is_directory(directory / "there/inside"));
 }
 
-TEST(CreatingFolders, TakesPathsRelativeToTheWorkingDirectory)
+TEST(CreatingFolders, AcceptsPathsRelativeToTheWorkingDirectory)
 {
     const TemporaryDirectory directory;
     const ScopedWorkingDirectory working(directory.path());
@@ -112,7 +112,7 @@ TEST(CreatingFolders, TakesPathsRelativeToTheWorkingDirectory)
     EXPECT_TRUE(std::filesystem::is_directory(directory / "two/levels"));
 }
 
-TEST(CreatingFolders, FailsWhereAFileIsInTheWay)
+TEST(CreatingFolders, FailsWhenAFileIsInTheWay)
 {
     const TemporaryDirectory directory;
     const auto file = directory.write("file", "");
@@ -120,7 +120,7 @@ TEST(CreatingFolders, FailsWhereAFileIsInTheWay)
     EXPECT_EQ(errorOf([&] { Files::createDirectories(file / "below"); }), EEXIST);
 }
 
-TEST(CreatingFolders, PassesOnWhyTheSystemRefuses)
+TEST(CreatingFolders, ReportsTheReasonWhenTheSystemRefuses)
 {
     const TemporaryDirectory directory;
     ScopedSystemCalls calls;
@@ -138,20 +138,20 @@ TEST(CreatingFolders, PassesOnWhyTheSystemRefuses)
     EXPECT_EQ(errorOf([&] { Files::createPrivateDirectory(folder); }), EACCES);
 }
 
-TEST(CreatingAPrivateFolder, LetsNobodyElseIn)
+TEST(CreatingAPrivateFolder, AllowsAccessOnlyToItsOwner)
 {
     const TemporaryDirectory directory;
     Files::createPrivateDirectory(directory / "parent/private");
     EXPECT_EQ(permissionsOf(directory / "parent/private"), std::filesystem::perms::owner_all);
 }
 
-TEST(CreatingAPrivateFolder, RefusesOneThatIsThere)
+TEST(CreatingAPrivateFolder, FailsWhenTheFolderExists)
 {
     const TemporaryDirectory directory;
     EXPECT_EQ(errorOf([&] { Files::createPrivateDirectory(directory.path()); }), EEXIST);
 }
 
-TEST(CreatingAnEmptyFile, KeepsOneThatIsThere)
+TEST(CreatingAnEmptyFile, KeepsAnExistingFile)
 {
     const TemporaryDirectory directory;
     EXPECT_EQ(Files::createEmpty(directory / "new"), 0);
@@ -160,7 +160,7 @@ TEST(CreatingAnEmptyFile, KeepsOneThatIsThere)
     EXPECT_TRUE(std::filesystem::is_empty(directory / "new"));
 }
 
-TEST(CreatingAnEmptyFile, GivesTheReasonWhenItCannot)
+TEST(CreatingAnEmptyFile, ReturnsTheReasonWhenItFails)
 {
     const TemporaryDirectory directory;
     EXPECT_EQ(Files::createEmpty(directory / "missing/new"), ENOENT);
@@ -168,7 +168,7 @@ TEST(CreatingAnEmptyFile, GivesTheReasonWhenItCannot)
     EXPECT_FALSE(std::filesystem::exists(directory / "missing"));
 }
 
-TEST(AWriteHandle, IsNotInheritedAndLeavesTheFileAsItIs)
+TEST(AWriteHandle, IsNotInheritedAndKeepsTheContent)
 {
     const TemporaryDirectory directory;
     const auto file = directory.write("file", "content");
@@ -196,7 +196,7 @@ TEST(AWriteHandle, IsNeverAStandardDescriptor)
     }
 }
 
-TEST(AWriteHandle, PassesOnWhyAFileCannotBeOpened)
+TEST(AWriteHandle, ReportsTheReasonWhenAFileCannotBeOpened)
 {
     const TemporaryDirectory directory;
     EXPECT_EQ(errorOf([&] { WriteHandle{directory / "missing"}; }), ENOENT);
@@ -209,7 +209,7 @@ TEST(AWriteHandle, PassesOnWhyAFileCannotBeOpened)
     EXPECT_EQ(errorOf([&] { WriteHandle{directory.write("file", "")}; }), EMFILE);
 }
 
-TEST(AWriteHandle, TriesAgainWhenOpeningIsInterrupted)
+TEST(AWriteHandle, RetriesWhenOpeningIsInterrupted)
 {
     const TemporaryDirectory directory;
     const auto file = directory.write("file", "");
@@ -236,7 +236,7 @@ TEST(AWriteHandle, ReportsAFullDiskWhenFlushing)
     EXPECT_EQ(errorOf([&] { handle.synchronize(); }), ENOSPC);
 }
 
-TEST(ReadingAFile, GivesEveryByte)
+TEST(ReadingAFile, ReturnsEveryByte)
 {
     const TemporaryDirectory directory;
     std::string bytes(300 * 1024, '\0');
@@ -246,7 +246,7 @@ TEST(ReadingAFile, GivesEveryByte)
     EXPECT_EQ(Files::readAll(directory.write("empty", "")), "");
 }
 
-TEST(ReadingAFile, PutsShortAndInterruptedReadsTogether)
+TEST(ReadingAFile, JoinsShortAndInterruptedReads)
 {
     const TemporaryDirectory directory;
     const auto file = directory.write("file", "one two three four");
@@ -261,7 +261,7 @@ TEST(ReadingAFile, PutsShortAndInterruptedReadsTogether)
     EXPECT_EQ(reads, 10);
 }
 
-TEST(ReadingAFile, PassesOnAReadErrorAndClosesTheFile)
+TEST(ReadingAFile, ReportsAReadErrorAndClosesTheFile)
 {
     const TemporaryDirectory directory;
     const auto file = directory.write("file", "content");
@@ -293,7 +293,7 @@ TEST(AnExecutable, IsAFileThatMayBeExecuted)
     EXPECT_FALSE(Files::isExecutable(""));
 }
 
-TEST(MovingIntoPlace, RefusesToReplaceUnlessTold)
+TEST(MovingIntoPlace, FailsWhenTheDestinationExistsUnlessReplaceIsSet)
 {
     const TemporaryDirectory directory;
     const auto from = directory.write("from", "new");
@@ -306,7 +306,7 @@ TEST(MovingIntoPlace, RefusesToReplaceUnlessTold)
     EXPECT_EQ(directory.names(), std::vector<std::string>{"to"});
 }
 
-TEST(MovingIntoPlace, RenamesWhereNothingIs)
+TEST(MovingIntoPlace, RenamesWhenNoDestinationExists)
 {
     const TemporaryDirectory directory;
     Files::moveIntoPlace(directory.write("from", "new"), directory / "to", false);

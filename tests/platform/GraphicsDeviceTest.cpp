@@ -12,21 +12,21 @@ namespace
 
 struct Row {
     std::filesystem::path device;
-    bool draws;
+    bool isGraphicsDevice;
 };
 
-TEST(GraphicsDeviceTest, IsWhatCanDrawAndNotJustAScreen)
+TEST(GraphicsDeviceTest, IsARenderDeviceAndNotJustAScreen)
 {
     for (const Row& row : {Row{"null", false}, Row{"dri/card0", false}, Row{"dri/by-path/x", false},
                            Row{"dri/renderD128", true}, Row{"nvidiactl", true}, Row{"dxg", true}}) {
         const TemporaryDirectory devices;
         std::filesystem::create_directories((devices / row.device).parent_path());
         std::filesystem::create_directory(devices / row.device);
-        EXPECT_EQ(hasGraphicsDevice(devices.path()), row.draws) << row.device;
+        EXPECT_EQ(hasGraphicsDevice(devices.path()), row.isGraphicsDevice) << row.device;
     }
 }
 
-TEST(GraphicsDeviceTest, IsMissingWhereThereAreNoDevicesAtAll)
+TEST(GraphicsDeviceTest, IsMissingWhenThereAreNoDevices)
 {
     const TemporaryDirectory folder;
     EXPECT_FALSE(hasGraphicsDevice(folder / "gone"));

@@ -7,7 +7,7 @@
 namespace stackreel
 {
 
-TEST(InfoDictionary, GivesTextsAndNothingElse)
+TEST(InfoDictionary, ReturnsTextsAndNoOtherValues)
 {
     const TemporaryDirectory folder;
     const auto info = InfoDictionary::read(folder.write(

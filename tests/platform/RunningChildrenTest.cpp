@@ -18,7 +18,7 @@ namespace stackreel
 namespace
 {
 
-/// Each test ends the starting of children for its whole process, so it runs in one of its own.
+/// Each test prevents further children in its whole process, so the tests that do it run in child processes.
 class RunningChildrenTest : public testing::Test
 {
 protected:
@@ -31,7 +31,7 @@ protected:
                                      .standardOutput = output.descriptor(),
                                      .standardError = error.descriptor()});
     }
-    /// A child that ends at the Nth request, or, for none, never of its own accord.
+    /// A child that ends at the SIGTERM with this number, or never when `requests` is empty.
     std::shared_ptr<ChildProcess> launchPatient(const std::string& name, const std::string& requests = "")
     {
         const auto file = m_directory / name;
@@ -48,15 +48,15 @@ protected:
 
 using RunningChildrenDeathTest = RunningChildrenTest;
 
-/// Ends the process with status 0 when all expectations so far were met.
-[[noreturn]] void leave()
+/// Exits with status 0 if all expectations so far were met, else with 1.
+[[noreturn]] void exitWithTestResult()
 {
     std::exit(testing::Test::HasFailure() ? 1 : 0);
 }
 
 } // namespace
 
-TEST_F(RunningChildrenTest, CountsWhatHasNotBeenCollected)
+TEST_F(RunningChildrenTest, CountsChildrenUntilTheyAreReaped)
 {
     EXPECT_EQ(RunningChildren::count(), 0U);
     auto child = launch({"exit", "0"});
@@ -77,23 +77,23 @@ TEST_F(RunningChildrenDeathTest, EndAsksEveryChildToEnd)
         first.reset();
         second.reset();
         EXPECT_EQ(RunningChildren::count(), 0U);
-        leave();
+        exitWithTestResult();
     };
     EXPECT_EXIT(ends(), testing::ExitedWithCode(0), "");
 }
 
-TEST_F(RunningChildrenDeathTest, NoChildStartsAfterTheEnd)
+TEST_F(RunningChildrenDeathTest, LaunchingFailsAfterEnd)
 {
-    const auto refuses = [this] {
+    const auto launchFails = [this] {
         RunningChildren::end();
         EXPECT_THROW(launch({"exit", "0"}), SystemError);
         EXPECT_EQ(RunningChildren::count(), 0U);
-        leave();
+        exitWithTestResult();
     };
-    EXPECT_EXIT(refuses(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(launchFails(), testing::ExitedWithCode(0), "");
 }
 
-TEST_F(RunningChildrenDeathTest, KillEndsAChildThatTakesNoHints)
+TEST_F(RunningChildrenDeathTest, KillEndsAChildThatIgnoresSigterm)
 {
     const auto kills = [this] {
         auto child = launchPatient("stubborn");
@@ -101,7 +101,7 @@ TEST_F(RunningChildrenDeathTest, KillEndsAChildThatTakesNoHints)
         EXPECT_TRUE(eventually([&] { return std::filesystem::exists(m_directory / "stubborn.requests"); }));
         RunningChildren::kill();
         EXPECT_EQ(child->waitForExit(), SIGKILL);
-        leave();
+        exitWithTestResult();
     };
     EXPECT_EXIT(kills(), testing::ExitedWithCode(0), "");
 }

@@ -7,7 +7,7 @@
 namespace stackreel
 {
 
-TEST(SystemError, SaysWhatCouldNotBeDoneToWhichFileAndWhy)
+TEST(SystemError, DescribesTheActionTheFileAndTheReason)
 {
     const SystemError error(ENOSPC, "write", "/clips/Beach day.mp4");
     EXPECT_STREQ(error.what(), "Could not write “/clips/Beach day.mp4”: No space left on device.");

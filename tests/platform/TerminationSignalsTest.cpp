@@ -14,7 +14,7 @@ namespace stackreel
 namespace
 {
 
-/// Gives back the signal mask and dispositions that the object under test changes for good.
+/// Restores the signal mask and dispositions, which the object under test changes permanently.
 class TerminationSignalsTest : public testing::Test
 {
 protected:
@@ -37,8 +37,8 @@ protected:
                signals.received() == signal;
     }
 
-    /// Whether the receiving thread has taken a signal, which is pending until then.
-    static bool isTaken(int signal)
+    /// Whether the receiving thread has received a signal. The signal is pending until then.
+    static bool isReceived(int signal)
     {
         return eventually([signal] {
             sigset_t pending;
@@ -67,27 +67,27 @@ TEST_F(TerminationSignalsTest, TurnsEachRequestToEndIntoAStopRequest)
         EXPECT_TRUE(firesFor(signal)) << signal;
 }
 
-TEST_F(TerminationSignalsTest, KeepsTheFirstOfSeveral)
+TEST_F(TerminationSignalsTest, KeepsTheFirstSignalWhenSeveralArrive)
 {
     const TerminationSignals signals;
     ::kill(::getpid(), SIGTERM);
     ASSERT_TRUE(eventually([&] { return signals.received() != 0; }));
     ::kill(::getpid(), SIGINT);
-    ASSERT_TRUE(isTaken(SIGINT));
+    ASSERT_TRUE(isReceived(SIGINT));
     EXPECT_EQ(signals.received(), SIGTERM);
     EXPECT_TRUE(signals.stopToken().stop_requested());
 }
 
-TEST_F(TerminationSignalsTest, IsQuietWithoutASignal)
+TEST_F(TerminationSignalsTest, ReportsNothingWithoutATerminationSignal)
 {
     const TerminationSignals signals;
     ::kill(::getpid(), SIGUSR2);
-    ASSERT_TRUE(isTaken(SIGUSR2));
+    ASSERT_TRUE(isReceived(SIGUSR2));
     EXPECT_EQ(signals.received(), 0);
     EXPECT_FALSE(signals.stopToken().stop_requested());
 }
 
-TEST_F(TerminationSignalsTest, LeavesASignalIgnoredThatTheParentHadIgnored)
+TEST_F(TerminationSignalsTest, KeepsASignalIgnoredThatTheParentIgnored)
 {
     ::signal(SIGHUP, SIG_IGN);
     const TerminationSignals signals;
@@ -98,7 +98,7 @@ TEST_F(TerminationSignalsTest, LeavesASignalIgnoredThatTheParentHadIgnored)
     EXPECT_EQ(dispositionOf(SIGHUP), SIG_IGN);
 }
 
-TEST_F(TerminationSignalsTest, MakesBrokenPipesErrorsAndChildrenWaitable)
+TEST_F(TerminationSignalsTest, IgnoresSigpipeAndRestoresSigchld)
 {
     ::signal(SIGCHLD, SIG_IGN);
     const TerminationSignals signals;

@@ -13,17 +13,17 @@
 namespace stackreel
 {
 
-/// logind as far as locks go: gives out one end of a pipe, which is closed with the last copy of it.
+/// A fake of logind's sleep locks. A lock is the write end of a pipe; it is released when it is closed.
 class FakeLogind : public QObject, protected QDBusContext
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
 public:
     bool refuses = false;
-    QStringList asked;
+    QStringList lastCall;
     int readEnd = -1;
 
-    /// Whether somebody holds the lock that was given out last.
+    /// Whether the last lock is held: reading from the pipe returns 0 once its write end is closed.
     bool isHeld() const
     {
         char byte = 0;
@@ -35,7 +35,7 @@ public Q_SLOTS:
     QDBusUnixFileDescriptor Inhibit(const QString& what, const QString& who, const QString& why,
                                     const QString& mode)
     {
-        asked = QStringList{what, who, why, mode};
+        lastCall = QStringList{what, who, why, mode};
         if (refuses) {
             sendErrorReply(QStringLiteral("org.freedesktop.DBus.Error.AccessDenied"), QStringLiteral("no"));
             return {};
@@ -50,7 +50,7 @@ public Q_SLOTS:
     }
 };
 
-/// The desktop portal's inhibition.
+/// A fake of the desktop portal's interface for inhibiting sleep.
 class FakePortal : public QObject
 {
     Q_OBJECT
@@ -68,16 +68,16 @@ public Q_SLOTS:
     }
 };
 
-/// What the portal answered with, closed to let the computer sleep again.
+/// The request object that the portal returns. Closing it allows sleep again.
 class FakeRequest : public QObject
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Request")
 public:
-    int closed = 0;
+    int closeCount = 0;
 
 public Q_SLOTS:
-    void Close() { ++closed; }
+    void Close() { ++closeCount; }
 };
 
 } // namespace stackreel

@@ -17,7 +17,7 @@ namespace stackreel
 namespace
 {
 
-/// A message bus of the test's own, with services of the test's making on it.
+/// A private message bus with fake services.
 class SleepInhibitorTest : public testing::Test
 {
 protected:
@@ -69,73 +69,73 @@ protected:
     FakeRequest m_request;
 };
 
-TEST_F(SleepInhibitorTest, HoldsALockOfLogindUntilItLetsGo)
+TEST_F(SleepInhibitorTest, HoldsALogindLockUntilSleepIsAllowed)
 {
     offerLogind();
-    const auto inhibits = inhibitor();
-    inhibits->setHeld(true);
+    const auto sleepInhibitor = inhibitor();
+    sleepInhibitor->setInhibited(true);
     ASSERT_TRUE(eventually([&] { return m_logind.isHeld(); }));
     const QStringList expected = {QStringLiteral("sleep:idle"), QStringLiteral("Stackreel"),
                                   QStringLiteral("Exporting a video"), QStringLiteral("block")};
-    EXPECT_EQ(m_logind.asked, expected);
-    inhibits->setHeld(false);
+    EXPECT_EQ(m_logind.lastCall, expected);
+    sleepInhibitor->setInhibited(false);
     EXPECT_TRUE(eventually([&] { return !m_logind.isHeld(); }));
 }
 
-TEST_F(SleepInhibitorTest, LetsGoWithItsEnd)
+TEST_F(SleepInhibitorTest, ReleasesTheLockWhenDestroyed)
 {
     offerLogind();
-    auto inhibits = inhibitor();
-    inhibits->setHeld(true);
+    auto sleepInhibitor = inhibitor();
+    sleepInhibitor->setInhibited(true);
     ASSERT_TRUE(eventually([&] { return m_logind.isHeld(); }));
-    inhibits.reset();
+    sleepInhibitor.reset();
     EXPECT_TRUE(eventually([&] { return !m_logind.isHeld(); }));
 }
 
-TEST_F(SleepInhibitorTest, HoldsNothingWhenTheAnswerComesTooLate)
+TEST_F(SleepInhibitorTest, ReleasesALockThatArrivesAfterSleepIsAllowedAgain)
 {
     offerLogind();
-    const auto inhibits = inhibitor();
-    inhibits->setHeld(true);
-    inhibits->setHeld(false);
-    ASSERT_TRUE(eventually([&] { return !m_logind.asked.isEmpty(); }));
+    const auto sleepInhibitor = inhibitor();
+    sleepInhibitor->setInhibited(true);
+    sleepInhibitor->setInhibited(false);
+    ASSERT_TRUE(eventually([&] { return !m_logind.lastCall.isEmpty(); }));
     EXPECT_TRUE(eventually([&] { return !m_logind.isHeld(); }));
 }
 
-TEST_F(SleepInhibitorTest, AsksThePortalWhereLogindRefuses)
+TEST_F(SleepInhibitorTest, UsesThePortalWhenLogindRefuses)
 {
     offerLogind();
     m_logind.refuses = true;
     offerPortal();
-    const auto inhibits = inhibitor();
-    inhibits->setHeld(true);
+    const auto sleepInhibitor = inhibitor();
+    sleepInhibitor->setInhibited(true);
     ASSERT_TRUE(eventually([&] { return m_portal.flags != 0; }));
     EXPECT_EQ(m_portal.flags, 12U);
     EXPECT_EQ(m_portal.reason, QStringLiteral("Exporting a video"));
-    EXPECT_EQ(m_request.closed, 0);
-    inhibits->setHeld(false);
-    EXPECT_TRUE(eventually([&] { return m_request.closed == 1; }));
+    EXPECT_EQ(m_request.closeCount, 0);
+    sleepInhibitor->setInhibited(false);
+    EXPECT_TRUE(eventually([&] { return m_request.closeCount == 1; }));
 }
 
-TEST_F(SleepInhibitorTest, AsksThePortalWhereThereIsNoLogind)
+TEST_F(SleepInhibitorTest, UsesThePortalWhenThereIsNoLogind)
 {
     offerPortal();
-    const auto inhibits = inhibitor();
-    inhibits->setHeld(true);
+    const auto sleepInhibitor = inhibitor();
+    sleepInhibitor->setInhibited(true);
     EXPECT_TRUE(eventually([&] { return m_portal.flags != 0; }));
 }
 
-TEST_F(SleepInhibitorTest, IsSilentWhereNobodyAnswers)
+TEST_F(SleepInhibitorTest, IsSilentWhenNoServiceReplies)
 {
-    const auto inhibits = inhibitor();
-    inhibits->setHeld(true);
-    inhibits->setHeld(false);
+    const auto sleepInhibitor = inhibitor();
+    sleepInhibitor->setInhibited(true);
+    sleepInhibitor->setInhibited(false);
     const auto unconnected = [] { return QDBusConnection(QStringLiteral("nothing")); };
     SleepInhibitor alone(QStringLiteral("Exporting a video"),
                          SleepServiceBuses{.system = unconnected, .session = unconnected});
-    alone.setHeld(true);
+    alone.setInhibited(true);
     QCoreApplication::processEvents();
-    alone.setHeld(false);
+    alone.setInhibited(false);
 }
 
 } // namespace

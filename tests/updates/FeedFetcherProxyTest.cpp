@@ -12,25 +12,25 @@ namespace
 
 using namespace std::chrono_literals;
 
-const QUrl elsewhere(QStringLiteral("https://feed.example/feed"));
+const QUrl remoteFeed(QStringLiteral("https://feed.example/feed"));
 
 QNetworkProxy proxyAt(const QUrl& server)
 {
     return QNetworkProxy(QNetworkProxy::HttpProxy, server.host(), static_cast<quint16>(server.port()));
 }
 
-/// A proxy script that takes until it is released.
-struct SlowScript {
-    QSemaphore released;
+/// A proxy resolver that blocks until `mayReturn` is released.
+struct BlockingResolver {
+    QSemaphore mayReturn;
     std::atomic<int> runs = 0;
-    std::atomic<int> ends = 0;
+    std::atomic<int> returns = 0;
 
-    ProxyLookup::Choice choice(QNetworkProxy proxy = QNetworkProxy::NoProxy)
+    ProxyLookup::Resolver resolver(QNetworkProxy proxy = QNetworkProxy::NoProxy)
     {
         return [this, proxy](const QUrl&) {
             ++runs;
-            released.acquire();
-            ++ends;
+            mayReturn.acquire();
+            ++returns;
             return proxy;
         };
     }
@@ -38,48 +38,48 @@ struct SlowScript {
 
 } // namespace
 
-TEST(FeedFetcherProxy, AsksForItElsewhereThanOnTheMainThread)
+TEST(FeedFetcherProxy, IsResolvedOffTheMainThread)
 {
     LoopbackServer proxy(sendAndClose("HTTP/1.1 503 No\r\n\r\n"));
     const QThread* const mainThread = QThread::currentThread();
-    QUrl asked;
+    QUrl resolvedUrl;
     FeedFetcher fetcher({}, [&](const QUrl& url) {
         EXPECT_NE(QThread::currentThread(), mainThread);
-        asked = url;
+        resolvedUrl = url;
         return proxyAt(proxy.url());
     });
-    EXPECT_EQ(fetch(fetcher, elsewhere).trouble, FeedTrouble::noAnswer);
-    EXPECT_EQ(asked, elsewhere);
+    EXPECT_EQ(fetch(fetcher, remoteFeed).failure, FeedFailure::noResponse);
+    EXPECT_EQ(resolvedUrl, remoteFeed);
     EXPECT_TRUE(proxy.lastRequest().startsWith("CONNECT feed.example:443 "))
         << proxy.lastRequest().toStdString();
 }
 
-TEST(FeedFetcherProxy, EndsInTimeAndAsksOnceHoweverLongTheAnswerTakes)
+TEST(FeedFetcherProxy, TimesOutAndResolvesOnceWhenResolvingBlocks)
 {
     LoopbackServer proxy(sendAndClose("HTTP/1.1 503 No\r\n\r\n"));
-    SlowScript script;
-    FeedFetcher fetcher({.time = 100ms}, script.choice(proxyAt(proxy.url())));
+    BlockingResolver blocking;
+    FeedFetcher fetcher({.time = 100ms}, blocking.resolver(proxyAt(proxy.url())));
     for (int round = 0; round < 3; ++round)
-        EXPECT_EQ(fetch(fetcher, elsewhere).trouble, FeedTrouble::noAnswer);
-    EXPECT_LE(script.runs, 1);
-    script.released.release();
-    EXPECT_TRUE(eventually([&] { return script.ends == 1; }));
+        EXPECT_EQ(fetch(fetcher, remoteFeed).failure, FeedFailure::noResponse);
+    EXPECT_LE(blocking.runs, 1);
+    blocking.mayReturn.release();
+    EXPECT_TRUE(eventually([&] { return blocking.returns == 1; }));
     eventually([] { return false; }, 20ms);
-    // What comes too late starts nothing.
+    // A proxy that arrives after the timeout starts no request.
     EXPECT_TRUE(proxy.paths().isEmpty());
     EXPECT_FALSE(fetcher.isFetching());
 }
 
-TEST(FeedFetcherProxy, MayGoWhileItWaitsForTheAnswer)
+TEST(FeedFetcherProxy, CanBeDestroyedWhileResolving)
 {
-    SlowScript script;
+    BlockingResolver blocking;
     {
-        FeedFetcher fetcher({}, script.choice());
-        fetcher.fetch(elsewhere);
-        EXPECT_TRUE(eventually([&] { return script.runs == 1; }));
+        FeedFetcher fetcher({}, blocking.resolver());
+        fetcher.fetch(remoteFeed);
+        EXPECT_TRUE(eventually([&] { return blocking.runs == 1; }));
     }
-    script.released.release();
-    EXPECT_TRUE(eventually([&] { return script.ends == 1; }));
+    blocking.mayReturn.release();
+    EXPECT_TRUE(eventually([&] { return blocking.returns == 1; }));
     eventually([] { return false; }, 20ms);
 }
 

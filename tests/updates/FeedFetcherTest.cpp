@@ -18,7 +18,7 @@ const QString tooLarge = QStringLiteral("The update information is too large, so
 
 } // namespace
 
-TEST(FeedFetcher, GivesTheDocumentAsItWasSent)
+TEST(FeedFetcher, ReturnsTheDocumentUnchanged)
 {
     const QByteArray document("a\0b\r\n\xFF", 6);
     LoopbackServer server(sendDocument(document));
@@ -27,13 +27,13 @@ TEST(FeedFetcher, GivesTheDocumentAsItWasSent)
     EXPECT_TRUE(outcome.sentence.isEmpty());
 }
 
-TEST(FeedFetcher, TakesAnEmptyDocumentAndOneWithoutALength)
+TEST(FeedFetcher, AcceptsAnEmptyDocumentAndOneWithoutALength)
 {
     LoopbackServer server(sendDocument(""));
     EXPECT_TRUE(fetch(server.url()).sentence.isEmpty());
-    server.setAnswer(sendAndClose(QByteArray(head) + "Connection: close\r\n\r\nuntil the end"));
+    server.setResponder(sendAndClose(QByteArray(head) + "Connection: close\r\n\r\nuntil the end"));
     EXPECT_EQ(fetch(server.url()).document, "until the end");
-    server.setAnswer(
+    server.setResponder(
         sendAndClose(QByteArray(head) + "Transfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n0\r\n\r\n"));
     EXPECT_EQ(fetch(server.url()).document, "abc");
 }
@@ -86,7 +86,7 @@ TEST(FeedFetcher, FollowsARedirectWithinTheOrigin)
 TEST(FeedFetcher, FollowsARedirectWithoutWaitingForTheRestOfIt)
 {
     LoopbackServer server([](QTcpSocket& connection, const QByteArray& path) {
-        (path == "/feed" ? drip("HTTP/1.1 307 Over there\r\nLocation: /elsewhere\r\n\r\n")
+        (path == "/feed" ? sendSlowly("HTTP/1.1 307 Over there\r\nLocation: /elsewhere\r\n\r\n")
                          : sendDocument("there"))(connection, path);
     });
     EXPECT_EQ(fetch(server.url(), {.time = ceiling}).document, "there");
@@ -95,7 +95,7 @@ TEST(FeedFetcher, FollowsARedirectWithoutWaitingForTheRestOfIt)
 TEST(FeedFetcher, FollowsNoRedirectToAnotherOrigin)
 {
     LoopbackServer other(sendDocument("forged"));
-    LoopbackServer server(sayNothing());
+    LoopbackServer server(sendNothing());
     const QByteArray port = QByteArray::number(server.url().port());
     const QByteArray targets[] = {other.url().toEncoded(),
                                   "//127.0.0.1:" + QByteArray::number(other.url().port()) + "/",
@@ -105,7 +105,7 @@ TEST(FeedFetcher, FollowsNoRedirectToAnotherOrigin)
                                   "file:///etc/passwd",
                                   "data:,forged"};
     for (const QByteArray& target : targets) {
-        server.setAnswer(redirectTo(target));
+        server.setResponder(redirectTo(target));
         EXPECT_TRUE(fetch(server.url()).sentence == unreachable) << target.toStdString();
     }
     EXPECT_TRUE(other.paths().isEmpty());
@@ -114,64 +114,65 @@ TEST(FeedFetcher, FollowsNoRedirectToAnotherOrigin)
 
 TEST(FeedFetcher, FollowsNoRedirectWithAUserName)
 {
-    LoopbackServer server(sayNothing());
+    LoopbackServer server(sendNothing());
     const QByteArray place = "127.0.0.1:" + QByteArray::number(server.url().port()) + "/elsewhere";
     for (const char* user : {"me@", "me:secret@", ":secret@", "@"}) {
-        server.setAnswer([&](QTcpSocket& connection, const QByteArray& path) {
+        server.setResponder([&](QTcpSocket& connection, const QByteArray& path) {
             (path == "/feed" ? redirectTo("http://" + QByteArray(user) + place)
                              : sendDocument("there"))(connection, path);
         });
         EXPECT_EQ(fetch(server.url()).sentence, unreachable) << user;
     }
-    // Nor a moment later.
+    // No request followed later either.
     EXPECT_EQ(server.paths(), QByteArrayList(4, "/feed"));
 }
 
-TEST(FeedFetcher, TellsAnAnswerFromNone)
+TEST(FeedFetcher, DistinguishesABadResponseFromNoResponse)
 {
     LoopbackServer server(sendAndClose("HTTP/1.1 500 No\r\n\r\n"));
-    EXPECT_EQ(fetch(server.url()).trouble, FeedTrouble::badAnswer);
-    server.setAnswer(sendDocument(QByteArray(300'000, 'x')));
-    EXPECT_EQ(fetch(server.url()).trouble, FeedTrouble::badAnswer);
-    const LoopbackServer::Answer answers[] = {
-        sayNothing(), sendAndClose(""), sendAndClose(QByteArray(head) + "Content-Length: 9\r\n\r\nhalf"),
+    EXPECT_EQ(fetch(server.url()).failure, FeedFailure::badResponse);
+    server.setResponder(sendDocument(QByteArray(300'000, 'x')));
+    EXPECT_EQ(fetch(server.url()).failure, FeedFailure::badResponse);
+    const LoopbackServer::Responder responses[] = {
+        sendNothing(), sendAndClose(""), sendAndClose(QByteArray(head) + "Content-Length: 9\r\n\r\nhalf"),
         redirectTo("https://log-in.example/")};
-    for (const LoopbackServer::Answer& answer : answers) {
-        server.setAnswer(answer);
-        EXPECT_EQ(fetch(server.url(), {.time = 300ms}).trouble, FeedTrouble::noAnswer) << (&answer - answers);
+    for (const LoopbackServer::Responder& response : responses) {
+        server.setResponder(response);
+        EXPECT_EQ(fetch(server.url(), {.time = 300ms}).failure, FeedFailure::noResponse)
+            << (&response - responses);
     }
 }
 
-TEST(FeedFetcher, LeavesARedirectLoopAndALongChain)
+TEST(FeedFetcher, FailsOnARedirectLoopAndALongChain)
 {
     LoopbackServer server(redirectTo("/feed"));
     EXPECT_TRUE(fetch(server.url()).sentence == unreachable);
     EXPECT_EQ(server.paths().size(), 6);
     int number = 0;
-    server.setAnswer([&](QTcpSocket& connection, const QByteArray& path) {
+    server.setResponder([&](QTcpSocket& connection, const QByteArray& path) {
         redirectTo("/" + QByteArray::number(++number))(connection, path);
     });
     EXPECT_TRUE(fetch(server.url()).sentence == unreachable);
     EXPECT_LE(number, 10);
 }
 
-TEST(FeedFetcher, TakesExactlyAsMuchAsTheLimitAllows)
+TEST(FeedFetcher, AcceptsADocumentUpToTheSizeLimit)
 {
     LoopbackServer server(sendDocument(QByteArray(1000, 'x')));
     EXPECT_EQ(fetch(server.url(), {.bytes = 1000}).document.size(), 1000);
     EXPECT_EQ(fetch(server.url(), {.bytes = 999}).sentence, tooLarge);
-    server.setAnswer(sendAndClose(QByteArray(head) + "Connection: close\r\n\r\n" + QByteArray(1000, 'x')));
+    server.setResponder(sendAndClose(QByteArray(head) + "Connection: close\r\n\r\n" + QByteArray(1000, 'x')));
     EXPECT_EQ(fetch(server.url(), {.bytes = 1000}).document.size(), 1000);
     EXPECT_EQ(fetch(server.url(), {.bytes = 999}).sentence, tooLarge);
 }
 
-TEST(FeedFetcher, StandsBy256KiBAnd10SecondsByItself)
+TEST(FeedFetcher, LimitsAFetchTo256KiBAnd10SecondsByDefault)
 {
     EXPECT_EQ(FeedLimits().bytes, 262144);
     EXPECT_EQ(FeedLimits().time, 10s);
 }
 
-TEST(FeedFetcher, GivesUpAnEndlessBodySoonAfterTheLimit)
+TEST(FeedFetcher, AbortsAnEndlessBodySoonAfterTheLimit)
 {
     for (const QByteArray& framing :
          {QByteArray("Connection: close\r\n\r\n"), QByteArray("Transfer-Encoding: chunked\r\n\r\n")}) {
@@ -182,12 +183,12 @@ TEST(FeedFetcher, GivesUpAnEndlessBodySoonAfterTheLimit)
         LoopbackServer server(sendForever(QByteArray(head) + framing, block, &sent));
         const FetchOutcome outcome = fetch(server.url());
         EXPECT_FALSE(outcome.sentence.isEmpty()) << framing.toStdString();
-        // What lies in the system's own buffers was sent as well.
+        // The count includes what is in the system's socket buffers.
         EXPECT_LT(sent, 16 << 20) << framing.toStdString();
     }
 }
 
-TEST(FeedFetcher, DoesNotEvenReadABodyThatIsAnnouncedAsTooLarge)
+TEST(FeedFetcher, DoesNotReadABodyWhoseLengthIsTooLarge)
 {
     LoopbackServer server([](QTcpSocket& connection, const QByteArray&) {
         connection.write("HTTP/1.1 200 OK\r\nContent-Length: 262145\r\n\r\n");
@@ -195,30 +196,30 @@ TEST(FeedFetcher, DoesNotEvenReadABodyThatIsAnnouncedAsTooLarge)
     EXPECT_EQ(fetch(server.url(), {.time = ceiling}).sentence, tooLarge);
 }
 
-TEST(FeedFetcher, EndsInTimeHoweverTheServerDawdles)
+TEST(FeedFetcher, FailsAtTheTimeLimitWhenTheServerIsSlow)
 {
-    const LoopbackServer::Answer answers[] = {
-        sayNothing(),
-        drip(""),
-        drip("HTTP/1.1 200 OK\r\nX: "),
+    const LoopbackServer::Responder responses[] = {
+        sendNothing(),
+        sendSlowly(""),
+        sendSlowly("HTTP/1.1 200 OK\r\nX: "),
         sendForever("HTTP/1.1 200 OK\r\nX: ", QByteArray(65536, 'x')),
         sendForever("HTTP/1.1 200 OK\r\n", "X: x\r\n"),
-        drip("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n"),
-        drip("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n"),
-        drip("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nffff\r\n"),
-        drip("HTTP/1.1 302 Found\r\nLocation: /feed\r\nContent-Length: 100000\r\n\r\n"),
+        sendSlowly("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n"),
+        sendSlowly("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n"),
+        sendSlowly("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nffff\r\n"),
+        sendSlowly("HTTP/1.1 302 Found\r\nLocation: /feed\r\nContent-Length: 100000\r\n\r\n"),
         sendForever("HTTP/1.1 302 Found\r\nLocation: http://127.0.0.2/\r\n\r\n", QByteArray(65536, 'x')),
         sendForever("HTTP/1.1 100 Continue\r\n\r\n", "HTTP/1.1 100 Continue\r\n\r\n"),
     };
-    for (const LoopbackServer::Answer& answer : answers) {
-        LoopbackServer server(answer);
-        EXPECT_EQ(fetch(server.url(), {.time = 200ms}).sentence, unreachable) << (&answer - answers);
+    for (const LoopbackServer::Responder& response : responses) {
+        LoopbackServer server(response);
+        EXPECT_EQ(fetch(server.url(), {.time = 200ms}).sentence, unreachable) << (&response - responses);
     }
 }
 
-TEST(FeedFetcher, TakesNothingFromABrokenAnswer)
+TEST(FeedFetcher, FailsWithoutADocumentWhenTheResponseIsBroken)
 {
-    const QByteArray answers[] = {
+    const QByteArray responses[] = {
         "",
         "nonsense",
         "HTTP/1.1",
@@ -235,29 +236,29 @@ TEST(FeedFetcher, TakesNothingFromABrokenAnswer)
         "HTTP/1.1 404 Not Found\r\nContent-Length: 4\r\n\r\nbody",
         "HTTP/1.1 500 Internal Server Error\r\nContent-Length: 4\r\n\r\nbody",
     };
-    for (const QByteArray& answer : answers) {
-        LoopbackServer server(sendAndClose(answer));
+    for (const QByteArray& response : responses) {
+        LoopbackServer server(sendAndClose(response));
         const FetchOutcome outcome = fetch(server.url(), {.time = 2s});
-        EXPECT_TRUE(outcome.sentence == unreachable) << answer.toStdString();
-        EXPECT_TRUE(outcome.document.isEmpty()) << answer.toStdString();
+        EXPECT_TRUE(outcome.sentence == unreachable) << response.toStdString();
+        EXPECT_TRUE(outcome.document.isEmpty()) << response.toStdString();
     }
 }
 
-TEST(FeedFetcher, ReadsNoFurtherThanAShortLengthSays)
+TEST(FeedFetcher, ReadsNoFurtherThanTheContentLength)
 {
     LoopbackServer server(sendAndClose(QByteArray(head) + "Content-Length: 4\r\n\r\nbody and more"));
     const FetchOutcome outcome = fetch(server.url());
     EXPECT_TRUE(outcome.document == "body" || !outcome.sentence.isEmpty());
 }
 
-TEST(FeedFetcher, DoesNotUnpackWhatIsSentPacked)
+TEST(FeedFetcher, DoesNotDecompressACompressedBody)
 {
-    // A kilobyte of zeros, as gzip packs it.
-    const QByteArray packed =
+    // A kilobyte of zeros, compressed by gzip.
+    const QByteArray compressed =
         QByteArray::fromHex("1f8b080000000000020363601805a360148c5400002eafb5ef00040000");
     LoopbackServer server(sendAndClose(QByteArray(head) + "Content-Encoding: gzip\r\nContent-Length: " +
-                                       QByteArray::number(packed.size()) + "\r\n\r\n" + packed));
-    EXPECT_EQ(fetch(server.url()).document, packed);
+                                       QByteArray::number(compressed.size()) + "\r\n\r\n" + compressed));
+    EXPECT_EQ(fetch(server.url()).document, compressed);
     EXPECT_TRUE(server.lastRequest().toLower().contains("accept-encoding: identity"));
 }
 
@@ -274,19 +275,19 @@ TEST(FeedFetcher, KeepsNoCookies)
     EXPECT_FALSE(server.lastRequest().toLower().contains("cookie"));
 }
 
-TEST(FeedFetcher, FailsWhereNobodyListens)
+TEST(FeedFetcher, FailsWhenNoServerListens)
 {
     QUrl url;
     {
-        const LoopbackServer server(sayNothing());
+        const LoopbackServer server(sendNothing());
         url = server.url();
     }
     EXPECT_EQ(fetch(url).sentence, unreachable);
 }
 
-TEST(FeedFetcher, MayGoWhileItFetches)
+TEST(FeedFetcher, CanBeDestroyedWhileItFetches)
 {
-    LoopbackServer server(sayNothing());
+    LoopbackServer server(sendNothing());
     auto fetcher = std::make_unique<FeedFetcher>(FeedLimits{});
     fetcher->fetch(server.url());
     EXPECT_TRUE(eventually([&] { return !server.paths().isEmpty(); }));

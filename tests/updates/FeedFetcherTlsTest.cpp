@@ -13,7 +13,7 @@ const QString unreachable =
 
 } // namespace
 
-TEST(FeedFetcherTls, FetchesFromAServerThatIsTrusted)
+TEST(FeedFetcherTls, FetchesFromATrustedServer)
 {
     const TrustedCertificate trusted("loopback.pem");
     LoopbackServer server(tlsServerOf("loopback.pem"), sendDocument("feed"));
@@ -21,16 +21,16 @@ TEST(FeedFetcherTls, FetchesFromAServerThatIsTrusted)
     EXPECT_EQ(server.url().scheme(), QStringLiteral("https"));
 }
 
-TEST(FeedFetcherTls, SaysNothingToAServerThatIsNotTrusted)
+TEST(FeedFetcherTls, SendsNothingToAnUntrustedServer)
 {
     LoopbackServer server(tlsServerOf("loopback.pem"), sendDocument("forged"));
     const FetchOutcome outcome = fetch(server.url());
     EXPECT_EQ(outcome.sentence, unreachable);
-    EXPECT_EQ(outcome.trouble, FeedTrouble::noAnswer);
+    EXPECT_EQ(outcome.failure, FeedFailure::noResponse);
     EXPECT_TRUE(server.paths().isEmpty());
 }
 
-TEST(FeedFetcherTls, SaysNothingToAServerOfAnotherNameOrOfAnotherTime)
+TEST(FeedFetcherTls, SendsNothingWhenTheCertificateHasAnotherNameOrHasExpired)
 {
     for (const char* certificate : {"other.pem", "expired.pem"}) {
         const TrustedCertificate trusted(certificate);
@@ -40,7 +40,7 @@ TEST(FeedFetcherTls, SaysNothingToAServerOfAnotherNameOrOfAnotherTime)
     }
 }
 
-TEST(FeedFetcherTls, TakesNoPlainAnswerForASecureOne)
+TEST(FeedFetcherTls, FailsWhenAnHttpsServerRespondsInPlainText)
 {
     LoopbackServer server(sendDocument("forged"));
     QUrl url = server.url();
@@ -48,7 +48,7 @@ TEST(FeedFetcherTls, TakesNoPlainAnswerForASecureOne)
     EXPECT_EQ(fetch(url, {.time = std::chrono::seconds(2)}).sentence, unreachable);
 }
 
-TEST(FeedFetcherTls, FollowsARedirectWithinTheOriginButNoneToPlainHttp)
+TEST(FeedFetcherTls, FollowsARedirectWithinTheOriginButNotToPlainHttp)
 {
     const TrustedCertificate trusted("loopback.pem");
     LoopbackServer plain(sendDocument("forged"));
@@ -59,7 +59,7 @@ TEST(FeedFetcherTls, FollowsARedirectWithinTheOriginButNoneToPlainHttp)
     QUrl downgraded = server.url("/elsewhere");
     downgraded.setScheme(QStringLiteral("http"));
     for (const QUrl& target : {plain.url(), downgraded}) {
-        server.setAnswer(redirectTo(target.toEncoded()));
+        server.setResponder(redirectTo(target.toEncoded()));
         EXPECT_EQ(fetch(server.url()).sentence, unreachable);
     }
     EXPECT_TRUE(plain.paths().isEmpty());

@@ -28,14 +28,14 @@ FeedKey publicKey()
 
 } // namespace
 
-TEST(FeedSignature, GivesTheBytesThatWereSigned)
+TEST(FeedSignature, ReturnsTheSignedBytes)
 {
     using namespace std::string_literals;
     for (const std::string& feed : {""s, "{}"s, "line\nline\n"s, "\0\xFF\r\n"s, std::string(262144, 'x')})
         EXPECT_EQ(verifiedFeed(signingKey().signedDocument(feed), publicKey()), feed);
 }
 
-TEST(FeedSignature, FitsAKnownSignatureOfTheStandard)
+TEST(FeedSignature, AcceptsATestVectorOfTheStandard)
 {
     // RFC 8032, section 7.1, test 3.
     const std::string document =
@@ -45,7 +45,7 @@ TEST(FeedSignature, FitsAKnownSignatureOfTheStandard)
     EXPECT_EQ(verifiedFeed(document, *key), "\xAF\x82");
 }
 
-RC_GTEST_PROP(FeedSignature, DoesNotFitADocumentWithAnyBitFlipped, (const std::string& feed))
+RC_GTEST_PROP(FeedSignature, RejectsADocumentWithAnyBitFlipped, (const std::string& feed))
 {
     std::string document = signingKey().signedDocument(feed);
     const auto bit = *rc::gen::inRange<std::size_t>(0, document.size() * 8);
@@ -53,7 +53,7 @@ RC_GTEST_PROP(FeedSignature, DoesNotFitADocumentWithAnyBitFlipped, (const std::s
     RC_ASSERT(!verifiedFeed(document, publicKey()));
 }
 
-TEST(FeedSignature, DoesNotFitAShortDocumentWithAnySingleBitFlipped)
+TEST(FeedSignature, RejectsAShortDocumentWithAnySingleBitFlipped)
 {
     const std::string document = signingKey().signedDocument(R"({"serial": 1})");
     for (std::size_t bit = 0; bit < document.size() * 8; ++bit) {
@@ -63,7 +63,7 @@ TEST(FeedSignature, DoesNotFitAShortDocumentWithAnySingleBitFlipped)
     }
 }
 
-TEST(FeedSignature, DoesNotFitAnyTruncatedOrLengthenedDocument)
+TEST(FeedSignature, RejectsATruncatedOrLengthenedDocument)
 {
     const std::string document = signingKey().signedDocument("feed");
     for (std::size_t length = 0; length < document.size(); ++length)
@@ -74,7 +74,7 @@ TEST(FeedSignature, DoesNotFitAnyTruncatedOrLengthenedDocument)
     }
 }
 
-TEST(FeedSignature, DoesNotFitAnotherKeyOrAnotherFeed)
+TEST(FeedSignature, RejectsAnotherKeyOrAnotherFeed)
 {
     const FeedSigningKey other = FeedSigningKey::generate();
     EXPECT_FALSE(verifiedFeed(other.signedDocument("feed"), publicKey()));
@@ -82,9 +82,9 @@ TEST(FeedSignature, DoesNotFitAnotherKeyOrAnotherFeed)
     EXPECT_FALSE(verifiedFeed(line + "another feed", publicKey()));
 }
 
-TEST(FeedSignature, TakesNoKeyThatFitsAnything)
+TEST(FeedSignature, RejectsWeakKeys)
 {
-    // Points of small order, for which some signatures fit many texts.
+    // Points of small order: some signatures would be valid for many texts.
     const std::string zeros(32, '\0');
     const std::string one = '\1' + std::string(31, '\0');
     for (const std::string& bytes : {zeros, one}) {
@@ -122,17 +122,17 @@ TEST(FeedKey, IsTheBase64OfExactly32Bytes)
         EXPECT_FALSE(FeedKey::fromBase64(text)) << text;
 }
 
-TEST(FeedKey, IsWrittenInOneWayOnly)
+TEST(FeedKey, RejectsOtherEncodingsOfTheSameBytes)
 {
     std::array<unsigned char, 32> bytes{};
     std::iota(bytes.begin(), bytes.end(), static_cast<unsigned char>(200));
     std::string text = encodeBase64(bytes);
     ASSERT_EQ(FeedKey::fromBase64(text)->bytes, bytes);
-    // The last character before the padding has two bits that belong to no byte.
+    // The last character before the padding has two bits that are not used.
     for (int bits = 1; bits < 4; ++bits) {
-        std::string odd = text;
-        odd[42] = static_cast<char>(odd[42] + bits);
-        EXPECT_FALSE(FeedKey::fromBase64(odd)) << odd;
+        std::string other = text;
+        other[42] = static_cast<char>(other[42] + bits);
+        EXPECT_FALSE(FeedKey::fromBase64(other)) << other;
     }
 }
 

@@ -1,4 +1,4 @@
-// The maintainer's way from a new key to a published feed, by the tool that the scripts run.
+// Tests the tool with which a maintainer creates a key and signs a feed.
 
 #include "platform/updates/UpdateFeed.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -31,11 +31,11 @@ struct Result {
 
 Result run(const std::vector<std::string>& arguments)
 {
-    QStringList words;
+    QStringList argumentList;
     for (const std::string& argument : arguments)
-        words.append(QString::fromStdString(argument));
+        argumentList.append(QString::fromStdString(argument));
     QProcess process;
-    process.start(QStringLiteral(STACKREEL_FEED_TOOL), words);
+    process.start(QStringLiteral(STACKREEL_FEED_TOOL), argumentList);
     process.waitForFinished(60'000);
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
@@ -54,7 +54,7 @@ protected:
 
 } // namespace
 
-TEST_F(FeedTool, MakesAKeyThatOnlyItsOwnerReadsAndNeverReplacesOne)
+TEST_F(FeedTool, CreatesAPrivateKeyFileAndNeverReplacesOne)
 {
     struct stat status {
     };
@@ -78,7 +78,7 @@ TEST_F(FeedTool, SignsAFeedThatTheProgramAccepts)
     EXPECT_EQ(run({"check", publicKey, document}).output, signing.output);
 }
 
-TEST_F(FeedTool, ReplacesAFeedOnlyByOneWithAHigherSerial)
+TEST_F(FeedTool, ReplacesAFeedOnlyWithAHigherSerial)
 {
     ASSERT_EQ(run({"sign", secret, folder.write("feed.json", feedOf(3)), document}).status, 0);
     for (const int serial : {1, 2, 3}) {
@@ -91,7 +91,7 @@ TEST_F(FeedTool, ReplacesAFeedOnlyByOneWithAHigherSerial)
     EXPECT_TRUE(contentOf(document).ends_with(feedOf(4)));
 }
 
-TEST_F(FeedTool, ReplacesNothingElseThanAFeedOfItsKey)
+TEST_F(FeedTool, ReplacesOnlyAFeedSignedWithItsKey)
 {
     const std::string other = folder / "other key";
     run({"new-key", other});
@@ -105,10 +105,10 @@ TEST_F(FeedTool, ReplacesNothingElseThanAFeedOfItsKey)
     EXPECT_EQ(folder.names().size(), 4U);
 }
 
-TEST_F(FeedTool, SignsUpTo256KiBWithTheSignature)
+TEST_F(FeedTool, SignsUpTo256KiBIncludingTheSignature)
 {
-    constexpr std::size_t most = 262'144 - 89;
-    const std::string largest = feed + std::string(most - feed.size(), ' ');
+    constexpr std::size_t maxFeedSize = 262'144 - 89;
+    const std::string largest = feed + std::string(maxFeedSize - feed.size(), ' ');
     EXPECT_EQ(run({"sign", secret, folder.write("feed.json", largest), document}).status, 0);
     EXPECT_EQ(contentOf(document).size(), 262'144U);
     std::filesystem::remove(document);
@@ -118,7 +118,7 @@ TEST_F(FeedTool, SignsUpTo256KiBWithTheSignature)
     EXPECT_FALSE(std::filesystem::exists(document));
 }
 
-TEST_F(FeedTool, RefusesWhatNoProgramWouldAccept)
+TEST_F(FeedTool, RejectsAFeedThatTheProgramWouldReject)
 {
     for (const std::string& broken : {std::string("nonsense"), feed + "x"}) {
         EXPECT_EQ(run({"sign", secret, folder.write("feed.json", broken), document}).status, 1);

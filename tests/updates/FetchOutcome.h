@@ -8,14 +8,14 @@
 namespace stackreel
 {
 
-/// How one fetch ended: the document, or the sentence and the trouble.
+/// The result of one fetch: the document, or the sentence and the failure.
 struct FetchOutcome {
     QByteArray document;
     QString sentence;
-    std::optional<FeedTrouble> trouble;
+    std::optional<FeedFailure> failure;
 };
 
-/// Fetches an address to the end, which has to come exactly once.
+/// Fetches an address and waits for its end. Expects exactly one signal.
 inline FetchOutcome fetch(FeedFetcher& fetcher, const QUrl& url)
 {
     FetchOutcome outcome;
@@ -26,9 +26,9 @@ inline FetchOutcome fetch(FeedFetcher& fetcher, const QUrl& url)
         ++signalCount;
     });
     QObject::connect(&fetcher, &FeedFetcher::failed, &context,
-                     [&](const QString& sentence, FeedTrouble trouble) {
+                     [&](const QString& sentence, FeedFailure failure) {
                          outcome.sentence = sentence;
-                         outcome.trouble = trouble;
+                         outcome.failure = failure;
                          ++signalCount;
                      });
     fetcher.fetch(url);

@@ -19,20 +19,20 @@ std::unique_ptr<QTcpServer> tlsServer(const QSslConfiguration& tls)
 
 } // namespace
 
-LoopbackServer::LoopbackServer(Answer answer)
-    : LoopbackServer(std::make_unique<QTcpServer>(), "http", std::move(answer))
+LoopbackServer::LoopbackServer(Responder responder)
+    : LoopbackServer(std::make_unique<QTcpServer>(), "http", std::move(responder))
 {
 }
 
-LoopbackServer::LoopbackServer(const QSslConfiguration& tls, Answer answer)
-    : LoopbackServer(tlsServer(tls), "https", std::move(answer))
+LoopbackServer::LoopbackServer(const QSslConfiguration& tls, Responder responder)
+    : LoopbackServer(tlsServer(tls), "https", std::move(responder))
 {
 }
 
-LoopbackServer::LoopbackServer(std::unique_ptr<QTcpServer> server, const char* scheme, Answer answer)
-    : m_answer(std::move(answer)), m_scheme(QString::fromLatin1(scheme)), m_server(std::move(server))
+LoopbackServer::LoopbackServer(std::unique_ptr<QTcpServer> server, const char* scheme, Responder responder)
+    : m_responder(std::move(responder)), m_scheme(QString::fromLatin1(scheme)), m_server(std::move(server))
 {
-    // Not by a proxy that a test has set for all others.
+    // Ignore the application proxy that a test may have set.
     m_server->setProxy(QNetworkProxy::NoProxy);
     QObject::connect(m_server.get(), &QTcpServer::pendingConnectionAvailable, m_server.get(),
                      [this] { accept(); });
@@ -59,11 +59,11 @@ void LoopbackServer::accept()
                              return;
                          m_lastRequest = std::exchange(request, {});
                          m_paths.append(m_lastRequest.split(' ').value(1));
-                         m_answer(*connection, m_paths.last());
+                         m_responder(*connection, m_paths.last());
                      });
 }
 
-LoopbackServer::Answer sendDocument(QByteArray document)
+LoopbackServer::Responder sendDocument(QByteArray document)
 {
     return [document](QTcpSocket& connection, const QByteArray&) {
         connection.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(document.size()) +
@@ -71,7 +71,7 @@ LoopbackServer::Answer sendDocument(QByteArray document)
     };
 }
 
-LoopbackServer::Answer sendAndClose(QByteArray bytes)
+LoopbackServer::Responder sendAndClose(QByteArray bytes)
 {
     return [bytes](QTcpSocket& connection, const QByteArray&) {
         connection.write(bytes);
@@ -79,7 +79,7 @@ LoopbackServer::Answer sendAndClose(QByteArray bytes)
     };
 }
 
-LoopbackServer::Answer sendForever(QByteArray start, QByteArray bytes, qint64* sent)
+LoopbackServer::Responder sendForever(QByteArray start, QByteArray bytes, qint64* sent)
 {
     return [start, bytes, sent](QTcpSocket& connection, const QByteArray&) {
         QObject::connect(&connection, &QTcpSocket::bytesWritten, &connection,
@@ -93,7 +93,7 @@ LoopbackServer::Answer sendForever(QByteArray start, QByteArray bytes, qint64* s
     };
 }
 
-LoopbackServer::Answer drip(QByteArray start)
+LoopbackServer::Responder sendSlowly(QByteArray start)
 {
     return [start](QTcpSocket& connection, const QByteArray&) {
         auto* const timer = new QTimer(&connection);
@@ -103,13 +103,13 @@ LoopbackServer::Answer drip(QByteArray start)
     };
 }
 
-LoopbackServer::Answer redirectTo(QByteArray location)
+LoopbackServer::Responder redirectTo(QByteArray location)
 {
     return sendAndClose("HTTP/1.1 302 Found\r\nLocation: " + location +
                         "\r\nContent-Length: 5\r\nConnection: close\r\n\r\nmoved");
 }
 
-LoopbackServer::Answer sayNothing()
+LoopbackServer::Responder sendNothing()
 {
     return [](QTcpSocket&, const QByteArray&) {};
 }

@@ -11,44 +11,46 @@
 namespace stackreel
 {
 
-/// An HTTP server on a loopback address that answers each request as it is told, however badly. It runs on
-/// the event loop of the test.
+/// An HTTP server on a loopback address. A function of the test writes each response, which may be invalid.
+/// The server runs on the event loop of the test.
 class LoopbackServer
 {
 public:
-    /// Answers one request for a path; the connection is its own to write to and to close.
-    using Answer = std::function<void(QTcpSocket& connection, const QByteArray& path)>;
+    /// Responds to one request for a path. May write to the connection and close it.
+    using Responder = std::function<void(QTcpSocket& connection, const QByteArray& path)>;
 
-    explicit LoopbackServer(Answer answer);
-    /// The same over TLS, as a configuration with key and certificate says.
-    LoopbackServer(const QSslConfiguration& tls, Answer answer);
+    explicit LoopbackServer(Responder responder);
+    /// The same over TLS. The configuration holds the key and the certificate.
+    LoopbackServer(const QSslConfiguration& tls, Responder responder);
 
-    void setAnswer(Answer answer) { m_answer = std::move(answer); }
+    void setResponder(Responder responder) { m_responder = std::move(responder); }
     QUrl url(const QByteArray& path = "/feed") const;
-    /// The paths asked for, in order, and what was sent along with the last one.
+    /// The requested paths in order, and the whole text of the last request.
     const QByteArrayList& paths() const { return m_paths; }
     const QByteArray& lastRequest() const { return m_lastRequest; }
 
 private:
-    LoopbackServer(std::unique_ptr<QTcpServer> server, const char* scheme, Answer answer);
+    LoopbackServer(std::unique_ptr<QTcpServer> server, const char* scheme, Responder responder);
     void accept();
 
-    Answer m_answer;
+    Responder m_responder;
     QByteArrayList m_paths;
     QByteArray m_lastRequest;
     QString m_scheme;
     std::unique_ptr<QTcpServer> m_server;
 };
 
-/// Answers: a document with an honest length; the given bytes and then the end; the bytes again and again.
-LoopbackServer::Answer sendDocument(QByteArray document);
-LoopbackServer::Answer sendAndClose(QByteArray bytes);
-LoopbackServer::Answer sendForever(QByteArray start, QByteArray bytes, qint64* sent = nullptr);
-/// One byte now and then after the start.
-LoopbackServer::Answer drip(QByteArray start);
-/// Sends the client to another address, with a body.
-LoopbackServer::Answer redirectTo(QByteArray location);
-/// Takes the request and says nothing.
-LoopbackServer::Answer sayNothing();
+/// Sends a document with status 200 and its length.
+LoopbackServer::Responder sendDocument(QByteArray document);
+/// Sends the bytes, then closes the connection.
+LoopbackServer::Responder sendAndClose(QByteArray bytes);
+/// Sends the start, then the bytes again and again. Adds the number of bytes sent to `sent`.
+LoopbackServer::Responder sendForever(QByteArray start, QByteArray bytes, qint64* sent = nullptr);
+/// Sends the start, then one byte every few milliseconds.
+LoopbackServer::Responder sendSlowly(QByteArray start);
+/// Redirects to another address, with a body.
+LoopbackServer::Responder redirectTo(QByteArray location);
+/// Accepts the request and never responds.
+LoopbackServer::Responder sendNothing();
 
 } // namespace stackreel

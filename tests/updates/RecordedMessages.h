@@ -8,22 +8,24 @@
 namespace stackreel
 {
 
-/// Messages that are written down instead of shown, each as one line.
+/// Records each message as one line instead of showing it.
 class RecordedMessages : public UpdateMessages
 {
 public:
-    void showUpdate(const UpdateRelease& release, const QString& installedVersion, bool asked) override
+    void showUpdate(const UpdateRelease& release, const QString& installedVersion,
+                    bool userRequested) override
     {
-        said.push_back((asked ? "update " : "unasked update ") + release.versionText + " for " +
-                       installedVersion.toStdString() + ": " + release.notes + " at " + release.downloadPage);
+        shown.push_back((userRequested ? "update " : "background update ") + release.versionText + " for " +
+                        installedVersion.toStdString() + ": " + release.notes + " at " +
+                        release.downloadPage);
     }
     void showUpToDate(const QString& installedVersion) override
     {
-        said.push_back("up to date with " + installedVersion.toStdString());
+        shown.push_back("up to date with " + installedVersion.toStdString());
     }
-    void showTrouble(const QString& sentence) override { said.push_back(sentence.toStdString()); }
+    void showError(const QString& sentence) override { shown.push_back(sentence.toStdString()); }
 
-    std::vector<std::string> said;
+    std::vector<std::string> shown;
 };
 
 } // namespace stackreel

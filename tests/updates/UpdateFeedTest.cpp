@@ -56,7 +56,7 @@ TEST(UpdateFeed, ReadsItsReleases)
     EXPECT_EQ(feed.newest().versionText, "0.10");
 }
 
-TEST(UpdateFeed, PassesOverKeysOfLaterFeeds)
+TEST(UpdateFeed, IgnoresUnknownKeys)
 {
     const UpdateFeed plain = UpdateFeed::decode(feedWith(release));
     const std::string richer =
@@ -65,7 +65,7 @@ TEST(UpdateFeed, PassesOverKeysOfLaterFeeds)
     EXPECT_EQ(UpdateFeed::decode(richer), plain);
 }
 
-TEST(UpdateFeed, RefusesEveryBrokenDocument)
+TEST(UpdateFeed, RejectsEveryBrokenDocument)
 {
     const std::string good = feedWith(release);
     const std::string bad[] = {
@@ -154,14 +154,14 @@ TEST(UpdateFeed, RefusesEveryBrokenDocument)
         repeated("[", 100'000) + repeated("]", 100'000),
     };
     ASSERT_NO_THROW(UpdateFeed::decode(good));
-    // What lies beside the characters above, and the marks that texts from right to left need.
+    // Neighbours of the rejected characters, and the marks that right-to-left texts need, are accepted.
     for (const char* notes : {"", "~\u00A0\u202F\u2065\u206A", "\u200E\u200F\u061C\u200D"})
         ASSERT_NO_THROW(UpdateFeed::decode(feedWithNotes(notes))) << notes;
     for (const std::string& text : bad)
         EXPECT_THROW(UpdateFeed::decode(text), FeedFormatError) << text.substr(0, 200);
 }
 
-TEST(UpdateFeed, TakesDownloadPagesByHttpsOnly)
+TEST(UpdateFeed, AcceptsOnlyHttpsDownloadPages)
 {
     ASSERT_NO_THROW(UpdateFeed::decode(feedWithPage("https://example.org/a%20b?c=d&e#f")));
     const std::string bad[] = {"",
@@ -194,7 +194,7 @@ TEST(UpdateFeed, TakesDownloadPagesByHttpsOnly)
         EXPECT_THROW(UpdateFeed::decode(feedWithPage(page)), FeedFormatError) << page;
 }
 
-TEST(AcceptedFeed, IsSignedReadableAndNoOlderThanTheLast)
+TEST(AcceptedFeed, IsSignedValidAndNotOlderThanTheLast)
 {
     const FeedSigningKey signing = FeedSigningKey::generate();
     const FeedKey key = FeedKey::fromBase64(signing.publicKey()).value();

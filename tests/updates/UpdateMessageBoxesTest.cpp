@@ -30,12 +30,12 @@ protected:
                 .downloadPage = "https://example.org/d?a=1"};
     }
 
-    void showUpdate(const std::string& notes = "New.", bool asked = true)
+    void showUpdate(const std::string& notes = "New.", bool userRequested = true)
     {
-        messages.showUpdate(release(notes), QStringLiteral("0.1.0"), asked);
+        messages.showUpdate(release(notes), QStringLiteral("0.1.0"), userRequested);
     }
 
-    /// The one box that is open, or null.
+    /// The open box, or null. Expects at most one.
     static QDialog* box()
     {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -48,7 +48,7 @@ protected:
         return found;
     }
     static QString sentence() { return box()->findChild<QLabel*>()->text(); }
-    /// The text to read, as a user sees it.
+    /// The visible text of the notes or the address.
     static QString text()
     {
         const auto* edit = box()->findChild<QPlainTextEdit*>();
@@ -74,7 +74,7 @@ protected:
 
 } // namespace
 
-TEST_F(UpdateMessageBoxesTest, ShowsAnUpdateWithItsNotesAndHoldsNothingUp)
+TEST_F(UpdateMessageBoxesTest, ShowsAnUpdateWithItsNotesWithoutBlocking)
 {
     showUpdate();
     ASSERT_NE(box(), nullptr);
@@ -85,7 +85,7 @@ TEST_F(UpdateMessageBoxesTest, ShowsAnUpdateWithItsNotesAndHoldsNothingUp)
     EXPECT_TRUE(opened.isEmpty());
 }
 
-TEST_F(UpdateMessageBoxesTest, OpensTheDownloadPageOnlyWhenAskedTo)
+TEST_F(UpdateMessageBoxesTest, OpensTheDownloadPageOnlyWhenItsButtonIsClicked)
 {
     showUpdate();
     button(laterName)->click();
@@ -97,7 +97,7 @@ TEST_F(UpdateMessageBoxesTest, OpensTheDownloadPageOnlyWhenAskedTo)
     EXPECT_EQ(opened, QList<QUrl>({QUrl(QStringLiteral("https://example.org/d?a=1"))}));
 }
 
-TEST_F(UpdateMessageBoxesTest, ClosesForEscapeWithoutOpeningAnything)
+TEST_F(UpdateMessageBoxesTest, ClosesWithoutOpeningThePageWhenEscapeIsPressed)
 {
     showUpdate();
     QTest::keyClick(box(), Qt::Key_Escape);
@@ -105,7 +105,7 @@ TEST_F(UpdateMessageBoxesTest, ClosesForEscapeWithoutOpeningAnything)
     EXPECT_TRUE(opened.isEmpty());
 }
 
-TEST_F(UpdateMessageBoxesTest, TakesReturnForTheWishOfAUserWhoAsked)
+TEST_F(UpdateMessageBoxesTest, OpensThePageOnReturnWhenTheUserRequestedTheCheck)
 {
     showUpdate();
     EXPECT_FALSE(box()->testAttribute(Qt::WA_ShowWithoutActivating));
@@ -113,7 +113,7 @@ TEST_F(UpdateMessageBoxesTest, TakesReturnForTheWishOfAUserWhoAsked)
     EXPECT_EQ(opened.size(), 1);
 }
 
-TEST_F(UpdateMessageBoxesTest, DoesNotTakeTypingThatWasMeantForSomethingElseForAWish)
+TEST_F(UpdateMessageBoxesTest, OpensNoPageOnAConfirmingKeyAfterABackgroundCheck)
 {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
         showUpdate("New.", false);
@@ -124,7 +124,7 @@ TEST_F(UpdateMessageBoxesTest, DoesNotTakeTypingThatWasMeantForSomethingElseForA
     EXPECT_TRUE(opened.isEmpty());
 }
 
-TEST_F(UpdateMessageBoxesTest, GivesTheAddressToCopyWhereNoBrowserOpens)
+TEST_F(UpdateMessageBoxesTest, ShowsTheAddressWhenNoBrowserOpens)
 {
     hasBrowser = false;
     showUpdate();
@@ -144,11 +144,11 @@ TEST_F(UpdateMessageBoxesTest, ShowsMarkupAsItIsWritten)
         showUpdate(notes);
         EXPECT_EQ(text(), QString::fromStdString(notes));
     }
-    messages.showTrouble(QStringLiteral("<b>Trouble.</b>"));
+    messages.showError(QStringLiteral("<b>Error.</b>"));
     EXPECT_EQ(box()->findChild<QLabel*>()->textFormat(), Qt::PlainText);
 }
 
-TEST_F(UpdateMessageBoxesTest, IsNoLargerForLongNotesAndLongWords)
+TEST_F(UpdateMessageBoxesTest, KeepsItsSizeForLongNotesAndLongWords)
 {
     showUpdate();
     const QSize usual = box()->size();
@@ -162,7 +162,7 @@ TEST_F(UpdateMessageBoxesTest, IsNoLargerForLongNotesAndLongWords)
     }
 }
 
-TEST_F(UpdateMessageBoxesTest, LeavesOutNotesThatAreEmpty)
+TEST_F(UpdateMessageBoxesTest, ShowsNoTextWhenTheNotesAreEmpty)
 {
     showUpdate("");
     EXPECT_EQ(box()->findChild<QPlainTextEdit*>(), nullptr);
@@ -170,18 +170,18 @@ TEST_F(UpdateMessageBoxesTest, LeavesOutNotesThatAreEmpty)
 
 TEST_F(UpdateMessageBoxesTest, KeepsOneBoxForAllMessages)
 {
-    messages.showTrouble(QStringLiteral("<b>Trouble.</b>"));
-    EXPECT_EQ(sentence(), QStringLiteral("<b>Trouble.</b>"));
+    messages.showError(QStringLiteral("<b>Error.</b>"));
+    EXPECT_EQ(sentence(), QStringLiteral("<b>Error.</b>"));
     messages.showUpToDate(QStringLiteral("0.1.0"));
     EXPECT_EQ(sentence(), QStringLiteral("Stackreel 0.1.0 is the newest version."));
     EXPECT_TRUE(box()->isVisible());
 }
 
-TEST_F(UpdateMessageBoxesTest, TakesItsBoxAlongWhenItGoes)
+TEST_F(UpdateMessageBoxesTest, ClosesItsBoxWhenDestroyed)
 {
     {
         UpdateMessageBoxes others([](const QUrl&) { return true; });
-        others.showTrouble(QStringLiteral("Trouble."));
+        others.showError(QStringLiteral("Error."));
         EXPECT_NE(box(), nullptr);
     }
     EXPECT_EQ(box(), nullptr);
@@ -189,10 +189,10 @@ TEST_F(UpdateMessageBoxesTest, TakesItsBoxAlongWhenItGoes)
 
 } // namespace stackreel
 
-int main(int count, char** words)
+int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    testing::InitGoogleTest(&count, words);
-    const QApplication application(count, words);
+    testing::InitGoogleTest(&argc, argv);
+    const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -13,7 +13,7 @@ namespace stackreel
 
 using namespace std::chrono_literals;
 
-TEST(UpdateStore, RemembersBetweenRunsAndMakesItsFolder)
+TEST(UpdateStore, KeepsItsValuesBetweenRunsAndCreatesItsFolder)
 {
     const TemporaryDirectory folder;
     const auto file = folder / "state/stackreel/updates.ini";
@@ -30,7 +30,7 @@ TEST(UpdateStore, RemembersBetweenRunsAndMakesItsFolder)
     EXPECT_EQ(store.newestSerial(), INT64_MAX);
 }
 
-TEST(UpdateStore, NeverForgetsAHigherSerial)
+TEST(UpdateStore, KeepsAHigherSerial)
 {
     const TemporaryDirectory folder;
     UpdateStore store(folder / "updates.ini");
@@ -39,7 +39,7 @@ TEST(UpdateStore, NeverForgetsAHigherSerial)
     EXPECT_EQ(store.newestSerial(), 7);
 }
 
-TEST(UpdateStore, TakesABrokenFileForAnEmptyOne)
+TEST(UpdateStore, TreatsABrokenFileAsEmpty)
 {
     const TemporaryDirectory folder;
     for (const char* content :
@@ -53,7 +53,7 @@ TEST(UpdateStore, TakesABrokenFileForAnEmptyOne)
     }
 }
 
-TEST(UpdateStore, RemembersByItselfWhereItCannotWrite)
+TEST(UpdateStore, KeepsItsValuesInMemoryWhenItCannotWrite)
 {
     UpdateStore store("/proc/none/updates.ini");
     store.setNewestSerial(7);
@@ -62,7 +62,7 @@ TEST(UpdateStore, RemembersByItselfWhereItCannotWrite)
     EXPECT_EQ(store.lastCheck(), UpdateStore::Time(1s));
 }
 
-TEST(UpdateStore, RemembersTheSerialWhenItsFileIsEmptied)
+TEST(UpdateStore, KeepsTheSerialWhenItsFileIsRemoved)
 {
     const TemporaryDirectory folder;
     UpdateStore store(folder / "updates.ini");
@@ -85,9 +85,9 @@ TEST(UpdateStore, SharesItsFileWithOtherPrograms)
     EXPECT_EQ(other.newestSerial(), 7);
 }
 
-TEST(UpdateStore, WaitsForNobody)
+TEST(UpdateStore, DoesNotBlockOnAPipeOrALock)
 {
-    // Neither for the other end of a pipe nor for a lock that another program left.
+    // A pipe without a writer would block on opening. A lock file may be left by another program.
     const TemporaryDirectory folder;
     folder.write("locked.ini.lock", std::to_string(::getpid()) + "\nother\nelsewhere\n");
     ASSERT_EQ(::mkfifo((folder / "pipe.ini").c_str(), 0600), 0);
@@ -98,15 +98,15 @@ TEST(UpdateStore, WaitsForNobody)
     }
 }
 
-TEST(UpdateStore, LiesInTheUsersStateFolder)
+TEST(UpdateStore, IsInTheUsersStateFolder)
 {
     {
         const ScopedEnvironment state("XDG_STATE_HOME", "/some/state");
         EXPECT_EQ(UpdateStore::standardFile(), "/some/state/stackreel/updates.ini");
     }
     const ScopedEnvironment home("HOME", "/some/home");
-    for (const char* useless : {"", "relative/state"}) {
-        const ScopedEnvironment state("XDG_STATE_HOME", useless);
+    for (const char* invalid : {"", "relative/state"}) {
+        const ScopedEnvironment state("XDG_STATE_HOME", invalid);
         EXPECT_EQ(UpdateStore::standardFile(), "/some/home/.local/state/stackreel/updates.ini");
     }
 }

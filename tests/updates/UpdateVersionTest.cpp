@@ -15,14 +15,14 @@ std::optional<UpdateVersion> version(std::string_view text)
 
 } // namespace
 
-TEST(UpdateVersion, ReadsOneToFourNumbers)
+TEST(UpdateVersion, ParsesOneToFourNumbers)
 {
     EXPECT_EQ(version("1"), (UpdateVersion{{1, 0, 0, 0}}));
     EXPECT_EQ(version("0.1.0"), (UpdateVersion{{0, 1, 0, 0}}));
     EXPECT_EQ(version("12.345.6.999999999"), (UpdateVersion{{12, 345, 6, 999'999'999}}));
 }
 
-TEST(UpdateVersion, ReadsNothingElse)
+TEST(UpdateVersion, RejectsAnyOtherText)
 {
     using namespace std::string_view_literals;
     for (const auto text : {""sv,
@@ -50,7 +50,7 @@ TEST(UpdateVersion, ReadsNothingElse)
         EXPECT_FALSE(version(text)) << text;
 }
 
-TEST(UpdateVersion, IsComparedByNumbersFromTheLeft)
+TEST(UpdateVersion, ComparesNumbersFromTheLeft)
 {
     const std::string_view rising[] = {"0",      "0.0.0.1", "0.1", "0.2", "0.10",
                                        "0.10.1", "1.0",     "2",   "10",  "10.0.0.1"};

@@ -27,17 +27,17 @@ protected:
     {
         return {.messages = messages,
                 .store = UpdateStore(folder / "updates.ini"),
-                .schedule = {.firstLook = std::chrono::milliseconds(0)}};
+                .schedule = {.initialDelay = std::chrono::milliseconds(0)}};
     }
 
     TemporaryDirectory folder;
     std::shared_ptr<RecordedMessages> messages = std::make_shared<RecordedMessages>();
-    LoopbackServer server{sayNothing()};
+    LoopbackServer server{sendNothing()};
 };
 
 } // namespace
 
-TEST_F(UpdaterControllerTest, EnablesUpdatesByTheKeyToTheLetter)
+TEST_F(UpdaterControllerTest, EnablesUpdatesUnlessTheKeyIsMissingOrThePlaceholder)
 {
     struct Row {
         const char* json;
@@ -69,29 +69,29 @@ TEST_F(UpdaterControllerTest, EnablesUpdatesByTheKeyToTheLetter)
     }
 }
 
-TEST_F(UpdaterControllerTest, DoesNothingAtAllWithoutAKey)
+TEST_F(UpdaterControllerTest, DoesNothingWithoutAKey)
 {
     UpdaterController controller(info(R"({"SUFeedURL": ")" + server.url().toString().toStdString() + R"("})"),
                                  services());
     controller.checkForUpdates();
     controller.controller().checkForUpdates(nullptr);
     eventually([] { return false; }, std::chrono::milliseconds(50));
-    EXPECT_TRUE(messages->said.empty());
+    EXPECT_TRUE(messages->shown.empty());
     EXPECT_TRUE(server.paths().isEmpty());
 }
 
-TEST_F(UpdaterControllerTest, ReadsTheFeedOfTheDictionaryAtLaunchAndWhenTheUserAsks)
+TEST_F(UpdaterControllerTest, ReadsTheFeedAtLaunchAndWhenTheUserRequestsIt)
 {
     const FeedSigningKey key = FeedSigningKey::generate();
-    server.setAnswer(sendDocument(QByteArray::fromStdString(key.signedDocument(
+    server.setResponder(sendDocument(QByteArray::fromStdString(key.signedDocument(
         R"({"serial": 1, "releases": [{"version": "0.0.1", "notes": "", "download": "https://example.org/"}]})"))));
     UpdaterController controller(info(R"({"SUFeedURL": ")" + server.url().toString().toStdString() +
                                       R"(", "SUPublicEDKey": ")" + key.publicKey() + R"("})"),
                                  services());
     ASSERT_TRUE(eventually([&] { return server.paths().size() == 1; }));
     controller.checkForUpdates();
-    ASSERT_TRUE(eventually([&] { return !messages->said.empty(); }));
-    EXPECT_EQ(messages->said, std::vector<std::string>({std::string("up to date with ") + buildVersion()}));
+    ASSERT_TRUE(eventually([&] { return !messages->shown.empty(); }));
+    EXPECT_EQ(messages->shown, std::vector<std::string>({std::string("up to date with ") + buildVersion()}));
 }
 
 } // namespace stackreel

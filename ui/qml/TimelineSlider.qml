@@ -14,14 +14,14 @@ FocusItem {
     required property real maximumValue
     required property real step
     // By which a screen reader knows how many decimals a value has, and it would leave out some of a quarter second.
-    readonly property real stepSize: Math.min(step, numberTellsMore ? 0.01 : 1)
+    readonly property real stepSize: Math.min(step, announcesValueOnly ? 0.01 : 1)
     /// The time runs without anybody stepping it.
     property bool running: false
     property bool stepping: false
 
     // What assistive technology is told of changes.
     readonly property bool changesByItself: running && !stepping
-    readonly property bool numberTellsMore: step < 1
+    readonly property bool announcesValueOnly: step < 1
 
     signal stepped(direction: int)
 

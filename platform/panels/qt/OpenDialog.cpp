@@ -17,7 +17,7 @@ OpenDialog::OpenDialog()
     // This runs after Qt's own handler for the entered text, which disables the button. A desktop's native
     // dialog has no such field.
     if (const auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); field != nullptr)
-        connect(field, &QLineEdit::textChanged, this, &OpenDialog::enableForQuotedFile);
+        connect(field, &QLineEdit::textChanged, this, &OpenDialog::enableOpenForQuotedFile);
 }
 
 QString OpenDialog::chosenFile() const
@@ -34,7 +34,7 @@ void OpenDialog::accept()
         done(QDialog::Accepted);
 }
 
-void OpenDialog::enableForQuotedFile()
+void OpenDialog::enableOpenForQuotedFile()
 {
     if (!quotedFile().isEmpty())
         findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->setEnabled(true);

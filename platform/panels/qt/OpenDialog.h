@@ -23,7 +23,7 @@ public Q_SLOTS:
 private:
     /// The file whose entered name has quotation marks. Empty when the name has none, or no such file exists.
     QString quotedFile() const;
-    void enableForQuotedFile();
+    void enableOpenForQuotedFile();
 };
 
 } // namespace stackreel

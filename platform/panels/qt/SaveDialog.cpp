@@ -15,16 +15,16 @@ namespace stackreel
 namespace
 {
 
-/// What file systems allow a name to have.
-constexpr qsizetype mostBytesOfAName = 255;
+/// The longest file name that common file systems allow, in bytes.
+constexpr qsizetype maxNameBytes = 255;
 
-/// Why nothing can be written there; empty when something can.
-QString obstacle(const QFileInfo& file)
+/// Why the file cannot be written; empty when it can.
+QString writeProblem(const QFileInfo& file)
 {
     const QFileInfo folder(file.absolutePath());
     if (!folder.isDir())
         return QStringLiteral("The folder “%1” does not exist.").arg(file.absolutePath());
-    if (QFile::encodeName(file.fileName()).size() > mostBytesOfAName)
+    if (QFile::encodeName(file.fileName()).size() > maxNameBytes)
         return QStringLiteral("The name is too long. Choose a shorter one.");
     if (!(file.exists() ? file : folder).isWritable())
         return QStringLiteral("“%1” cannot be written to.")
@@ -38,7 +38,7 @@ SaveDialog::SaveDialog(std::optional<QString> suffix) : m_suffix(std::move(suffi
 {
     setAcceptMode(QFileDialog::AcceptSave);
     setFileMode(QFileDialog::AnyFile);
-    // Asked here, for the name with its suffix.
+    // `accept` asks instead, for the name with its suffix.
     setOption(QFileDialog::DontConfirmOverwrite);
 }
 
@@ -59,24 +59,24 @@ void SaveDialog::accept()
 {
     const QString entered = enteredFile();
     if (entered.isEmpty() || QFileInfo(entered).isDir()) {
-        QFileDialog::accept(); // goes into the folder
+        QFileDialog::accept(); // opens the folder
         return;
     }
     const QString file = withSuffix(entered);
-    if (const QString reason = obstacle(QFileInfo(file)); !reason.isEmpty())
-        refuse(reason);
+    if (const QString reason = writeProblem(QFileInfo(file)); !reason.isEmpty())
+        showProblem(reason);
     else if (QFileInfo::exists(file))
         askToReplace(file);
     else
         choose(file);
 }
 
-void SaveDialog::refuse(const QString& reason)
+void SaveDialog::showProblem(const QString& reason)
 {
     auto* message = new QMessageBox(QMessageBox::Warning, windowTitle(), reason, QMessageBox::Ok, this);
     message->setTextFormat(Qt::PlainText);
     message->setAttribute(Qt::WA_DeleteOnClose);
-    // A desktop's own dialog is gone by now.
+    // A desktop's native dialog has closed by now.
     connect(message, &QDialog::finished, this, &QWidget::show);
     message->open();
 }
@@ -92,7 +92,7 @@ void SaveDialog::askToReplace(const QString& file)
     QPushButton* replace = question->addButton(QStringLiteral("Replace"), QMessageBox::AcceptRole);
     question->setDefaultButton(QMessageBox::Cancel);
     connect(replace, &QPushButton::clicked, this, [this, file] { choose(file); });
-    // A desktop's own dialog is gone by now.
+    // A desktop's native dialog has closed by now.
     connect(question, &QDialog::rejected, this, &QWidget::show);
     question->open();
 }

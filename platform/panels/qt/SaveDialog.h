@@ -8,17 +8,17 @@
 namespace stackreel
 {
 
-/// A file dialog for saving that adds the suffix a name lacks, and only then asks whether an existing file is
-/// to be replaced; it stays open while it asks, and when the answer is no. A name under which nothing can be
-/// written is refused with the reason, as an export that failed on it later would cost the user's work.
+/// A file dialog for saving. It first adds a missing suffix and then asks whether to replace an existing
+/// file. It stays open while it asks, and when the answer is no. It rejects a file that cannot be written and
+/// shows the reason: otherwise the export would fail at its end.
 class SaveDialog : public QFileDialog
 {
     Q_OBJECT
 public:
-    /// `suffix` without its dot; none adds nothing.
+    /// `suffix` is given without its dot; none adds nothing.
     explicit SaveDialog(std::optional<QString> suffix);
 
-    /// What was confirmed, absolute; empty before.
+    /// The absolute path of the confirmed file; empty before.
     const QString& chosenFile() const { return m_chosenFile; }
 
 public Q_SLOTS:
@@ -27,7 +27,7 @@ public Q_SLOTS:
 private:
     QString enteredFile() const;
     QString withSuffix(const QString& file) const;
-    void refuse(const QString& reason);
+    void showProblem(const QString& reason);
     void askToReplace(const QString& file);
     void choose(const QString& file);
 

@@ -25,33 +25,33 @@ using namespace stackreel;
 namespace
 {
 
-using Words = std::vector<std::string>;
+using Arguments = std::vector<std::string>;
 
-ProcessOutput runChild(const std::string& child, const Words& arguments)
+ProcessOutput runChild(const std::string& child, const Arguments& arguments)
 {
     return runToEnd(ProcessRunner::run(child, arguments));
 }
 
-void closed(const Words& words)
+void closed(const Arguments& arguments)
 {
-    for (const char digit : words.at(2))
+    for (const char digit : arguments.at(2))
         ::close(digit - '0');
     int count = 1;
     char name[] = "media-host";
     char* names[] = {name, nullptr};
     const QCoreApplication application(count, names);
-    const std::string& child = words.at(1);
+    const std::string& child = arguments.at(1);
     const ProcessOutput descriptors = runChild(child, {"descriptors"});
     const ProcessOutput failing = runChild(child, {"exit", "3"});
-    std::ofstream result(words.at(0));
+    std::ofstream result(arguments.at(0));
     result << descriptors.standardOutput << failing.status << "\n"
            << failing.standardOutput << failing.standardError;
 }
 
-void locate(const Words& words)
+void locate(const Arguments& arguments)
 {
-    const MediaTool tool = words.at(0) == "ffmpeg" ? MediaTool::ffmpeg : MediaTool::ffprobe;
-    for (const std::string& folder : Words(words.begin() + 1, words.end())) {
+    const MediaTool tool = arguments.at(0) == "ffmpeg" ? MediaTool::ffmpeg : MediaTool::ffprobe;
+    for (const std::string& folder : Arguments(arguments.begin() + 1, arguments.end())) {
         std::filesystem::current_path(folder);
         if (folder.ends_with("deleted"))
             std::filesystem::remove(folder);
@@ -63,14 +63,14 @@ void locate(const Words& words)
     }
 }
 
-void probe(const Words& words)
+void probe(const Arguments& arguments)
 {
     int count = 1;
     char name[] = "media-host";
     char* names[] = {name, nullptr};
     const QCoreApplication application(count, names);
     try {
-        const MediaInfo info = runToEnd(MediaProbe::inspect(words.at(0)));
+        const MediaInfo info = runToEnd(MediaProbe::inspect(arguments.at(0)));
         std::cout << info.width << "x" << info.height << " " << info.rotation << " " << info.duration << " "
                   << info.videoCodec << " " << info.audioCodec.value_or("(none)") << "\n";
     } catch (const MediaToolError& error) {
@@ -88,14 +88,14 @@ void probe(const Words& words)
 
 int main(int count, char** all)
 {
-    const Words words(all + 2, all + count);
+    const Arguments arguments(all + 2, all + count);
     const std::string mode = all[1];
     if (mode == "closed")
-        closed(words);
+        closed(arguments);
     else if (mode == "locate")
-        locate(words);
+        locate(arguments);
     else if (mode == "probe")
-        probe(words);
+        probe(arguments);
     else
         return 64;
     return 0;

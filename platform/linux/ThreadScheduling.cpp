@@ -1,4 +1,4 @@
-#include "platform/ThreadUrgency.h"
+#include "platform/ThreadScheduling.h"
 
 #include <linux/sched.h>
 #include <linux/sched/types.h>
@@ -12,18 +12,18 @@ namespace stackreel
 namespace
 {
 
-/// How long the thread means to run at a time, in nanoseconds: the least that Linux takes. Whoever means to
-/// run shorter goes first, from 6.12 on; until then those went first that had slept.
+/// The requested time slice in nanoseconds: the shortest that Linux accepts. Since Linux 6.12 a thread with a
+/// shorter slice is scheduled earlier. Older kernels prefer a thread that has slept.
 constexpr unsigned long long shortestSlice = 100'000;
 
 } // namespace
 
-// Threads that decode are left as they are: GLib gives the threads it starts the usual niceness, which a
-// user's program may not do any more once it has raised it, and complains.
-void runPromptly()
+// Raising the nice value of decoding threads instead would not work: GLib resets it for each thread that it
+// starts, an unprivileged program may not lower it again, and GLib prints a warning.
+void requestShortTimeSlice()
 {
     if (syscall(SYS_sched_getscheduler, 0) != SCHED_NORMAL)
-        return; // whoever chose another way for this program knows better
+        return; // the user chose another scheduling policy for this program
     sched_attr attributes = {};
     attributes.size = sizeof attributes;
     attributes.sched_nice = getpriority(PRIO_PROCESS, 0);

@@ -8,11 +8,11 @@ namespace stackreel
 namespace
 {
 
-using ProcessCrowdTest = RunnerTest;
+using ManyProcessesTest = RunnerTest;
 
 } // namespace
 
-TEST_F(ProcessCrowdTest, OfAThousandRunsEachGetsItsOwnStatusAndOutput)
+TEST_F(ManyProcessesTest, ReturnEachOfAThousandRunsItsOwnStatusAndOutput)
 {
     const ScopedDescriptorLimit highest;
     std::vector<Awaited<ProcessOutput>> running;
@@ -26,7 +26,7 @@ TEST_F(ProcessCrowdTest, OfAThousandRunsEachGetsItsOwnStatusAndOutput)
     }
 }
 
-TEST_F(ProcessCrowdTest, OfAHundredRunsEachEndsWhenAllAreCancelled)
+TEST_F(ManyProcessesTest, EndAHundredRunsWhenAllAreCancelled)
 {
     const ScopedDescriptorLimit highest;
     std::stop_source source;
@@ -34,7 +34,7 @@ TEST_F(ProcessCrowdTest, OfAHundredRunsEachEndsWhenAllAreCancelled)
     for (int child = 0; child < 100; ++child)
         running.emplace_back(
             run({"patient", m_directory / ("pid" + std::to_string(child)), "1"}, source.get_token()));
-    // Some are running by then, some being launched, some not yet.
+    // By then some children run, some are being launched and some are not yet.
     EXPECT_TRUE(eventually([this] { return m_directory.names().size() > 20; }));
     source.request_stop();
     for (auto& run : running)

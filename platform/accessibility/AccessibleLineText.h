@@ -5,11 +5,11 @@
 namespace stackreel
 {
 
-/// The text of a field of one line, as assistive technology reads and edits it. Stands in for what the
-/// toolkit has for its fields: asked for the word or the sentence at the end of a text, Qt 6.4 never stops
-/// looking, and a screen reader asks when the cursor gets there by words. Offsets are in UTF-16 units. Main
+/// The text of a single-line field, as assistive technology reads and edits it. It replaces Qt's own
+/// implementation: in Qt 6.4 that loops forever when asked for the word or sentence at the end of a text. A
+/// screen reader asks for it when the cursor moves there word by word. Offsets are in UTF-16 units. Main
 /// thread.
-class LineText : public QAccessibleTextInterface, public QAccessibleEditableTextInterface
+class AccessibleLineText : public QAccessibleTextInterface, public QAccessibleEditableTextInterface
 {
 public:
     void selection(int index, int* start, int* end) const override;
@@ -21,7 +21,7 @@ public:
     void setCursorPosition(int position) override { select(position, position); }
     QString text(int start, int end) const override;
     int characterCount() const override { return static_cast<int>(line().size()); }
-    /// At the end there is no word, sentence or character.
+    /// The text is empty at the end of the line for a word, sentence or character.
     QString textAtOffset(int offset, QAccessible::TextBoundaryType boundary, int* start,
                          int* end) const override;
     QRect characterRect(int) const override { return {}; }
@@ -42,9 +42,9 @@ protected:
     virtual QString line() const = 0;
     virtual void setLine(const QString& text) = 0;
     virtual int cursor() const = 0;
-    /// Empty where nothing is selected.
+    /// An empty range when nothing is selected.
     virtual Range selected() const = 0;
-    /// Puts the cursor at `end`, and selects from `start`.
+    /// Selects from `start` to `end`, and puts the cursor at `end`.
     virtual void select(int start, int end) = 0;
 };
 

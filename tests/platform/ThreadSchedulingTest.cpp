@@ -1,4 +1,4 @@
-#include "platform/ThreadUrgency.h"
+#include "platform/ThreadScheduling.h"
 
 #include <gtest/gtest.h>
 
@@ -33,11 +33,11 @@ int nicenessAfter(const std::function<void()>& request)
 
 } // namespace
 
-TEST(ThreadUrgency, leavesPolicyAndPriorityOfAPromptThreadAlone)
+TEST(ThreadScheduling, KeepsPolicyAndPriorityWhenAShortTimeSliceIsRequested)
 {
     int policy = -1;
     EXPECT_EQ(nicenessAfter([&] {
-                  runPromptly();
+                  requestShortTimeSlice();
                   policy = sched_getscheduler(0);
               }),
               niceness());

@@ -1,39 +1,40 @@
-#include "platform/accessibility/LineText.h"
+#include "platform/accessibility/AccessibleLineText.h"
 
 namespace stackreel
 {
 
-void LineText::selection(int index, int* start, int* end) const
+void AccessibleLineText::selection(int index, int* start, int* end) const
 {
     const Range range = index == 0 ? selected() : Range{};
     *start = range.start;
     *end = range.end;
 }
 
-int LineText::selectionCount() const
+int AccessibleLineText::selectionCount() const
 {
     const Range range = selected();
     return range.end > range.start ? 1 : 0;
 }
 
-void LineText::removeSelection(int index)
+void AccessibleLineText::removeSelection(int index)
 {
     if (index == 0)
         select(cursor(), cursor());
 }
 
-void LineText::setSelection(int index, int start, int end)
+void AccessibleLineText::setSelection(int index, int start, int end)
 {
     if (index == 0)
         select(start, end);
 }
 
-QString LineText::text(int start, int end) const
+QString AccessibleLineText::text(int start, int end) const
 {
     return line().mid(start, end - start);
 }
 
-QString LineText::textAtOffset(int offset, QAccessible::TextBoundaryType boundary, int* start, int* end) const
+QString AccessibleLineText::textAtOffset(int offset, QAccessible::TextBoundaryType boundary, int* start,
+                                         int* end) const
 {
     const bool wholeLine = boundary == QAccessible::LineBoundary ||
                            boundary == QAccessible::ParagraphBoundary || boundary == QAccessible::NoBoundary;
@@ -45,14 +46,14 @@ QString LineText::textAtOffset(int offset, QAccessible::TextBoundaryType boundar
     return text(*start, *end);
 }
 
-QString LineText::attributes(int, int* start, int* end) const
+QString AccessibleLineText::attributes(int, int* start, int* end) const
 {
     *start = 0;
     *end = characterCount();
     return {};
 }
 
-void LineText::replaceText(int start, int end, const QString& text)
+void AccessibleLineText::replaceText(int start, int end, const QString& text)
 {
     QString changed = line();
     setLine(changed.replace(start, end - start, text));

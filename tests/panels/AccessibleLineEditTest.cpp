@@ -1,4 +1,4 @@
-#include "platform/accessibility/LineEditAccess.h"
+#include "platform/accessibility/AccessibleLineEdit.h"
 
 #include <QAccessible>
 #include <QDialog>
@@ -13,18 +13,18 @@ namespace stackreel
 namespace
 {
 
-/// A labelled field in a dialog, as the panels have it, and what assistive technology finds.
-class LineEditAccessTest : public testing::Test
+/// A labelled field in a dialog, as in the panels, and its accessible interface.
+class AccessibleLineEditTest : public testing::Test
 {
 protected:
-    LineEditAccessTest()
+    AccessibleLineEditTest()
     {
         QAccessible::setActive(true);
-        installLineEditAccess();
+        installAccessibleLineEdits();
         m_label.setBuddy(&m_edit);
         m_edit.setText(QStringLiteral("/tmp/Beach day.mp4"));
-        m_face = QAccessible::queryAccessibleInterface(&m_edit);
-        m_text = m_face->textInterface();
+        m_interface = QAccessible::queryAccessibleInterface(&m_edit);
+        m_text = m_interface->textInterface();
     }
 
     QString at(int offset, QAccessible::TextBoundaryType boundary)
@@ -35,15 +35,15 @@ protected:
     QDialog m_dialog;
     QLabel m_label{QStringLiteral("File &name:"), &m_dialog};
     QLineEdit m_edit{&m_dialog};
-    QAccessibleInterface* m_face = nullptr;
+    QAccessibleInterface* m_interface = nullptr;
     QAccessibleTextInterface* m_text = nullptr;
     int m_start = -1;
     int m_end = -1;
 };
 
-TEST_F(LineEditAccessTest, AtTheEndThereIsNoWordAndNoSentence)
+TEST_F(AccessibleLineEditTest, ReturnsNoWordOrSentenceAtTheEnd)
 {
-    // Asked for this, the toolkit's own would never answer.
+    // Qt 6.4's own implementation would loop forever here.
     for (const auto boundary :
          {QAccessible::WordBoundary, QAccessible::SentenceBoundary, QAccessible::CharBoundary}) {
         EXPECT_EQ(at(18, boundary), QString());
@@ -52,7 +52,7 @@ TEST_F(LineEditAccessTest, AtTheEndThereIsNoWordAndNoSentence)
     }
 }
 
-TEST_F(LineEditAccessTest, WordsCharactersAndTheLineAreTold)
+TEST_F(AccessibleLineEditTest, ReturnsWordsCharactersAndTheLine)
 {
     EXPECT_EQ(at(6, QAccessible::WordBoundary), QStringLiteral("Beach"));
     EXPECT_EQ(at(1, QAccessible::CharBoundary), QStringLiteral("t"));
@@ -63,7 +63,7 @@ TEST_F(LineEditAccessTest, WordsCharactersAndTheLineAreTold)
     EXPECT_EQ(at(0, QAccessible::LineBoundary), QString());
 }
 
-TEST_F(LineEditAccessTest, TheSelectionIsToldAndMade)
+TEST_F(AccessibleLineEditTest, ReturnsAndChangesTheSelection)
 {
     EXPECT_EQ(m_text->selectionCount(), 0);
     m_text->addSelection(5, 10);
@@ -78,30 +78,30 @@ TEST_F(LineEditAccessTest, TheSelectionIsToldAndMade)
     EXPECT_EQ(m_edit.cursorPosition(), 3);
 }
 
-TEST_F(LineEditAccessTest, TheTextIsEdited)
+TEST_F(AccessibleLineEditTest, EditsTheText)
 {
-    QAccessibleEditableTextInterface* const editable = m_face->editableTextInterface();
+    QAccessibleEditableTextInterface* const editable = m_interface->editableTextInterface();
     ASSERT_NE(editable, nullptr);
     editable->replaceText(5, 10, QStringLiteral("Lake"));
     EXPECT_EQ(m_edit.text(), QStringLiteral("/tmp/Lake day.mp4"));
     editable->deleteText(0, 5);
     editable->insertText(0, QStringLiteral("/"));
     EXPECT_EQ(m_edit.text(), QStringLiteral("/Lake day.mp4"));
-    m_face->setText(QAccessible::Value, QStringLiteral("new"));
-    EXPECT_EQ(m_face->text(QAccessible::Value), QStringLiteral("new"));
+    m_interface->setText(QAccessible::Value, QStringLiteral("new"));
+    EXPECT_EQ(m_interface->text(QAccessible::Value), QStringLiteral("new"));
 }
 
-TEST_F(LineEditAccessTest, ItIsAFieldWithTheNameOfItsLabel)
+TEST_F(AccessibleLineEditTest, HasTheNameOfItsLabel)
 {
-    EXPECT_EQ(m_face->role(), QAccessible::EditableText);
-    EXPECT_EQ(m_face->text(QAccessible::Name), QStringLiteral("File name:"));
-    EXPECT_TRUE(m_face->state().editable);
-    EXPECT_TRUE(m_face->state().focusable);
+    EXPECT_EQ(m_interface->role(), QAccessible::EditableText);
+    EXPECT_EQ(m_interface->text(QAccessible::Name), QStringLiteral("File name:"));
+    EXPECT_TRUE(m_interface->state().editable);
+    EXPECT_TRUE(m_interface->state().focusable);
     m_edit.setReadOnly(true);
-    EXPECT_TRUE(m_face->state().readOnly);
+    EXPECT_TRUE(m_interface->state().readOnly);
 }
 
-TEST_F(LineEditAccessTest, APasswordIsLeftToTheToolkit)
+TEST_F(AccessibleLineEditTest, HidesThePasswordOfAPasswordField)
 {
     QLineEdit hidden(&m_dialog);
     hidden.setEchoMode(QLineEdit::Password);

@@ -1,6 +1,6 @@
-#include "platform/accessibility/LineEditAccess.h"
+#include "platform/accessibility/AccessibleLineEdit.h"
 
-#include "platform/accessibility/LineText.h"
+#include "platform/accessibility/AccessibleLineText.h"
 
 #include <QAccessibleWidget>
 #include <QLineEdit>
@@ -11,10 +11,10 @@ namespace stackreel
 namespace
 {
 
-class LineEditAccess : public QAccessibleWidget, public LineText
+class AccessibleLineEdit : public QAccessibleWidget, public AccessibleLineText
 {
 public:
-    explicit LineEditAccess(QLineEdit* edit) : QAccessibleWidget(edit, QAccessible::EditableText) {}
+    explicit AccessibleLineEdit(QLineEdit* edit) : QAccessibleWidget(edit, QAccessible::EditableText) {}
 
     QAccessible::State state() const override
     {
@@ -29,10 +29,10 @@ public:
     {
         if (which == QAccessible::Value)
             return edit().text();
-        const QString told = QAccessibleWidget::text(which);
-        return told.isEmpty() && which == QAccessible::Description ? edit().placeholderText() : told;
+        const QString text = QAccessibleWidget::text(which);
+        return text.isEmpty() && which == QAccessible::Description ? edit().placeholderText() : text;
     }
-    using LineText::text;
+    using AccessibleLineText::text;
 
     void setText(QAccessible::Text which, const QString& text) override
     {
@@ -66,20 +66,20 @@ private:
     QLineEdit& edit() const { return *qobject_cast<QLineEdit*>(object()); }
 };
 
-/// A field that hides what is typed keeps the toolkit's own, which does not tell it.
-QAccessibleInterface* lineEditAccess(const QString& className, QObject* object)
+/// A field that hides its text keeps Qt's own interface, which does not expose the text.
+QAccessibleInterface* accessibleLineEdit(const QString& className, QObject* object)
 {
     auto* const edit = qobject_cast<QLineEdit*>(object);
     if (className != QLatin1String("QLineEdit") || edit == nullptr || edit->echoMode() != QLineEdit::Normal)
         return nullptr;
-    return new LineEditAccess(edit);
+    return new AccessibleLineEdit(edit);
 }
 
 } // namespace
 
-void installLineEditAccess()
+void installAccessibleLineEdits()
 {
-    QAccessible::installFactory(lineEditAccess);
+    QAccessible::installFactory(accessibleLineEdit);
 }
 
 } // namespace stackreel
