@@ -47,7 +47,8 @@ void Shutdown::run(AppModel& model, std::chrono::milliseconds gracePeriod)
     QObject::connect(&exitTimer, &QTimer::timeout, [] { std::_Exit(EXIT_FAILURE); });
     exitTimer.start(2 * gracePeriod);
 
-    // Cancel the exports first: if its child ended before, an export would report a failure.
+    // Cancel the exports before ending the children: an export whose child ends uncancelled reports a
+    // failure.
     const auto exports = model.unfinishedExports();
     for (const auto& task : exports)
         task->cancel();

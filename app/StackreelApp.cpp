@@ -35,7 +35,7 @@ void StackreelApp::keepAwakeWhileExporting()
 
 void StackreelApp::shutDown()
 {
-    // A panel may be open as well.
+    // All windows, as a panel or a message may be open besides the main window.
     for (QWindow* window : QGuiApplication::topLevelWindows())
         window->hide();
     Shutdown::run(m_model);

@@ -10,8 +10,7 @@
 namespace stackreel
 {
 
-/// What a child is started with. The descriptors belong to the caller and may be closed once `launch`
-/// returns.
+/// The parameters of a child. The descriptors belong to the caller and may be closed once `launch` returns.
 struct ChildProcessLaunch {
     std::filesystem::path executable;   ///< absolute path; PATH is never searched
     std::vector<std::string> arguments; ///< without the program's own name; bytes, passed as they are

@@ -21,7 +21,7 @@ public:
     void setCursorPosition(int position) override { select(position, position); }
     QString text(int start, int end) const override;
     int characterCount() const override { return static_cast<int>(line().size()); }
-    /// The text is empty at the end of the line for a word, sentence or character.
+    /// At the end of the line there is no word, sentence or character: the returned text is empty.
     QString textAtOffset(int offset, QAccessible::TextBoundaryType boundary, int* start,
                          int* end) const override;
     QRect characterRect(int) const override { return {}; }

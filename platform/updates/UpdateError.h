@@ -5,7 +5,7 @@
 namespace stackreel
 {
 
-/// A feed that must not be trusted. `what()` is a sentence for the user.
+/// A feed that is not accepted. `what()` is a sentence for the user.
 class UpdateError : public std::runtime_error
 {
 public:

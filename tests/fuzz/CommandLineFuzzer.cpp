@@ -16,7 +16,7 @@ std::vector<std::string> argumentsOf(std::string_view text)
     std::vector<std::string> arguments;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
-        // An argument of a process ends at a NUL.
+        // Cut at the first NUL, where a process's argument ends.
         arguments.emplace_back(std::string(text.substr(0, end)).c_str());
         text.remove_prefix(std::min(end + 1, text.size()));
     }

@@ -121,7 +121,7 @@ TEST_F(ProcessRunnerTest, ContinuesWhenItsTaskIsDropped)
         const auto dropped = run({"touch", marker()});
     }
     EXPECT_TRUE(eventually([this] { return isMarked() && scratchNames().empty(); }));
-    // Another run processes the first worker's last event, which may still be in the queue.
+    // The last event of the dropped run's worker may still be queued. The next run processes it.
     EXPECT_EQ(runToEnd(run({"exit", "0"})).status, 0);
 }
 

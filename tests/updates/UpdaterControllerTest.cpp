@@ -15,7 +15,7 @@ namespace stackreel
 namespace
 {
 
-/// A controller as the application builds it from the text of an information dictionary.
+/// Creates controllers like the application: from the JSON text of an information dictionary.
 class UpdaterControllerTest : public testing::Test
 {
 protected:
