@@ -12,7 +12,7 @@ namespace stackreel
 void returnLargeBlocksAtOnce()
 {
 #if defined(__GLIBC__)
-    // Setting the threshold fixes it. By default it grows to the largest block ever freed.
+    // Setting the threshold makes it constant. By default it grows to the largest block ever freed.
     mallopt(M_MMAP_THRESHOLD, 1 << 20);
 #endif
 }
