@@ -14,8 +14,8 @@ namespace stackreel
 {
 
 /// Edits one crop region over a picture of `viewSize` points, by dragging and by keys. It never changes
-/// `region` itself: it asks for the change, and whoever owns the region writes it and hands it back. So one
-/// region has one owner. Main thread.
+/// `region` itself: it emits `regionEdited`, and the owner of the region sets the new value. So each region
+/// has exactly one owner. Main thread.
 class CropEditor : public QObject
 {
     Q_OBJECT
@@ -23,20 +23,20 @@ class CropEditor : public QObject
 
     /// In fractions of the displayed frame.
     Q_PROPERTY(QRectF region READ region WRITE setRegion NOTIFY regionChanged FINAL)
-    /// Width / height of one half of the output; the shape that resizing keeps.
+    /// Width / height of one half of the output. Resizing keeps this aspect ratio.
     Q_PROPERTY(double panelAspect MEMBER m_panelAspect NOTIFY panelAspectChanged FINAL)
     Q_PROPERTY(QSizeF viewSize READ viewSize WRITE setViewSize NOTIFY viewSizeChanged FINAL)
-    /// The displayed frame in source pixels, by which the keys step.
+    /// Size of the displayed frame in source pixels. The arrow keys move by source pixels.
     Q_PROPERTY(QSizeF sourceSize MEMBER m_sourceSize NOTIFY sourceSizeChanged FINAL)
     /// Where the region is drawn, in points.
     Q_PROPERTY(QRectF displayRect READ displayRect NOTIFY displayRectChanged FINAL)
-    /// Where the region is and how large, in words and source pixels; for assistive technology.
+    /// Position and size of the region as a text, in source pixels; for assistive technology.
     Q_PROPERTY(QString placeText READ placeText NOTIFY placeTextChanged FINAL)
 
 public:
-    /// How far a pointer has to come, in points, before a press becomes a drag.
+    /// How far the pointer must move, in points, before a press becomes a drag.
     static constexpr double smallestDrag = 1;
-    /// Source pixels that a key moves: alone, and with Shift or by assistive technology.
+    /// Source pixels per key press: `ShortStep` alone, `LongStep` with Shift or by assistive technology.
     enum Step { ShortStep = 1, LongStep = 10 };
     Q_ENUM(Step)
 
@@ -51,18 +51,18 @@ public:
     bool isMoving() const { return m_moveStart.has_value(); }
     bool isResizing() const { return m_resizeStart.has_value(); }
 
-    /// The pointer has dragged the body by so many points since it was pressed.
+    /// Moves the region. `x` and `y` are the distance in points from where the pointer was pressed.
     Q_INVOKABLE void move(double x, double y);
     Q_INVOKABLE void endMove() { m_moveStart.reset(); }
-    /// The pointer has dragged the handle by so many points since it was pressed.
+    /// Resizes the region. `x` and `y` are the distance in points from where the pointer was pressed.
     Q_INVOKABLE void resize(double x, double y);
     Q_INVOKABLE void endResize() { m_resizeStart.reset(); }
 
-    /// A key moves the body or the handle by source pixels. The same as a drag that far, begun and ended.
+    /// Move or resize the region by source pixels, as a complete drag over that distance does.
     Q_INVOKABLE void stepMove(int x, int y);
     Q_INVOKABLE void stepResize(int x, int y);
-    /// Does what a key stands for: the arrows move, with Ctrl they resize, with Shift they go further. False
-    /// for any other key.
+    /// Handles a key press: the arrow keys move the region, with Ctrl they resize it, with Shift they use
+    /// `LongStep`. Returns false for any other key.
     Q_INVOKABLE bool pressKey(int key, int modifiers);
 
 Q_SIGNALS:
@@ -72,9 +72,9 @@ Q_SIGNALS:
     void sourceSizeChanged();
     void displayRectChanged();
     void placeTextChanged();
-    /// This crop is to become the selected one.
+    /// The owner should make this crop the selected one.
     void selectRequested();
-    /// The region is to become this one.
+    /// The owner should set the region to this value.
     void regionEdited(const QRectF& region);
 
 private:

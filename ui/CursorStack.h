@@ -7,16 +7,16 @@
 namespace stackreel
 {
 
-/// Pointer cursors as one view asks for them: those pushed and not yet popped, the arrow below them all, and
-/// the one shown. Every push needs its pop.
+/// The cursor shapes of one view: a stack of pushed shapes over the arrow, and the shape shown now. Each
+/// `push` needs one `pop`.
 class CursorStack
 {
 public:
     /// Shows a shape until it is popped.
     void push(Qt::CursorShape shape);
-    /// Shows again what was pushed before. Without a push there is nothing to pop, and the arrow stays.
+    /// Shows the previous shape of the stack, or the arrow when the stack is empty.
     void pop();
-    /// Shows a shape until the next push, pop or set, leaving what was pushed as it is.
+    /// Shows a shape until the next push, pop or set. Does not change the stack.
     void set(Qt::CursorShape shape) { m_shown = shape; }
 
     Qt::CursorShape shown() const { return m_shown; }

@@ -11,7 +11,7 @@ FocusItem::FocusItem(QQuickItem* parent) : QQuickItem(parent)
 void FocusItem::focusInEvent(QFocusEvent* event)
 {
     QQuickItem::focusInEvent(event);
-    // The window's own coming and going changes nothing about how the focus got here.
+    // When the window or a popup returns the focus, the item keeps the visual focus it had.
     const Qt::FocusReason reason = event->reason();
     if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
         setVisualFocus(reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||

@@ -6,9 +6,9 @@
 namespace stackreel
 {
 
-/// An item that takes the focus by Tab and knows whether to show it: when it came by the keyboard, but not
-/// when it came by a press. (The toolkit's controls know that too, but on Qt 6.4 they replace an accessible
-/// role that is not their own once assistive technology starts.) Main thread.
+/// An item that takes the focus by Tab. `visualFocus` is true when the focus came by the keyboard, and false
+/// when it came by a mouse press. Qt's controls have the same property, but on Qt 6.4 they overwrite a custom
+/// accessible role when assistive technology starts. Main thread.
 class FocusItem : public QQuickItem
 {
     Q_OBJECT

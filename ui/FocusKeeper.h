@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// Gives the focus of the keyboard back to where it was in `content`, once the menus and dialogs that took it
-/// are gone; Qt 6.4 leaves it nowhere. Main thread.
+/// Restores the keyboard focus to the item of `content` that had it before a menu or dialog opened. Without
+/// it, no item has the focus after the menu closes (Qt 6.4). Main thread.
 class FocusKeeper : public QObject
 {
     Q_OBJECT
@@ -28,15 +28,16 @@ public:
     /// shows its focus again if it did.
     Q_INVOKABLE void giveBack();
 
-    /// Has the title of a menu that closes take the pointer for gone. Not the title of one that makes place
-    /// for the next, which is no longer highlighted: it would be entered anew and take the menus back.
+    /// Sends a hover leave event to the title of a menu that closes. Does nothing when the title is no longer
+    /// highlighted, because another menu opens then: the pointer would enter the title again and reopen its
+    /// menu.
     Q_INVOKABLE static void takePointerOff(QQuickItem* title);
 
 Q_SIGNALS:
     void contentChanged();
 
 private:
-    /// What has the focus in the content, or none.
+    /// The item of the content that has the focus, or null.
     QQuickItem* focused() const;
 
     QPointer<QQuickItem> m_content;

@@ -9,22 +9,22 @@
 namespace stackreel
 {
 
-/// Holds the latest picture of a player until its view takes it. The player puts pictures in on a thread of
-/// its own and may go on doing so after the view is gone; a picture that is not taken in time is replaced.
+/// Holds the latest frame of a player until the view takes it. The player presents frames from its own
+/// thread, possibly after the view is destroyed. A new frame replaces one that was not taken.
 class FrameMailbox : public VideoOutput
 {
 public:
-    /// `changed` says that there is something to take; once until it is taken. Called on any thread, with the
-    /// mailbox locked, so it calls nothing of the mailbox.
+    /// `changed` is called when a frame arrives in an empty mailbox. It is called on any thread while the
+    /// mailbox is locked, so it must not call the mailbox.
     explicit FrameMailbox(std::function<void()> changed) : m_changed(std::move(changed)) {}
 
     void present(VideoFrame frame) noexcept override;
     void clear() noexcept override;
 
-    /// What came last since the call before: a frame, or one without pixels when nothing is to be shown any
-    /// more. None when nothing came. Any thread.
+    /// Takes the frame that arrived since the last call: one without pixels means that the view should be
+    /// cleared. Returns nothing when no frame arrived. Any thread.
     std::optional<VideoFrame> take();
-    /// Throws away what comes from now on; after the call `changed` is not called any more. Any thread.
+    /// Drops the held frame and all later ones. After this call `changed` is not called any more. Any thread.
     void close();
 
 private:

@@ -9,20 +9,20 @@ namespace stackreel
 class WindowActions;
 class WindowModel;
 
-/// The program's one window, loaded from QML. Made hidden. Both objects have to outlive it. Main thread.
+/// The main window, loaded from QML; hidden until `show`. `model` and `actions` must outlive it. Main thread.
 class MainWindow
 {
 public:
-    /// Throws `std::runtime_error` when the window cannot be made, which only a broken installation causes.
+    /// Throws `std::runtime_error` when the QML cannot be loaded, which only a broken installation causes.
     MainWindow(WindowModel& model, WindowActions& actions);
 
     QQuickWindow& window() const { return *m_window; }
-    /// Shows it at its first size: 1180 × 780 points, or less where the screen is smaller.
+    /// Shows the window at its initial size: 1180 × 780 points, or less on a smaller screen.
     void show();
 
 private:
     QQmlApplicationEngine m_engine;
-    QQuickWindow* m_window = nullptr; ///< the engine's
+    QQuickWindow* m_window = nullptr; ///< owned by the engine
 };
 
 } // namespace stackreel

@@ -35,7 +35,7 @@ bool isReducedByFiles()
 
 QDBusConnection sessionBus()
 {
-    // Without a session bus, asking for one would start a bus of its own.
+    // Without an address, QtDBus would start a new bus.
     return qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ? QDBusConnection(QString())
                                                                    : QDBusConnection::sessionBus();
 }
@@ -59,7 +59,7 @@ MotionPreference::MotionPreference(const std::function<QDBusConnection()>& bus, 
 
 void MotionPreference::askPortal(QDBusConnection bus)
 {
-    // Qt finds the slot below by the names of its types, and knows this one only after its first message.
+    // Qt looks the slot up by the names of its parameter types, so the type must be registered first.
     qRegisterMetaType<QDBusVariant>();
     bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(followPortal(QString, QString, QDBusVariant)));
@@ -70,7 +70,7 @@ void MotionPreference::askPortal(QDBusConnection bus)
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
         const QDBusPendingReply<QDBusVariant> reply = *call;
         call->deleteLater();
-        // The portal wraps what it read once more.
+        // The portal returns a variant inside a variant.
         if (reply.isValid())
             followPortal(gnomeGroup, gnomeKey, reply.value().variant().value<QDBusVariant>());
     });

@@ -23,8 +23,8 @@ class MotionPreference : public QObject
 
 public:
     explicit MotionPreference(QObject* parent = nullptr);
-    /// `bus` gives the message bus with the portal on it, in place of the session's; it is not called where
-    /// the environment decides.
+    /// `bus` returns the message bus to find the portal on, instead of the session bus. It is not called when
+    /// the environment variable is set.
     explicit MotionPreference(const std::function<QDBusConnection()>& bus, QObject* parent = nullptr);
 
     bool isReduced() const { return m_reduced; }

@@ -16,7 +16,7 @@ namespace
 
 using FrameOwner = std::shared_ptr<const void>;
 
-/// The frame's own pixels as an image, which keeps them alive. No copy.
+/// The frame as an image that shares its pixels and keeps them alive.
 QImage imageOf(const VideoFrame& frame)
 {
     const auto release = [](void* owner) { delete static_cast<FrameOwner*>(owner); };
@@ -40,7 +40,7 @@ void PictureNode::setBounds(const QRectF& bounds)
 void PictureNode::setFrame(const VideoFrame& frame)
 {
     if (frame.pixels == nullptr) {
-        // Also takes the node out of the tree.
+        // The destructor also removes the node from its parent.
         delete m_picture;
         m_picture = nullptr;
         return;
@@ -53,7 +53,7 @@ void PictureNode::setFrame(const VideoFrame& frame)
     }
     m_picture->setTexture(m_window.createTextureFromImage(imageOf(frame), QQuickWindow::TextureIsOpaque));
     m_picture->setSourceRect(QRectF(0, 0, frame.width, frame.height));
-    // A node without a texture must not be in the tree.
+    // An image node must have a texture before it is added to the tree.
     if (isFirst)
         appendChildNode(m_picture);
 }

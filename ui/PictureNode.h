@@ -12,26 +12,27 @@ class QSGRectangleNode;
 namespace stackreel
 {
 
-/// A picture over black in the scene graph, whichever one the window uses. Rendering thread.
+/// A scene graph node that shows a picture over a black background. Works with every scene graph backend.
+/// Render thread.
 ///
-/// A transform node, though it transforms nothing: under a plain node, the software scene graph of Qt 6.4
-/// draws children that were added later at the window's origin.
+/// It is a transform node without a transform, because of a bug in the software backend of Qt 6.4: children
+/// added later to a plain node are drawn at the window's origin.
 class PictureNode : public QSGTransformNode
 {
 public:
     explicit PictureNode(QQuickWindow& window);
 
-    /// The black area, in the item's points.
+    /// Sets the rectangle of the black background, in item coordinates.
     void setBounds(const QRectF& bounds);
-    /// Shows the frame, or black for one without pixels. Its pixels are used where they are.
+    /// Shows the frame, or only the background for a frame without pixels. The pixels are not copied.
     void setFrame(const VideoFrame& frame);
-    /// Where the picture is drawn.
+    /// Sets the rectangle of the picture, in item coordinates.
     void setPictureRect(const QRectF& rect);
 
 private:
     QQuickWindow& m_window;
-    QSGRectangleNode* m_background; ///< a child of this node, as is the picture
-    QSGImageNode* m_picture = nullptr;
+    QSGRectangleNode* m_background;    ///< a child node, owned by this node
+    QSGImageNode* m_picture = nullptr; ///< a child node, owned by this node; null without a frame
 };
 
 } // namespace stackreel

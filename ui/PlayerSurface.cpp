@@ -15,8 +15,8 @@ namespace stackreel
 namespace
 {
 
-// While a window is being resized the pictures are stretched; a player that started over at each step would
-// show nothing at all.
+// While the window is being resized, frames are stretched. A new video size restarts the player's pipeline,
+// so sending each intermediate size would show no frames at all.
 constexpr std::chrono::milliseconds settlingTime{120};
 
 } // namespace
@@ -56,7 +56,7 @@ void PlayerSurface::attachPlayer()
         return;
     if (previous)
         previous->setVideoOutput(nullptr);
-    // Each player has a mailbox of its own, so that a late picture of the previous one is lost.
+    // Each player gets its own mailbox, so a late frame of the previous player is dropped.
     if (m_mailbox)
         m_mailbox->close();
     m_mailbox.reset();
@@ -120,7 +120,8 @@ void PlayerSurface::sendVideoSize()
 
 QSGNode* PlayerSurface::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*)
 {
-    // Only now is everything laid out: a size of before would have a player begin twice.
+    // The first video size is sent here because the layout is complete by now. An earlier size might change
+    // and would start the player twice.
     if (!m_sentSize.isValid())
         QMetaObject::invokeMethod(this, &PlayerSurface::sendVideoSize, Qt::QueuedConnection);
     const auto arrived = m_mailbox ? m_mailbox->take() : std::nullopt;

@@ -16,12 +16,12 @@ namespace stackreel
 
 class FrameMailbox;
 
-/// Shows the pictures of the model's preview player: whole, at their own aspect, centred over opaque black,
-/// which is all there is while there is no picture. Follows the model to each new player, and to none,
-/// without being made anew. Takes no input.
+/// Shows the frames of the model's preview player over a black background: complete, centred and at their
+/// own aspect ratio. When the model's player changes, the surface switches to the new one. Takes no input.
 ///
-/// The player is told the item's size in device pixels when it is first painted and whenever it has settled
-/// anew, so that pictures come at the size they are shown at. When the item goes the player is left as it is.
+/// The surface sets the player's video size to its own size in device pixels, when it is first painted and
+/// shortly after each resize ends, so that frames arrive at the size they are shown at. Destroying the
+/// surface does not change the player.
 class PlayerSurface : public QQuickItem
 {
     Q_OBJECT

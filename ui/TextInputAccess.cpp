@@ -12,7 +12,8 @@ namespace stackreel
 namespace
 {
 
-/// A field with the properties of `TextInput` and the property `title`, its name.
+/// The accessible interface of a text field. The field has the properties of `TextInput`, and `title`, its
+/// accessible name.
 class TextInputAccess : public QAccessibleObject, public AccessibleLineText, public QAccessibleActionInterface
 {
 public:

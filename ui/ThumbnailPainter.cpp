@@ -11,7 +11,7 @@ namespace stackreel
 namespace
 {
 
-/// The frame's own pixels; valid as long as the frame.
+/// The frame as an image that shares its pixels. Valid as long as the frame.
 QImage imageOf(const VideoFrame& frame)
 {
     return {reinterpret_cast<const uchar*>(frame.pixels), frame.width, frame.height,
@@ -24,8 +24,7 @@ void paintFrame(QPainter& painter, const VideoFrame& frame, const QRect& cell)
     if (image.isNull() || cell.isEmpty())
         return;
     const QRect part = ThumbnailPainter::filling(image.size(), cell.size()).toAlignedRect() & image.rect();
-    // Scaled in one smooth step beforehand, because the painter's own scaling leaves out pixels of large
-    // pictures.
+    // `QImage::scaled` averages all source pixels. `QPainter` would skip some when scaling down by much.
     painter.drawImage(cell.topLeft(),
                       image.copy(part).scaled(cell.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
@@ -48,7 +47,7 @@ QRect ThumbnailPainter::cell(int index, int count, QSizeF points, double deviceP
 {
     const double width = std::max((points.width() - spacing * (count - 1)) / count, 0.0);
     const double left = index * (width + spacing);
-    // Of the last cell what the row ends with, as sums of fractions end just beside it.
+    // The last cell ends exactly at the end of the row, in spite of rounding errors.
     const double right = index == count - 1 ? std::max(points.width(), left) : left + width;
     const auto pixel = [devicePixelRatio](double x) {
         return static_cast<int>(std::lround(x * devicePixelRatio));

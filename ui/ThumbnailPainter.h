@@ -11,7 +11,7 @@
 namespace stackreel
 {
 
-/// Draws a row of thumbnails as one picture. Pure functions; usable on any thread.
+/// Paints a row of thumbnails into one image. Pure functions; usable on any thread.
 struct ThumbnailPainter {
     static constexpr double spacing = 2;      ///< between two cells, in points
     static constexpr double cornerRadius = 5; ///< of the whole row, in points

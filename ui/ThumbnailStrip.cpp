@@ -13,7 +13,7 @@ namespace stackreel
 namespace
 {
 
-// Pictures are scaled down well, which takes too long for each step in which a window is resized.
+// Scaling the thumbnails smoothly takes too long to be repeated for each step of a window resize.
 constexpr std::chrono::milliseconds settlingTime{120};
 
 } // namespace

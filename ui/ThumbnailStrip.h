@@ -11,9 +11,9 @@
 namespace stackreel
 {
 
-/// Shows the model's timeline thumbnails side by side, or placeholders while there are none. Drawn again only
-/// when the pictures or the scale of the screen change, or when the size has; until it has settled the row is
-/// stretched. Main thread.
+/// Shows the model's timeline thumbnails side by side, or placeholders while there are none. The row is
+/// painted again when the thumbnails or the device pixel ratio change, and shortly after a resize ends;
+/// during the resize it is stretched. Main thread.
 class ThumbnailStrip : public QQuickItem
 {
     Q_OBJECT

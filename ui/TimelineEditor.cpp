@@ -87,7 +87,7 @@ void TimelineEditor::press(double x)
     m_interaction = hitTest(x).value_or(playhead);
     m_model->model().beginTimelineInteraction();
     if (m_interaction != playhead) {
-        // The handle stays under the same point of the pointer instead of jumping to it.
+        // The handle keeps its distance from the pointer instead of jumping to it.
         m_dragGrabOffset = x - (m_interaction == trimStart ? startX() : endX());
         m_cursors.set(Qt::ClosedHandCursor);
         Q_EMIT cursorShapeChanged();

@@ -13,9 +13,9 @@
 namespace stackreel
 {
 
-/// What pointer, keys and assistive technology do on the trim timeline: where a drag grabs, which handle is
-/// hovered, which cursor is asked for, and the operations of the model that follow. Positions are x in points
-/// of a strip `width` wide. Main thread; without a model nothing happens.
+/// Translates input by pointer, keys and assistive technology on the trim timeline into operations of the
+/// model. Tracks what is dragged, which handle is hovered and which cursor to show. Positions are x
+/// coordinates in points, from 0 to `width`. Does nothing without a model. Main thread.
 class TimelineEditor : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ class TimelineEditor : public QObject
     Q_PROPERTY(double playheadX READ playheadX NOTIFY playheadXChanged FINAL)
     Q_PROPERTY(double step READ step NOTIFY stepChanged FINAL) ///< seconds
 
-    /// What a drag holds; neither for the playhead.
+    /// Whether a drag moves the handle. Both are false while the playhead is dragged.
     Q_PROPERTY(bool grabsStart READ grabsStart NOTIFY activityChanged FINAL)
     Q_PROPERTY(bool grabsEnd READ grabsEnd NOTIFY activityChanged FINAL)
     /// Whether the handle is hovered or being dragged.
@@ -64,16 +64,16 @@ public:
     bool endActive() const { return isActive(TimelineInteraction::trimEnd); }
     Qt::CursorShape cursorShape() const { return m_cursors.shown(); }
 
-    /// A drag: pressed, moved any number of times, released. A press alone already grabs or seeks.
+    /// A drag: one `press`, any number of `drag`, one `release`. The press already grabs a handle or seeks.
     Q_INVOKABLE void press(double x);
     Q_INVOKABLE void drag(double x);
     Q_INVOKABLE void release();
 
-    /// The pointer moves over the strip, or leaves it.
+    /// The pointer moves over the timeline, or leaves it.
     Q_INVOKABLE void hover(double x);
     Q_INVOKABLE void leave();
 
-    /// One step, forwards for a positive direction and backwards for a negative one.
+    /// Move by one step: forwards for a positive direction, backwards for a negative one.
     Q_INVOKABLE void adjustPlayhead(int direction);
     Q_INVOKABLE void adjustTrimStart(int direction);
     Q_INVOKABLE void adjustTrimEnd(int direction);

@@ -7,16 +7,16 @@
 namespace stackreel
 {
 
-/// The families the window is set in, as far as they are installed; otherwise the system's own.
+/// The font families of the window. A family that is not installed is replaced by the system's font.
 class Typefaces : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
     Q_PROPERTY(QString text READ text CONSTANT FINAL)
-    /// Rounded and heavy, for titles.
+    /// Rounded letters, for titles.
     Q_PROPERTY(QString title READ title CONSTANT FINAL)
-    /// All characters of one width.
+    /// A monospaced family.
     Q_PROPERTY(QString fixed READ fixed CONSTANT FINAL)
 
 public:

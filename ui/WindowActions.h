@@ -8,7 +8,7 @@
 namespace stackreel
 {
 
-/// What the window's menus do beyond the model: wired up by the application. Main thread.
+/// The menu commands that the model does not handle. The application connects them. Main thread.
 class WindowActions : public QObject
 {
     Q_OBJECT
@@ -21,10 +21,10 @@ public:
     /// `checkForUpdates` is called each time the user asks for it; it may be empty, which does nothing.
     explicit WindowActions(std::function<void()> checkForUpdates = {}, QObject* parent = nullptr);
 
-    QString version() const; ///< the program's own
+    QString version() const; ///< of the program
 
     Q_INVOKABLE void checkForUpdates() const;
-    /// The user wants the program to end: by the menu, by its key, or by closing the window.
+    /// Requests the end of the program: from the menu, by its shortcut, or by closing the window.
     Q_INVOKABLE void quit() { Q_EMIT quitRequested(); }
 
 Q_SIGNALS:

@@ -11,9 +11,8 @@
 namespace stackreel
 {
 
-/// `AppModel` as the window's views read it: the same state in types that QML knows, the texts made from it,
-/// and the operations. Keeps no state of its own. Owned by the application, with the model outliving it; main
-/// thread.
+/// Exposes `AppModel` to QML: its state in QML types, the texts made from it, and its operations. Has no
+/// state of its own. Owned by the application; the model must outlive it. Main thread.
 class WindowModel : public QObject
 {
     Q_OBJECT
@@ -60,7 +59,7 @@ public:
 
     explicit WindowModel(AppModel& model, QObject* parent = nullptr);
 
-    /// What is behind; for views written in C++.
+    /// The underlying model, for views written in C++.
     AppModel& model() const { return m_model; }
 
     Phase phase() const;
@@ -70,7 +69,7 @@ public:
     bool hasMedia() const { return m_model.mediaInfo().has_value(); }
     double displayAspect() const; ///< 0 without media
     double duration() const;      ///< seconds, 0 without media
-    QSizeF displayedSize() const; ///< source pixels as displayed
+    QSizeF displayedSize() const; ///< source pixels, after rotation; empty without media
     QString frameFact() const;    ///< empty without media, as are the other facts
     QString videoFact() const;
     QString lengthFact() const;
@@ -96,28 +95,28 @@ public:
 
     QStringList aspectLabels() const;
     int aspectIndex() const { return static_cast<int>(m_model.settings().aspect); }
-    /// Stores the aspect and then refits the crops to it. An index out of range does nothing.
+    /// Sets the aspect ratio, then adapts the crops to it. An index out of range does nothing.
     void setAspectIndex(int index);
     bool customSize() const { return m_model.settings().aspect == OutputAspect::custom; }
-    QString customWidth() const; ///< in the user's locale
+    QString customWidth() const; ///< formatted in the user's locale
     QString customHeight() const;
     bool includeAudio() const { return m_model.settings().includeAudio; }
     void setIncludeAudio(bool include);
     double panelAspect() const;
 
-    /// Reads an integer as the user's locale writes it. Text that is none changes nothing; a value that
-    /// differs is stored and then refits the crops, once.
+    /// Parses an integer in the user's locale. Any other text is ignored. A new value is stored, and the
+    /// crops are adapted to it once.
     Q_INVOKABLE void setCustomWidth(const QString& text);
     Q_INVOKABLE void setCustomHeight(const QString& text);
 
     Q_INVOKABLE void chooseSource() { m_model.chooseSource(); }
     Q_INVOKABLE void swapCrops() { m_model.swapCrops(); }
     Q_INVOKABLE void togglePreviewPlayback() { m_model.togglePreviewPlayback(); }
-    /// The export button: cancels the running export, or asks where to export to.
+    /// The export button: cancels the running export, or opens the save panel.
     Q_INVOKABLE void exportOrCancel();
-    /// Where a picture of this aspect (width / height) goes in an area: as large as fits, centred.
+    /// The largest centred rectangle of this aspect ratio (width / height) in an area.
     Q_INVOKABLE static QRectF fittedFrame(double width, double height, double aspect);
-    /// A time as the timeline shows it.
+    /// Formats a time as the timeline shows it.
     Q_INVOKABLE static QString timeText(double seconds);
 
 Q_SIGNALS:

@@ -13,13 +13,13 @@ bool eventually(const std::function<bool()>& condition, std::chrono::millisecond
     QTimer look;
     look.start(std::chrono::milliseconds(2));
     const QDeadlineTimer deadline(limit);
-    // What held once counts, even where it does not last.
+    // A condition that was true once counts, even if it is false again when the loop ends.
     bool held = condition();
     while (!held && !deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         held = condition();
     }
-    // Outside of a running event loop nobody else deletes what was left for later.
+    // Objects passed to deleteLater() are deleted here, because no event loop is running.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return held;
 }

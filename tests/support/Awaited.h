@@ -15,15 +15,15 @@
 namespace stackreel
 {
 
-/// How long a test waits for something that must happen. Far more than anything takes, as machines may be
+/// The timeout for events that must happen. Much longer than any of them takes, because the machine may be
 /// busy.
 inline constexpr std::chrono::seconds ceiling{60};
 
-/// Runs the event loop until the condition holds, looking every few milliseconds; false when it does not come
-/// true below the ceiling.
+/// Runs the event loop until the condition is true, and checks it every few milliseconds. Returns false on
+/// timeout.
 bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit = ceiling);
 
-/// A running task whose end can be asked for and waited for. The task goes on when the object goes.
+/// A running task that a test can wait for. Destroying the object does not cancel the task.
 template <typename T>
 class Awaited
 {
@@ -32,7 +32,7 @@ public:
 
     bool hasEnded() const { return !std::holds_alternative<std::monostate>(*m_outcome); }
 
-    /// The task's result, once, or what it threw.
+    /// Waits for the task; returns its result or rethrows its exception. Call it once.
     T result(std::chrono::milliseconds limit = ceiling)
     {
         if (!eventually([this] { return hasEnded(); }, limit))
@@ -57,7 +57,7 @@ private:
     std::shared_ptr<Outcome> m_outcome = std::make_shared<Outcome>();
 };
 
-/// Runs the event loop until the task has ended; gives its result or throws what it threw.
+/// Runs the event loop until the task has ended; returns its result or rethrows its exception.
 template <typename T>
 T runToEnd(QCoro::Task<T> task, std::chrono::milliseconds limit = ceiling)
 {

@@ -10,10 +10,10 @@
 namespace stackreel
 {
 
-/// The program that tests run as a child; what it does is told by its arguments, see its source.
+/// The program that tests run as a child process. Its source, test-child.cpp, lists its arguments.
 std::filesystem::path testChild();
 
-/// The pieces of a text that each end in the mark.
+/// Splits a text into its parts that end with `mark`. A rest without the mark is ignored.
 std::vector<std::string> pieces(std::string_view text, char mark);
 
 /// The lines "key: value" of a text.

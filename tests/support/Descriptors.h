@@ -7,13 +7,14 @@
 namespace stackreel
 {
 
-/// The descriptors this process has open.
+/// The open file descriptors of this process.
 std::set<int> openDescriptors();
 
-/// Whether this process has a child, running or ended but not collected.
+/// Whether this process has a child that is running, or has ended but was not waited for.
 bool hasChildren();
 
-/// A limit on this process's descriptors, or as many as the system lets it have, until the object goes.
+/// Limits the number of file descriptors of this process while the object exists. Without a count, the limit
+/// is the highest one allowed.
 class ScopedDescriptorLimit
 {
 public:

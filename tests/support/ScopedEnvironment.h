@@ -6,7 +6,7 @@
 namespace stackreel
 {
 
-/// Sets a variable of this process's environment, or removes it with none, until the object goes. No other
+/// Sets an environment variable while the object exists; without a value it unsets the variable. No other
 /// thread may be running.
 class ScopedEnvironment
 {

@@ -39,7 +39,8 @@ bool writesComma()
     return std::string(text.data()) == "0,5";
 }
 
-/// What the C++ library asks; its own way to read a locale by name leaks memory of the C library.
+/// The punctuation of the C++ locale. A C++ locale by name is not used, because it leaks memory of the C
+/// library.
 struct CommaPunctuation : std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
     char do_thousands_sep() const override { return '.'; }

@@ -9,9 +9,9 @@
 namespace stackreel
 {
 
-/// A locale that writes a comma for the decimal point and groups thousands, for the C and the C++ library,
-/// until the object goes. It is made on the spot, so none needs to be installed; the system's locale sources
-/// and `localedef` have to be.
+/// Sets a locale with a decimal comma and grouped thousands for the C and the C++ library while the object
+/// exists. The locale is compiled by `localedef`, so only `localedef` and the locale sources must be
+/// installed.
 class ScopedCommaLocale
 {
 public:

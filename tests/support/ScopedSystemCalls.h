@@ -5,8 +5,8 @@
 namespace stackreel
 {
 
-/// Restores the table of system calls when it goes; in between, tests replace entries through `->`. No thread
-/// that makes system calls may outlive it.
+/// Lets a test replace entries of the table of system calls through `->`. The destructor restores the table.
+/// No other thread may make system calls by then.
 class ScopedSystemCalls
 {
 public:
@@ -16,7 +16,7 @@ public:
     ScopedSystemCalls& operator=(const ScopedSystemCalls&) = delete;
 
     SystemCalls* operator->() { return &systemCalls(); }
-    /// The calls as they were.
+    /// The original calls.
     const SystemCalls& before() const { return m_before; }
 
 private:

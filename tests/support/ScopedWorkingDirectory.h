@@ -5,7 +5,7 @@
 namespace stackreel
 {
 
-/// Makes a folder the process's working directory until the object goes.
+/// Changes the working directory of the process while the object exists.
 class ScopedWorkingDirectory
 {
 public:

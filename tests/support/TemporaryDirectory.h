@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// A new folder that is removed with the object, with all it holds. Its name has blanks, quotes, a percent
-/// sign, accents and CJK in it, so that whatever works inside it copes with such paths.
+/// A new folder. The destructor removes it with its contents. Its name contains spaces, quotes, a percent
+/// sign, accents and CJK characters, so that each test that uses it also tests such paths.
 class TemporaryDirectory
 {
 public:
@@ -21,9 +21,9 @@ public:
     const std::filesystem::path& path() const { return m_path; }
     std::filesystem::path operator/(const std::filesystem::path& name) const { return m_path / name; }
 
-    /// The names of what lies directly in the folder, sorted.
+    /// The names of the entries in the folder, sorted.
     std::vector<std::string> names() const;
-    /// Writes a file, making its folders; gives its path.
+    /// Writes a file and creates its parent folders. Returns its path.
     std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const;
     /// Writes a file that may be executed.
     std::filesystem::path writeExecutable(const std::filesystem::path& name, std::string_view content) const;

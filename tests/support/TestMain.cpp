@@ -7,10 +7,11 @@
 
 int main(int count, char** words)
 {
-    // Some tests have programs die; nobody wants to keep what they held.
+    // Some tests make programs crash. They should leave no core dumps.
     const rlimit none = {};
     ::setrlimit(RLIMIT_CORE, &none);
-    // Properties are cheap to try here. Whoever runs the tests may wish otherwise.
+    // Properties are cheap to check, so more cases than the default are tried. The environment can override
+    // it.
     ::setenv("RC_PARAMS", "max_success=1000", 0);
     testing::InitGoogleTest(&count, words);
     testing::GTEST_FLAG(death_test_style) = "threadsafe";

@@ -30,7 +30,7 @@ TEST(PictureGeometryTest, NothingIsShownOfNothing)
 
 TEST(PictureGeometryTest, APictureScaledForTheViewIsNotScaledAgain)
 {
-    // The player gives even sides, so one may miss the view's by a pixel or so.
+    // The player scales to even sizes, so they may differ from the view by about a pixel.
     EXPECT_EQ(pictureFrame({1100, 618}, {1100, 618.75}, {}), (ViewRect{0, 0, 1100, 618}));
 }
 

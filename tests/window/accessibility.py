@@ -1,4 +1,4 @@
-"""The program from start to end by assistive technology alone: no pointer, no key and nothing seen."""
+"""Uses the program through the accessibility bus only: without pointer, keyboard or screenshots."""
 
 from accessible import AccessibleDesktop, AccessibleProgram, Atspi, described, descendants, heard, is_showing
 from clips import Crop, make_mosaic
@@ -8,7 +8,7 @@ from window_test import WindowTest, executable, main
 MAIN = "Stackreel"
 OPEN_PANEL = "Choose a horizontal video"
 SAVE_PANEL = "Export vertical video"
-PANEL = 1080 / (1350 / 2)  # of the shape chosen below, 4:5
+PANEL = 1080 / (1350 / 2)  # aspect ratio of half the output at 4:5, which is chosen below
 
 
 class Accessibility(WindowTest):
@@ -60,7 +60,7 @@ class Accessibility(WindowTest):
         self.close_window()
 
     def frame(self, top, bottom):
-        """Moves one crop and makes the other smaller; what becomes of them."""
+        """Moves one crop and shrinks the other; returns the expected crops."""
         for action in ("Scroll Right", "Scroll Down", "Scroll Down", "Scroll Right", "Scroll Left"):
             self.spoken.act(MAIN, "radio button", "Top", action)
         for action in ("Decrease", "Decrease", "Increase", "Scroll Up"):
@@ -106,7 +106,7 @@ class Accessibility(WindowTest):
         self.listen("object:property-change:accessible-name", lambda event: texts.append(event.any_data))
         self.listen("object:property-change:accessible-description", lambda event: texts.append(event.any_data))
 
-        # While the preview loops, its time is there for whoever asks.
+        # While the preview plays, its time can be queried but causes no events.
         before = position.get_value_iface().get_current_value()
         heard(lambda: position.get_value_iface().get_current_value() != before, "a preview that plays")
         self.spoken.act(MAIN, "push button", "Pause preview", "Press")
@@ -155,7 +155,7 @@ class Accessibility(WindowTest):
         self.assert_all_is_named()
 
     def await_status(self, message):
-        """Waits for the status line to say this, and to have told of it unasked."""
+        """Waits until the status line shows the message, and until an event has reported it."""
         self.spoken.find(MAIN, "status bar", message)
         heard(lambda: message in self.announced, f"an event for the status “{message}”")
 
@@ -170,7 +170,7 @@ class Accessibility(WindowTest):
         heard(lambda: abs(slider.get_value_iface().get_current_value() - value) < 0.02, f"“{name}” at {value}")
 
     def assert_all_is_named(self):
-        """What shows has a name and a role; what only holds others may do without a name."""
+        """Each visible object must have a role, and a name unless it is a container."""
         shown = heard(
             lambda: [each for each in descendants(self.spoken.window(MAIN)) if is_showing(each)], "a window's content"
         )

@@ -1,4 +1,4 @@
-"""A private accessibility bus, and the program on it as a screen reader meets it."""
+"""A private accessibility bus, and access to the program on it, as a screen reader has."""
 
 import os
 
@@ -11,12 +11,12 @@ from desktop import CEILING, Desktop, MessageBus, eventually
 
 
 class AccessibilityBus(MessageBus):
-    """A session bus on which assistive technology has said that it is there. Has this process join, so there is one in
-    a process."""
+    """A session bus with assistive technology enabled. This process connects to it, so each process can have only
+    one."""
 
     def __init__(self, environment):
         super().__init__(environment)
-        # This process joins the same buses, and not those of the person who runs the tests.
+        # This process must use the same display and buses as the program, not those of the user who runs the tests.
         os.environ.pop("DISPLAY", None)
         os.environ.update(
             {
@@ -58,21 +58,21 @@ class AccessibleDesktop(Desktop):
 
 
 def heard(condition, what):
-    """Waits for the condition, while events are delivered and nothing old is remembered."""
+    """Like `eventually`, but delivers accessibility events while waiting."""
 
     def look():
         while GLib.MainContext.default().iteration(False):
             pass
         try:
             return condition()
-        except GLib.Error:  # It went away under the question.
+        except GLib.Error:  # The object was removed during the query.
             return None
 
     return eventually(look, what)
 
 
 def descendants(accessible):
-    """All below an accessible, from top to bottom."""
+    """All descendants of an accessible object, parents before children."""
     for index in range(accessible.get_child_count()):
         child = accessible.get_child_at_index(index)
         if child is not None:
@@ -89,7 +89,7 @@ def described(accessible):
 
 
 class AccessibleProgram:
-    """The program as it appears on the accessibility bus."""
+    """The program on the accessibility bus."""
 
     def __init__(self, pid):
         self.application = heard(lambda: self.find_application(pid), "the program on the accessibility bus")
@@ -110,7 +110,7 @@ class AccessibleProgram:
         return heard(find, f"a window “{title}”")
 
     def find(self, window, role, name):
-        """The showing control of this role and name in the window with this title, once there is one."""
+        """Waits for the visible control with this role and name in the window with this title."""
 
         def look():
             return next(
@@ -125,13 +125,13 @@ class AccessibleProgram:
         return heard(look, f"{role} “{name}” in “{window}”")
 
     def status(self, window):
-        """What the status line of the window says."""
+        """The text of the window's status line."""
         return next(
             (each.get_name() for each in descendants(self.window(window)) if each.get_role_name() == "status bar"), ""
         )
 
     def act(self, window, role, name, action):
-        """Has an enabled control do one of the things it says it can do."""
+        """Waits for an enabled control and performs one of its actions."""
         control = self.find(window, role, name)
         heard(
             lambda: control.get_state_set().contains(Atspi.StateType.ENABLED)
@@ -148,7 +148,7 @@ class AccessibleProgram:
         actions.do_action(names.index(action))
 
     def act_in_menu(self, window, menu, item):
-        """Opens a menu of the window and has one of its items do what it does."""
+        """Opens a menu of the window and presses one of its items."""
         title = heard(
             lambda: next(
                 (
@@ -166,6 +166,6 @@ class AccessibleProgram:
         self.act(window, "menu item", item, "Press")
 
     def choose_file(self, panel, path, button):
-        """Names a file in an open panel and confirms."""
+        """Types a file name into an open panel and confirms it."""
         self.find(panel, "text", "File name:").get_editable_text_iface().set_text_contents(str(path))
         self.act(panel, "push button", button, "Press")

@@ -1,5 +1,5 @@
-"""What goes wrong around the program while it works: tools that die, a full disk, folders and files that vanish, names
-and files of all kinds. It says so in one line and goes on to be of use: the next clip is exported."""
+"""Failures of the program's environment: killed tools, a full disk, removed files and folders, special file names and
+wrong file types. The program shows a message in one line and stays usable: it exports the next clip."""
 
 import os
 import shutil
@@ -44,7 +44,7 @@ class Breaking(WindowTest):
         cls.spoken = AccessibleProgram(cls.program.process.pid)
 
     def tearDown(self):
-        """Whatever it was, the program is there and of use."""
+        """After each test, the program must still load and export a clip."""
         self.tools.let_all_pass()
         self.choose(self.clip)
         self.await_status(self.clip.name)
@@ -64,7 +64,7 @@ class Breaking(WindowTest):
         self.spoken.choose_file(SAVE_PANEL, file, "Export")
 
     def await_status(self, *parts):
-        """One line that says all of this; what it says."""
+        """Waits for a status that contains all these parts, and returns it."""
         seen = [""]
 
         def says():
@@ -113,7 +113,7 @@ class Breaking(WindowTest):
     def test_a_folder_that_is_gone_or_closed_meanwhile(self):
         for how in ("gone", "closed"):
             if how == "closed" and os.geteuid() == 0:
-                continue  # Nothing is closed to this user.
+                continue  # root may write to any folder
             with self.subTest(how):
                 folder = self.home / how
                 folder.mkdir()
@@ -156,7 +156,7 @@ class Breaking(WindowTest):
                 self.export_to(result)
                 self.await_status(f"Saved {result.name}")
                 self.assertTrue(result.exists())
-        # The toolkit's field for a file to open takes these marks for separators; that for one to save does not.
+        # Qt's dialog for opening a file reads double quotes as separators; the one for saving does not.
         self.export_to(self.out / 'say "hi".mp4')
         self.await_status('Saved say "hi".mp4')
         self.assertEqual(

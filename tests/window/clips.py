@@ -1,4 +1,4 @@
-"""Clips to choose, and what is known of those exported."""
+"""Makes clips for the tests, and examines exported files."""
 
 import json
 import operator
@@ -22,8 +22,8 @@ def make_sound(file):
 
 
 def make_mosaic(file, codec=H264):
-    """A clip of 1280 × 720 and 6 s, each second another picture of random blocks of 8 × 8, so that a crop that is off
-    by a little, or of another second, looks quite different."""
+    """A clip of 1280 × 720 and 6 s. Each second shows a different picture of random 8 × 8 blocks, so that a crop from a
+    slightly different position or from another second is easy to tell apart."""
     blocks = random.Random(720).randbytes(160 * 90 * 3 * 6)
     subprocess.run(
         [
@@ -63,12 +63,12 @@ def probe(file):
 
 
 def is_whole(file):
-    """Whether the file is there and nothing of it is still to be written, as far as its index tells."""
+    """Whether the file exists and can be read, so its index has been written."""
     return subprocess.run(["ffprobe", "-v", "error", str(file)], capture_output=True).returncode == 0
 
 
 def frame_picture(file, second, filters, form="gray"):
-    """The pixels of one frame, row by row; their brightness, unless told otherwise."""
+    """The pixels of one frame, row by row, in the pixel format `form`; by default only their brightness."""
     return subprocess.run(
         [
             *FFMPEG,
@@ -95,8 +95,8 @@ def mean_difference(one, other):
 
 
 def half_difference(result, half, source, crop):
-    """How much a half (0 the upper one) of an exported frame and a crop (x, y, width, height in pixels) of a frame of
-    the source differ, as a mean over all pixels of 0 to 255. A frame is a file and its second."""
+    """The mean difference, from 0 to 255, between one half of an exported frame and a crop of a source frame. `half` is
+    0 for the upper half; `crop` is (x, y, width, height) in pixels; a frame is a pair of file and time in seconds."""
     video = probe(result[0])["streams"][0]
     width, height = video["width"], video["height"] // 2
     x, y, crop_width, crop_height = crop
@@ -107,7 +107,7 @@ def half_difference(result, half, source, crop):
 
 
 class Crop:
-    """A crop of a 1280 × 720 clip in fractions, as the window keeps it. `panel` is width / height of half the output."""
+    """A crop of a 1280 × 720 clip, in fractions of its frame. `panel` is width / height of half the output."""
 
     FRAME = (1280, 720)
     ASPECT = 1280 / 720
@@ -117,25 +117,25 @@ class Crop:
 
     @classmethod
     def first_pair(cls, panel=1080 / 960):
-        """Where the two crops of a fresh clip are, for panels that are so narrow."""
+        """The two initial crops of a new clip."""
         width = 0.72 * panel / cls.ASPECT
         return cls(0.04, 0.14, width, 0.72), cls(0.96 - width, 0.14, width, 0.72)
 
     def reshaped(self, panel):
-        """The same width about the same centre."""
+        """The crop for another `panel`, with the same width and centre."""
         height = self.width * self.ASPECT / panel
         return Crop(self.x, self.y + (self.height - height) / 2, self.width, height)
 
     def moved(self, x, y):
-        """By so many pixels."""
+        """The crop moved by a distance in pixels."""
         return Crop(self.x + x / 1280, self.y + y / 720, self.width, self.height)
 
     def widened(self, pixels, panel):
-        """From its upper left corner."""
+        """The crop with a width larger by `pixels`, and the same upper left corner."""
         width = self.width + pixels / 1280
         return Crop(self.x, self.y, width, width * self.ASPECT / panel)
 
     def pixels(self):
-        """As the export reads it: rounded down to even ones."""
+        """The crop in pixels, rounded down to even numbers as in an export."""
         sides = (self.x * 1280, self.y * 720, self.width * 1280, self.height * 720)
         return tuple(int(side + 1e-6) // 2 * 2 for side in sides)

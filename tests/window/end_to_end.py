@@ -1,4 +1,4 @@
-"""The program from start to end on a real desktop: a clip chosen, framed, trimmed and exported by pointer and keys.
+"""Uses the program by pointer and keys on an X server: a clip is chosen, cropped, trimmed and exported.
 
 Usage: end_to_end.py EXECUTABLE SCREENSHOT_FOLDER
 """
@@ -16,7 +16,7 @@ from desktop import Desktop, Program, eventually
 
 executable, screenshots = sys.argv[1], pathlib.Path(sys.argv[2])
 
-# In front of the real tools: each waits for a file named "go", where it is told to.
+# Wrappers for the real tools. Each waits for a file named "go" before it runs the real tool.
 HELD_FFPROBE = """#!/bin/sh
 while [ ! -e "{folder}/go" ]; do sleep 0.05; done
 exec {real} "$@"
@@ -86,7 +86,7 @@ class EndToEnd(unittest.TestCase):
         time.sleep(1.5)  # for the picture of a full timeline
         self.shoot(program, "ready")
 
-        # The end of the range to the middle of the timeline.
+        # Drag the end of the range to the middle of the timeline.
         width, height = program.size()
         program.drag(width - 388, height - 65, -(width - 388 - 60) // 2, 0)
         (self.tools / "go").unlink()
@@ -96,7 +96,7 @@ class EndToEnd(unittest.TestCase):
         self.shoot(program, "exporting")
         self.assertFalse(result.exists())
         self.go()
-        # The moving bar is out of its slot for moments; its absence alone does not mean the end.
+        # The moving progress bar leaves the visible area for moments, so its absence alone does not mean the end.
         eventually(lambda: is_whole(result) and not program.progress_is_shown(), "an exported file")
         self.shoot(program, "complete")
 
@@ -137,7 +137,7 @@ class EndToEnd(unittest.TestCase):
             left, top, width, height = program.place()
             program.drag(500, 15, 40, 20)
             moved_left, moved_top, _, _ = program.place()
-            # The desktop takes over a few points late, but never early and never with a jump.
+            # The window manager may start the move a few points late, but never early and never with a jump.
             self.assertTrue(
                 25 <= moved_left - left <= 40 and 10 <= moved_top - top <= 20,
                 f"round {round}: {(left, top)} to {(moved_left, moved_top)}",
@@ -152,7 +152,7 @@ class EndToEnd(unittest.TestCase):
         self.shoot(program, "smallest")
         program.click(500, 15, times=2)
         eventually(lambda: program.size() == (1400, 900), "a window that fills the screen")
-        time.sleep(1)  # or these would be the third and fourth click of one series
+        time.sleep(1)  # otherwise these would count as the third and fourth click of a series
         program.click(500, 15, times=2)
         eventually(lambda: program.size() == (980, 710), "the size from before")
         self.quit(program)

@@ -1,5 +1,5 @@
-"""The window's own frame, which has to do what the desktop's would: moved, resized by each edge and corner, minimised,
-maximised and closed."""
+"""The window's client-side frame and title bar: resize by each edge and corner, minimize, maximize, restore and
+close."""
 
 import pathlib
 
@@ -9,7 +9,7 @@ from window_test import WindowTest, executable, main
 
 SCREEN = (1400, 900)
 FIRST = (100, 60)
-BUTTON = 42  # points, as wide as each of the three at the right of the strip
+BUTTON = 42  # width of each of the three title bar buttons, in points
 
 
 class Frame(WindowTest):
@@ -32,8 +32,8 @@ class Frame(WindowTest):
                         self.resize(across, down, inwards=False)
 
     def resize(self, across, down, inwards):
-        """Drags what lies at the left (-1), in the middle (0) or at the right (1), and so on from top to bottom. The
-        other sides stay where they are."""
+        """Drags an edge or corner. `across` is -1 for the left edge, 1 for the right edge and 0 for neither; `down` is
+        -1 for the top edge, 1 for the bottom edge and 0 for neither. The other edges must not move."""
         distance = 40 if inwards else -40
         left, top, right, bottom = before = self.sides()
         place = {-1: 2, 0: (right - left) // 2}.get(across, right - left - 3), {-1: 2, 0: (bottom - top) // 2}.get(
@@ -44,7 +44,7 @@ class Frame(WindowTest):
         eventually(lambda: self.have_moved(before, wanted, distance), f"{before} resized; it is {self.sides()}")
 
     def have_moved(self, before, wanted, distance):
-        # The desktop takes over a few points late, or more of them where it is busy.
+        # The window manager starts the resize a few points late, more on a busy machine.
         return all(
             5 <= (now - then) * sign * (1 if distance > 0 else -1) <= 40 if moved else now == then
             for then, now, moved, sign in zip(before, self.sides(), wanted, (1, 1, -1, -1))
@@ -80,7 +80,7 @@ class Frame(WindowTest):
             with self.subTest(at=at):
                 self.program.click(*at, times=2)
                 eventually(lambda: self.program.place() == (0, 0, *SCREEN), "a window that fills the screen")
-                # Elsewhere, or these would be the third and fourth click of one series.
+                # At another position, otherwise these would count as the third and fourth click of a series.
                 self.program.click(at[0] + 200, at[1], times=2)
                 eventually(lambda: self.program.place() == before, f"the window at {before} again")
 

@@ -1,5 +1,4 @@
-"""The program from start to end by the keyboard alone. What has the focus is read where a screen reader reads it; all
-that is done, is done by keys."""
+"""Uses the program by keyboard only. The accessibility bus is used only to read the focus and values."""
 
 import time
 import unittest
@@ -10,7 +9,7 @@ from desktop import Program, eventually
 from window_test import WindowTest, executable, main
 
 MAIN = "Stackreel"
-PANEL = 1080 / (1350 / 2)  # of the shape chosen below, 4:5
+PANEL = 1080 / (1350 / 2)  # aspect ratio of half the output at 4:5, which is chosen below
 
 
 class Keyboard(WindowTest):
@@ -64,7 +63,7 @@ class Keyboard(WindowTest):
         self.assertEqual(self.program.complaints(), "")
 
     def check_preview(self):
-        """The blank plays and pauses from where it does nothing else, and mutes on the button that does that."""
+        """Space toggles the preview, except on a focused button, which it presses."""
         self.tab_to("push button", "Unmute preview")
         self.press("space")
         self.shown.find(MAIN, "push button", "Mute preview")
@@ -75,7 +74,7 @@ class Keyboard(WindowTest):
         self.press("space")
         self.shown.find(MAIN, "push button", "Play preview")
         paused_at = self.value("Video position")
-        time.sleep(1)  # There is nothing to wait for: the position must stay.
+        time.sleep(1)  # There is no event to wait for: the position must not change.
         self.assertEqual(self.value("Video position"), paused_at)
         self.tab_to("slider", "Video position")
         self.press("Right")
@@ -85,7 +84,7 @@ class Keyboard(WindowTest):
         heard(lambda: self.value("Video position") != stepped_to, "a preview that plays")
 
     def press(self, *keys, window=MAIN):
-        """Keys go to the window that the desktop has given the focus; nothing points at it."""
+        """Waits until the window is active, then presses keys. Does not activate the window itself."""
         title = self.desktop.window(window)
         eventually(lambda: self.desktop.xdotool("getactivewindow") == title, f"the focus on “{window}”")
         self.desktop.xdotool("key", *keys)
@@ -96,7 +95,7 @@ class Keyboard(WindowTest):
         self.desktop.xdotool("key", "Return")
 
     def focused(self):
-        """Role and name of what has the focus."""
+        """Role and name of the focused object."""
         return next(
             (
                 (each.get_role_name(), each.get_name())

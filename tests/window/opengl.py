@@ -1,5 +1,5 @@
-"""The program drawn by OpenGL, in the toolkit's two ways of doing so, compared with the software renderer that it
-chooses itself where there is no graphics processor.
+"""Compares the program rendered by OpenGL, with Qt's basic and threaded render loops, with the software renderer, which
+the program uses where there is no graphics processor.
 
 Usage: opengl.py EXECUTABLE FAILURE_FOLDER TEST_OF_THE_PLAYER_SURFACE
 """
@@ -14,15 +14,15 @@ from pictures import LIGHT_CORAL, Picture, shown_second
 from window_test import WindowTest, executable, main
 
 surface_test = sys.argv.pop(3)
-SKIPPED = 77  # known to the test driver
+SKIPPED = 77  # SKIP_RETURN_CODE of the tests
 OPENGL = {"QT_QUICK_BACKEND": "rhi", "QSG_RHI_BACKEND": "opengl", "LIBGL_ALWAYS_SOFTWARE": "1"}
 LOOPS = {"basic": OPENGL | {"QSG_RENDER_LOOP": "basic"}, "threaded": OPENGL | {"QSG_RENDER_LOOP": "threaded"}}
-# Left edge and width of the preview, and where its upper stripe surely is, in a new window.
+# Left edge and width of the preview in a new window, and the height of the strip to look at, in points.
 LEFT, WIDTH, STRIPE = 42, 768, 40
 
 
 def has_opengl(desktop):
-    """Whether a window of the toolkit's gets a context of OpenGL here."""
+    """Whether a Qt Quick window gets an OpenGL context on this system."""
     run = subprocess.run(
         [surface_test, "--gtest_filter=*IsBlackWithoutAPlayer"],
         capture_output=True,
@@ -44,7 +44,7 @@ class OpenGL(WindowTest):
 
     @classmethod
     def looks(cls, program):
-        """The window on a clip, at rest at a place of its own; then ends the program."""
+        """A picture of the window with a paused clip. Ends the program."""
         try:
             cls.rest(program)
             width, height = program.size()
@@ -68,10 +68,10 @@ class OpenGL(WindowTest):
 
     @classmethod
     def second(cls, program):
-        """The second that the preview shows, in a window of the first width."""
+        """The second of the clip that the preview shows, in a window of the initial width."""
         width, height = program.size()
         box = Picture(program.picture(0, 0, width, height), width).box(LIGHT_CORAL)
-        if box is None or box[2] < WIDTH / 4:  # The program's icon has a little of that colour, too.
+        if box is None or box[2] < WIDTH / 4:  # The program's icon also contains this colour.
             return None
         top = round(box[1] + 1 - 0.14 * WIDTH * 9 / 16)
         return shown_second(Picture(program.picture(LEFT, top, WIDTH, STRIPE), WIDTH), cls.clip)
@@ -80,7 +80,7 @@ class OpenGL(WindowTest):
         for loop, environment in LOOPS.items():
             with self.subTest(loop):
                 seen = self.looks(Program(self.desktop, executable, environment=environment))
-                # Letters and rounded corners are smoothed in other ways.
+                # The renderers differ slightly in antialiasing of text and rounded corners.
                 self.assertLess(seen.difference(self.expected), 2)
 
     def test_the_preview_follows_the_window_and_goes(self):
@@ -103,7 +103,7 @@ class OpenGL(WindowTest):
         eventually(lambda: self.second(program) == 2, "the preview in it")
         program.key("space")
         eventually(lambda: self.second(program) not in (None, 2), "a preview that plays")
-        # Another clip takes the place of the first, and one that cannot be used leaves none.
+        # A second clip replaces the first one; a clip that is rejected removes the preview.
         program.choose(self.clip)
         eventually(lambda: self.second(program) == 0, "the first picture")
         program.choose(self.desktop.home / "portrait.mp4")

@@ -1,4 +1,4 @@
-"""What is on a screen, and whether it is the preview that should be there."""
+"""Reads screenshots, and finds out which second of a clip the preview shows."""
 
 import collections
 import functools
@@ -8,10 +8,10 @@ import subprocess
 from clips import frame_picture, mean_difference
 
 CORAL, LIGHT_CORAL = (255, 90, 61), (255, 184, 166)
-# Another second of a mosaic differs by some 80; what was scaled for the screen by other means than the tests', and is
-# looked at a pixel beside its place, by less than 30.
+# Limit for the mean difference of two pictures of the same second. Two seconds of a mosaic differ by about 80. The same
+# second, scaled by another algorithm and off by a pixel, differs by less than 30.
 ALIKE_ON_SCREEN = 35
-# Pixels of an edge; a block of a mosaic has at most 10, on a screen of twice the size.
+# An edge has at least this many pixels in a line. A block of a mosaic has at most 10, at scale factor 2.
 LEAST_EDGE = 24
 
 
@@ -38,8 +38,8 @@ class Picture:
         return Picture(b"".join(self.rgb[at : at + 3 * width] for at in rows), width)
 
     def box(self, colour):
-        """Left, top, width and height of what is drawn in exactly this colour; None when nothing is. A line or column with
-        fewer pixels of it is no edge: a picture of random blocks has any colour somewhere by chance."""
+        """Left, top, width and height of the bounding box of this exact colour, or None. Rows and columns with few such
+        pixels are ignored, because random blocks may contain any colour by chance."""
         places = [
             match.start() // 3
             for match in re.finditer(b"(?=" + re.escape(bytes(colour)) + b")", self.rgb)
@@ -52,13 +52,13 @@ class Picture:
         return min(columns), min(rows), max(columns) - min(columns) + 1, max(rows) - min(rows) + 1
 
     def difference(self, other):
-        """The mean over all values of 0 to 255."""
+        """The mean difference to another picture, from 0 to 255."""
         return mean_difference(self.rgb, other.rgb)
 
 
 @functools.cache
 def upper_stripe(clip, second, width, height):
-    """What a preview of this width shows of a second of a clip, down to a height."""
+    """The top `height` rows of a preview of this width at a second of the clip."""
     filters = f"scale={width}:{width * 720 // 1280}:flags=bilinear,crop={width}:{height}:0:0"
     return frame_picture(clip, second + 0.5, filters, "rgb24")
 

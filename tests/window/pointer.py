@@ -1,5 +1,5 @@
-"""The program's whole job by the pointer alone, but for the file names: crops dragged and resized, handles and playhead
-dragged, controls clicked. The exported pixels are those of the crops."""
+"""Uses the program by pointer only, except for file names: drags and resizes crops, drags handles and the playhead,
+clicks controls. Compares the exported pixels with the crops."""
 
 from clips import Crop, is_whole, make_mosaic
 from desktop import Desktop, Program, eventually
@@ -8,14 +8,15 @@ from window_test import WindowTest, executable, main
 
 PANEL = 1.125  # width / height of half the output
 WINDOW = (1180, 780)
-# What this window has, in points: the picture's size and left edge, the timeline's track, and where its strip is.
+# Layout of this window in points: left edge and size of the picture; left edge and width of the timeline's track, and
+# its distance from the bottom.
 PICTURE_LEFT, PICTURE_WIDTH, PICTURE_HEIGHT = 42, 768, 432
 TRACK_LEFT, TRACK_WIDTH, TRACK_FROM_BOTTOM = 60, 732, 65
 SCALE = 1280 / PICTURE_WIDTH
 
 
 def track(second):
-    """Where a moment of the clip is on the timeline."""
+    """The x position of a time on the timeline."""
     return round(TRACK_LEFT + TRACK_WIDTH * second / 6)
 
 
@@ -43,13 +44,13 @@ class Pointer(WindowTest):
         self.assert_drawn(LIGHT_CORAL, lower, 1)
         self.assert_corner_is_whole(upper)
 
-        # The selected crop by its body, and back by a part of the way.
+        # Move the selected crop by its body, then part of the way back.
         self.drag_crop(upper, -20, 30)
         upper = upper.moved(-20 * SCALE, 30 * SCALE)
         self.drag_crop(upper, 10, -10)
         upper = upper.moved(10 * SCALE, -10 * SCALE)
         self.assert_drawn(CORAL, upper, 2)
-        # The other is selected by a click, which shows its corner.
+        # A click selects the other crop, which shows its resize handle.
         self.program.click(*self.place(lower.x + lower.width / 2, lower.y + lower.height / 2))
         eventually(lambda: self.drawn(LIGHT_CORAL, 2)[0] > 0, "a selected crop")
         right, bottom = self.place(lower.x + lower.width, lower.y + lower.height)
@@ -66,13 +67,14 @@ class Pointer(WindowTest):
         self.export_and_check(upper, lower)
 
     def trim(self):
-        """The handles by 1 s and 1.5 s."""
+        """Drags the start handle to 1 s and the end handle to 4.5 s."""
         y = WINDOW[1] - TRACK_FROM_BOTTOM
         self.program.drag(track(0) + 5, y, track(1) - track(0), 0, steps=2)
         self.program.drag(track(6) - 5, y, track(4.5) - track(6), 0, steps=3)
 
     def scrub(self):
-        """Shows the second that the pointer is at, while it is dragged and once it is let go, in a paused preview."""
+        """Drags the playhead of the paused preview. The preview shows the time at the pointer, also after the
+        release."""
         self.program.click(PICTURE_LEFT + PICTURE_WIDTH - 66, WINDOW[1] - 22 - 14 - 84 - 18 - 18)
         y = WINDOW[1] - TRACK_FROM_BOTTOM
         self.program.point(track(2.5), y)
@@ -88,7 +90,7 @@ class Pointer(WindowTest):
     def export_and_check(self, upper, lower):
         result = self.desktop.home / "By pointer.mp4"
         self.program.export_to(result)
-        # The moving bar is out of its slot for moments; its absence alone does not mean the end.
+        # The moving progress bar leaves the visible area for moments, so its absence alone does not mean the end.
         eventually(lambda: is_whole(result) and not self.program.progress_is_shown(), "an exported file")
         first, last = (6 * (track(second) - TRACK_LEFT) / TRACK_WIDTH for second in (1, 4.5))
         self.assert_is_export(result, (1080, 1920), last - first, sound=False)
@@ -98,15 +100,15 @@ class Pointer(WindowTest):
         self.assertEqual(self.program.complaints(), "")
 
     def place(self, x, y):
-        """Fractions of the picture as a place in the window."""
+        """Converts fractions of the picture into window coordinates."""
         return round(PICTURE_LEFT + x * PICTURE_WIDTH), round(self.top_edge + y * PICTURE_HEIGHT)
 
     def drag_crop(self, crop, by_x, by_y):
-        # A little below the middle, where neither crop has its badge nor its corner.
+        # Slightly below the centre, where no crop has its label or its resize handle.
         self.program.drag(*self.place(crop.x + crop.width / 2, crop.y + crop.height * 0.6), by_x, by_y)
 
     def box(self, colour, area):
-        """Left, top, width and height of all that has this colour in an area of the window."""
+        """Left, top, width and height of the bounding box of this colour in an area of the window."""
         box = self.seen(area).box(colour)
         self.assertIsNotNone(box, f"nothing has the colour {colour}")
         return area[0] + box[0], area[1] + box[1], box[2], box[3]
@@ -115,7 +117,7 @@ class Pointer(WindowTest):
         return Picture(self.program.picture(*area), area[2])
 
     def drawn(self, colour, stroke):
-        """The rectangle of the crop of this colour, along whose edge its stroke is."""
+        """The rectangle of the crop of this colour, without the outer half of its outline (`stroke` points)."""
         x, y, width, height = self.box(colour, (PICTURE_LEFT, 150, PICTURE_WIDTH, WINDOW[1] - 150 - 140))
         return x + stroke, y + stroke, width - 2 * stroke, height - 2 * stroke
 
@@ -127,13 +129,13 @@ class Pointer(WindowTest):
         )
 
     def assert_corner_is_whole(self, crop):
-        """The selected crop's corner has all of its dark frame, also over a video that plays."""
+        """The resize handle of the selected crop has its complete dark border, also over a playing video."""
         right, bottom = self.place(crop.x + crop.width, crop.y + crop.height)
         seen = self.seen((right - 24, bottom - 24, 28, 28)).rgb
         self.assertEqual(sum(max(seen[at : at + 3]) <= 2 for at in range(0, len(seen), 3)), 20 * 20 - 12 * 12)
 
     def await_second(self, second):
-        """The preview shows this second of the clip; looked at above the crops."""
+        """Waits until the preview shows this second of the clip, judged by the strip above the crops."""
         eventually(
             lambda: shown_second(self.seen((PICTURE_LEFT, self.top_edge, PICTURE_WIDTH, 40)), self.clip) == second,
             f"a preview of second {second}",

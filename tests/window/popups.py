@@ -1,5 +1,4 @@
-"""What pops up over the window has a name of its own for assistive technology: menus, the picker's list, the box about the
-program and hints."""
+"""All popups have an accessible name: menus, the picker's list, the about dialog and tool tips."""
 
 from accessible import AccessibleDesktop, AccessibleProgram, descendants, heard, is_showing
 from desktop import Program
@@ -29,7 +28,7 @@ class Popups(WindowTest):
         self.assertEqual((self.program.wait(), self.program.complaints()), (0, ""))
 
     def items(self, role, name):
-        """What shows in the popup of this role and name, once it is there."""
+        """Waits for the popup with this role and name; returns the names of its visible contents."""
         found = self.spoken.find(MAIN, role, name)
         return [each.get_name() for each in descendants(found) if is_showing(each) and each.get_name()]
 
@@ -45,7 +44,7 @@ class Popups(WindowTest):
     def test_the_list_of_shapes(self):
         self.spoken.act(MAIN, "combo box", "Aspect ratio", "Press")
         self.assertEqual(self.items("dialog", "Aspect ratio"), ["9:16", "4:5", "1:1", "Custom"])
-        # Whoever opened it without a key can go on with keys.
+        # The list was not opened by key, but keys must work in it.
         self.program.key("Escape")
         self.await_gone("dialog")
 

@@ -1,5 +1,5 @@
-"""The program is ended in every way while something is under way: it ends soon, says that all is well, and leaves neither
-a child nor a file behind."""
+"""Ends the program in different ways while a task is running. It must exit soon with status 0, and leave no child
+process and no temporary file."""
 
 import shutil
 import signal
@@ -23,7 +23,7 @@ class Quitting(WindowTest):
         cls.addClassCleanup(cls.desktop.close)
         cls.clip = cls.desktop.home / "Beach day.mp4"
         make_mosaic(cls.clip)
-        # Which the player leaves to a copy.
+        # The player cannot play this codec, so the program makes a proxy file.
         cls.unplayable = cls.desktop.home / "unplayable.mkv"
         make_mosaic(cls.unplayable, ["-c:v", "snow", "-strict", "-2", "-c:a", "aac"])
         cls.long = cls.desktop.home / "long.mp4"
@@ -32,8 +32,7 @@ class Quitting(WindowTest):
         cls.out.mkdir()
 
     def in_every_way(self, begin, ways=tuple(WAYS)):
-        """Starts the program for each of these ways of ending it, has `begin` get something under way with its tools, and ends
-        it."""
+        """For each way of ending: starts the program, calls `begin` to start a task, and ends the program."""
         for way in ways:
             with self.subTest(way):
                 self.tools = Tools(self.desktop.folder / "tools")
@@ -49,10 +48,10 @@ class Quitting(WindowTest):
                     self.assertEqual(program.complaints(), "")
                 finally:
                     program.close()
-                # A tool that waits is asleep in a child of its own, which ends a moment after it.
+                # A waiting tool has a child process `sleep`, which ends a moment later.
                 eventually(lambda: not any(is_running(each) for each in children), "no child that is left")
                 self.assertEqual(list(self.out.iterdir()), [])
-                # The folder of the copies stays for the next one.
+                # The folder of the proxy files is kept on purpose.
                 left = [each for each in temporary.rglob("*") if each != temporary / "Stackreel"]
                 self.assertEqual(left, [])
 

@@ -1,5 +1,5 @@
-"""The window on a desktop that tiles: by the keys of the desktop, and by being dragged to an edge of the screen. It comes
-back to the size it had."""
+"""Tiling by a window manager: by its shortcuts, and by dragging the window to an edge of the screen. Afterwards the
+window gets its previous size back."""
 
 from desktop import Desktop, MessageBus, Program, eventually
 from window_test import WindowTest, executable, main
@@ -10,7 +10,7 @@ FIRST_SIZE = (1180, 780)
 LEFT, RIGHT = (0, 0, HALF_WIDTH, HEIGHT), (HALF_WIDTH, 0, HALF_WIDTH, HEIGHT)
 WHOLE = (0, 0, WIDTH, HEIGHT)
 
-# As its desktop sets it up; by itself this window manager rather changes to the next workspace.
+# The default of the Xfce desktop. Without it, xfwm4 switches to the next workspace at the edge of the screen.
 SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfwm4" version="1.0">
   <property name="general" type="empty">
@@ -21,7 +21,7 @@ SETTINGS = """<?xml version="1.0" encoding="UTF-8"?>
 
 
 class TilingDesktop(Desktop):
-    """Xfce's window manager, on a screen of which the half is wider than the window has to be."""
+    """A desktop with Xfce's window manager. Half the screen is wider than the window's minimum width."""
 
     MANAGER = ["xfwm4", "--compositor=off"]
     SCREEN = f"{WIDTH}x{HEIGHT}"
@@ -88,7 +88,7 @@ class Tiling(WindowTest):
                     )
 
     def drag_to(self, target, grip, is_done):
-        """Drags the window until the pointer is at a place of the screen, and lets go of it there."""
+        """Drags the window until the pointer is at a position on the screen, and releases it there."""
         left, top, width, _ = self.program.place()
         start = (left + width // 2, top + grip)
         self.desktop.xdotool("mousemove", *start, "mousedown", 1)

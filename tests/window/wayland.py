@@ -1,5 +1,5 @@
-"""The program on a Wayland compositor without a screen, at several scales: it shows its window, and the pictures of a
-clip in it, and ends when it is told to. As there is neither pointer nor keyboard, it is used by assistive technology."""
+"""The program on a headless Wayland compositor at several scale factors: it shows its window and a playing clip, and
+ends by SIGTERM. The compositor has no pointer or keyboard, so the program is used through the accessibility bus."""
 
 import os
 import pathlib
@@ -17,16 +17,16 @@ from pictures import LIGHT_CORAL, Picture, shown_second
 from window_test import WindowTest, executable, main
 
 APPLICATION = "io.github.stackreel.Stackreel"
-SKIPPED = 77  # known to the test driver
+SKIPPED = 77  # SKIP_RETURN_CODE of the tests
 PICTURE_WIDTH = 768  # points, of the preview in a new window
 
 
 class Compositor:
-    """Weston, which writes down what it and its clients say to each other. `runs` is false where it cannot."""
+    """Weston with a log of the Wayland protocol. `runs` is false where it cannot start."""
 
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="stackreel-wayland-"))
-        # This compositor has no seat, without which the usual input method of Qt 6.4 crashes.
+        # The compositor has no seat. The default input method of Qt 6.4 crashes without one.
         self.environment = {
             "PATH": os.environ["PATH"],
             "HOME": str(self.folder),
@@ -38,7 +38,7 @@ class Compositor:
             "QT_IM_MODULE": "compose",
         }
         self.journal = self.folder / "journal"
-        # Large enough for the window at twice its size; with leave to take pictures of it.
+        # Large enough for the window at scale factor 2. --debug permits screenshots.
         self.process = subprocess.Popen(
             [
                 "weston",
@@ -76,7 +76,7 @@ class Compositor:
         )
 
     def shows(self, application):
-        """Whether a surface with content of the client with this name is on the output."""
+        """Whether a surface of the client with this application id is visible on the output."""
         said = self.journal.read_text(errors="replace")
         client = re.search(rf'client (\w+) rq xdg_toplevel@\d+\.set_app_id\("{re.escape(application)}"\)', said)
         return client and re.search(rf"client {client[1]} ev wl_surface@\d+\.enter\(", said)
@@ -135,7 +135,8 @@ class Wayland(WindowTest):
         self.assertEqual((program.returncode, output, errors), (0, "", ""))
 
     def second_at(self, scale):
-        """The second of the clip that the preview shows in this scale, as a text; found by the lower crop's edge."""
+        """The second of the clip that the preview shows, as a string. The outline of the bottom crop locates the
+        preview."""
         seen = compositor.seen()
         crop, box = Crop.first_pair()[1], seen.box(LIGHT_CORAL)
         if box is None:

@@ -6,22 +6,22 @@
 namespace stackreel
 {
 
-/// How a crop region is shown and edited over a picture of `view` points. Pure functions of where a drag
-/// began and how far it has come, so that a drag never accumulates: coming back to its start gives the start
-/// back.
+/// How a crop region is shown and edited over a picture of `view` points. Pure functions of the region at the
+/// start of the drag and the distance since then. Rounding errors do not accumulate, and dragging back to the
+/// start restores the start region exactly.
 struct CropOverlayGeometry {
-    /// The narrowest a crop gets by dragging, in points, unless there is less room.
+    /// Minimum width of a crop when resized by dragging, in points, unless less space is left in the view.
     static constexpr double smallestWidth = 80;
 
     /// Where the region is drawn.
     static ViewRect displayRect(const CropRegion& region, ViewSize view);
 
-    /// The region after its body was dragged: the same size, pinned to the edge it was dragged past.
+    /// The region after its body was dragged: the same size, clamped to the frame.
     static CropRegion moved(const CropRegion& start, ViewSize view, ViewTranslation translation);
 
-    /// The region after its lower right corner was dragged: the upper left corner stays, the shape in points
-    /// is the panel's (width / height), and the axis dragged further leads, the horizontal one on a tie. Only
-    /// the smallest region side of the frame breaks the shape.
+    /// The region after its lower right corner was dragged. The upper left corner stays. The aspect ratio in
+    /// points is `panelAspect`, unless the minimum side length of a `CropRegion` prevents it. The longer axis
+    /// of the translation sets the size; the horizontal one if both are equal.
     static CropRegion resized(const CropRegion& start, ViewSize view, ViewTranslation translation,
                               double panelAspect);
 };

@@ -10,7 +10,7 @@ namespace
 
 constexpr double toleratedPixels = 2;
 
-/// The start nearest to `start` at which a pixel of the screen begins.
+/// The position nearest to `start` that lies on a boundary between two device pixels.
 double onGrid(double start, double origin, double ratio)
 {
     return std::round((origin + start) * ratio) / ratio - origin;

@@ -27,8 +27,8 @@ struct ViewTranslation {
     double y = 0;
 };
 
-/// The largest rectangle of an aspect (width / height) inside an area, centred. Empty for an area or aspect
-/// that is not positive.
+/// The largest centred rectangle with this aspect ratio (width / height) inside an area. Empty if the area or
+/// the aspect ratio is not positive.
 ViewRect fittedFrame(ViewSize area, double aspect);
 
 } // namespace stackreel

@@ -2,14 +2,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// Says what this program is.
+/// The dialog with the program's name and version.
 T.Dialog {
     id: panel
 
     required property string version
 
     objectName: "aboutPanel"
-    // Not shown, but told to assistive technology.
+    // Read by assistive technology only; the dialog shows no title.
     title: qsTr("About Stackreel")
     parent: T.Overlay.overlay
     anchors.centerIn: parent

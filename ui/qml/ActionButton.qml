@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// What all the window's buttons have in common: the keys, the ring around the focused one, and the name and hint.
+/// Base of all buttons in the content: key handling, focus ring, accessible name and tool tip.
 T.Button {
     id: button
 
@@ -16,13 +16,13 @@ T.Button {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
-    // Qt 6.4 tells assistive technology nothing of disabled items.
+    // Qt 6.4 does not expose the disabled state to assistive technology.
     Accessible.description: enabled ? "" : qsTr("Not available now")
     Accessible.onPressAction: if (enabled) clicked()
 
-    // A button that shows its focus is pressed by the blank, whatever else that key does in the window.
+    // The Space key presses a button with visual focus, instead of triggering the window's shortcut.
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus
-    // A key that is held presses once, or it would cancel again what it has just started.
+    // A key that is held down clicks only once. A second click could cancel what the first one started.
     Keys.onPressed: event => {
         const confirms = event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
         event.accepted = confirms || (event.isAutoRepeat && event.key === Qt.Key_Space);

@@ -1,7 +1,7 @@
 import QtQuick
 
-/// What assistive technology is to say unasked: each new status, and what it is given to say. Screen readers do not
-/// follow the status line; they read out a notification when it shows. This one is not to be seen.
+/// Announces a text to screen readers: each new status, and any text passed to `say`. Screen readers do not follow
+/// changes of the status line, but they read a notification when it becomes visible. The item paints nothing.
 Item {
     id: announcement
 
@@ -21,13 +21,14 @@ Item {
         end.restart();
     }
 
-    // The first status is there from the beginning.
+    // The initial status is not announced.
     property bool begun: false
 
     Component.onCompleted: begun = true
     onStatusChanged: if (begun) say(status)
 
-    // Until then a busy screen reader has come to read it, and later nobody is to find it when looking around.
+    // Long enough for a busy screen reader to read the notification. It is hidden afterwards, so that users who explore
+    // the window do not find an old text.
     Timer {
         id: end
 

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// Shows the chosen output shape and a menu of all of them.
+/// A combo box that selects the aspect ratio of the output.
 T.ComboBox {
     id: picker
 
@@ -16,7 +16,7 @@ T.ComboBox {
     font: Theme.textFont(13, Font.DemiBold)
 
     Accessible.role: Accessible.ComboBox
-    // The focus stays here while the menu is open, and what it is moved to is told from here.
+    // The focus stays on the combo box while its list is open, so its description names the highlighted row.
     Accessible.description: popup.visible && highlightedIndex >= 0
                             ? qsTr("%1, %2 of %3").arg(textAt(highlightedIndex)).arg(highlightedIndex + 1).arg(count)
                             : displayText
@@ -25,7 +25,7 @@ T.ComboBox {
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus
     Keys.onReturnPressed: openByKey()
     Keys.onEnterPressed: openByKey()
-    // The toolkit closes the menu when the key is released, be it the one that opened it.
+    // Qt closes the list on any key release, also on that of the key that opened it.
     Keys.onReleased: event => {
         event.accepted = openingByKey;
         openingByKey = false;
@@ -38,7 +38,7 @@ T.ComboBox {
         open();
     }
 
-    /// Opens the menu, for its keys to be pressed here.
+    /// Opens the list and takes the focus, so that the combo box handles the keys.
     function open() {
         forceActiveFocus(Qt.ShortcutFocusReason);
         popup.open();
@@ -78,7 +78,7 @@ T.ComboBox {
         highlighted: index === picker.highlightedIndex
     }
     popup: T.Popup {
-        // To assistive technology it is a dialog, which the toolkit leaves without a name.
+        // Qt exposes the popup as a dialog without an accessible name.
         onAboutToShow: contentItem.parent.Accessible.name = picker.Accessible.name
 
         y: picker.height + 4

@@ -1,8 +1,8 @@
 import QtQuick
 import Stackreel
 
-/// A line of text to be read: never markup, and known to assistive technology unless it is the label of a control
-/// that says the same (`spoken` false).
+/// A line of plain text. Set `spoken` to false for the label of a control that has the same accessible name, so that
+/// screen readers do not read it twice.
 Text {
     property bool spoken: true
 

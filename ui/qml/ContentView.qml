@@ -2,15 +2,15 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The whole content of the main window. The window may be moved by `dragArea`, an item that covers the header below
-/// its texts and its button and takes no input of its own.
+/// The content of the main window, below the title bar. `dragArea` covers the header, behind its texts and its button;
+/// the window can be moved by it.
 Item {
     id: view
 
     required property WindowModel model
     readonly property alias dragArea: header.dragArea
 
-    /// Has assistive technology say this, whatever has the focus.
+    /// Announces a text to screen readers, independent of the focus.
     function announce(text: string) {
         announcement.say(text);
     }
@@ -34,7 +34,7 @@ Item {
         color: Theme.graphite
     }
 
-    // A press beside every control ends typing.
+    // A press outside all controls takes the focus from a text field and so ends editing.
     MouseArea {
         anchors.fill: parent
         onPressed: forceActiveFocus(Qt.MouseFocusReason)

@@ -1,8 +1,8 @@
 import QtQuick
 import Stackreel
 
-/// One crop over the picture, which it covers: drawn, and edited by pointer, keys and assistive technology. It asks for
-/// the selection and for changes of its region, and leaves them to its owner.
+/// Shows one crop over the picture and edits it by pointer, keys and assistive technology. The item covers the whole
+/// picture. It requests the selection and changes of its region by signals; the owner applies them.
 Item {
     id: overlay
 
@@ -12,7 +12,7 @@ Item {
     required property real panelAspect
     required property size sourceSize ///< the picture in source pixels
     required property bool selected
-    readonly property alias control: body ///< what takes the focus
+    readonly property alias control: body ///< the item that takes the focus
 
     signal selectRequested()
     signal regionEdited(region: rect)
@@ -37,7 +37,7 @@ Item {
         width: editor.displayRect.width
         height: editor.displayRect.height
 
-        /// The keys have been used since the focus came, and need not be told with each step.
+        /// Whether an arrow key was used since the item got the focus. The description omits the help text then.
         property bool keysKnown: false
 
         Keys.onPressed: event => {
@@ -48,7 +48,7 @@ Item {
 
         readonly property string keysText: qsTr("Arrow keys move the crop, with Control they resize it")
 
-        // One of the two crops is the selected one.
+        // A radio button, because exactly one of the two crops is selected.
         Accessible.role: Accessible.RadioButton
         Accessible.name: overlay.label
         Accessible.description: keysKnown ? editor.placeText : editor.placeText + ". " + keysText
@@ -71,7 +71,7 @@ Item {
 
         Rectangle {
             objectName: "stroke"
-            // The line lies along the edge, half of it outside.
+            // The line is centred on the edge: half of its width lies outside.
             anchors.fill: parent
             anchors.margins: -border.width / 2
             color: "transparent"

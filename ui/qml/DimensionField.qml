@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// A whole number to be typed. `committed` says what was typed when that is done, by Return or by leaving the field;
-/// then the field shows `value` again, whatever has become of it. Escape gives up.
+/// A text field for an integer. `committed` is emitted with the typed text on Return and when the field loses the
+/// focus. Then the field shows `value` again, which the owner may have changed. Escape discards the typed text.
 T.TextField {
     id: field
 

@@ -9,9 +9,9 @@ MouseArea {
     required property Item focusTarget
     property point start
 
-    /// How far the pointer is from where it was pressed.
+    /// The pointer moved; `x` and `y` are its distance from where it was pressed.
     signal dragged(real x, real y)
-    /// The last of a drag, even where it was taken away.
+    /// The drag ended, by a release or because it was canceled.
     signal ended()
 
     anchors.fill: parent

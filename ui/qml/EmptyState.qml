@@ -1,7 +1,7 @@
 import QtQuick
 import Stackreel
 
-/// What the workspace shows while there is no clip.
+/// Shown in the workspace while no clip is loaded.
 Item {
     id: state
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// One fact about the source: what it is at the left, its value at the right.
+/// One property of the source: its label at the left, its value at the right.
 RowLayout {
     id: row
 

@@ -2,15 +2,15 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The button for what the window is there for. Stretches over the width when `fillsWidth`, with its symbol at the
-/// right edge.
+/// A button for a primary action, filled with the accent colour. With `fillsWidth` it fills the width of its layout and
+/// shows its symbol at the right edge.
 ActionButton {
     id: button
 
     property color color: Theme.signalCoral
     property bool fillsWidth: false
     property url symbol
-    property bool busy: false ///< a spinner in place of the symbol
+    property bool busy: false ///< shows a spinner instead of the symbol
 
     Layout.fillWidth: fillsWidth
     horizontalPadding: 16

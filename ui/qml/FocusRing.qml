@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Drawn around its parent while that has the focus of the keyboard.
+/// A frame around its parent that marks the keyboard focus.
 Rectangle {
     property real parentRadius: 7
     property real distance: 3

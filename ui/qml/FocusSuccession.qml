@@ -20,14 +20,14 @@ QtObject {
     onFocusedChanged: later.start()
     onPhaseChanged: later.start()
 
-    // Once all that comes and goes with a phase has done so.
+    // Deferred until all bindings have shown and hidden the controls of the new phase.
     readonly property Timer later: Timer {
         interval: 0
         onTriggered: succession.look()
     }
 
     function look() {
-        // The toolkit gives the focus to hidden items, too, when the window gets it back.
+        // When the window is activated, Qt may restore the focus to a hidden item.
         if (focused && focused !== content.Window.contentItem && canHold(focused))
             remember();
         else if (holder && focusWasShown && phase !== WindowModel.Preparing && !canHold(holder))
@@ -38,7 +38,7 @@ QtObject {
         return item.visible && item.enabled;
     }
 
-    /// Menus and dialogs give the focus back by themselves.
+    /// Items outside the content are ignored: menus and dialogs restore the focus themselves.
     function remember() {
         let above = focused;
         while (above && above !== content)

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// An edge or corner of the window that it is resized by. The desktop does the resizing.
+/// The hit area of a window edge or corner. A drag starts a resize by the window manager.
 Item {
     id: edge
 

@@ -2,13 +2,13 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The section of the inspector about the output's shape.
+/// The inspector's section for the size and aspect ratio of the output.
 ColumnLayout {
     id: section
 
     required property WindowModel model
 
-    /// What has been done and cannot be heard, for assistive technology.
+    /// A change that no focused control reports should be announced to screen readers.
     signal told(text: string)
 
     objectName: "frameSection"

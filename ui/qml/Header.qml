@@ -2,12 +2,12 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The window's title, what it is doing, and the way to another clip.
+/// The title, the status line with the progress bar, and the button that opens another clip.
 Item {
     id: header
 
     required property WindowModel model
-    /// What is empty in the header, below everything else; for the shell to move the window by.
+    /// Covers the header, behind all other items. The window can be moved by it.
     readonly property alias dragArea: emptyArea
     readonly property alias chooseControl: chooseButton
 
@@ -63,7 +63,7 @@ Item {
             Layout.alignment: Qt.AlignTop
             text: qsTr("Choose video")
             visible: header.model.phase !== WindowModel.Empty
-            // Its key, Ctrl+O, is the menu's, which is always there.
+            // The shortcut Ctrl+O belongs to the title bar, because this button can be hidden.
             onClicked: header.model.chooseSource()
         }
     }

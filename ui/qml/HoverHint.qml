@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// A hint that floats near its parent while the pointer rests on it. Set `shown` while it does.
+/// A tool tip below its parent. Set `shown` while the parent is hovered.
 T.ToolTip {
     id: hint
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The column at the right: the output's settings, the facts of the source, and the export.
+/// The column at the right: the output settings, the properties of the source, and the export button.
 Rectangle {
     id: inspector
 

@@ -12,7 +12,7 @@ Window {
     title: "Stackreel"
     color: Theme.graphite
     flags: Qt.Window | Qt.FramelessWindowHint | Qt.WindowMinMaxButtonsHint | Qt.WindowCloseButtonHint
-    // The content gets no smaller than 980 × 680.
+    // The content needs at least 980 × 680 points.
     minimumWidth: 980
     minimumHeight: 680 + strip.height
 

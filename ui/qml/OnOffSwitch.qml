@@ -19,11 +19,11 @@ T.Switch {
     Accessible.onPressAction: flip()
 
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus
-    // A key that is held flips it once.
+    // A key that is held down toggles only once.
     Keys.onPressed: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
     Keys.onReleased: event => event.accepted = event.isAutoRepeat && event.key === Qt.Key_Space
 
-    /// What a click does.
+    /// Toggles the switch and emits `toggled`, as a click does.
     function flip() {
         toggle();
         toggled();

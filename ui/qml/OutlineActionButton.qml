@@ -1,7 +1,7 @@
 import QtQuick
 import Stackreel
 
-/// A button beside the main one.
+/// A button for a secondary action.
 ActionButton {
     id: button
 

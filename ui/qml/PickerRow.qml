@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// One choice of a picker's menu.
+/// One row in the list of `AspectPicker`.
 T.ItemDelegate {
     id: row
 

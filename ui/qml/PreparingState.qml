@@ -1,7 +1,7 @@
 import QtQuick
 import Stackreel
 
-/// What the workspace shows while a clip is being opened.
+/// Shown in the workspace while a clip is being loaded.
 Item {
     Column {
         anchors.centerIn: parent

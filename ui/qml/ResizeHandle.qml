@@ -1,6 +1,6 @@
 import QtQuick
 
-/// The corner by which a crop is resized.
+/// The handle in the corner of a crop that resizes it.
 Rectangle {
     id: handle
 
@@ -9,8 +9,8 @@ Rectangle {
     width: 20
     height: 20
     color: "black"
-    // Hardly less than opaque: of what is opaque and lies between two pixels, the software scene graph leaves out the
-    // pixels along the edge whenever it paints anew only what is beneath, as with every frame of a playing video.
+    // Slightly translucent on purpose. When only the video below changes, the software scene graph does not repaint the
+    // border pixels of an opaque item at a fractional position, so the handle would lose its edge.
     opacity: 0.999
 
     Rectangle {

@@ -2,8 +2,8 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 
-/// A soft shadow under a rounded rectangle of its size, spreading 7 points, the darkest (`strength`) beneath it.
-/// Made of plain rectangles, as the software scene graph knows no effects.
+/// A soft shadow for a rounded rectangle of the same size. It extends 7 points beyond it; `strength` is its opacity at
+/// the centre. Built from plain rectangles, because the software scene graph has no shader effects.
 Item {
     id: shadow
 

@@ -3,8 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Stackreel
 
-/// An indeterminate progress indicator of spokes, one after the other in full colour. Stands still where the desktop
-/// asks for less motion.
+/// An indeterminate progress indicator of rotating spokes. Does not move when reduced motion is preferred.
 Item {
     id: spinner
 

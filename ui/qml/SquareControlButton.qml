@@ -1,7 +1,7 @@
 import QtQuick
 import Stackreel
 
-/// A small button with a picture, over the video.
+/// A small icon button over the video.
 ActionButton {
     id: button
 

@@ -1,8 +1,8 @@
 import QtQuick
 import Stackreel
 
-/// The status in one line, however long it is; the whole of it as a hint and to assistive technology, which hears of
-/// each change as a change of this line's name.
+/// The status in a single elided line. The full text is in the tool tip and in the accessible name. Assistive
+/// technology is notified of a change of the accessible name.
 Caption {
     id: line
 
@@ -10,11 +10,11 @@ Caption {
     property bool failed: false
 
     objectName: "status"
-    // A failure may come with the last lines of a tool.
+    // An error message can contain several lines of a tool's output.
     text: message.replace(/\s*\n\s*/g, " ")
     font: Theme.textFont(14, Font.Medium)
     color: failed ? Theme.signalCoral : Theme.white(0.66)
-    // Both ends matter, of a file's name and of a tool's last lines.
+    // The start and the end of a file name or an error message are the most useful parts.
     elide: Text.ElideMiddle
     maximumLineCount: 1
 

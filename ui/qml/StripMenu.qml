@@ -18,9 +18,9 @@ T.Menu {
         interactive: false
         currentIndex: menu.currentIndex
     }
-    // A menu that was opened by a key begins with its first command, as screen readers tell of nothing else.
+    // A menu opened by key focuses its first item. Screen readers would read nothing otherwise.
     onOpened: if (((parent as T.MenuBarItem)?.menuBar as StripMenuBar)?.byKey) currentIndex = 0
-    // Told to assistive technology, which the toolkit does for dialogs only.
+    // Qt uses the title as accessible name for dialogs only.
     Component.onCompleted: contentItem.parent.Accessible.name = title
 
     background: Rectangle {

@@ -8,10 +8,10 @@ import Stackreel
 T.MenuBar {
     id: bar
 
-    /// Whether the menus are opened by keys or assistive technology, and not by the pointer.
+    /// Whether the open menu was opened by a key or by assistive technology, not by the pointer.
     property bool byKey: false
 
-    /// Opens the first menu, as from the keyboard.
+    /// Opens the first menu as by key.
     function openFirst() {
         byKey = true;
         const first = itemAt(0) as T.MenuBarItem;
@@ -30,7 +30,7 @@ T.MenuBar {
         onPressed: bar.byKey = false
         hoverEnabled: true
 
-        // To assistive technology its text stands for it, as Qt 6.4 makes each title a menu bar of its own.
+        // Qt 6.4 exposes each menu bar item as a menu bar. The content item replaces it for assistive technology.
         Accessible.ignored: true
 
         contentItem: Caption {

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Stackreel
 
-/// One command of a menu, with the keys that have the same effect.
+/// A menu item. `keys` is the text of its shortcut, shown at the right.
 T.MenuItem {
     id: item
 
@@ -16,7 +16,7 @@ T.MenuItem {
     hoverEnabled: true
 
     Accessible.name: text
-    // Qt 6.4 tells assistive technology nothing of disabled items.
+    // Qt 6.4 does not expose the disabled state to assistive technology.
     Accessible.description: enabled ? keys : qsTr("Not available now")
     Accessible.onPressAction: if (enabled) triggered()
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// A line between groups of commands.
+/// A line between groups of menu items.
 T.MenuSeparator {
     implicitWidth: 60
     implicitHeight: 11

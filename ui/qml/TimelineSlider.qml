@@ -1,25 +1,26 @@
 import QtQuick
 import Stackreel
 
-/// A time on the timeline as a slider for keys and assistive technology; the pointer is the timeline's business.
+/// A time on the timeline, exposed as a slider to keys and assistive technology. The timeline handles the pointer.
 FocusItem {
     id: slider
 
     required property string name
     required property string valueText
     required property real seconds
-    // Read under these names by assistive technology, which cannot set them: it steps.
+    // Qt exposes the properties of these names to assistive technology. They are read-only: it changes the value in
+    // steps.
     readonly property real value: seconds
     readonly property real minimumValue: 0
     required property real maximumValue
     required property real step
-    // By which a screen reader knows how many decimals a value has, and it would leave out some of a quarter second.
+    // Screen readers derive the number of decimals from the step size. A step of 0.25 s would hide the second decimal.
     readonly property real stepSize: Math.min(step, announcesValueOnly ? 0.01 : 1)
-    /// The time runs without anybody stepping it.
+    /// Whether the time advances by itself because the preview plays.
     property bool running: false
     property bool stepping: false
 
-    // What assistive technology is told of changes.
+    // Which changes are reported to assistive technology.
     readonly property bool changesByItself: running && !stepping
     readonly property bool announcesValueOnly: step < 1
 

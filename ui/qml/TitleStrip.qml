@@ -1,15 +1,15 @@
 import QtQuick
 import Stackreel
 
-/// The strip at the window's very top: the menus at the left, the window's buttons at the right, and in between what
-/// the window is moved by. Also holds the keys of the menus, which work wherever the focus is.
+/// The title bar: the menus at the left, the window buttons at the right. Dragging the space between them moves the
+/// window. Also defines the shortcuts of the menu items, which work independent of the focus.
 Item {
     id: strip
 
     required property Window window
     required property WindowModel model
     required property WindowActions actions
-    /// What gets the focus back from the menus.
+    /// Gets the focus back when a menu or dialog closes.
     required property ContentView view
 
     readonly property bool maximised: window.visibility === Window.Maximized
@@ -45,8 +45,8 @@ Item {
             objectName: "applicationMenu"
             title: "Stackreel"
             onAboutToShow: focusKeeper.remember()
-            // Qt 6.4 would take a menu with the pointer on its title for open, whatever closed it, and open the next one
-            // without a click.
+            // Qt 6.4 treats a closed menu as open while the pointer hovers over its title, and would then open the next
+            // menu without a click.
             onAboutToHide: focusKeeper.takePointerOff(parent)
 
             StripMenuItem {
@@ -130,7 +130,8 @@ Item {
         }
     }
 
-    // These two also over a menu or a box of the window; not in a panel, which has keys of its own.
+    // These two also work while a menu or dialog of this window is open, but not in a file dialog, which has shortcuts
+    // of its own.
     Shortcut {
         sequence: "Ctrl+O"
         context: Qt.ApplicationShortcut
@@ -144,7 +145,7 @@ Item {
         enabled: strip.window.active
         onActivated: strip.actions.quit()
     }
-    // A text field, and a button that shows the focus, take this key before it gets here.
+    // A focused text field and a button with visual focus handle this key themselves.
     Shortcut {
         sequence: "Space"
         autoRepeat: false

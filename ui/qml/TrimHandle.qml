@@ -1,14 +1,15 @@
 import QtQuick
 import Stackreel
 
-/// A handle at one end of the kept range.
+/// The handle at the start or end of the trimmed range.
 TimelineSlider {
     id: handle
 
     required property color accent
     required property bool active ///< hovered or being dragged
 
-    // Grows by its measures and not by a transform, under which the software scene graph leaves gaps in corners.
+    // Applied to the sizes instead of a scale transform, because with a transform the software scene graph leaves gaps
+    // in rounded corners.
     property real growth: active ? 1.1 : 1
 
     width: 13
@@ -17,8 +18,8 @@ TimelineSlider {
     Behavior on growth {
         enabled: !MotionPreference.reduced
 
-        // A spring of response 0.18 s and damping fraction 0.66, in the terms of this animation, which counts in steps
-        // of 16 ms: 0.016 (2π / 0.18)² and 0.016 · 2 · 0.66 (2π / 0.18).
+        // A spring with a response of 0.18 s and a damping fraction of 0.66. SpringAnimation works in steps of 16 ms,
+        // so its values are spring = 0.016 (2π / 0.18)² and damping = 0.016 · 2 · 0.66 (2π / 0.18).
         SpringAnimation {
             objectName: "spring"
             spring: 19.5
@@ -30,7 +31,7 @@ TimelineSlider {
     SoftShadow {
         objectName: "shadow"
         anchors.fill: face
-        // As far on its way from 0.16 to 0.32 as the handle is on its own.
+        // From 0.16 at normal size to 0.32 at full growth.
         strength: 0.16 + 1.6 * (handle.growth - 1)
         cornerRadius: face.radius
     }
@@ -49,7 +50,7 @@ TimelineSlider {
 
     Rectangle {
         objectName: "grip"
-        // Anchors would take it to a whole point, which on a dense screen is beside the middle.
+        // Not anchored: anchors round to whole points, which would be off-centre on a high-DPI screen.
         x: (parent.width - width) / 2
         y: (parent.height - height) / 2
         width: 2 * handle.growth

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The clip as a row of thumbnails, with the kept range between two handles, and the playhead.
+/// Shows the clip as a row of thumbnails with the playhead, and the trimmed range between two handles.
 Item {
     id: timeline
 
@@ -152,7 +152,7 @@ Item {
 
             MouseArea {
                 objectName: "trimTimeline"
-                // As high as the handles, which are a little higher than the strip.
+                // As high as the handles, which are slightly higher than the thumbnails.
                 anchors.fill: parent
                 anchors.topMargin: -2
                 anchors.bottomMargin: -2
@@ -173,7 +173,7 @@ Item {
                 onReleased: endDrag()
                 onCanceled: endDrag()
                 onVisibleChanged: if (!visible) editor.leave()
-                // A pointer that holds something still belongs to the strip.
+                // During a drag the handle stays hovered.
                 onExited: if (!pressed) editor.leave()
 
                 function endDrag() {

@@ -1,7 +1,7 @@
 import QtQuick
 import Stackreel
 
-/// The preview with the two crops over it, and its controls.
+/// The preview, the two crops over it, and the preview controls.
 Item {
     id: canvas
 

@@ -1,4 +1,4 @@
-# The views of the window, added to the module that the list beside makes.
+# Adds the views of the window to the QML module of CMakeLists.txt.
 target_sources(stackreel_ui PRIVATE
   ../CropEditor.cpp ../CropEditor.h
   ../CursorStack.cpp

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// One of the window's own buttons. As on other windows it takes no focus: the desktop has keys for what it does.
+/// A button of the title bar, such as "Close". It takes no keyboard focus, as in other title bars: the window manager
+/// has shortcuts for these actions.
 T.Button {
     id: button
 

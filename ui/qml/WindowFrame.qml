@@ -1,7 +1,7 @@
 import QtQuick
 
-/// The window's edge: a thin line that sets the dark window off from a dark desktop, and what it is resized by. Not
-/// there while the window fills the screen.
+/// The window's frame: a thin line that is visible on a dark desktop, and the hit areas for resizing. Hidden while the
+/// window is maximized.
 Item {
     id: frame
 

@@ -1,7 +1,7 @@
 import QtQuick
 
-/// What the window is moved by, and maximised by a double click. The desktop does the moving, from when the pointer
-/// has moved and not from the press, which would take clicks away from whoever else wants them.
+/// An area that moves the window when dragged and maximizes it on a double click. The window manager does the move. It
+/// starts when the pointer moves, not on the press, because otherwise other handlers would miss the click.
 Item {
     id: area
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The canvas, in one of its three states, and the trim timeline below it.
+/// The canvas, which shows the video, the preparing state or the empty state, and the trim timeline below it.
 Rectangle {
     id: workspace
 

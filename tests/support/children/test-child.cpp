@@ -1,15 +1,14 @@
-// A child for the tests of whatever runs children. The first argument says what it does:
+// A child process for tests. The first argument selects what it does:
 //   arguments …          prints the arguments that follow, each followed by a NUL
 //   descriptors          prints the numbers of its open descriptors, one per line
 //   die N                dies by signal N
 //   echo                 copies standard input to standard output
 //   exit N               prints a line to each output and exits with status N
 //   flood N              writes N MiB to each of its outputs, in turns
-//   patient FILE [N]     writes its process id to FILE, then counts terminate requests in FILE.requests and
-//   ends by
-//                        the Nth (default: never); a SIGUSR1 ends it with status 0
+//   patient FILE [N]     writes its process id to FILE and the number of received SIGTERM to FILE.requests;
+//                        ends by the Nth SIGTERM (default: never), or by SIGUSR1 with status 0
 //   signals              prints the signal lines of its status
-//   surroundings NAME    prints its working directory and a variable of its environment
+//   surroundings NAME    prints its working directory and the environment variable NAME
 //   touch FILE           creates FILE
 
 #include <climits>
@@ -44,7 +43,7 @@ void put(int descriptor, const std::string& bytes)
     }
 }
 
-/// Appears with its whole content, so a reader never sees half of it.
+/// Writes a file and renames it, so that a reader never sees a partial file.
 void writeFile(const std::string& file, const std::string& content)
 {
     const std::string half = file + ".half";

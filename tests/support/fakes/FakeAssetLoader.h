@@ -12,19 +12,19 @@
 namespace stackreel
 {
 
-/// A media framework of the test's making. Its objects are made and used on worker threads; the test looks at
-/// the fields when the work it started has ended.
+/// A fake media framework. Its objects are created and used on worker threads. The test must not read the
+/// fields until the work it started has ended.
 class FakeAssetLoader : public AssetLoader
 {
 public:
-    // What it answers; none for "cannot tell", which throws.
+    // The results to return; without a value the call throws.
     std::optional<bool> playable = true;
     std::optional<int> videoTracks = 1;
-    /// What a generator reports for the requested times, in the order it reports it.
+    /// The images that a generator reports for the requested times, in this order.
     std::function<std::vector<GeneratedImage>(const std::vector<MediaTime>&)> answers = oneImageEach;
     bool makingGeneratorsFails = false;
 
-    // What it was asked.
+    // The arguments of the calls so far.
     std::vector<std::filesystem::path> openedFiles;
     std::vector<std::filesystem::path> generatorFiles;
     std::vector<ImageGeneratorSettings> generatorSettings;
@@ -35,12 +35,12 @@ public:
     std::unique_ptr<ImageGenerator> makeImageGenerator(const std::filesystem::path& file,
                                                        const ImageGeneratorSettings& settings) override;
 
-    /// An image one pixel wide and high that tells its number.
+    /// An image of one pixel that carries a number.
     static GeneratedImage image(MediaTime requestedTime, int number = 0);
-    /// The number of such an image.
+    /// The number that such an image carries.
     static int number(const VideoFrame& frame);
     static GeneratedImage failure(MediaTime requestedTime);
-    /// Images for all the times, numbered from 0.
+    /// One image for each of the times, numbered from 0.
     static std::vector<GeneratedImage> oneImageEach(const std::vector<MediaTime>& times);
 };
 

@@ -12,8 +12,8 @@
 namespace stackreel
 {
 
-/// A panel that stays open until the test answers it, within the call. `Panel` is the interface, `Request`
-/// what it is shown with.
+/// A panel that stays open until the test answers it. The completion handler runs within that call. `Panel`
+/// is the interface, `Request` the type of its request.
 template <typename Panel, typename Request>
 class FakePanel : public Panel
 {
@@ -30,7 +30,7 @@ public:
         m_completions.push_back(std::move(completion));
     }
 
-    /// What the panel was shown with last.
+    /// The request of the last `begin`.
     const Request& request() const { return m_requests.back(); }
     std::size_t timesShown() const { return m_requests.size(); }
     /// Answers the panel shown last.

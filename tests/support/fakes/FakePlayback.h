@@ -10,14 +10,14 @@
 namespace stackreel
 {
 
-/// Makes fake players and loopers, numbered from 1, which write what is done with them into the journal. A
-/// looper that is made while the one before still lives is noted as being beside it.
+/// Creates fake players and loopers, numbered from 1, that write their calls to the journal. The journal also
+/// notes when a looper is created while the previous one still exists ("beside the one before").
 class FakePlayback : public Playback
 {
 public:
     explicit FakePlayback(std::shared_ptr<Journal> journal) : m_journal(std::move(journal)) {}
 
-    /// The player made last. Players are kept, as a window would do for as long as it shows one.
+    /// The player created last. All players are kept alive, as a window would do while it shows one.
     FakeQueuePlayer& player() const { return *m_players.back(); }
     FakeQueuePlayer& player(std::size_t number) const { return *m_players.at(number - 1); }
 

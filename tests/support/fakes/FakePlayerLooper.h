@@ -10,7 +10,7 @@
 namespace stackreel
 {
 
-/// Writes into the journal when it is disabled.
+/// A looper that writes to the journal when it is disabled.
 class FakePlayerLooper : public PlayerLooper
 {
 public:

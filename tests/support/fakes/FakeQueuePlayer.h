@@ -11,16 +11,16 @@
 namespace stackreel
 {
 
-/// Writes each call into the journal ("player 1: seek to 150/600"), and ticks when told to.
+/// A player that writes each call to the journal ("player 1: seek to 150/600"). `tick` reports a time.
 class FakeQueuePlayer : public QueuePlayer
 {
 public:
     FakeQueuePlayer(std::shared_ptr<Journal> journal, int number);
 
     const std::string& name() const { return m_name; } ///< "player 1"
-    /// Tells every registered observer the time.
+    /// Calls all registered time observers.
     void tick(MediaTime time) const;
-    /// Where pictures are to go, if anywhere.
+    /// The video output set last, or null.
     const std::shared_ptr<VideoOutput>& videoOutput() const { return m_output; }
 
     void play() override;

@@ -17,8 +17,8 @@
 namespace stackreel
 {
 
-/// One call of a fake service, which ends when the test ends its task. That its token fires is written into
-/// the journal ("cancel export 1").
+/// One call of a fake service. It ends when the test completes or fails its task. A cancellation is written
+/// to the journal ("cancel export 1").
 template <typename T>
 class FakeCall
 {
@@ -43,9 +43,9 @@ private:
     ManualTask<T> m_task;
 };
 
-/// A world for a model to live in: services that do nothing until the test says how they end, a fake player
-/// and fake panels, and one journal for all of them. Has to outlive the model; what is left hanging fails
-/// when it goes.
+/// All services of a model as fakes: services that stay pending until the test completes them, a fake player
+/// and fake panels, and one journal for all of them. Must outlive the model. The destructor fails all pending
+/// tasks.
 class FakeServices
 {
 public:
@@ -53,7 +53,7 @@ public:
     template <typename T>
     using Calls = std::deque<FakeCall<T>>;
 
-    /// The services, for any number of models.
+    /// The services; may be passed to several models.
     ModelServices services();
 
     const std::shared_ptr<Journal> journal = std::make_shared<Journal>();
@@ -65,7 +65,7 @@ public:
     Calls<Path> previews;
     Calls<std::vector<VideoFrame>> thumbnails;
     Calls<Path> exports;
-    /// What the exports were asked for, one for each of `exports`.
+    /// The requests of the calls in `exports`, in the same order.
     std::vector<ExportRequest> exportRequests;
 
 private:

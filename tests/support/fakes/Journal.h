@@ -9,7 +9,7 @@
 namespace stackreel
 {
 
-/// What happened to the fakes of one test, in order, one readable line each. One thread at a time.
+/// Records the calls to the fakes of one test in order, one line of text each. Not thread-safe.
 class Journal
 {
 public:

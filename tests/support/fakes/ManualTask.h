@@ -13,9 +13,9 @@
 namespace stackreel
 {
 
-/// A task that the test ends by hand: with a result, with a failure, or not at all. Whoever awaits it goes on
-/// within the call that ends it. One that is still awaited when the object goes fails then, as a coroutine
-/// that never goes on would never free what it holds.
+/// A task that the test ends explicitly: with a result, with a failure, or not at all. The coroutine that
+/// awaits it resumes within that call. The destructor fails a task that has not ended: a coroutine that is
+/// never resumed would leak its frame.
 template <typename T>
 class ManualTask
 {

@@ -105,7 +105,7 @@ QQuickItem* OfflineWindow::find(const QString& objectName)
 {
     if (QQuickItem* found = descendant(window().contentItem(), objectName))
         return found;
-    // What a closed menu holds is in no tree of items yet.
+    // Items of a menu that was never opened have no parent item yet.
     return window().findChild<QQuickItem*>(objectName);
 }
 
@@ -142,7 +142,7 @@ QImage OfflineWindow::screenshot()
 
 void OfflineWindow::settle()
 {
-    // A task may queue another.
+    // Processing an event may post another one.
     for (int round = 0; round < 3; ++round) {
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();

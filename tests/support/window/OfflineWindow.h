@@ -18,7 +18,7 @@
 namespace stackreel
 {
 
-/// The program's window over a world of fakes, without a screen. Main thread.
+/// The program's window with fake services, media and panels, on the offscreen platform. Main thread.
 class OfflineWindow
 {
 public:
@@ -34,15 +34,15 @@ public:
     /// How often "Check for Updates…" was chosen.
     int updateChecks() const { return m_updateChecks; }
 
-    /// The facts of a landscape clip of this length, 1920 × 1080 with sound.
+    /// Media info of a landscape clip of this duration, 1920 × 1080 with sound.
     static MediaInfo clip(double duration = 20);
-    /// Takes a clip through the open panel to phase `ready`. Its thumbnails are still being made.
+    /// Opens a clip through the open panel, up to phase `ready`. The thumbnail task stays pending.
     void load(const MediaInfo& media = clip(), const std::filesystem::path& file = "/clips/Beach day.MOV");
-    /// Ends the making of the thumbnails with pictures of one colour each.
+    /// Completes the thumbnail task with pictures of one colour each.
     void finishThumbnails(int count = 12);
-    /// Takes a loaded clip through the save panel to phase `exporting`; the export is the world's last one.
+    /// Starts an export through the save panel, up to phase `exporting`. It is the last of `world().exports`.
     void startExport(const std::filesystem::path& file = "/clips/Beach day-vertical.mp4");
-    /// Has the present player show a picture of one colour, as from a thread of its own.
+    /// Presents a picture of one colour by the current player.
     void showPicture(QSize pixels, Qt::GlobalColor colour);
 
     /// The visible or hidden item with this object name, in the whole window, popups included; throws when
@@ -56,14 +56,14 @@ public:
     /// Presses and releases a key, with the modifiers.
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
-    /// What the window shows once all that is pending has been painted.
+    /// Processes pending events, paints the window and returns its contents.
     QImage screenshot();
-    /// Runs what is queued on the main thread, and lays out and binds anew what it changed.
+    /// Processes the pending events of the main thread.
     static void settle();
 
-    /// A frame of one colour with pixels of its own.
+    /// A frame of one colour.
     static VideoFrame picture(QSize pixels, Qt::GlobalColor colour);
-    /// A frame of this picture.
+    /// A frame with a copy of this image.
     static VideoFrame picture(const QImage& image);
 
 private:

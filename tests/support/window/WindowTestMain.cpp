@@ -7,11 +7,11 @@
 namespace
 {
 
-/// Whatever the toolkit complains of is a defect of the window: a binding loop, a missing property, a lost
-/// type.
+/// A warning of Qt fails the test, because it reports a defect of the window: a binding loop, a missing
+/// property or type.
 void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
-    // What the platform without a screen cannot do is none.
+    // The offscreen platform reports unsupported features, which are no defects.
     if (message.startsWith(QLatin1String("This plugin does not support")))
         return;
     if (type == QtWarningMsg || type == QtCriticalMsg)
@@ -22,7 +22,7 @@ void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& mes
 
 } // namespace
 
-/// The tests of windows run without a screen and without a graphics processor, whatever the machine has.
+/// Window tests run on the offscreen platform and the software scene graph, on any machine.
 int main(int count, char** words)
 {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);

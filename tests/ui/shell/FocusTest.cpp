@@ -10,7 +10,7 @@ namespace stackreel
 namespace
 {
 
-/// A button that shows the focus of the keyboard, and what takes it away for a while.
+/// A button has visual focus; menus and dialogs take the focus for a while.
 class FocusTest : public testing::Test
 {
 protected:

@@ -8,9 +8,9 @@
 namespace stackreel
 {
 
-/// Where an item's middle is in its window.
+/// The centre of an item in window coordinates.
 QPoint centre(const QQuickItem& item);
-/// What a menu is opened by; throws when there is none with this text.
+/// The menu bar item with this text; throws when there is none.
 QQuickItem& menuTitle(OfflineWindow& offline, const QString& text);
 void clickMenu(OfflineWindow& offline, const QString& text);
 /// Opens the menu with this title and clicks on one of its items.

@@ -12,7 +12,7 @@ TEST_F(PlayerSurfaceSizeTest, TellsANewPlayerItsSizeInDevicePixelsWhenItIsPainte
 {
     newPlayer();
     EXPECT_EQ(m_world.journal->take(), Journal::Lines{"player 1: attach output"});
-    // What lays the window out for the new clip may change the size until then.
+    // The layout for a new clip may change the size before the first paint.
     m_surface.setSize(QSizeF(300, 170));
     EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({300, 170}))});
 }

@@ -159,7 +159,7 @@ TEST_F(PlayerSurfaceTest, LetsGoOfPicturesOfThePlayerBefore)
     EXPECT_EQ(late.owner.use_count(), 1);
 }
 
-/// Tells when and of how many parts it is painted.
+/// Counts how often it is painted, and the child nodes of its scene graph node.
 class WatchedSurface : public PlayerSurface
 {
 public:

@@ -15,8 +15,8 @@
 namespace stackreel
 {
 
-/// A surface alone in a window, showing whatever player the test gives the model. All sizes are in points;
-/// the run's scale factor may be any.
+/// A surface in a window of its own. It shows the player that the test sets on the model. All sizes are in
+/// points and hold for any scale factor.
 class PlayerSurfaceTest : public testing::Test
 {
 protected:
@@ -41,7 +41,7 @@ protected:
     }
     FakeQueuePlayer& player() { return m_world.playback->player(); }
 
-    /// Shows a picture from a thread of its own, as players do.
+    /// Presents a picture from another thread, as players do.
     void show(QSize pixels, Qt::GlobalColor colour, FakeQueuePlayer& on)
     {
         std::thread([&] { on.videoOutput()->present(OfflineWindow::picture(pixels, colour)); }).join();
@@ -50,7 +50,7 @@ protected:
 
     double ratio() const { return m_window.effectiveDevicePixelRatio(); }
     QSize inPixels(QSizeF points) const { return (points * ratio()).toSize(); }
-    /// The colour on screen at a place in the surface.
+    /// The colour on screen at a position in the surface.
     QColor at(double x, double y)
     {
         OfflineWindow::settle();
@@ -58,8 +58,8 @@ protected:
         const QPointF point = (m_surface.position() + QPointF(x, y)) * ratio();
         return image.pixelColor(int(point.x()), int(point.y()));
     }
-    /// A picture of the surface's size in stripes of one pixel, which turn grey when they are scaled or moved
-    /// by a part of a pixel.
+    /// Presents a picture of the surface's size with stripes one pixel wide. The stripes change colour when
+    /// the picture is scaled or drawn between two pixels.
     void showStripes()
     {
         QImage stripes(inPixels({320, 180}) - QSize(1, 1), QImage::Format_RGB32);
@@ -78,7 +78,7 @@ protected:
                 << colour.name().toStdString();
         }
     }
-    /// What happens next, once something has.
+    /// Waits for new lines in the journal and returns them.
     Journal::Lines nextLines()
     {
         Journal::Lines lines;

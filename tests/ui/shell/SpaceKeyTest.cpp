@@ -10,8 +10,7 @@ namespace
 
 const auto swapButton = QStringLiteral("swapButton");
 
-/// What the blank does depends on what has the focus of the keyboard. The preview plays at the start of each
-/// test.
+/// The effect of the Space key depends on the focused item. The preview plays at the start of each test.
 class SpaceKeyTest : public testing::Test
 {
 protected:

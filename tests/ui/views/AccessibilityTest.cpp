@@ -11,7 +11,7 @@ namespace stackreel
 namespace
 {
 
-/// The window as assistive technology finds it.
+/// The window as assistive technology sees it.
 class AccessibilityTest : public ViewsTest
 {
 protected:
@@ -52,7 +52,7 @@ protected:
         target.actionInterface()->doAction(action);
     }
 
-    /// All that can be seen in the window's content, from its root.
+    /// All visible accessible objects of the window.
     std::vector<Node> visibleNodes()
     {
         std::vector<Node> nodes;
@@ -305,7 +305,7 @@ TEST_F(AccessibilityTest, TheAboutBoxIsADialogThatIsClosedAgain)
 {
     const auto showsDialog = [this] {
         const auto nodes = visibleNodes();
-        // The platform without a screen never says that somebody listens, and so the dialog has no name here.
+        // The offscreen platform never reports an active screen reader, so the dialog has no name here.
         return std::any_of(nodes.begin(), nodes.end(),
                            [](const Node& node) { return node.role == QAccessible::Dialog; });
     };
@@ -313,7 +313,8 @@ TEST_F(AccessibilityTest, TheAboutBoxIsADialogThatIsClosedAgain)
     perform(face("aboutItem"), QAccessibleActionInterface::pressAction());
     settle();
     EXPECT_TRUE(showsDialog());
-    EXPECT_TRUE(shows(QAccessible::StaticText, QStringLiteral("Version ") + QString::fromLatin1(buildVersion())));
+    EXPECT_TRUE(
+        shows(QAccessible::StaticText, QStringLiteral("Version ") + QString::fromLatin1(buildVersion())));
     perform(face("closeAbout"), QAccessibleActionInterface::pressAction());
     settle();
     EXPECT_FALSE(showsDialog());

@@ -21,7 +21,7 @@ double luminance(const QColor& color)
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-/// How far two opaque colours are apart, from 1 to 21, as the accessibility guidelines of the web count it.
+/// The contrast ratio of two opaque colours as WCAG defines it, from 1 to 21.
 double contrast(const QColor& one, const QColor& other)
 {
     const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
@@ -39,7 +39,8 @@ QColor over(const QColor& top, const QColor& bottom)
 class ContrastTest : public ViewsTest, public testing::WithParamInterface<WindowModel::Phase>
 {
 protected:
-    /// The commonest colour behind an item: text covers less than half of its place.
+    /// The most frequent colour in the area of a text item, which is its background: the letters cover less
+    /// than half of the area.
     static QColor behind(const QQuickItem& target, const QImage& picture)
     {
         const QRectF points = target.mapRectToScene(QRectF(0, 0, target.width(), target.height()));
@@ -54,7 +55,7 @@ protected:
         return commonest == counts.cend() ? QColor() : QColor(commonest.key());
     }
 
-    /// Looks at all texts to be seen in an item, but those of what is disabled; how many there were.
+    /// Checks all visible texts in an item, except those of disabled controls. Returns their number.
     int expectContrast(QQuickItem& target)
     {
         const QImage picture = window().screenshot();

@@ -22,7 +22,7 @@ protected:
 
     QQuickItem& body(const char* crop) { return part(crop, "body"); }
     QPoint corner() { return centre(part("topCrop", "resizeHandle")); }
-    /// What lies in the crop and follows the pointer.
+    /// The cursor shape of the mouse area in an item.
     static Qt::CursorShape cursorOver(const QQuickItem& target)
     {
         for (const QQuickItem* each : target.childItems())

@@ -15,8 +15,8 @@ namespace
 
 const QRectF start(0.1, 0.2, 0.225, 0.4); // 225 × 200 points
 
-/// An editor over a picture of 1000 × 500 points, shown from 2000 × 1000 pixels, with an owner that writes
-/// what the editor asks for, as the window does.
+/// An editor over a picture of 2000 × 1000 pixels, shown at 1000 × 500 points, with an owner that applies the
+/// requested regions, as the window does.
 struct OwnedEditor {
     OwnedEditor()
     {

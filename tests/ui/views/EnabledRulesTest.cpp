@@ -21,7 +21,7 @@ struct Row {
     bool empty;
 };
 
-/// Names a row in the report of the tests.
+/// GoogleTest prints the phase as the name of the parameter.
 void PrintTo(const Row& row, std::ostream* out)
 {
     *out << row.phase;

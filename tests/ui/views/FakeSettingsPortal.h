@@ -7,7 +7,7 @@
 namespace stackreel
 {
 
-/// The desktop portal's settings, of which it knows one.
+/// A fake of the desktop portal's settings interface with a single setting.
 class FakeSettingsPortal : public QObject
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
     bool animations = true;
     int asked = 0;
 
-    /// Tells that a setting is another one now.
+    /// Emits the signal for a changed setting.
     void change(const QString& group, const QString& key, const QVariant& value)
     {
         Q_EMIT SettingChanged(group, key, QDBusVariant(value));
@@ -26,7 +26,7 @@ Q_SIGNALS:
     void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
 
 public Q_SLOTS:
-    /// The real one wraps its answer twice, too.
+    /// Returns a variant inside a variant, as the real portal does.
     QDBusVariant Read(const QString& group, const QString& key)
     {
         ++asked;

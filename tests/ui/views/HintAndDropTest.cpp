@@ -36,7 +36,7 @@ TEST_F(HintAndDropTest, AHintHoldsTheWholeOfAnElidedName)
 TEST_F(HintAndDropTest, ANameThatFitsHasNoHint)
 {
     enter(WindowModel::Ready);
-    moveTo(centre(item("title"))); // or the pointer may not have moved at all since the test before
+    moveTo(centre(item("title"))); // otherwise the pointer may already be there from the test before
     moveTo(centre(item("status")));
     EXPECT_FALSE(QTest::qWaitFor([this] { return window().hasItem(QStringLiteral("hintText")); }, 1500));
 }

@@ -12,7 +12,7 @@ namespace
 class KeyboardTest : public ViewsTest
 {
 protected:
-    /// Keeps a key down for so long that it repeats, an odd number of times.
+    /// Holds a key down until it has repeated three times.
     void hold(Qt::Key key)
     {
         const auto send = [&](QEvent::Type type, bool repeated) {

@@ -15,14 +15,14 @@ inline const QColor stage = srgb(0.025, 0.03, 0.04);
 inline const QColor signalCoral = srgb(1.0, 0.353, 0.239);
 inline const QColor shellCoral = srgb(1.0, 0.72, 0.65);
 
-/// Equal as far as a colour of 8 bits a channel tells.
+/// Equal within the precision of 8 bits per channel.
 testing::AssertionResult same(const QColor& one, const QColor& other);
 
-/// Where everything is and how it looks, read back from the running window.
+/// Reads geometry and appearance of items from the running window.
 class LayoutTest : public ViewsTest
 {
 protected:
-    /// A text as it is on the screen.
+    /// The expected appearance of a text item.
     struct Type {
         const char* name;
         QString text;

@@ -13,8 +13,8 @@
 namespace stackreel
 {
 
-/// A strip of 836 points, whose track is 800 points long, over a playing clip of 20 seconds: 40 points a
-/// second, beginning at 18.
+/// A timeline for a playing clip of 20 seconds. It is 836 points wide and its track 800 points: the track
+/// begins at 18, and a second is 40 points.
 struct LoadedTimeline {
     LoadedTimeline() : model(world.services()), windowModel(model)
     {
@@ -48,7 +48,7 @@ struct LoadedTimeline {
         world.journal->take();
     }
 
-    /// How often this line was written since the last call of the journal.
+    /// How many of the lines contain this word.
     static std::ptrdiff_t count(const Journal::Lines& lines, const std::string& word)
     {
         return std::count_if(lines.begin(), lines.end(),
@@ -61,7 +61,7 @@ struct LoadedTimeline {
     TimelineEditor timeline;
 };
 
-/// Where a time is on that strip.
+/// The position of a time on that timeline.
 inline double xOf(double seconds)
 {
     return 18 + 40 * seconds;

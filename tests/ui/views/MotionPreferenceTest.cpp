@@ -21,7 +21,7 @@ namespace stackreel
 namespace
 {
 
-/// A desktop whose settings are those of an empty folder, and with no bus.
+/// A desktop with an empty settings folder and no session bus.
 class MotionPreferenceTest : public testing::Test
 {
 protected:
@@ -80,7 +80,7 @@ TEST_F(MotionPreferenceTest, TheEnvironmentOverridesTheDesktop)
     EXPECT_FALSE(MotionPreference().isReduced());
 }
 
-/// The same with a message bus of the test's own, and a portal on it.
+/// The same with a session bus and a fake portal on it.
 class PortalTest : public MotionPreferenceTest
 {
 protected:
@@ -109,12 +109,12 @@ protected:
         return std::make_unique<MotionPreference>(
             [this] { return QDBusConnection::connectToBus(m_address, QStringLiteral("program")); });
     }
-    /// Waits until the portal was asked and what it has said since has arrived.
+    /// Waits until the portal was queried and all messages sent since have been received.
     void settle()
     {
         ASSERT_TRUE(eventually([this] { return m_portal.asked > 0; }));
         const QDBusConnection program(QStringLiteral("program"));
-        // The answer to this comes after all that was under way to the program.
+        // The bus keeps the order, so the reply to this call arrives after all earlier messages.
         bool answered = false;
         QDBusMessage last = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
                                                            QStringLiteral("/org/freedesktop/portal/desktop"),

@@ -9,7 +9,7 @@ namespace stackreel
 namespace
 {
 
-/// The wish is known before the window is made.
+/// A base class, so that the variable is set before the window is created.
 struct WishForLessMotion {
     ScopedEnvironment wish{"STACKREEL_REDUCED_MOTION", "1"};
 };
@@ -17,7 +17,7 @@ struct WishForLessMotion {
 class ReducedMotionTest : private WishForLessMotion, public ViewsTest
 {
 protected:
-    /// A point on the trim's end handle.
+    /// The centre of the trim end handle.
     QPoint handle() { return centre(item("trimEndHandle")); }
 };
 

@@ -8,7 +8,7 @@ namespace stackreel
 namespace
 {
 
-/// What a screen reader has to say, and where the focus is that it follows.
+/// What a screen reader reads, and the focus that it follows.
 class SpokenTest : public ViewsTest
 {
 protected:
@@ -62,7 +62,7 @@ TEST_F(SpokenTest, ThePickerTellsWhatItsOpenMenuIsMovedTo)
 
 TEST_F(SpokenTest, AMenuOpenedByAKeyHasANameAndTheFocusOnItsFirstCommand)
 {
-    moveTo({600, 400}); // off the titles, whose menus follow the pointer
+    moveTo({600, 400}); // away from the menu bar, where hovering would switch menus
     key(Qt::Key_F10);
     EXPECT_TRUE(item("aboutItem").hasActiveFocus());
     QAccessibleInterface* menu = face(item("aboutItem")).parent();
@@ -138,7 +138,7 @@ TEST_F(SpokenTest, AFieldTellsItsTextItsSelectionAndItsWords)
     EXPECT_EQ(widthText().selectionCount(), 1);
     int start = -1;
     int end = -1;
-    // Asked for this, the toolkit's own would never answer.
+    // Qt's own implementation of this call never returns.
     EXPECT_EQ(widthText().textAtOffset(widthText().characterCount(), QAccessible::WordBoundary, &start, &end),
               QString());
     EXPECT_EQ(start, widthText().characterCount());

@@ -11,7 +11,7 @@ class ThumbnailStripTest : public ViewsTest
 protected:
     void SetUp() override { enter(WindowModel::Ready); }
 
-    /// How many pixels along the middle of the row are of this colour, more or less.
+    /// How many pixels in one line of the thumbnails have about this colour.
     int count(const QColor& wanted)
     {
         const QImage image = window().screenshot();
@@ -37,7 +37,7 @@ TEST_F(ThumbnailStripTest, ThumbnailsAreShownWhenTheyCome)
 
 TEST_F(ThumbnailStripTest, AnotherWidthShowsAnotherPartOfThemOnceItHasSettled)
 {
-    // Its red sides are only seen in a cell that is much wider than high.
+    // The red sides of the picture are only visible in a cell that is much wider than high.
     QImage picture(320, 180, QImage::Format_RGB32);
     picture.fill(Qt::red);
     for (int y = 0; y < picture.height(); ++y)

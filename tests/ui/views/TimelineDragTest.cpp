@@ -14,7 +14,7 @@ class TimelineDragTest : public ViewsTest
 protected:
     void SetUp() override { enter(WindowModel::Ready); }
 
-    /// A point of the window over this time of the strip.
+    /// The window position of a time on the timeline.
     QPoint at(double seconds)
     {
         const QQuickItem& strip = item("strip");
@@ -22,7 +22,7 @@ protected:
         return strip.mapToScene(QPointF(std::round(x), 21)).toPoint();
     }
 
-    /// How far a point is on the strip, in seconds.
+    /// The duration of one point on the timeline, in seconds.
     double pointSeconds() { return windowModel().duration() / (item("strip").width() - 36); }
 
     QCursor cursor() { return item("trimTimeline").cursor(); }
@@ -144,10 +144,10 @@ TEST_F(TimelineDragTest, TheShadowUnderAHandleIsSevenPointsWideAndGrowsStrongerW
 
 TEST_F(TimelineDragTest, AHandleGrowsAsOnASpringOfItsResponseAndDamping)
 {
-    constexpr double step = 0.016; // seconds, in which the toolkit's spring counts
+    constexpr double step = 0.016; // seconds; the time step of SpringAnimation
     const double frequency = 2 * std::numbers::pi / 0.18;
     for (const auto& [handle, seconds] : {std::pair("trimStartHandle", 0), std::pair("trimEndHandle", 20)}) {
-        // It is only made when it is first needed.
+        // The animation is created when the handle first grows.
         moveTo(at(10));
         moveTo(at(seconds));
         const auto* spring = item(handle).findChild<QObject*>(QStringLiteral("spring"));

@@ -14,7 +14,7 @@
 namespace stackreel
 {
 
-/// The views in the whole window, in a world of fakes. Whatever the toolkit warns of fails the test.
+/// Tests the views in the complete window, with fake services. Any warning of Qt fails the test.
 class ViewsTest : public testing::Test
 {
 protected:
@@ -26,13 +26,13 @@ protected:
     OfflineWindow& window() { return m_window; }
 
     QQuickItem& item(const char* name) { return m_window.item(QString::fromLatin1(name)); }
-    /// What has this name within what has the other.
+    /// The item `name` inside the item `owner`.
     QQuickItem& part(const char* owner, const char* name);
-    /// What the whole window is drawn from, open popups included.
+    /// The root item of the window, with the overlay of its popups.
     QQuickItem& root() { return *m_window.window().contentItem(); }
-    /// What lies over the rest: the popups that are open.
+    /// The overlay that contains the open popups.
     QQuickItem& overlay();
-    /// An item and all that is drawn in it, or would be.
+    /// An item and all its descendants, visible or not.
     static std::vector<QQuickItem*> everythingIn(QQuickItem& target);
     /// Where the item is, in points of the content below the title strip.
     QRectF place(const QQuickItem& target);
@@ -43,7 +43,7 @@ protected:
     static QColor color(const QQuickItem& target) { return target.property("color").value<QColor>(); }
     static QQuickItem& background(const QQuickItem& control);
 
-    /// Takes the window to a phase in the way a user would.
+    /// Brings the window into a phase by the steps a user would take.
     void enter(WindowModel::Phase phase);
 
     // Pointer and keys; positions are in points of the window.
@@ -54,10 +54,10 @@ protected:
     void click(const char* name);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void focus(const char* name) { item(name).forceActiveFocus(Qt::TabFocusReason); }
-    /// Runs what is pending, and lays out and paints what came of it.
+    /// Processes pending events, then lays out and paints the window.
     void settle();
 
-    /// Whether it becomes so within a time that no machine is too busy for.
+    /// Waits until the condition is true; false after 30 s.
     template <typename Condition>
     static bool soon(Condition condition)
     {

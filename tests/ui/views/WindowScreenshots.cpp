@@ -13,8 +13,8 @@ namespace stackreel
 namespace
 {
 
-/// Pictures of the window in each of its states, written to the folder that `STACKREEL_SCREENSHOTS` names,
-/// for somebody to look at. `STACKREEL_SCREENSHOT_FRAME` names a picture to show as the clip's.
+/// Writes screenshots of the window in each of its states to the folder `STACKREEL_SCREENSHOTS`, for review
+/// by eye. `STACKREEL_SCREENSHOT_FRAME` is the file of a picture to show as the clip.
 class WindowScreenshots : public testing::Test
 {
 protected:
@@ -49,7 +49,7 @@ protected:
 
     void save(OfflineWindow& window, const QString& name) const
     {
-        window.item(QStringLiteral("contentView")); // throws where the window is not the one to show
+        window.item(QStringLiteral("contentView")); // throws if the window has no content
         ASSERT_TRUE(window.screenshot().save(QDir(m_folder).filePath(name + QStringLiteral(".png"))));
     }
 

@@ -61,7 +61,7 @@ TEST_F(WorkspaceLayoutTest, TheCropsAreDrawnFromTheirRegions)
         QColor fill = color;
         fill.setAlphaF(selected ? 0.16F : 0.09F);
         EXPECT_TRUE(same(ViewsTest::color(part(name, "fill")), fill));
-        // Half of the line lies outside the edge.
+        // The outline is centred on the edge: half of its width lies outside.
         const double half = selected ? 2 : 1;
         const QRectF stroke = place(part(name, "stroke"));
         EXPECT_NEAR(stroke.x(), rect.x() - half, 0.01);
