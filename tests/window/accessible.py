@@ -57,7 +57,7 @@ class AccessibleDesktop(Desktop):
         super().close()
 
 
-def heard(condition, what):
+def wait_until(condition, what):
     """Like `eventually`, but delivers accessibility events while waiting."""
 
     def look():
@@ -92,7 +92,7 @@ class AccessibleProgram:
     """The program on the accessibility bus."""
 
     def __init__(self, pid):
-        self.application = heard(lambda: self.find_application(pid), "the program on the accessibility bus")
+        self.application = wait_until(lambda: self.find_application(pid), "the program on the accessibility bus")
         self.application.set_cache_mask(Atspi.Cache.NONE)
 
     @staticmethod
@@ -107,7 +107,7 @@ class AccessibleProgram:
             found = [self.application.get_child_at_index(index) for index in range(self.application.get_child_count())]
             return next((each for each in found if each is not None and each.get_name() == title), None)
 
-        return heard(find, f"a window “{title}”")
+        return wait_until(find, f"a window “{title}”")
 
     def find(self, window, role, name):
         """Waits for the visible control with this role and name in the window with this title."""
@@ -122,7 +122,7 @@ class AccessibleProgram:
                 None,
             )
 
-        return heard(look, f"{role} “{name}” in “{window}”")
+        return wait_until(look, f"{role} “{name}” in “{window}”")
 
     def status(self, window):
         """The text of the window's status line."""
@@ -133,7 +133,7 @@ class AccessibleProgram:
     def act(self, window, role, name, action):
         """Waits for an enabled control and performs one of its actions."""
         control = self.find(window, role, name)
-        heard(
+        wait_until(
             lambda: control.get_state_set().contains(Atspi.StateType.ENABLED)
             and not control.get_description().startswith("Not available"),
             f"an enabled “{name}”",
@@ -149,7 +149,7 @@ class AccessibleProgram:
 
     def act_in_menu(self, window, menu, item):
         """Opens a menu of the window and presses one of its items."""
-        title = heard(
+        title = wait_until(
             lambda: next(
                 (
                     each

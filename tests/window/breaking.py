@@ -6,7 +6,7 @@ import shutil
 import signal
 import subprocess
 
-from accessible import AccessibleDesktop, AccessibleProgram, heard
+from accessible import AccessibleDesktop, AccessibleProgram, wait_until
 from clips import make_clip, make_mosaic, make_sound, probe
 from desktop import Program, eventually
 from tools import EXPORT, PROXY, Tools
@@ -41,7 +41,7 @@ class Breaking(WindowTest):
         cls.tools = Tools(cls.desktop.folder / "tools")
         cls.program = Program(cls.desktop, executable, cls.tools.folder)
         cls.addClassCleanup(cls.program.close)
-        cls.spoken = AccessibleProgram(cls.program.process.pid)
+        cls.accessible = AccessibleProgram(cls.program.process.pid)
 
     def tearDown(self):
         """After each test, the program must still load and export a clip."""
@@ -57,27 +57,27 @@ class Breaking(WindowTest):
 
     def choose(self, clip):
         self.program.key("ctrl+o")
-        self.spoken.choose_file(OPEN_PANEL, clip, "Choose Video")
+        self.accessible.choose_file(OPEN_PANEL, clip, "Choose Video")
 
     def export_to(self, file):
-        self.spoken.act(MAIN, "push button", "Export vertical video", "Press")
-        self.spoken.choose_file(SAVE_PANEL, file, "Export")
+        self.accessible.act(MAIN, "push button", "Export vertical video", "Press")
+        self.accessible.choose_file(SAVE_PANEL, file, "Export")
 
     def await_status(self, *parts):
         """Waits for a status that contains all these parts, and returns it."""
         seen = [""]
 
         def says():
-            seen[0] = self.spoken.status(MAIN)
+            seen[0] = self.accessible.status(MAIN)
             return all(part in seen[0] for part in parts)
 
         try:
-            heard(says, "a status")
+            wait_until(says, "a status")
         except AssertionError:
             self.fail(f"expected a status with {parts}, saw “{seen[0]}”")
         return seen[0]
 
-    def test_an_encoder_that_dies(self):
+    def test_reports_an_encoder_that_was_killed(self):
         self.tools.hold("ffmpeg", EXPORT)
         self.choose(self.clip)
         self.await_status(self.clip.name)
@@ -85,7 +85,7 @@ class Breaking(WindowTest):
         os.kill(int(eventually(lambda: self.tools.pid("ffmpeg"), "an encoder")), signal.SIGKILL)
         self.await_status("FFmpeg could not process this video.")
 
-    def test_a_copy_for_the_preview_that_dies(self):
+    def test_reports_a_preview_proxy_process_that_was_killed(self):
         unplayable = self.home / "unplayable.mkv"
         make_mosaic(unplayable, ["-c:v", "snow", "-strict", "-2", "-c:a", "aac"])
         self.tools.hold("ffmpeg", PROXY)
@@ -96,7 +96,7 @@ class Breaking(WindowTest):
         self.choose(unplayable)
         self.await_status(unplayable.name)
 
-    def test_a_disk_that_is_full(self):
+    def test_reports_a_full_disk(self):
         disk = self.home / "disk"
         disk.mkdir()
         mount = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", str(disk)], capture_output=True)
@@ -110,7 +110,7 @@ class Breaking(WindowTest):
         finally:
             subprocess.run(["umount", "-l", str(disk)], check=True)
 
-    def test_a_folder_that_is_gone_or_closed_meanwhile(self):
+    def test_reports_a_destination_folder_that_was_removed_or_made_inaccessible(self):
         for how in ("gone", "closed"):
             if how == "closed" and os.geteuid() == 0:
                 continue  # root may write to any folder
@@ -127,7 +127,7 @@ class Breaking(WindowTest):
                 tools.go()
                 self.await_status("No such file" if how == "gone" else "Permission denied")
 
-    def test_a_source_that_vanishes(self):
+    def test_reports_a_source_that_was_removed(self):
         source = self.home / "gone.mp4"
         shutil.copy(self.clip, source)
         self.choose(source)
@@ -137,7 +137,7 @@ class Breaking(WindowTest):
         self.await_status("No such file or directory")
         self.assertFalse((self.out / "nothing.mp4").exists())
 
-    def test_files_that_are_no_videos(self):
+    def test_reports_files_that_are_no_videos(self):
         text, sound = self.home / "notes.txt", self.home / "song.m4a"
         text.write_text("Milk, eggs, bread\n")
         make_sound(sound)
@@ -146,7 +146,7 @@ class Breaking(WindowTest):
         self.choose(sound)
         self.await_status("This file does not contain a video stream.")
 
-    def test_names_of_all_kinds(self):
+    def test_exports_files_with_special_characters_in_their_names(self):
         for name in NAMES:
             with self.subTest(name):
                 source, result = self.home / f"{name}.mp4", self.out / f"{name}-vertical.mp4"

@@ -72,7 +72,7 @@ class EndToEnd(unittest.TestCase):
         self.assertEqual(program.wait(), 0)
         self.assertEqual(program.complaints(), "")
 
-    def test_a_clip_is_chosen_trimmed_and_exported(self):
+    def test_exports_a_trimmed_clip(self):
         self.hold("ffprobe", HELD_FFPROBE)
         self.hold("ffmpeg", HELD_FFMPEG)
         program = self.start()
@@ -108,7 +108,7 @@ class EndToEnd(unittest.TestCase):
         self.assertEqual([file.name for file in self.out.iterdir()], [result.name])
         self.quit(program)
 
-    def test_a_portrait_clip_is_refused_with_a_reason(self):
+    def test_rejects_a_portrait_clip_with_a_message(self):
         portrait = self.desktop.home / "portrait.mp4"
         make_clip(portrait, "360x640")
         program = self.start()
@@ -118,7 +118,7 @@ class EndToEnd(unittest.TestCase):
         self.shoot(program, "failed")
         self.quit(program)
 
-    def test_a_custom_size_is_exported(self):
+    def test_exports_a_custom_size(self):
         program = self.start_ready()
         width, _ = program.size()
         program.click(width - 103, 209)
@@ -131,7 +131,7 @@ class EndToEnd(unittest.TestCase):
         eventually(result.exists, "an exported file with the suffix that was not typed")
         self.quit(program)
 
-    def test_the_window_is_moved_resized_and_maximised_by_its_frame(self):
+    def test_moves_resizes_and_maximizes_the_window_by_its_frame(self):
         program = self.start_ready()
         for round in range(3):
             left, top, width, height = program.place()
@@ -157,7 +157,7 @@ class EndToEnd(unittest.TestCase):
         eventually(lambda: program.size() == (980, 710), "the size from before")
         self.quit(program)
 
-    def test_an_interrupt_ends_a_load_that_is_under_way(self):
+    def test_an_interrupt_during_a_load_ends_the_program(self):
         self.hold("ffprobe", HELD_FFPROBE)
         program = self.start()
         program.choose(self.clip)

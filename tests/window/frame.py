@@ -23,7 +23,7 @@ class Frame(WindowTest):
         self.addCleanup(self.program.close)
         self.desktop.xdotool("windowmove", "--sync", self.program.window, *FIRST)
 
-    def test_each_edge_and_each_corner_resizes(self):
+    def test_resizes_by_each_edge_and_corner(self):
         for across in (-1, 0, 1):
             for down in (-1, 0, 1):
                 if (across, down) != (0, 0):
@@ -54,7 +54,7 @@ class Frame(WindowTest):
         left, top, width, height = self.program.place()
         return left, top, left + width, top + height
 
-    def test_the_buttons_minimise_maximise_and_restore(self):
+    def test_the_buttons_minimize_maximize_restore_and_close(self):
         self.press_button(3)
         eventually(lambda: not self.is_visible(), "a minimised window")
         self.desktop.xdotool("windowactivate", self.program.window)
@@ -74,7 +74,7 @@ class Frame(WindowTest):
     def is_visible(self):
         return self.desktop.xdotool("search", "--onlyvisible", "--name", "^Stackreel$") != ""
 
-    def test_a_double_click_on_what_is_empty_maximises_and_restores(self):
+    def test_a_double_click_on_the_title_bar_or_header_maximizes_and_restores(self):
         before = self.program.place()
         for at in ((500, 15), (600, 60)):
             with self.subTest(at=at):
@@ -84,7 +84,7 @@ class Frame(WindowTest):
                 self.program.click(at[0] + 200, at[1], times=2)
                 eventually(lambda: self.program.place() == before, f"the window at {before} again")
 
-    def test_a_file_on_the_command_line_is_left_alone(self):
+    def test_ignores_a_file_on_the_command_line(self):
         tools = Tools(self.desktop.folder / "tools")
         tools.hold("ffprobe")
         clip = self.desktop.home / "clip.mp4"

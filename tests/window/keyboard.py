@@ -3,7 +3,7 @@
 import time
 import unittest
 
-from accessible import AccessibleDesktop, AccessibleProgram, Atspi, descendants, heard
+from accessible import AccessibleDesktop, AccessibleProgram, Atspi, descendants, wait_until
 from clips import Crop, make_mosaic
 from desktop import Program, eventually
 from window_test import WindowTest, executable, main
@@ -25,7 +25,7 @@ class Keyboard(WindowTest):
         self.addCleanup(self.program.close)
         self.shown = AccessibleProgram(self.program.process.pid)
 
-    def test_a_clip_is_chosen_framed_trimmed_and_exported(self):
+    def test_exports_a_cropped_and_trimmed_clip(self):
         self.press("ctrl+o")
         self.type_into("Choose a horizontal video", self.clip)
         self.shown.find(MAIN, "status bar", self.clip.name)
@@ -78,10 +78,10 @@ class Keyboard(WindowTest):
         self.assertEqual(self.value("Video position"), paused_at)
         self.tab_to("slider", "Video position")
         self.press("Right")
-        heard(lambda: self.value("Video position") != paused_at, "a playhead that was stepped by a key")
+        wait_until(lambda: self.value("Video position") != paused_at, "a playhead that was stepped by a key")
         stepped_to = self.value("Video position")
         self.press("space")
-        heard(lambda: self.value("Video position") != stepped_to, "a preview that plays")
+        wait_until(lambda: self.value("Video position") != stepped_to, "a preview that plays")
 
     def press(self, *keys, window=MAIN):
         """Waits until the window is active, then presses keys. Does not activate the window itself."""
@@ -107,11 +107,11 @@ class Keyboard(WindowTest):
 
     def tab_to(self, *wanted):
         passed = []
-        while (now := heard(lambda: (self.focused(),), "a window with controls")[0]) != wanted:
+        while (now := wait_until(lambda: (self.focused(),), "a window with controls")[0]) != wanted:
             self.assertNotIn(now, passed[1:], f"Tab never came to {wanted}")
             passed.append(now)
             self.press("Tab")
-            heard(lambda: self.focused() not in (None, now), f"the focus somewhere behind {now}")
+            wait_until(lambda: self.focused() not in (None, now), f"the focus somewhere behind {now}")
 
     def value(self, name):
         return self.shown.find(MAIN, "slider", name).get_value_iface().get_current_value()
@@ -119,7 +119,7 @@ class Keyboard(WindowTest):
     def step_to(self, name, keys, values):
         for index, value in enumerate(values):
             self.press(keys[index % len(keys)])
-            heard(lambda: abs(self.value(name) - value) < 0.001, f"“{name}” at {value}")
+            wait_until(lambda: abs(self.value(name) - value) < 0.001, f"“{name}” at {value}")
 
 
 if __name__ == "__main__":

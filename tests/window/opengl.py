@@ -17,8 +17,8 @@ surface_test = sys.argv.pop(3)
 SKIPPED = 77  # SKIP_RETURN_CODE of the tests
 OPENGL = {"QT_QUICK_BACKEND": "rhi", "QSG_RHI_BACKEND": "opengl", "LIBGL_ALWAYS_SOFTWARE": "1"}
 LOOPS = {"basic": OPENGL | {"QSG_RENDER_LOOP": "basic"}, "threaded": OPENGL | {"QSG_RENDER_LOOP": "threaded"}}
-# Left edge and width of the preview in a new window, and the height of the strip to look at, in points.
-LEFT, WIDTH, STRIPE = 42, 768, 40
+# Left edge and width of the preview in a new window, and the height of the strip to compare, in points.
+LEFT, WIDTH, STRIP_HEIGHT = 42, 768, 40
 
 
 def has_opengl(desktop):
@@ -74,16 +74,16 @@ class OpenGL(WindowTest):
         if box is None or box[2] < WIDTH / 4:  # The program's icon also contains this colour.
             return None
         top = round(box[1] + 1 - 0.14 * WIDTH * 9 / 16)
-        return shown_second(Picture(program.picture(LEFT, top, WIDTH, STRIPE), WIDTH), cls.clip)
+        return shown_second(Picture(program.picture(LEFT, top, WIDTH, STRIP_HEIGHT), WIDTH), cls.clip)
 
-    def test_the_window_looks_as_drawn_by_software(self):
+    def test_looks_the_same_as_with_the_software_renderer(self):
         for loop, environment in LOOPS.items():
             with self.subTest(loop):
                 seen = self.looks(Program(self.desktop, executable, environment=environment))
                 # The renderers differ slightly in antialiasing of text and rounded corners.
                 self.assertLess(seen.difference(self.expected), 2)
 
-    def test_the_preview_follows_the_window_and_goes(self):
+    def test_the_preview_follows_a_resize_and_a_new_clip(self):
         for loop, environment in LOOPS.items():
             with self.subTest(loop):
                 program = Program(self.desktop, executable, environment=environment)
@@ -116,7 +116,7 @@ class OpenGL(WindowTest):
         names = {(task / "comm").read_text().strip() for task in (process / "task").iterdir()}
         self.assertEqual("QSGRenderThread" in names, threaded, names)
 
-    def test_the_player_surface_keeps_what_it_promises(self):
+    def test_the_player_surface_tests_pass(self):
         for loop, environment in LOOPS.items():
             with self.subTest(loop):
                 run = subprocess.run(

@@ -10,7 +10,7 @@ from clips import frame_picture, mean_difference
 CORAL, LIGHT_CORAL = (255, 90, 61), (255, 184, 166)
 # Limit for the mean difference of two pictures of the same second. Two seconds of a mosaic differ by about 80. The same
 # second, scaled by another algorithm and off by a pixel, differs by less than 30.
-ALIKE_ON_SCREEN = 35
+LARGEST_SCREEN_DIFFERENCE = 35
 # An edge has at least this many pixels in a line. A block of a mosaic has at most 10, at scale factor 2.
 LEAST_EDGE = 24
 
@@ -57,19 +57,20 @@ class Picture:
 
 
 @functools.cache
-def upper_stripe(clip, second, width, height):
+def top_strip(clip, second, width, height):
     """The top `height` rows of a preview of this width at a second of the clip."""
     filters = f"scale={width}:{width * 720 // 1280}:flags=bilinear,crop={width}:{height}:0:0"
     return frame_picture(clip, second + 0.5, filters, "rgb24")
 
 
-def shown_second(stripe, clip):
-    """Which second of a mosaic the upper stripe of a preview shows, or None. The preview is as wide as its stripe."""
+def shown_second(strip, clip):
+    """The second of a mosaic that the top strip of a preview shows, or None. The strip has the width of the preview."""
     return next(
         (
             second
             for second in range(6)
-            if ALIKE_ON_SCREEN > mean_difference(stripe.rgb, upper_stripe(clip, second, stripe.width, stripe.height))
+            if LARGEST_SCREEN_DIFFERENCE
+            > mean_difference(strip.rgb, top_strip(clip, second, strip.width, strip.height))
         ),
         None,
     )

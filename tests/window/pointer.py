@@ -33,7 +33,7 @@ class Pointer(WindowTest):
         self.addCleanup(self.program.close)
         self.assertEqual(self.program.size(), WINDOW)
 
-    def test_a_clip_is_chosen_framed_trimmed_and_exported(self):
+    def test_exports_a_cropped_and_trimmed_clip(self):
         left, top, width, height = self.box(CORAL, (200, 200, 600, 500))
         self.program.click(left + width // 2, top + height // 2)
         self.desktop.type_path("Choose a horizontal video", self.clip)

@@ -1,6 +1,6 @@
 """All popups have an accessible name: menus, the picker's list, the about dialog and tool tips."""
 
-from accessible import AccessibleDesktop, AccessibleProgram, descendants, heard, is_showing
+from accessible import AccessibleDesktop, AccessibleProgram, descendants, wait_until, is_showing
 from desktop import Program
 from window_test import WindowTest, executable, main
 
@@ -21,7 +21,7 @@ class Popups(WindowTest):
     def setUp(self):
         self.program = Program(self.desktop, executable)
         self.addCleanup(self.program.close)
-        self.spoken = AccessibleProgram(self.program.process.pid)
+        self.accessible = AccessibleProgram(self.program.process.pid)
 
     def tearDown(self):
         self.program.key("ctrl+q")
@@ -29,39 +29,39 @@ class Popups(WindowTest):
 
     def items(self, role, name):
         """Waits for the popup with this role and name; returns the names of its visible contents."""
-        found = self.spoken.find(MAIN, role, name)
+        found = self.accessible.find(MAIN, role, name)
         return [each.get_name() for each in descendants(found) if is_showing(each) and each.get_name()]
 
     def test_menus(self):
         for menu, items in MENUS.items():
             with self.subTest(menu):
-                title = self.spoken.find(MAIN, "menu item", menu)
-                self.spoken.perform(title, "Press")
+                title = self.accessible.find(MAIN, "menu item", menu)
+                self.accessible.perform(title, "Press")
                 self.assertEqual(self.items("popup menu", menu), items)
                 self.program.key("Escape")
                 self.await_gone("popup menu")
 
-    def test_the_list_of_shapes(self):
-        self.spoken.act(MAIN, "combo box", "Aspect ratio", "Press")
+    def test_the_list_of_aspect_ratios(self):
+        self.accessible.act(MAIN, "combo box", "Aspect ratio", "Press")
         self.assertEqual(self.items("dialog", "Aspect ratio"), ["9:16", "4:5", "1:1", "Custom"])
         # The list was not opened by key, but keys must work in it.
         self.program.key("Escape")
         self.await_gone("dialog")
 
-    def test_the_box_about_the_program(self):
-        self.spoken.act_in_menu(MAIN, "Stackreel", "About Stackreel")
+    def test_the_about_dialog(self):
+        self.accessible.act_in_menu(MAIN, "Stackreel", "About Stackreel")
         self.assertIn("Close", self.items("dialog", "About Stackreel"))
         self.program.key("Escape")
         self.await_gone("dialog")
 
-    def test_a_hint(self):
+    def test_a_tool_tip(self):
         self.program.point(self.program.size()[0] - 21, 15)
-        self.spoken.find(MAIN, "tool tip", "Close")
+        self.accessible.find(MAIN, "tool tip", "Close")
 
     def await_gone(self, role):
-        heard(
+        wait_until(
             lambda: not any(
-                each.get_role_name() == role and is_showing(each) for each in descendants(self.spoken.window(MAIN))
+                each.get_role_name() == role and is_showing(each) for each in descendants(self.accessible.window(MAIN))
             ),
             f"no {role} any more",
         )

@@ -31,7 +31,7 @@ class Quitting(WindowTest):
         cls.out = cls.desktop.home / "out"
         cls.out.mkdir()
 
-    def in_every_way(self, begin, ways=tuple(WAYS)):
+    def quit_in_every_way(self, begin, ways=tuple(WAYS)):
         """For each way of ending: starts the program, calls `begin` to start a task, and ends the program."""
         for way in ways:
             with self.subTest(way):
@@ -59,21 +59,21 @@ class Quitting(WindowTest):
         program.choose(clip)
         eventually(program.export_is_offered, "a loaded clip")
 
-    def test_while_a_clip_is_looked_at(self):
+    def test_while_a_clip_is_probed(self):
         def begin(program):
             self.tools.hold("ffprobe")
             program.choose(self.clip)
             eventually(lambda: self.tools.pid("ffprobe"), "a probe")
 
-        self.in_every_way(begin)
+        self.quit_in_every_way(begin)
 
-    def test_while_a_copy_for_the_preview_is_made(self):
+    def test_while_a_preview_proxy_is_made(self):
         def begin(program):
             self.tools.hold("ffmpeg", PROXY)
             program.choose(self.unplayable)
             eventually(lambda: self.tools.pid("ffmpeg"), "a copy that is being made")
 
-        self.in_every_way(begin)
+        self.quit_in_every_way(begin)
 
     def test_while_an_export_is_written(self):
         def begin(program):
@@ -81,19 +81,19 @@ class Quitting(WindowTest):
             program.export_to(self.out / "never.mp4")
             eventually(lambda: any(each.stat().st_size > 0 for each in self.out.iterdir()), "a file that grows")
 
-        self.in_every_way(begin)
+        self.quit_in_every_way(begin)
 
-    def test_while_an_export_takes_no_hints(self):
+    def test_while_an_export_ignores_signals(self):
         def begin(program):
             self.tools.hold("ffmpeg", EXPORT, "trap '' TERM INT")
             self.load(program, self.clip)
             program.export_to(self.out / "never.mp4")
             eventually(lambda: self.tools.pid("ffmpeg"), "an encoder")
 
-        self.in_every_way(begin, ["SIGTERM"])
+        self.quit_in_every_way(begin, ["SIGTERM"])
 
     def test_while_thumbnails_are_made(self):
-        self.in_every_way(lambda program: self.load(program, self.long), ["the key"])
+        self.quit_in_every_way(lambda program: self.load(program, self.long), ["the key"])
 
     def test_while_a_panel_is_open(self):
         def begin(program):
@@ -101,7 +101,7 @@ class Quitting(WindowTest):
             program.click(*program.export_button())
             self.desktop.window("Export vertical video")
 
-        self.in_every_way(begin)
+        self.quit_in_every_way(begin)
 
 
 if __name__ == "__main__":

@@ -59,7 +59,7 @@ class Tiling(WindowTest):
             lambda: self.program.place() == expected, f"the window at {expected}; it is at {self.program.place()}"
         )
 
-    def test_keys_put_it_into_each_part_of_the_screen_and_back(self):
+    def test_shortcuts_tile_the_window_and_restore_it(self):
         for key, expected in (
             ("super+KP_Left", LEFT),
             ("super+KP_Right", RIGHT),
@@ -75,29 +75,29 @@ class Tiling(WindowTest):
         self.program.key("alt+F10")
         eventually(lambda: self.program.size() == FIRST_SIZE, "the size from before")
 
-    def test_a_drag_to_an_edge_puts_it_there_and_one_away_brings_it_back(self):
+    def test_a_drag_to_an_edge_tiles_the_window_and_a_drag_away_restores_it(self):
         for edge, expected in (((0, 700), LEFT), ((WIDTH - 1, 700), RIGHT), ((1200, 0), WHOLE)):
-            for grip in (15, 60):  # in the strip, and in the header's empty part
-                with self.subTest(edge=edge, grip=grip):
-                    self.drag_to(edge, grip, lambda: self.program.place() == expected)
-                    self.drag_to((1300, 600), grip, lambda: self.program.size() == FIRST_SIZE)
+            for grab_y in (15, 60):  # in the title bar, and in the empty part of the header
+                with self.subTest(edge=edge, grab_y=grab_y):
+                    self.drag_to(edge, grab_y, lambda: self.program.place() == expected)
+                    self.drag_to((1300, 600), grab_y, lambda: self.program.size() == FIRST_SIZE)
                     left, top, width, height = self.program.place()
                     self.assertTrue(
                         left < 1300 < left + width and top < 600 < top + height,
                         f"it came back elsewhere than under the pointer: {(left, top)}",
                     )
 
-    def drag_to(self, target, grip, is_done):
+    def drag_to(self, target, grab_y, is_placed):
         """Drags the window until the pointer is at a position on the screen, and releases it there."""
         left, top, width, _ = self.program.place()
-        start = (left + width // 2, top + grip)
+        start = (left + width // 2, top + grab_y)
         self.desktop.xdotool("mousemove", *start, "mousedown", 1)
         for step in range(1, 31):
             between = (round(a + (b - a) * step / 30) for a, b in zip(start, target))
             self.desktop.xdotool("mousemove", *between, "sleep", 0.02)
-        eventually(is_done, f"the window dragged to {target}; it is at {self.program.place()}")
+        eventually(is_placed, f"the window dragged to {target}; it is at {self.program.place()}")
         self.desktop.xdotool("mouseup", 1)
-        eventually(is_done, f"the window left at {target}; it is at {self.program.place()}")
+        eventually(is_placed, f"the window left at {target}; it is at {self.program.place()}")
 
 
 if __name__ == "__main__":

@@ -22,7 +22,7 @@ PICTURE_WIDTH = 768  # points, of the preview in a new window
 
 
 class Compositor:
-    """Weston with a log of the Wayland protocol. `runs` is false where it cannot start."""
+    """Weston with a log of the Wayland protocol. `is_running` is false where it cannot start."""
 
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="stackreel-wayland-"))
@@ -59,7 +59,7 @@ class Compositor:
         )
         socket = self.folder / "wayland-test"
         eventually(lambda: socket.exists() or self.process.poll() is not None, "a compositor")
-        self.runs = self.process.poll() is None
+        self.is_running = self.process.poll() is None
 
     def close(self):
         self.process.terminate()
@@ -107,27 +107,27 @@ class Wayland(WindowTest):
         cls.clip = compositor.folder / "Beach day.mp4"
         make_mosaic(cls.clip)
 
-    def test_the_window_shows_a_clip_as_it_is(self):
-        self.use_at(1)
+    def test_shows_a_clip_at_scale_1(self):
+        self.show_clip_at(1)
 
-    def test_the_window_shows_a_clip_a_quarter_larger(self):
-        self.use_at(1.25)
+    def test_shows_a_clip_at_scale_1_25(self):
+        self.show_clip_at(1.25)
 
-    def test_the_window_shows_a_clip_half_as_large_again(self):
-        self.use_at(1.5)
+    def test_shows_a_clip_at_scale_1_5(self):
+        self.show_clip_at(1.5)
 
-    def test_the_window_shows_a_clip_twice_as_large(self):
-        self.use_at(2)
+    def test_shows_a_clip_at_scale_2(self):
+        self.show_clip_at(2)
 
-    def use_at(self, scale):
+    def show_clip_at(self, scale):
         program = compositor.start(scale)
         self.addCleanup(program.kill)
         eventually(lambda: compositor.shows(APPLICATION) or program.poll() is not None, "a window")
         self.assertIsNone(program.poll())
-        spoken = AccessibleProgram(program.pid)
-        spoken.act("Stackreel", "push button", "Choose a video", "Press")
-        spoken.choose_file("Choose a horizontal video", self.clip, "Choose Video")
-        spoken.find("Stackreel", "status bar", self.clip.name)
+        accessible = AccessibleProgram(program.pid)
+        accessible.act("Stackreel", "push button", "Choose a video", "Press")
+        accessible.choose_file("Choose a horizontal video", self.clip, "Choose Video")
+        accessible.find("Stackreel", "status bar", self.clip.name)
         first = eventually(lambda: self.second_at(scale), "a picture in the preview")
         eventually(lambda: self.second_at(scale) not in (None, first), "a preview that goes on")
         program.send_signal(signal.SIGTERM)
@@ -145,20 +145,20 @@ class Wayland(WindowTest):
         left, top, width, height = box[0] + scale, box[1] + scale, box[2] - 2 * scale, box[3] - 2 * scale
         self.assertAlmostEqual(width, crop.width * picture_width, delta=3, msg="the lower crop's width on screen")
         self.assertAlmostEqual(height, crop.height * picture_height, delta=3, msg="its height")
-        stripe = seen.part(
+        strip = seen.part(
             round(left - crop.x * picture_width),
             round(top - crop.y * picture_height),
             picture_width,
             round(0.1 * picture_height),
         )
-        second = shown_second(stripe, self.clip)
+        second = shown_second(strip, self.clip)
         return None if second is None else str(second)
 
 
 if __name__ == "__main__":
     compositor = Compositor()
     try:
-        if not compositor.runs:
+        if not compositor.is_running:
             print("Skipped: no Wayland compositor starts here; Debian's package weston has one.")
             sys.exit(SKIPPED)
         bus = AccessibilityBus(compositor.environment)
