@@ -5,8 +5,8 @@
 namespace stackreel
 {
 
-/// Lets a test replace entries of the table of system calls through `->`. The destructor restores the table.
-/// No other thread may make system calls by then.
+/// Lets a test replace entries of the table of system calls through `->`. The destructor restores the table,
+/// so every thread that makes system calls must have ended before.
 class ScopedSystemCalls
 {
 public:

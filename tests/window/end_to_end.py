@@ -83,7 +83,7 @@ class EndToEnd(unittest.TestCase):
         self.shoot(program, "preparing")
         self.go()
         eventually(program.export_is_offered, "a loaded clip")
-        time.sleep(1.5)  # for the picture of a full timeline
+        time.sleep(1.5)  # until all thumbnails are painted, for the screenshot
         self.shoot(program, "ready")
 
         # Drag the end of the range to the middle of the timeline.
