@@ -1,6 +1,7 @@
 #include "platform/shim/Arguments.h"
 
-#include "platform/shim/OddPanels.h"
+#include "platform/shim/FilterGraph.h"
+#include "platform/shim/TimeStamps.h"
 
 #include <algorithm>
 #include <iterator>
@@ -39,6 +40,11 @@ const Arguments x264Options{
     "superfast",
     "-x264-params",
     "rc-lookahead=6:mbtree=1:b-adapt=0:aq-strength=0.4:deadzone-inter=10:deadzone-intra=10:log=1"};
+
+// Each picture keeps its own time. Without `vfr` FFmpeg 5.1 repeats pictures where the rate varies. The
+// encoder's time base is otherwise the inverse of the nominal rate, to which all times would be rounded. This
+// one is a multiple of the time bases in use, those of 23.976 and 29.97 pictures a second included.
+const Arguments timeOptions{"-fps_mode", "vfr", "-enc_time_base", "1:720000"};
 
 // CABAC, because OpenH264 otherwise writes the baseline profile, which needs more bits for the same picture.
 // A key frame every 250 frames, because it would otherwise make only the first, and nothing could seek in the
@@ -85,12 +91,12 @@ void addChannelLayouts(Arguments& output)
 }
 
 // The graphs stand before the request, as they belong to its output.
-void mendFilterGraphs(Arguments& arguments)
+void keepFullChroma(Arguments& arguments)
 {
     auto option = arguments.begin();
     while ((option = std::find(option, arguments.end(), "-filter_complex")) != arguments.end()) {
         if (++option != arguments.end())
-            *option = withWholeChroma(*option);
+            *option = withFullChroma(*option);
     }
 }
 
@@ -104,6 +110,34 @@ void leaveOutIdleSeeks(Arguments& arguments)
         seek = arguments.erase(seek, seek + 2);
 }
 
+std::ptrdiff_t countRequests(const Arguments& arguments)
+{
+    std::ptrdiff_t count = 0;
+    Position request = arguments.begin();
+    while ((request = findRequest(request, arguments.end())) != arguments.end()) {
+        request += std::ssize(videoToolboxRequest);
+        ++count;
+    }
+    return count;
+}
+
+// Replaces each request by the encoder and its options.
+Arguments withOptions(const Arguments& arguments, const Arguments& options)
+{
+    Position request = findRequest(arguments.begin(), arguments.end());
+    Arguments result(arguments.begin(), request);
+    while (request != arguments.end()) {
+        const Position first = request + std::ssize(videoToolboxRequest);
+        request = findRequest(first, arguments.end());
+        Arguments output(first, request);
+        addChannelLayouts(output);
+        result.insert(result.end(), options.begin(), options.end());
+        result.insert(result.end(), timeOptions.begin(), timeOptions.end());
+        result.insert(result.end(), output.begin(), output.end());
+    }
+    return result;
+}
+
 } // namespace
 
 bool asksForVideoToolbox(const Arguments& arguments)
@@ -113,22 +147,13 @@ bool asksForVideoToolbox(const Arguments& arguments)
 
 Arguments withEncoder(const Arguments& arguments, H264Encoder encoder)
 {
-    if (encoder == H264Encoder::videoToolbox)
+    const std::ptrdiff_t requests = countRequests(arguments);
+    if (encoder == H264Encoder::videoToolbox || requests == 0)
         return arguments;
-    const Arguments& options = encoder == H264Encoder::x264 ? x264Options : openH264Options;
-    Position request = findRequest(arguments.begin(), arguments.end());
-    if (request == arguments.end())
-        return arguments;
-    Arguments result(arguments.begin(), request);
-    while (request != arguments.end()) {
-        const Position first = request + std::ssize(videoToolboxRequest);
-        request = findRequest(first, arguments.end());
-        Arguments output(first, request);
-        addChannelLayouts(output);
-        result.insert(result.end(), options.begin(), options.end());
-        result.insert(result.end(), output.begin(), output.end());
-    }
-    mendFilterGraphs(result);
+    // With several outputs it is open which of them a graph belongs to.
+    const Arguments prepared = requests == 1 ? withTimeStampsResetAfterEncoding(arguments) : arguments;
+    Arguments result = withOptions(prepared, encoder == H264Encoder::x264 ? x264Options : openH264Options);
+    keepFullChroma(result);
     leaveOutIdleSeeks(result);
     return result;
 }

@@ -3,7 +3,12 @@
 #include "media/ProcessRunner.h"
 #include "media/ToolLocator.h"
 #include "tests/support/Awaited.h"
+#include "tests/support/TemporaryDirectory.h"
 
+#include <array>
+#include <cstdint>
+#include <fstream>
+#include <map>
 #include <stdexcept>
 
 namespace stackreel
@@ -36,14 +41,32 @@ std::string picture(const ClipRecipe& recipe)
     return "testsrc2=size=" + size + timing;
 }
 
-/// Only a copied stream takes the tag over into the file's display matrix.
+/// One 32-bit number as MOV files store it.
+std::string bigEndian(std::uint32_t number)
+{
+    std::string bytes;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes.push_back(static_cast<char>(number >> shift & 0xFFU));
+    return bytes;
+}
+
+/// Writes the display matrix of the first track. FFmpeg's options for it differ between its versions.
 void tagRotation(const std::filesystem::path& file, int rotation)
 {
-    const auto untagged = file.parent_path() / ("untagged" + file.extension().string());
-    std::filesystem::rename(file, untagged);
-    runFFmpeg({"-i", untagged.string(), "-c", "copy", "-metadata:s:v:0", "rotate=" + std::to_string(rotation),
-               file.string()});
-    std::filesystem::remove(untagged);
+    constexpr std::uint32_t one = 0x10000;
+    constexpr std::uint32_t minusOne = 0xFFFF0000;
+    const std::map<int, std::array<std::uint32_t, 5>> matrices = {{90, {0, minusOne, 0, one, 0}},
+                                                                  {180, {minusOne, 0, 0, 0, minusOne}},
+                                                                  {270, {0, one, 0, minusOne, 0}}};
+    // From the name of the track's header to the matrix.
+    constexpr std::streamoff distance = 44;
+    const std::size_t header = contentOf(file).find("tkhd");
+    if (header == std::string::npos)
+        throw std::runtime_error("no track in " + file.string());
+    std::fstream stream(file, std::ios::in | std::ios::out | std::ios::binary);
+    stream.seekp(static_cast<std::streamoff>(header) + distance);
+    for (const std::uint32_t element : matrices.at(rotation))
+        stream << bigEndian(element);
 }
 
 } // namespace

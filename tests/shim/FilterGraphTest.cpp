@@ -1,4 +1,4 @@
-#include "platform/shim/OddPanels.h"
+#include "platform/shim/FilterGraph.h"
 
 #include "platform/shim/Arguments.h"
 
@@ -19,37 +19,50 @@ std::string graph(const std::string& top, const std::string& bottom,
 
 } // namespace
 
-TEST(OddPanels, PanelsOfAnOddHeightKeepAllTheirChroma)
+TEST(FilterGraph, HalvesOfAnOddHeightKeepFullChroma)
 {
     const std::string feed = "1080:675:flags=bicubic";
-    EXPECT_EQ(withWholeChroma(graph(feed, feed)), graph(feed + ",format=yuv444p", feed + ",format=yuv444p"));
-    EXPECT_EQ(withWholeChroma(graph("2:1:flags=bicubic", feed)),
+    EXPECT_EQ(withFullChroma(graph(feed, feed)), graph(feed + ",format=yuv444p", feed + ",format=yuv444p"));
+    EXPECT_EQ(withFullChroma(graph("2:1:flags=bicubic", feed)),
               graph("2:1:flags=bicubic,format=yuv444p", feed + ",format=yuv444p"));
 }
 
-TEST(OddPanels, EverythingElseStaysAsItIs)
+TEST(FilterGraph, IsUnchangedWithoutHalvesOfAnOddHeight)
 {
     const std::string portrait = "1080:960:flags=bicubic";
     for (const std::string& each :
          {std::string(), graph(portrait, portrait), graph("1080:5750:flags=bicubic", portrait),
           graph("1081:960:flags=bicubic", portrait), graph("1080:675", portrait),
           graph("1080:675:flags=bicubic", portrait, "hstack=inputs=2")})
-        EXPECT_EQ(withWholeChroma(each), each);
+        EXPECT_EQ(withFullChroma(each), each);
 }
 
-TEST(OddPanels, AreMendedForAnEncoderInPlaceOfTheOneAskedFor)
+TEST(FilterGraph, KeepsFullChromaWhereTheEncoderIsReplaced)
 {
     const std::string feed = graph("1080:675:flags=bicubic", "1080:675:flags=bicubic");
     const Arguments arguments = {"-i",  feed,   "-filter_complex",   feed,        "-map",
                                  "[v]", "-c:v", "h264_videotoolbox", "-allow_sw", "1"};
-    const Arguments mended = withEncoder(arguments, H264Encoder::x264);
-    EXPECT_EQ(mended.at(1), feed) << "a file may have any name";
-    EXPECT_EQ(mended.at(3), withWholeChroma(feed));
+    const Arguments changed = withEncoder(arguments, H264Encoder::x264);
+    EXPECT_EQ(changed.at(1), feed) << "a file may have any name";
+    EXPECT_EQ(changed.at(3), withFullChroma(feed));
     EXPECT_EQ(withEncoder(arguments, H264Encoder::videoToolbox), arguments);
     EXPECT_EQ(withEncoder({"-filter_complex", feed}, H264Encoder::x264),
               (Arguments{"-filter_complex", feed}));
     const Arguments cutOff = {"-c:v", "h264_videotoolbox", "-allow_sw", "1", "-filter_complex"};
     EXPECT_EQ(withEncoder(cutOff, H264Encoder::x264).back(), "-filter_complex");
+}
+
+TEST(FilterGraph, TrimsInsteadOfResettingTimeStamps)
+{
+    const std::string reset = "[a]setsar=1,setpts=PTS-STARTPTS[t];[b]setpts=2*PTS,setpts=PTS-STARTPTS[u]";
+    EXPECT_TRUE(resetsTimeStamps(reset));
+    EXPECT_EQ(withTrim(reset, "2.500"),
+              "[a]setsar=1,trim=duration=2.500[t];[b]setpts=2*PTS,trim=duration=2.500[u]");
+    EXPECT_EQ(withTrim(reset, std::nullopt), "[a]setsar=1[t];[b]setpts=2*PTS[u]");
+    for (const char* other : {"", "[a]setpts=PTS-STARTPTS[t]", "[a]scale=2:2,setpts=2*PTS[t]"}) {
+        EXPECT_FALSE(resetsTimeStamps(other));
+        EXPECT_EQ(withTrim(other, "2.500"), other);
+    }
 }
 
 } // namespace stackreel::shim

@@ -1,0 +1,66 @@
+#include "platform/shim/TimeStamps.h"
+
+#include "platform/shim/FilterGraph.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+namespace stackreel::shim
+{
+
+namespace
+{
+
+using Arguments = std::vector<std::string>;
+
+/// The value of an option at or after `first`; the end where there is none.
+Arguments::iterator valueOf(const std::string& option, Arguments::iterator first, Arguments::iterator last)
+{
+    const auto found = std::find(first, last, option);
+    return found == last ? last : std::next(found);
+}
+
+/// The output's options: what follows the name of the last input.
+Arguments::iterator outputOptions(Arguments& arguments)
+{
+    const auto input = std::find(arguments.rbegin(), arguments.rend(), "-i").base();
+    return input == arguments.begin() || input == arguments.end() ? input : std::next(input);
+}
+
+/// Removes the output's duration and gives it, where the filters can take it over: with sound they have to
+/// include audio filters.
+std::optional<std::string> takeDuration(Arguments& arguments)
+{
+    const auto options = outputOptions(arguments);
+    const auto duration = valueOf("-t", options, arguments.end());
+    const auto audioFilters = valueOf("-af", options, arguments.end());
+    const bool silent = std::find(options, arguments.end(), "-an") != arguments.end();
+    if (duration == arguments.end() || (audioFilters == arguments.end() && !silent))
+        return std::nullopt;
+    std::string seconds = *duration;
+    if (!silent)
+        *audioFilters += (audioFilters->empty() ? "atrim=duration=" : ",atrim=duration=") + seconds;
+    arguments.erase(std::prev(duration), std::next(duration));
+    return seconds;
+}
+
+} // namespace
+
+// From FFmpeg 7.0 to 8.0 `setpts` removes the frame rate and the duration of the pictures. Encoders then take
+// the inverse of the time base for the rate: x264 begins with flat grey pictures at a level that few players
+// decode, and the last picture is not shown.
+Arguments withTimeStampsResetAfterEncoding(Arguments arguments)
+{
+    const auto graphOf = [&] { return valueOf("-filter_complex", arguments.begin(), arguments.end()); };
+    if (graphOf() == arguments.end() || !resetsTimeStamps(*graphOf()))
+        return arguments;
+    const auto duration = takeDuration(arguments);
+    const auto graph = graphOf();
+    *graph = withTrim(*graph, duration);
+    const Arguments filter{"-bsf:v", "setts=pts=PTS-STARTPTS:dts=DTS-STARTPTS"};
+    arguments.insert(std::next(graph), filter.begin(), filter.end());
+    return arguments;
+}
+
+} // namespace stackreel::shim
