@@ -4,6 +4,7 @@
 #include "media/ProcessRunner.h"
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
+#include "model/PictureCheck.h"
 
 #include <stdexcept>
 #include <string>
@@ -46,10 +47,11 @@ QCoro::Task<std::filesystem::path> exportSource(ExportRequest request, std::stop
 {
     // The search for the tool reads the disk, which may be slow.
     ToolRun tool = co_await onWorkerThread([&request] { return prepare(request); });
-    const ProcessOutput output = co_await ProcessRunner::run(
-        std::move(tool.executable), std::move(tool.arguments), stop, std::move(launched));
+    const ProcessOutput output =
+        co_await ProcessRunner::run(tool.executable, std::move(tool.arguments), stop, std::move(launched));
     if (output.status != 0)
         throw MediaToolError::processFailed("FFmpeg", output.status, output.errorText());
+    co_await checkPictures(std::move(tool.executable), request, stop);
     co_return request.output;
 }
 

@@ -21,6 +21,8 @@ namespace
 {
 
 constexpr const char* scriptStart = R"(#!/bin/sh
+# The check of the pictures after an export finds none to compare.
+[ "$1" != -nostdin ] || exit 0
 for last; do :; done
 tools="${0%/*}"
 # Tells the test that the tool has come this far, and waits for it or for a signal.

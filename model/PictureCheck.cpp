@@ -1,0 +1,121 @@
+#include "model/PictureCheck.h"
+
+#include "framing/ExportRange.h"
+#include "media/ProcessRunner.h"
+#include "model/PictureComparison.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <stdexcept>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Words = std::vector<std::string>;
+
+// How long the compared end is, and how far the source is read beyond it: the result's last picture may lie
+// there where its first one came late.
+constexpr double endSeconds = 0.25;
+constexpr double beyondSeconds = 0.1;
+
+std::string seconds(double value)
+{
+    std::array<char, 384> text{};
+    const auto result =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 3);
+    return {text.data(), result.ptr};
+}
+
+void append(Words& words, const Words& more)
+{
+    words.insert(words.end(), more.begin(), more.end());
+}
+
+/// The option that starts reading there. A seek to the beginning is left out: it misses pictures of Flash
+/// files.
+Words seek(double start)
+{
+    const std::string text = seconds(start);
+    return text == "0.000" ? Words{} : Words{"-ss", text};
+}
+
+std::string crop(const PixelCrop& pixels)
+{
+    return "crop=w=" + std::to_string(pixels.width) + ":h=" + std::to_string(pixels.height) +
+           ":x=" + std::to_string(pixels.x) + ":y=" + std::to_string(pixels.y);
+}
+
+/// Makes small pictures of an input's pictures: both halves, and a row of a grey that marks the input.
+std::string branch(int input, const std::string& first, const std::string& top, const std::string& bottom)
+{
+    static constexpr std::array marks = {"0x101010", "0x505050", "0x909090", "0xd0d0d0"};
+    const std::string n = std::to_string(input);
+    const std::string small = ",scale=32:32:flags=area,format=gray";
+    return "[" + n + ":v:0]" + first + "split=2[a" + n + "][b" + n + "];[a" + n + "]" + top + small + "[t" +
+           n + "];[b" + n + "]" + bottom + small + "[u" + n + "];[t" + n + "][u" + n +
+           "]vstack=inputs=2,setsar=1,pad=32:65:0:0:color=" + marks.at(static_cast<std::size_t>(input)) +
+           "[o" + n + "];";
+}
+
+std::string filterGraph(const ExportRequest& request)
+{
+    const std::string top = crop(request.top.sourcePixels(request.media));
+    const std::string bottom = crop(request.bottom.sourcePixels(request.media));
+    const std::string upperHalf = "crop=iw:trunc(ih/2):0:0";
+    const std::string lowerHalf = "crop=iw:trunc(ih/2):0:ih-trunc(ih/2)";
+    const std::string only = "trim=end_frame=1,";
+    return branch(0, only, top, bottom) + branch(1, only, upperHalf, lowerHalf) + branch(2, "", top, bottom) +
+           branch(3, "", upperHalf, lowerHalf) + "[o0][o1][o2][o3]concat=n=4[pictures]";
+}
+
+} // namespace
+
+std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Decoding decoding)
+{
+    const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
+    const double length = std::min(range.length, std::max(request.media.duration - range.start, 0.0));
+    const double end = std::max(length - endSeconds, 0.0);
+    const Words input = {"-i", request.input.string()};
+    const Words result = {"-i", request.output.string()};
+    const Words options =
+        decoding == Decoding::fast ? Words{"-skip_frame", "noref", "-skip_loop_filter", "all"} : Words{};
+
+    Words words = {"-nostdin", "-v", "error"};
+    append(words, seek(range.start));
+    append(words, input);
+    append(words, result);
+    append(words, options);
+    append(words, seek(range.start + end));
+    append(words, {"-t", seconds(endSeconds + beyondSeconds)});
+    append(words, input);
+    append(words, options);
+    append(words, seek(end));
+    append(words, result);
+    append(words, {"-filter_complex", filterGraph(request), "-map", "[pictures]", "-fps_mode", "passthrough",
+                   "-f", "rawvideo", "-"});
+    return words;
+}
+
+QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request, std::stop_token stop)
+{
+    Decoding decoding = Decoding::fast;
+    while (true) {
+        const ProcessOutput output =
+            co_await ProcessRunner::run(ffmpeg, pictureCheckArguments(request, decoding), stop);
+        const ComparedPictures pictures = ComparedPictures::parse(output.standardOutput);
+        const bool sameStart = pictures.sameStart();
+        if (sameStart && pictures.sameEnd())
+            co_return;
+        if (decoding == Decoding::exact)
+            throw std::runtime_error(
+                std::string("The exported video does not ") + (sameStart ? "end" : "begin") +
+                " with the picture of the source. The encoder of FFmpeg may be at fault.");
+        decoding = Decoding::exact;
+    }
+}
+
+} // namespace stackreel

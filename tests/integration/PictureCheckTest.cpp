@@ -1,0 +1,159 @@
+#include "model/PictureCheck.h"
+
+#include "framing/CropRegion.h"
+#include "media/CancellationError.h"
+#include "media/MediaProbe.h"
+#include "model/SourceExport.h"
+#include "tests/integration/Clips.h"
+#include "tests/support/Awaited.h"
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace stackreel
+{
+
+namespace
+{
+
+class PictureCheckTest : public testing::Test
+{
+protected:
+    /// The export of a clip between two times, small and without sound.
+    ExportRequest requestFor(const std::filesystem::path& clip, double from, double to) const
+    {
+        const MediaInfo media = runToEnd(MediaProbe::inspect(clip));
+        const auto [top, bottom] = CropRegion::initialPair(media.displayAspect(), 9.0 / 8);
+        return {.input = clip,
+                .output = m_folder / "out.mp4",
+                .media = media,
+                .top = top,
+                .bottom = bottom,
+                .settings = {.aspect = OutputAspect::custom, .customWidth = 180, .customHeight = 320},
+                .trimStart = from,
+                .trimEnd = to};
+    }
+
+    std::filesystem::path clip(const ClipRecipe& recipe) const
+    {
+        const auto file = m_folder / "clip.mov";
+        makeClip(file, recipe);
+        return file;
+    }
+
+    /// A PATH on which FFmpeg is a script that changes its arguments by a `sed` command, one argument a line,
+    /// where it encodes.
+    std::string pathWith(const std::string& change) const
+    {
+        m_folder.writeExecutable(
+            "changing/ffmpeg",
+            "#!/bin/bash\nPATH=${PATH#*:}\ncase \" $* \" in *' libx264 '*) ;; *) exec "
+            "ffmpeg \"$@\" ;; esac\nmapfile -t changed < <(printf '%s\\n' \"$@\" | sed \"" +
+                change + "\")\nexec ffmpeg \"${changed[@]}\"\n");
+        return (m_folder / "changing").string() + ":" + std::getenv("PATH");
+    }
+
+    /// What an export with such an FFmpeg fails with; empty where it succeeds.
+    std::string complaint(const ExportRequest& request, const std::string& change) const
+    {
+        const ScopedEnvironment path("PATH", pathWith(change));
+        try {
+            runToEnd(exportSource(request));
+        } catch (const std::exception& error) {
+            return error.what();
+        }
+        return "";
+    }
+
+    TemporaryDirectory m_folder;
+};
+
+const std::string begin = "The exported video does not begin with the picture of the source. The encoder of "
+                          "FFmpeg may be at fault.";
+const std::string end =
+    "The exported video does not end with the picture of the source. The encoder of FFmpeg may be at fault.";
+
+/// A change that covers the output with grey while the condition holds.
+std::string grey(const std::string& condition)
+{
+    return "s/format=yuv420p\\[video\\]/drawbox=color=gray:t=fill:enable='" + condition +
+           "',format=yuv420p[video]/";
+}
+
+} // namespace
+
+TEST_F(PictureCheckTest, AnEncoderThatMakesOtherPicturesIsFound)
+{
+    const auto moving = m_folder / "moving.mp4";
+    runFFmpeg({"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=25:duration=3,scroll=horizontal=0.01", "-c:v",
+               "libx264", "-pix_fmt", "yuv420p", moving.string()});
+    const ExportRequest request = requestFor(moving, 1, 2);
+    EXPECT_EQ(complaint(request, ""), "");
+    EXPECT_EQ(complaint(request, grey("lt(n\\,3)")), begin);
+    EXPECT_EQ(complaint(request, grey("gte(n\\,24)")), end);
+    EXPECT_EQ(complaint(request, grey("1")), begin);
+    EXPECT_EQ(complaint(request, "s/:x=[0-9]*/:x=200/g"), begin) << "another crop";
+    EXPECT_EQ(complaint(request, "s/^1\\.000$/0.000/"), begin) << "another time";
+    EXPECT_EQ(complaint(request, "s/setsar=1/setsar=1,hflip/g"), begin);
+}
+
+TEST_F(PictureCheckTest, BlackAndFlatSourcesPass)
+{
+    const auto file = m_folder / "clip.mov";
+    for (const char* filter :
+         {"color=black:size=640x360:rate=25:duration=1", "color=gray:size=640x360:rate=25:duration=1",
+          "testsrc2=size=640x360:rate=25:duration=1,fade=in:0:10,fade=out:15:10"}) {
+        runFFmpeg({"-f", "lavfi", "-i", filter, "-c:v", "libx264", "-pix_fmt", "yuv420p", file.string()});
+        EXPECT_EQ(complaint(requestFor(file, 0, 1), ""), "") << filter;
+    }
+    runFFmpeg({"-f", "lavfi", "-i", "color=black:size=640x360:rate=25:duration=1", "-c:v", "libx264",
+               file.string()});
+    EXPECT_EQ(complaint(requestFor(file, 0, 1), grey("1")), begin);
+}
+
+TEST_F(PictureCheckTest, WhatIsRightPassesWhateverTheSource)
+{
+    const auto passes = [&](const std::vector<std::string>& arguments, const std::string& name, double from,
+                            double to) {
+        const auto file = m_folder / name;
+        std::vector<std::string> words = arguments;
+        words.push_back(file.string());
+        runFFmpeg(words);
+        EXPECT_EQ(complaint(requestFor(file, from, to), ""), "") << name << " from " << from << " to " << to;
+    };
+    const std::string pattern = "testsrc2=size=640x360:rate=30:duration=3";
+    const std::vector<std::string> picture = {"-f", "lavfi", "-i", pattern};
+    const std::vector<std::string> coding = {"-c:v", "libx264", "-preset", "veryfast", "-pix_fmt", "yuv420p"};
+    const auto with = [&](std::vector<std::string> more) {
+        std::vector<std::string> words = picture;
+        words.insert(words.end(), more.begin(), more.end());
+        words.insert(words.end(), coding.begin(), coding.end());
+        return words;
+    };
+    passes(with({"-vf", "select='not(mod(n,7))+between(n,40,60)'", "-fps_mode", "passthrough"}),
+           "variable.mp4", 0.4, 2.3);
+    passes(with({"-vf", "interlace", "-flags", "+ildct+ilme"}), "interlaced.mp4", 0.7, 1.9);
+    passes(with({"-f", "lavfi", "-i", "sine=duration=6"}), "short picture.mp4", 0.5, 6);
+    passes(with({"-bf", "3", "-g", "15"}), "stream.ts", 1.21, 1.73);
+    passes(with({}), "moment.mkv", 2.7, 3);
+    passes({"-itsoffset", "0.7", "-f", "lavfi", "-i", pattern, "-f", "lavfi", "-i", "sine=duration=4", "-c:v",
+            "libx264", "-pix_fmt", "yuv420p"},
+           "late.mkv", 0, 2);
+}
+
+TEST_F(PictureCheckTest, CanBeCancelled)
+{
+    ExportRequest request = requestFor(clip({.seconds = 1, .audio = false}), 0, 1);
+    std::stop_source stop;
+    stop.request_stop();
+    const auto check = [&]() -> QCoro::Task<bool> {
+        co_await checkPictures("/bin/false", request, stop.get_token());
+        co_return true;
+    };
+    EXPECT_THROW(runToEnd(check()), CancellationError);
+}
+
+} // namespace stackreel
