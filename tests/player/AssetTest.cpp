@@ -14,7 +14,7 @@ namespace stackreel
 namespace
 {
 
-/// What an asset says; none where it cannot tell.
+/// The asset's answer; none when it throws.
 std::optional<bool> playable(const std::filesystem::path& file)
 {
     try {
@@ -71,7 +71,7 @@ TEST(Asset, canBePlayedInSilenceWhenItsSoundIsBroken)
 
 TEST(Asset, cannotBePlayedWithoutADecoderForItsPictures)
 {
-    // Renamed to a codec that nothing here decodes.
+    // The new name is a codec without a decoder.
     const MarkedClip clip{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
     EXPECT_EQ(playable(renamedCodec(clip.file(), "unknown-codec.mp4", "avc1", "ZYGO")), false);
 }

@@ -13,9 +13,9 @@ namespace stackreel
 namespace
 {
 
-using Matrix = std::vector<std::vector<float>>; ///< of the sides, each with the shares of all channels
+using Matrix = std::vector<std::vector<float>>; ///< for each output side, the gains of all input channels
 
-/// How sound of so many channels is mixed when its caps say of where they belong what `mask` does.
+/// The mix matrix for sound with this number of channels and this channel mask in its caps.
 Matrix matrixFor(int channels, guint64 mask)
 {
     ensureGStreamer();
@@ -37,7 +37,7 @@ Matrix matrixFor(int channels, guint64 mask)
     return matrix;
 }
 
-/// To which sides each channel goes.
+/// The side that each channel is mixed to: l(eft), r(ight), b(oth) or - for none.
 std::string sidesIn(const Matrix& matrix)
 {
     std::string sides;

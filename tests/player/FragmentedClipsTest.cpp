@@ -12,12 +12,12 @@ namespace stackreel
 namespace
 {
 
-/// How a clip is cut into fragments, each with a header of its own.
+/// A way to split a clip into fragments, each with its own header.
 struct Row {
     std::string name;
     std::string flags;
     bool sound;
-    int last = 199; ///< of the pictures that come out
+    int last = 199; ///< number of the last frame that the demuxer delivers
 };
 
 void PrintTo(const Row& row, std::ostream* out)
@@ -33,7 +33,7 @@ protected:
                           .keyInterval = 30,
                           .sound = GetParam().sound,
                           .output = "-movflags " + GetParam().flags};
-    /// Where the first picture lies on the time line, which begins with the sound, if there is any.
+    /// The time of the first frame. With sound, the time line begins with the sound.
     double beginning() const
     {
         Reading reading(clip.file());
@@ -72,8 +72,8 @@ TEST_P(FragmentedClip, isReadToItsEndFromAnywhere)
     }
 }
 
-// Where the first samples stand in the file's own header, the demuxer leaves out the last two pictures, also
-// when it reads from the beginning.
+// When the file's own header lists the first samples, the demuxer drops the last two frames, even when it
+// reads from the beginning.
 INSTANTIATE_TEST_SUITE_P(Files, FragmentedClip,
                          testing::Values(Row{"plain", "frag_keyframe", false, 197},
                                          Row{"sound", "frag_keyframe", true, 197},

@@ -46,7 +46,7 @@ TEST(FrameReader, showsTheFrameThatIsOnScreenAtATime)
         {longInterval, 0, 0},
         {longInterval, 0.5, 15},
         {longInterval, 0.5 + 0.03, 15},
-        {longInterval, 0.5 - 0.0017, 14}, // one unit of a 600th before the frame
+        {longInterval, 0.5 - 0.0017, 14}, // 1/600 s before frame 15
         {longInterval, 8.3, 249},
         {longInterval, 8.334, 250},
         {longInterval, 9.99, 299},
@@ -70,8 +70,8 @@ TEST(FrameReader, showsTheFrameThatIsOnScreenAtATime)
 
 TEST(FrameReader, countsTimeAsTheExportDoesWhereverAFileBegins)
 {
-    // FFmpeg itself misses what it seeks in a transport stream, except shortly behind a key frame, and the
-    // beginning of a Flash file.
+    // FFmpeg itself seeks inexactly in a transport stream, except shortly after a key frame, and at the
+    // beginning of a Flash file. The rows leave those times out.
     const struct {
         const char* extension;
         std::vector<double> times;
@@ -91,8 +91,8 @@ TEST(FrameReader, countsTimeAsTheExportDoesWhereverAFileBegins)
             for (double time : row.times) {
                 reading.reader.showFrom(fromSeconds(time));
                 const int shown = reading.next();
-                // FFmpeg begins with the first frame that starts at the time, the reader with the one under
-                // it.
+                // FFmpeg returns the first frame that starts at or after the time, the reader the one on
+                // screen then.
                 const int exported = numberIn(exportedFrame(clip.file(), time, 320, 180));
                 EXPECT_GE(shown, exported - 1) << clip.name << " at " << time;
                 EXPECT_LE(shown, exported) << clip.name << " at " << time;
@@ -156,7 +156,7 @@ TEST(FrameReader, readsNormallyWhereAKeyFrameIsExpectedInVain)
 {
     Reading reading(longInterval.file());
     EXPECT_EQ(reading.next(), 0);
-    reading.reader.showKeyFrame(fromSeconds(280 / 30.0)); // the last one is number 250
+    reading.reader.showKeyFrame(fromSeconds(280 / 30.0)); // the last key frame is number 250
     EXPECT_EQ(reading.next(), 250);
     reading.reader.readOnTo(fromSeconds(280 / 30.0));
     EXPECT_EQ(reading.next(), 280);
@@ -174,7 +174,7 @@ TEST(FrameReader, readsToWhereATruncatedFileBreaksOff)
     ASSERT_GT(numbers.size(), 10U);
     EXPECT_LT(numbers.size(), 120U);
     EXPECT_EQ(numbers, countedUp(0, static_cast<int>(numbers.size())));
-    // And again, after it broke off.
+    // Seeking still works after the early end.
     reading.reader.showFrom(fromSeconds(0.5));
     EXPECT_EQ(reading.next(), 15);
     reading.reader.showFrom(fromSeconds(3.9));

@@ -66,7 +66,7 @@ TEST(ImageGenerator, makesAnImageWithinTheToleranceOfEachTimeInOrder)
                 EXPECT_NEAR(images[i].actualTime.seconds(), clip.startOf(number), 0.002);
                 const double starts = clip.startOf(number);
                 EXPECT_LE(starts, times[i] + tolerance + 0.001) << clip.name;
-                // A frame reaches as far as the next one.
+                // A frame lasts until the next one.
                 EXPECT_GE(clip.startOf(number + 1), times[i] - tolerance - 0.001) << clip.name;
             }
         }

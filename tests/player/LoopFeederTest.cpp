@@ -193,7 +193,7 @@ TEST(LoopFeeder, repeatsUpToWhereATruncatedFileBreaksOff)
 
 TEST(LoopFeeder, failsWhereNoFrameCanBeConverted)
 {
-    // Pixels so wide that without a limit to their size pictures outgrow all memory.
+    // These pixels are so wide that a frame without a size limit does not fit into memory.
     const std::string square("pasp\0\0\0\1", 8);
     const std::string widest("pasp\0\0\xc2\x2f", 8);
     Feeding feeding(renamedCodec(shortInterval.file(), "widest-pixels.mp4", square, widest), rangeOf(0, 1),

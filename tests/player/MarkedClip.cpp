@@ -23,7 +23,8 @@ fs::path folder()
     return path;
 }
 
-/// Several test programs may make the same file at once, so each appears whole or not at all.
+/// Several test programs may make the same file at once, so each is written under another name and then
+/// renamed.
 fs::path draftOf(const fs::path& file)
 {
     return file.parent_path() / (std::to_string(::getpid()) + "-" + file.filename().string());
@@ -96,7 +97,7 @@ fs::path spoiledCopy(const fs::path& file, const std::string& name, std::uintmax
 
 fs::path turnedCopy(const fs::path& file, const std::string& name, const std::array<int, 4>& abcd)
 {
-    constexpr std::size_t matrixInHeader = 4 + 40; // after the box's type
+    constexpr std::size_t matrixInHeader = 4 + 40; // bytes from the box's type to the matrix
     std::string content = readAll(file);
     const std::size_t matrix = content.find("tkhd") + matrixInHeader;
     for (std::size_t i = 0; i < abcd.size(); ++i) {

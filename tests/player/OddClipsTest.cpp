@@ -23,7 +23,7 @@ namespace stackreel
 namespace
 {
 
-/// Keeps the pictures themselves.
+/// An output that keeps all frames.
 class PictureOutput : public VideoOutput
 {
 public:
@@ -66,8 +66,7 @@ protected:
                                      {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
         player->play();
     }
-    /// Whether the range begins again so often; frames that cannot be decoded may be missing, but none comes
-    /// out of its order.
+    /// Waits until the range has wrapped this many times. Frames that cannot be decoded may be missing.
     bool beginsAgain(int times) const
     {
         return output->waitFor([times](const auto& shown) {
@@ -77,7 +76,7 @@ protected:
             return wraps >= times;
         });
     }
-    /// Takes the item away and gives what was shown until then.
+    /// Removes the item and returns the numbers shown until then.
     std::vector<int> numbersUntilRemoved()
     {
         player->removeAllItems();
@@ -104,12 +103,12 @@ TEST_F(OddClipsTest, turnsAndMirrorsPicturesAsTheExportDoesAlsoWhenTheRangeBegin
         const auto file =
             turnedCopy(quartersClip.file(), "played-quarters-" + std::to_string(i) + ".mp4", allTurns.at(i));
         const auto pictures = std::make_shared<PictureOutput>();
-        player = playback.makePlayer(); // without a picture of the clip before
+        player = playback.makePlayer(); // a new player has no picture of the previous clip
         player->setMuted(true);
         player->setVideoOutput(pictures);
         player->setVideoSize(320, 320);
         loop(file, 0, quartersClip.duration());
-        const std::size_t enough = 12; // the clip has five
+        const std::size_t enough = 12; // the clip has five frames, so this covers several runs
         ASSERT_TRUE(eventually([&] { return pictures->pictures().size() >= enough; }));
         player->setVideoOutput(nullptr);
         const VideoFrame exported = exportedUpright(file, allTurns.at(i)[0] == 0);
@@ -178,7 +177,7 @@ TEST_F(OddClipsTest, goesOnRepeatingWhatIsLeftOfADamagedClip)
 
 TEST_F(OddClipsTest, repeatsWhatThereIsOfAClipThatSaysItIsLonger)
 {
-    // The movie's and the track's durations, in the header's milliseconds: four seconds become ten.
+    // Change the durations of the movie and the track in the header from 4,000 ms to 10,000 ms.
     const std::string four("\0\0\x0f\xa0", 4);
     const std::string ten("\0\0\x27\x10", 4);
     loop(renamedCodec(plain.file(), "lying.mp4", four, ten), 3.5, 10);

@@ -16,7 +16,7 @@ namespace stackreel
 namespace
 {
 
-/// The picture "abc" over "def", turned.
+/// The picture with the rows "abc" and "def", with the orientation applied.
 std::string turned(Orientation orientation)
 {
     const std::array<std::uint8_t, 8> stored = {'a', 'b', 'c', '.', 'd', 'e', 'f', '.'};

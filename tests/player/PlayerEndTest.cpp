@@ -54,7 +54,7 @@ TEST_F(PlayerAtTheEnd, doesAtTheEndWhatItWasTold)
         }
         player->removeTimeObserver(token);
         if (action == Action::pause) {
-            // Long enough for a player that plays to get there.
+            // A player that still played would show another frame within this time.
             EXPECT_FALSE(
                 eventually([this] { return output->current() != 213; }, std::chrono::milliseconds(300)));
             player->play();
@@ -80,7 +80,7 @@ TEST_F(PlayerAtTheEnd, showsTheLastPictureInTheNewSizeWhenItChangesAfterTheEnd)
         player->setVideoSize(160, 90);
         ASSERT_TRUE(output->waitForCount(1));
         EXPECT_EQ(output->shown().back().width, 160);
-        // Long enough for a player that begins again to get somewhere.
+        // A player that wrapped would show another frame within this time.
         EXPECT_FALSE(eventually([this] { return output->current() != 215; }, std::chrono::milliseconds(300)));
         player->removeTimeObserver(token);
     }

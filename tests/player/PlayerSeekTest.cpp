@@ -50,7 +50,7 @@ TEST_F(SeekingPlayer, honoursTheLastOfManySeeks)
         seek(last / 30.0);
         ASSERT_TRUE(output->waitForNumber(last)) << last;
     }
-    // Far fewer frames were shown than asked for: requests replace each other.
+    // Far fewer frames were shown than requested, because a new request replaces a pending one.
     EXPECT_LT(output->shown().size(), 500U);
 }
 
@@ -92,7 +92,7 @@ TEST_F(SeekingPlayer, hasOthersWaitFromWhenAFrameIsAskedForUntilItIsShown)
         player->removeAllItems();
         EXPECT_FALSE(othersWait());
     }
-    // Not each time, as a busy machine may show the frame before this thread goes on.
+    // Not in every round: on a busy machine the frame may be shown before this thread continues.
     EXPECT_GT(waited, 0);
 }
 

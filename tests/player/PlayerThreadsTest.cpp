@@ -17,14 +17,14 @@ using PlayerThreads = PlayerTest;
 
 } // namespace
 
-// Orders are obeyed one after another on a thread that here waits for the file to open. A call that waits for
-// that thread would wait until the file lets go by itself.
+// The player handles its commands in order on one thread, which here blocks in opening the file. A call that
+// waits for that thread would block until the file unblocks itself.
 TEST_F(PlayerThreads, leaveTheMainThreadFreeWhateverIsOrderedWhileAFileDoesNotOpen)
 {
     const auto file = longInterval.file();
     StuckFile stuck;
     loop(stuck.path(), 0, 1);
-    // Long enough for the player to get stuck, which does not show.
+    // Long enough for the player to block in opening the file, which no signal reports.
     eventually([] { return false; }, std::chrono::milliseconds(200));
     for (int round = 0; round < 20; ++round) {
         loop(file, 5, 9);
@@ -60,7 +60,7 @@ TEST_F(PlayerThreads, leaveTheMainThreadFreeWhenThePlayerGoesWhileAFileDoesNotOp
 
 TEST_F(PlayerThreads, leaveThePlayersEndToAnother)
 {
-    /// Goes with the last of the player.
+    /// Destroyed with the player's engine.
     struct Witness {
         std::atomic<bool>& gone;
         std::atomic<bool>& onMainThread;

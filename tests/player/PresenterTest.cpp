@@ -15,7 +15,7 @@ namespace stackreel
 namespace
 {
 
-/// A picture that shows a number as marked clips do.
+/// A frame that shows a number in stripes, as `MarkedClip` does.
 PlanarFramePtr pictureOf(int number)
 {
     auto frame = std::make_shared<PlanarFrame>();
@@ -91,7 +91,7 @@ TEST_F(PresenterTest, losesNoFrameThatComesLate)
     presenter.setRunning(true);
     ASSERT_TRUE(output->waitForNumber(0));
     for (int i = 1; i < 10; ++i) {
-        presenter.push(due(i, i)); // nanoseconds: always late
+        presenter.push(due(i, i)); // due `i` nanoseconds after the start, so always late
         ASSERT_TRUE(output->waitForNumber(i));
     }
     EXPECT_EQ(output->numbers(), (std::vector{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));

@@ -9,11 +9,11 @@
 namespace stackreel
 {
 
-/// A clip whose four quarters are of different brightness, so that it tells how it was turned and mirrored.
+/// A clip with four quarters of different brightness, which show how it was rotated and mirrored.
 inline const MarkedClip quartersClip{
     .name = "quarters.mp4", .frames = 5, .luma = "60+40*gte(X\\,W/2)+80*gte(Y\\,H/2)"};
 
-/// The eight ways to turn and to mirror a picture by quarter turns, for `turnedCopy`.
+/// The eight combinations of rotation by 90° and mirroring, as matrices for `rotatedCopy`.
 inline constexpr std::array<std::array<int, 4>, 8> allTurns = {{{1, 0, 0, 1},
                                                                 {0, 1, -1, 0},
                                                                 {-1, 0, 0, -1},
@@ -23,7 +23,7 @@ inline constexpr std::array<std::array<int, 4>, 8> allTurns = {{{1, 0, 0, 1},
                                                                 {0, 1, 1, 0},
                                                                 {0, -1, -1, 0}}};
 
-/// The green of the middles of a picture's quarters, row by row.
+/// The green value in the middle of each quarter of a frame, row by row.
 inline std::array<int, 4> quarters(const VideoFrame& frame)
 {
     std::array<int, 4> levels{};

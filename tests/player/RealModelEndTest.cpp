@@ -53,7 +53,7 @@ TEST_F(EndingRealModel, canGoAtAnyMomentOfALoad)
 {
     const std::function<bool()> moments[] = {
         [] { return true; },
-        [] { return hasChildren(); }, // the probe runs
+        [] { return hasChildren(); }, // during the probe, which is a child process
         [this] { return model().mediaInfo().has_value(); },
         [this] { return model().phase() == Phase::ready(); },
         [this] { return model().currentTime() > 0; },

@@ -15,7 +15,7 @@ namespace stackreel
 namespace
 {
 
-/// Takes every file for one that the player cannot play.
+/// A loader that reports every file as not playable.
 class RefusingLoader : public GstAssetLoader
 {
 public:
@@ -88,7 +88,7 @@ TEST_F(RealModelTest, takesAClipFromThePanelToTheWrittenFile)
         EXPECT_LE(model().currentTime(), 2.5);
     }
 
-    // Both halves show the whole picture, so the export carries the numbers of its frames.
+    // Both halves show the whole picture, so the exported frames show their numbers.
     model().setSettings({.aspect = OutputAspect::custom, .customWidth = 640, .customHeight = 720});
     model().setTopRegion({.x = 0, .y = 0, .width = 1, .height = 1});
     model().setBottomRegion({.x = 0, .y = 0, .width = 1, .height = 1});
@@ -118,7 +118,7 @@ TEST_F(RealModelTest, showsTheFrameUnderThePlayheadWhereADragStops)
     load(sounding);
     ASSERT_TRUE(eventually([&] { return model().currentTime() > 0.2; }));
     for (double stop : {5.01, 0.0, 3.3, 1.99}) {
-        // Standing still, so that what is shown in the end is what the last request asked for.
+        // Pause, so that the last frame shown is that of the last request.
         model().togglePreviewPlayback();
         ASSERT_FALSE(model().previewPlaying());
         model().beginTimelineInteraction();

@@ -15,12 +15,12 @@ class SeekRequestsTest : public testing::Test
 protected:
     static constexpr std::uint64_t none = 0;
 
-    /// Asks for the seek of this number, some milliseconds after the start.
+    /// Requests the seek with this number, `after` milliseconds from the start.
     void want(std::uint64_t number, int after)
     {
         requests.want({.time = static_cast<Nanoseconds>(number) * second, .number = number}, at(after));
     }
-    /// The number of the seek that begins then, or none.
+    /// The number of the seek that begins `after` milliseconds from the start, or none.
     std::uint64_t begun(int after)
     {
         const auto seek = requests.begin(at(after));

@@ -30,7 +30,7 @@ SoundPiece pieceOf(Nanoseconds position, std::size_t moments)
     return piece;
 }
 
-/// Takes sound from a feeder without a player around it.
+/// Takes sound from a `SoundFeeder` alone, without a player.
 class SoundFeeding
 {
 public:
@@ -40,7 +40,7 @@ public:
     }
 
     void beginAt(const SoundRuns& runs, Nanoseconds played) { m_feeder.beginAt(runs, played); }
-    /// All that is due before a played time; `runs` goes at least so far.
+    /// The pieces that are due before the time `played`. `runs` has to reach that time.
     std::vector<SoundFeeder::DuePiece> until(const SoundRuns& runs, Nanoseconds played)
     {
         std::vector<SoundFeeder::DuePiece> pieces;
@@ -66,7 +66,7 @@ private:
     SoundFeeder m_feeder;
 };
 
-/// Runs through a range, one after another without a gap.
+/// Consecutive runs of a range, without a gap.
 SoundRuns repeatedRuns(LoopRange range, std::uint64_t count)
 {
     SoundRuns runs(range);
@@ -77,7 +77,7 @@ SoundRuns repeatedRuns(LoopRange range, std::uint64_t count)
     return runs;
 }
 
-/// The left channel's samples, which have to come without a gap, from played time 0 on.
+/// The left channel's samples from played time 0 on. Expects no gap between them.
 std::vector<int> heard(const std::vector<SoundFeeder::DuePiece>& pieces)
 {
     std::vector<int> samples;
@@ -90,7 +90,7 @@ std::vector<int> heard(const std::vector<SoundFeeder::DuePiece>& pieces)
     return samples;
 }
 
-/// Each sample is one more than that before it, up to 999.
+/// A clip whose samples count from 0 to 999, again and again.
 MarkedClip counting(const std::string& name)
 {
     return {.name = name,
@@ -101,7 +101,7 @@ MarkedClip counting(const std::string& name)
             .output = "-c:a pcm_s16le"};
 }
 
-/// A sine of 440 Hz, which is whole in half a second, on so many channels.
+/// A clip with a sine of 440 Hz on all channels. Half a second holds a whole number of its periods.
 MarkedClip humming(const std::string& name, int rate, int channels, const std::string& codec)
 {
     std::string each = "0.5*sin(2*PI*440*t)";
@@ -140,7 +140,7 @@ TEST(SoundRunsTest, areThoseOfThePictures)
     EXPECT_EQ(runs.at(0)->base, -second / 2);
     EXPECT_EQ(runs.endOf(*runs.at(0)), 2 * second);
     runs.follow(frameAt(second / 2, second, 1), 0);
-    // The pictures had only 0.9 s of the range.
+    // The video covered only 0.9 s of the range.
     runs.follow(frameAt(second * 14 / 10, second, 2), 0);
     EXPECT_EQ(runs.at(second)->iteration, 1U);
     EXPECT_EQ(runs.endOf(*runs.find(1)), second * 19 / 10);
@@ -238,7 +238,7 @@ TEST(SoundFeederTest, goesOnInTheWaveWhereARangeBeginsAgain)
         double error;
     } rows[] = {
         {"hum48.mov", 48000, 2, "pcm_s16le", 2},
-        // A sample or so off, as the samples of the range's ends lie between those delivered.
+        // About one sample off, because the range's ends lie between the resampled samples.
         {"hum44.mov", 44100, 2, "pcm_s16le", 1200},
         {"hum22.mov", 22050, 2, "pcm_s16le", 1200},
         {"hum_mp3.mov", 44100, 2, "libmp3lame -b:a 320k", 1200},
@@ -247,7 +247,7 @@ TEST(SoundFeederTest, goesOnInTheWaveWhereARangeBeginsAgain)
         {"hum_six.mov", 48000, 6, "pcm_s16le", 40},
     };
     for (const auto& row : rows) {
-        // Once from memory, and once decoded anew for each run.
+        // Once from memory, and once decoded again for each run.
         for (const std::size_t budget : {SoundFeeder::usualBudget, std::size_t{0}}) {
             SoundFeeding feeding(humming(row.name, row.rate, row.channels, row.codec).file(), budget);
             const SoundRuns runs = repeatedRuns({second, second * 3 / 2}, 4);

@@ -20,7 +20,7 @@ GstElementPtr another(const GstElementPtr& element)
     return GstElementPtr(GST_ELEMENT(gst_object_ref(element.get())));
 }
 
-/// How much sound an output holds that ends in a sink.
+/// The bytes that wait in the output's appsrc, in the pipeline of this sink.
 guint64 waitingBytes(GstElement* sink)
 {
     const GstElementPtr pipeline(GST_ELEMENT(gst_element_get_parent(sink)));
@@ -39,7 +39,7 @@ guint64 waitingBytes(GstElement* sink)
 TEST(SoundOutputTest, holdsNoMoreThanASecondForADeviceThatStalls)
 {
     gst_init(nullptr, nullptr);
-    const GstElementPtr sink = makeElement("appsink"); // from which nobody takes anything
+    const GstElementPtr sink = makeElement("appsink"); // nothing pulls its samples, like a stalled device
     g_object_set(sink.get(), "sync", FALSE, "max-buffers", 1, nullptr);
     SoundOutput output([&] { return another(sink); });
     const SoundPiece piece = hundredthOfASecond();

@@ -122,8 +122,7 @@ void SoundPlaying::expectInStep() const
 {
     std::vector<double> off = distances();
     ASSERT_GT(off.size(), 5U);
-    // The clock waits for frames that come late, and on a busy machine a frame may be shown late; most are
-    // not.
+    // On a busy machine a frame may be shown late, and the clock waits for it. Most frames are on time.
     std::sort(off.begin(), off.end(), [](double a, double b) { return std::abs(a) < std::abs(b); });
     EXPECT_LT(std::abs(off[off.size() / 2]), 0.04);
 }

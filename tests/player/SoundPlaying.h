@@ -25,9 +25,9 @@ class CapturedSound
 public:
     /// Consecutive samples without a gap.
     struct Stretch {
-        double from = 0; ///< seconds in the file, from the value of its first sample
+        double from = 0; ///< seconds in the file, as encoded in the first sample's value
         double to = 0;
-        std::chrono::steady_clock::time_point at; ///< when it is to be heard
+        std::chrono::steady_clock::time_point at; ///< when it is due to be played
         std::chrono::steady_clock::time_point end() const;
     };
 

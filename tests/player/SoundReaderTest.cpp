@@ -14,7 +14,7 @@ namespace stackreel
 namespace
 {
 
-/// Reads a file's sound from its beginning and gives where it ends.
+/// Reads a file's sound from its beginning and returns its end time.
 Nanoseconds endOfSoundIn(const std::filesystem::path& file)
 {
     WakeUp wakeUp;

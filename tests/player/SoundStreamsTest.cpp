@@ -36,7 +36,7 @@ const MarkedClip streamed = ramping("sound_streamed.mkv", soundRamp.tone, "");
 class SoundStreamsTest : public SoundPlaying
 {
 protected:
-    /// Plays until so many frames were shown, and pauses.
+    /// Plays until this many frames were shown, and pauses.
     void playFrames(std::size_t count)
     {
         player->play();
@@ -121,7 +121,7 @@ TEST_F(SoundStreamsTest, areDoneWithoutWhenTheyAreBrokenFromTheirBeginning)
 {
     for (const auto& file : clipsOfBrokenSound()) {
         output->forget();
-        // The sound may make the file begin up to a packet before its pictures.
+        // The file may begin with sound, up to one packet before the video.
         loop(file, 1.03, 1.5);
         playFrames(40);
         EXPECT_TRUE(repeats(output->numbers(), 30, 44)) << file;

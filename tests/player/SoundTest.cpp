@@ -123,7 +123,7 @@ TEST_F(SoundTest, isDoneWithoutWhenNoDeviceCanBeOpened)
 TEST_F(SoundTest, isDoneWithoutWhenTheDeviceGoes)
 {
     std::mutex mutex;
-    GstElementPtr sink; // made on the thread of the sound
+    GstElementPtr sink; // created on the sound's thread
     GstPlayback other([&] {
         GstElementPtr made = makeElement("fakesink");
         const std::lock_guard guard(mutex);

@@ -13,7 +13,7 @@
 namespace stackreel
 {
 
-// A named pipe, which opens when somebody writes to it.
+// A named pipe: opening it for reading blocks until it is opened for writing.
 StuckFile::StuckFile()
 {
     if (::mkfifo(m_path.c_str(), 0600) != 0)
@@ -40,7 +40,7 @@ bool StuckFile::letGo()
         return false;
     const int writer = ::open(m_path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
     std::error_code ignored;
-    std::filesystem::remove(m_path, ignored); // who comes later would wait again
+    std::filesystem::remove(m_path, ignored); // a later open of the pipe would block again
     ::close(writer);
     return true;
 }

@@ -10,7 +10,7 @@
 namespace stackreel
 {
 
-/// A file that has whoever opens it wait until it is let go; it turns out empty then, and is gone.
+/// A file whose opening blocks until `unblock`. It is then empty, and removed.
 class StuckFile
 {
 public:
@@ -21,8 +21,8 @@ public:
     ~StuckFile();
 
     const std::filesystem::path& path() const { return m_path; }
-    /// False when the file was let go before, as it is by itself after a minute, so that a test that waits
-    /// for it ends.
+    /// False when the file was unblocked before. It unblocks itself after a minute, so that a blocked test
+    /// ends.
     bool letGo();
 
 private:

@@ -16,7 +16,7 @@ namespace
 
 using Content = DecodePipeline::Content;
 
-/// Where the file begins on the container's time line, as a pipeline of its own sees it.
+/// The file's beginning on the container's time line, as found by a separate pipeline.
 Nanoseconds originSeenBy(Content content, const SourceFile& file)
 {
     SampleSource source(file, content, {});
@@ -28,8 +28,8 @@ Nanoseconds originSeenBy(Content content, const SourceFile& file)
 struct Row {
     const char* name;
     const char* output;
-    double delay;             ///< of the pictures after the sound, in seconds
-    Nanoseconds firstPicture; ///< after the file's beginning
+    double delay;             ///< seconds from the start of the sound to that of the video
+    Nanoseconds firstPicture; ///< time of the first frame, from the file's beginning
 };
 
 void PrintTo(const Row& row, std::ostream* out)
@@ -80,8 +80,8 @@ TEST(SourceFile, tellsAllWhoReadItOfTheSameBeginning)
         EXPECT_EQ(originSeenBy(content, toldOtherwise), second / 2);
 }
 
-// The sound's encoders begin with silence, of which the decoders take away some: with AAC 21 ms, with
-// Opus 6.5.
+// Encoders add silence at the start of the sound, and decoders remove part of it: 21 ms with AAC, 6.5 ms with
+// Opus.
 INSTANTIATE_TEST_SUITE_P(Files, TimeOriginTest,
                          testing::Values(Row{"origin.ts", "", 0, 23 * millisecond},
                                          Row{"origin-late-pictures.ts", "", 0.5, 523 * millisecond},

@@ -15,7 +15,7 @@ GstVideoInfo pictures(guint width, guint height)
     return info;
 }
 
-/// Tells when the pool that a buffer came from is gone.
+/// A weak reference to the pool of a buffer.
 class PoolOf
 {
 public:
