@@ -1,4 +1,5 @@
 #include "cli/CliOptions.h"
+
 #include "platform/Version.h"
 
 #include <gtest/gtest.h>

@@ -23,7 +23,8 @@ void FakeToolTest::TearDown()
 void FakeToolTest::installTool(const std::string& script) const
 {
     // The check of the pictures afterwards finds none to compare.
-    const std::string start = "#!/bin/sh\n[ \"$1\" != -nostdin ] || exit 0\nprintf '%s\\0' \"$@\" > arguments\nfor destination; do :; done\n";
+    const std::string start = "#!/bin/sh\n[ \"$1\" != -nostdin ] || exit 0\nprintf '%s\\0' \"$@\" > "
+                              "arguments\nfor destination; do :; done\n";
     m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg", start + script);
 }
 
