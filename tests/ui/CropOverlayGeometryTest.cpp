@@ -44,13 +44,13 @@ bool isInFrame(const CropRegion& region)
     return region == region.clampedToFrame();
 }
 
-TEST(CropOverlayGeometryTest, TheRegionIsDrawnAtItsFractionsOfTheView)
+TEST(CropOverlayGeometryTest, ScalesTheRegionToTheView)
 {
     EXPECT_EQ(Geometry::displayRect({.x = 0.5, .y = 0.25, .width = 0.25, .height = 0.5}, view),
               (ViewRect{.x = 500, .y = 125, .width = 250, .height = 250}));
 }
 
-TEST(CropOverlayGeometryTest, ABodyDraggedFarRightIsPinnedToTheEdge)
+TEST(CropOverlayGeometryTest, ClampsAMoveToTheRightEdge)
 {
     const CropRegion moved = Geometry::moved(start, view, {.x = 1000, .y = 0});
     EXPECT_EQ(moved.x, 1 - start.width);
@@ -59,27 +59,27 @@ TEST(CropOverlayGeometryTest, ABodyDraggedFarRightIsPinnedToTheEdge)
     EXPECT_DOUBLE_EQ(moved.y, start.y);
 }
 
-TEST(CropOverlayGeometryTest, AMostlyVerticalResizeFollowsTheHeight)
+TEST(CropOverlayGeometryTest, ResizesByTheHeightInAMostlyVerticalDrag)
 {
     const CropRegion resized = Geometry::resized(start, view, {.x = 10, .y = 50}, 1.125);
     EXPECT_DOUBLE_EQ(resized.height * view.height, 250);
     EXPECT_DOUBLE_EQ(resized.width * view.width, 281.25);
 }
 
-TEST(CropOverlayGeometryTest, ATieIsAHorizontalDrag)
+TEST(CropOverlayGeometryTest, ResizesByTheWidthWhenBothDistancesAreEqual)
 {
     const CropRegion resized = Geometry::resized(start, view, {.x = -40, .y = 40}, 1.125);
     EXPECT_DOUBLE_EQ(resized.width * view.width, 185);
 }
 
-TEST(CropOverlayGeometryTest, ACropIsNotDraggedNarrowerThan80Points)
+TEST(CropOverlayGeometryTest, LimitsAResizeToAWidthOf80Points)
 {
     const CropRegion resized = Geometry::resized(start, view, {.x = -195, .y = 0}, 1.125);
     EXPECT_DOUBLE_EQ(resized.width * view.width, 80);
     EXPECT_DOUBLE_EQ(resized.height * view.height, 80 / 1.125);
 }
 
-TEST(CropOverlayGeometryTest, ACropIsNotWiderThanTheRoomToTheEdge)
+TEST(CropOverlayGeometryTest, LimitsAResizeToTheDistanceToTheEdge)
 {
     const ViewSize small = {.width = 500, .height = 500};
     const CropRegion cornered = {.x = 0.9, .y = 0.1, .width = 0.1, .height = 0.1};
@@ -87,7 +87,7 @@ TEST(CropOverlayGeometryTest, ACropIsNotWiderThanTheRoomToTheEdge)
     EXPECT_DOUBLE_EQ(resized.width * small.width, 50);
 }
 
-TEST(CropOverlayGeometryTest, TheNearerEdgeLimitsAResizeWhicheverAxisLeads)
+TEST(CropOverlayGeometryTest, LimitsAResizeByTheNearerEdgeInBothDirections)
 {
     for (const ViewTranslation far : {ViewTranslation{.x = 900, .y = 0}, ViewTranslation{.x = 0, .y = 900}}) {
         const CropRegion low = Geometry::resized(start, view, far, 1.125);
@@ -100,7 +100,7 @@ TEST(CropOverlayGeometryTest, TheNearerEdgeLimitsAResizeWhicheverAxisLeads)
     }
 }
 
-TEST(CropOverlayGeometryTest, TheSmallestSideBreaksTheShape)
+TEST(CropOverlayGeometryTest, ChangesTheAspectRatioAtTheMinimumSideLength)
 {
     const ViewSize large = {.width = 2000, .height = 1000};
     const CropRegion resized =
@@ -109,14 +109,14 @@ TEST(CropOverlayGeometryTest, TheSmallestSideBreaksTheShape)
     EXPECT_DOUBLE_EQ(resized.height, 0.08);
 }
 
-TEST(CropOverlayGeometryTest, AViewWithoutASizeChangesNothing)
+TEST(CropOverlayGeometryTest, ReturnsTheStartRegionForAnEmptyViewOrAspect)
 {
     EXPECT_EQ(Geometry::moved(start, {}, {.x = 5, .y = 5}), start);
     EXPECT_EQ(Geometry::resized(start, {}, {.x = 5, .y = 5}, 1), start);
     EXPECT_EQ(Geometry::resized(start, view, {.x = 5, .y = 5}, 0), start);
 }
 
-RC_GTEST_PROP(CropOverlayGeometryProperty, AMoveKeepsTheSizeAndTheFrame, ())
+RC_GTEST_PROP(CropOverlayGeometryProperty, MovingKeepsTheSizeAndStaysInTheFrame, ())
 {
     const CropRegion region = anyRegion();
     const CropRegion moved = Geometry::moved(region, anyView(), anyTranslation());
@@ -125,13 +125,13 @@ RC_GTEST_PROP(CropOverlayGeometryProperty, AMoveKeepsTheSizeAndTheFrame, ())
     RC_ASSERT(moved.height == region.height);
 }
 
-RC_GTEST_PROP(CropOverlayGeometryProperty, AMoveBackToItsStartGivesTheStart, ())
+RC_GTEST_PROP(CropOverlayGeometryProperty, MovingByNothingReturnsTheStartRegion, ())
 {
     const CropRegion region = anyRegion();
     RC_ASSERT(Geometry::moved(region, anyView(), {}) == region);
 }
 
-RC_GTEST_PROP(CropOverlayGeometryProperty, AResizeStaysInTheFrameAndKeepsItsCornerButForTheClamp, ())
+RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingStaysInTheFrameAndKeepsTheUpperLeftCornerUnlessClamped, ())
 {
     const CropRegion region = anyRegion();
     const CropRegion resized = Geometry::resized(region, anyView(), anyTranslation(), anyIn(0.2, 5));
@@ -140,7 +140,7 @@ RC_GTEST_PROP(CropOverlayGeometryProperty, AResizeStaysInTheFrameAndKeepsItsCorn
     RC_ASSERT(resized.y == std::min(region.y, 1 - resized.height));
 }
 
-RC_GTEST_PROP(CropOverlayGeometryProperty, AResizeBackToItsStartGivesTheStart, ())
+RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingByNothingReturnsTheStartRegion, ())
 {
     const ViewSize anySize = anyView();
     const double aspect = anyIn(0.2, 5);
@@ -152,7 +152,7 @@ RC_GTEST_PROP(CropOverlayGeometryProperty, AResizeBackToItsStartGivesTheStart, (
     RC_ASSERT(std::abs(again.height - region.height) < 1e-12);
 }
 
-RC_GTEST_PROP(CropOverlayGeometryProperty, AResizedCropIs80PointsWideOrFillsItsRoom, ())
+RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingKeeps80PointsOrAllTheSpaceThereIs, ())
 {
     const ViewSize anySize = anyView();
     const double aspect = anyIn(0.2, 5);
@@ -162,7 +162,7 @@ RC_GTEST_PROP(CropOverlayGeometryProperty, AResizedCropIs80PointsWideOrFillsItsR
     RC_ASSERT(resized.width * anySize.width > std::min(80.0, room) - 1e-9);
 }
 
-RC_GTEST_PROP(CropOverlayGeometryProperty, AResizeKeepsThePanelShapeUnlessASideIsTheSmallest, ())
+RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingKeepsThePanelAspectAboveTheMinimumSideLength, ())
 {
     const ViewSize anySize = anyView();
     const double aspect = anyIn(0.2, 5);

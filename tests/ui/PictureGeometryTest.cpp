@@ -11,49 +11,49 @@ namespace stackreel
 namespace
 {
 
-TEST(PictureGeometryTest, APictureOfTheViewsShapeFillsIt)
+TEST(PictureGeometryTest, FillsTheViewWithAPictureOfTheSameAspect)
 {
     EXPECT_EQ(pictureFrame({1920, 1080}, {320, 180}, {}), (ViewRect{0, 0, 320, 180}));
 }
 
-TEST(PictureGeometryTest, AnotherShapeIsFittedAndCentred)
+TEST(PictureGeometryTest, FitsAndCentresAPictureOfAnotherAspect)
 {
     EXPECT_EQ(pictureFrame({640, 180}, {320, 180}, {}), (ViewRect{0, 45, 320, 90}));
     EXPECT_EQ(pictureFrame({90, 90}, {320, 180}, {}), (ViewRect{70, 0, 180, 180}));
 }
 
-TEST(PictureGeometryTest, NothingIsShownOfNothing)
+TEST(PictureGeometryTest, IsEmptyForAnEmptyPictureOrView)
 {
     EXPECT_EQ(pictureFrame({0, 0}, {320, 180}, {}), ViewRect());
     EXPECT_EQ(pictureFrame({320, 180}, {0, 0}, {}), ViewRect());
 }
 
-TEST(PictureGeometryTest, APictureScaledForTheViewIsNotScaledAgain)
+TEST(PictureGeometryTest, DrawsAPictureScaledForTheViewPixelForPixel)
 {
     // The player scales to even sizes, so they may differ from the view by about a pixel.
     EXPECT_EQ(pictureFrame({1100, 618}, {1100, 618.75}, {}), (ViewRect{0, 0, 1100, 618}));
 }
 
-TEST(PictureGeometryTest, ItIsNotScaledAgainOnADenseScreenEither)
+TEST(PictureGeometryTest, DrawsAPictureScaledForTheViewPixelForPixelOnAHighDpiScreen)
 {
     const ViewRect frame = pictureFrame({1374, 772}, {1100, 618.75}, {.devicePixelRatio = 1.25});
     EXPECT_DOUBLE_EQ(frame.width * 1.25, 1374);
     EXPECT_DOUBLE_EQ(frame.height * 1.25, 772);
 }
 
-TEST(PictureGeometryTest, APictureThatMissesByMoreIsScaled)
+TEST(PictureGeometryTest, ScalesAPictureThatDiffersByMoreThanTwoPixels)
 {
     EXPECT_EQ(pictureFrame({1096, 616.5}, {1100, 618.75}, {}), (ViewRect{0, 0, 1100, 618.75}));
 }
 
-TEST(PictureGeometryTest, WhatIsMissingIsCountedInPixelsOfTheScreen)
+TEST(PictureGeometryTest, CountsTheDifferenceInDevicePixels)
 {
     const PixelGrid dense = {.devicePixelRatio = 2};
     EXPECT_EQ(pictureFrame({198, 99}, {100, 50}, dense), (ViewRect{0.5, 0.5, 99, 49.5})) << "two";
     EXPECT_EQ(pictureFrame({197, 98.5}, {100, 50}, dense), (ViewRect{0, 0, 100, 50})) << "three";
 }
 
-RC_GTEST_PROP(PictureGeometryProperty, APictureScaledForTheViewLiesOnTheGrid, ())
+RC_GTEST_PROP(PictureGeometryProperty, AlignsAPictureScaledForTheViewToDevicePixels, ())
 {
     const double ratio = *rc::gen::element(1.0, 1.25, 1.5, 2.0);
     const int width = *rc::gen::inRange(100, 2000);

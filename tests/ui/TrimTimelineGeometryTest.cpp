@@ -16,14 +16,14 @@ namespace
 using Geometry = TrimTimelineGeometry;
 using enum TimelineInteraction;
 
-TEST(TrimTimelineGeometryTest, TheTrackLeavesAnInsetOnBothSidesAndIsNeverEmpty)
+TEST(TrimTimelineGeometryTest, TheTrackHasAnInsetOnBothSidesAndIsNeverEmpty)
 {
     EXPECT_EQ(Geometry::trackWidth(836), 800);
     EXPECT_EQ(Geometry::trackWidth(36), 1);
     EXPECT_EQ(Geometry::trackWidth(-5), 1);
 }
 
-TEST(TrimTimelineGeometryTest, WithoutASourceEverythingIsAtZero)
+TEST(TrimTimelineGeometryTest, PositionsAndTimesAreZeroWithoutASource)
 {
     for (const double duration : {0.0, -1.0, std::nan("")}) {
         EXPECT_EQ(Geometry::position(3, duration, 800), 0);
@@ -31,7 +31,7 @@ TEST(TrimTimelineGeometryTest, WithoutASourceEverythingIsAtZero)
     }
 }
 
-TEST(TrimTimelineGeometryTest, TimesAndPlacesMapOntoEachOtherWithinTheClip)
+TEST(TrimTimelineGeometryTest, MapsTimesToPositionsAndBackWithinTheClip)
 {
     EXPECT_EQ(Geometry::position(5, 20, 800), 200);
     EXPECT_EQ(Geometry::seconds(200, 20, 800), 5);
@@ -41,7 +41,7 @@ TEST(TrimTimelineGeometryTest, TimesAndPlacesMapOntoEachOtherWithinTheClip)
     EXPECT_EQ(Geometry::seconds(900, 20, 800), 20);
 }
 
-TEST(TrimTimelineGeometryTest, AHandleIsGrabbedWithin18PointsOfItsCentre)
+TEST(TrimTimelineGeometryTest, GrabsAHandleWithin18PointsOfItsCentre)
 {
     struct Row {
         double pointer, start, end;
@@ -58,7 +58,7 @@ TEST(TrimTimelineGeometryTest, AHandleIsGrabbedWithin18PointsOfItsCentre)
             << row.pointer << " at " << row.start << " and " << row.end;
 }
 
-TEST(TrimTimelineGeometryTest, AStepIsAHundredthOfTheClipButNotBelowAQuarterSecond)
+TEST(TrimTimelineGeometryTest, StepsByAHundredthOfTheClipButAtLeastAQuarterSecond)
 {
     EXPECT_EQ(Geometry::step(10), 0.25);
     EXPECT_EQ(Geometry::step(60), 0.6);
@@ -66,7 +66,7 @@ TEST(TrimTimelineGeometryTest, AStepIsAHundredthOfTheClipButNotBelowAQuarterSeco
     EXPECT_EQ(Geometry::step(0), 0.25);
 }
 
-TEST(TrimTimelineGeometryTest, TimesAreWrittenInWholeSeconds)
+TEST(TrimTimelineGeometryTest, FormatsTimesInWholeSeconds)
 {
     struct Row {
         double seconds;
@@ -85,7 +85,7 @@ double anyIn(double low, double high)
     return low + (high - low) * *rc::gen::inRange(0, 1001) / 1e3;
 }
 
-RC_GTEST_PROP(TrimTimelineGeometryProperty, APlaceOnTheTrackIsOneTimeAndATimeOnePlace, ())
+RC_GTEST_PROP(TrimTimelineGeometryProperty, MappingATimeToAPositionAndBackReturnsTheTime, ())
 {
     const double duration = anyIn(0.1, 20000);
     const double width = anyIn(1, 4000);
@@ -95,7 +95,7 @@ RC_GTEST_PROP(TrimTimelineGeometryProperty, APlaceOnTheTrackIsOneTimeAndATimeOne
     RC_ASSERT(std::abs(Geometry::seconds(x, duration, width) - seconds) < 1e-9 * duration);
 }
 
-RC_GTEST_PROP(TrimTimelineGeometryProperty, LaterIsNeverFartherToTheLeft, ())
+RC_GTEST_PROP(TrimTimelineGeometryProperty, MappingIsMonotonicInBothDirections, ())
 {
     const double duration = anyIn(0.1, 20000);
     const double width = anyIn(1, 4000);
@@ -107,7 +107,7 @@ RC_GTEST_PROP(TrimTimelineGeometryProperty, LaterIsNeverFartherToTheLeft, ())
     RC_ASSERT(Geometry::seconds(left, duration, width) <= Geometry::seconds(right, duration, width));
 }
 
-RC_GTEST_PROP(TrimTimelineGeometryProperty, TheNearestHandleWithinReachIsGrabbed, ())
+RC_GTEST_PROP(TrimTimelineGeometryProperty, GrabsTheNearestHandleWithin18Points, ())
 {
     const double start = *rc::gen::inRange(0, 60);
     const double end = start + *rc::gen::inRange(0, 60);
@@ -121,7 +121,7 @@ RC_GTEST_PROP(TrimTimelineGeometryProperty, TheNearestHandleWithinReachIsGrabbed
     RC_ASSERT(grabbed != trimEnd || toEnd < toStart);
 }
 
-RC_GTEST_PROP(TrimTimelineGeometryProperty, ATimeReadsBackAsTheNearestWholeSecond, ())
+RC_GTEST_PROP(TrimTimelineGeometryProperty, TheFormattedTimeParsesToTheNearestWholeSecond, ())
 {
     const int seconds = *rc::gen::inRange(0, 400000);
     std::istringstream text(Geometry::timeText(seconds + anyIn(-0.499, 0.499)));

@@ -30,7 +30,7 @@ protected:
     QQuickItem& m_button = m_offline.item(QStringLiteral("swapButton"));
 };
 
-TEST_F(FocusTest, ReturnsFromTheMenus)
+TEST_F(FocusTest, IsRestoredAfterAMenuCloses)
 {
     m_offline.key(Qt::Key_F10);
     m_offline.key(Qt::Key_Right);
@@ -39,7 +39,7 @@ TEST_F(FocusTest, ReturnsFromTheMenus)
     expectFocusIsBack();
 }
 
-TEST_F(FocusTest, ReturnsAfterACommand)
+TEST_F(FocusTest, IsRestoredAfterAMenuCommand)
 {
     m_offline.key(Qt::Key_F10);
     m_offline.key(Qt::Key_Right);
@@ -49,7 +49,7 @@ TEST_F(FocusTest, ReturnsAfterACommand)
     expectFocusIsBack();
 }
 
-TEST_F(FocusTest, ReturnsFromTheAboutBox)
+TEST_F(FocusTest, IsRestoredAfterTheAboutDialogCloses)
 {
     m_offline.key(Qt::Key_F10);
     m_offline.key(Qt::Key_Return);
@@ -58,13 +58,13 @@ TEST_F(FocusTest, ReturnsFromTheAboutBox)
     expectFocusIsBack();
 }
 
-TEST_F(FocusTest, ReturnsFromAMenuThatWasClickedOpen)
+TEST_F(FocusTest, IsRestoredAfterAMenuOpenedByAClick)
 {
     clickItem(m_offline, QStringLiteral("File"), QStringLiteral("chooseVideoItem"));
     EXPECT_TRUE(m_button.hasActiveFocus());
 }
 
-TEST_F(FocusTest, TheBlankInAnOpenMenuIsNotForThePreview)
+TEST_F(FocusTest, SpaceDoesNotToggleThePreviewWhileAMenuIsOpen)
 {
     ASSERT_TRUE(m_offline.model().previewPlaying());
     m_offline.key(Qt::Key_F10);
@@ -76,7 +76,7 @@ TEST_F(FocusTest, TheBlankInAnOpenMenuIsNotForThePreview)
     EXPECT_TRUE(m_offline.model().previewPlaying());
 }
 
-TEST_F(FocusTest, TheKeysOfCommandsWorkOverEverythingThatIsOpen)
+TEST_F(FocusTest, ShortcutsWorkWhileAMenuPickerOrDialogIsOpen)
 {
     const auto open = [this](const QString& what) {
         if (what == QLatin1String("menu"))

@@ -19,7 +19,7 @@ protected:
     FrameMailbox m_mailbox{[this] { ++m_changes; }};
 };
 
-TEST_F(FrameMailboxTest, IsEmptyAtFirstAndOnceItsFrameIsTaken)
+TEST_F(FrameMailboxTest, IsEmptyAtFirstAndAfterItsFrameIsTaken)
 {
     EXPECT_FALSE(m_mailbox.take());
     m_mailbox.present(frame(4));
@@ -29,7 +29,7 @@ TEST_F(FrameMailboxTest, IsEmptyAtFirstAndOnceItsFrameIsTaken)
     EXPECT_FALSE(m_mailbox.take());
 }
 
-TEST_F(FrameMailboxTest, HoldsTheLatestFrameAndLetsGoOfTheOthers)
+TEST_F(FrameMailboxTest, HoldsTheLatestFrameAndReleasesReplacedOnes)
 {
     const VideoFrame first = frame(4);
     m_mailbox.present(first);
@@ -39,7 +39,7 @@ TEST_F(FrameMailboxTest, HoldsTheLatestFrameAndLetsGoOfTheOthers)
     EXPECT_EQ(m_mailbox.take()->width, 6);
 }
 
-TEST_F(FrameMailboxTest, SaysOnceThatThereIsSomethingUntilItIsTaken)
+TEST_F(FrameMailboxTest, NotifiesOnceUntilTheFrameIsTaken)
 {
     m_mailbox.present(frame(4));
     m_mailbox.present(frame(4));
@@ -50,7 +50,7 @@ TEST_F(FrameMailboxTest, SaysOnceThatThereIsSomethingUntilItIsTaken)
     EXPECT_EQ(m_changes, 2);
 }
 
-TEST_F(FrameMailboxTest, ThrowsAwayWhatItHoldsAndWhatComesOnceItIsClosed)
+TEST_F(FrameMailboxTest, DropsHeldAndLaterFramesWhenClosed)
 {
     const VideoFrame held = frame(4);
     m_mailbox.present(held);

@@ -10,7 +10,7 @@ namespace stackreel
 namespace
 {
 
-TEST(MainWindowTest, ShowsTheContentUnderTheTitleStrip)
+TEST(MainWindowTest, ShowsTheContentBelowTheTitleBar)
 {
     OfflineWindow offline;
     EXPECT_EQ(offline.window().title(), QStringLiteral("Stackreel"));
@@ -20,7 +20,7 @@ TEST(MainWindowTest, ShowsTheContentUnderTheTitleStrip)
     EXPECT_EQ(content.y() + content.height(), 780);
 }
 
-TEST(MainWindowTest, NeverGivesTheContentLessThanItNeeds)
+TEST(MainWindowTest, KeepsTheMinimumSizeOfTheContent)
 {
     OfflineWindow offline(QSize(100, 100));
     const QQuickItem& content = offline.item(QStringLiteral("contentView"));
@@ -28,7 +28,7 @@ TEST(MainWindowTest, NeverGivesTheContentLessThanItNeeds)
     EXPECT_EQ(offline.window().minimumHeight() - content.y(), 680);
 }
 
-TEST(MainWindowTest, OpensAtItsFirstSizeOrAsMuchOfItAsTheScreenHolds)
+TEST(MainWindowTest, OpensAtItsInitialSizeLimitedByTheScreen)
 {
     FakeServices world;
     AppModel model(world.services());
@@ -41,7 +41,7 @@ TEST(MainWindowTest, OpensAtItsFirstSizeOrAsMuchOfItAsTheScreenHolds)
     EXPECT_EQ(shown.window().size(), QSize(980, 780)) << "no narrower than the content needs";
 }
 
-TEST(MainWindowTest, TakesAClipThroughEveryPhase)
+TEST(MainWindowTest, PassesThroughAllPhasesFromLoadToExport)
 {
     OfflineWindow offline;
     EXPECT_EQ(offline.windowModel().phase(), WindowModel::Empty);

@@ -37,7 +37,7 @@ TEST(MenuTest, TheItemsHaveTheirTexts)
     EXPECT_EQ(text(offline, QStringLiteral("quitItem")), QStringLiteral("Quit"));
 }
 
-TEST(MenuTest, ThePlaybackItemNamesWhatItWillDo)
+TEST(MenuTest, ThePlaybackItemIsNamedAfterItsNextAction)
 {
     OfflineWindow offline;
     offline.model().setPreviewPlaying(true);
@@ -57,7 +57,7 @@ TEST(MenuTest, ThePlaybackItemIsEnabledWhileTheSourceCanBeEdited)
     }
 }
 
-TEST(MenuTest, ChoosingAndCheckingAreAlwaysEnabled)
+TEST(MenuTest, ChooseVideoAndCheckForUpdatesAreAlwaysEnabled)
 {
     OfflineWindow offline;
     for (const Phase& phase : everyPhase()) {
@@ -124,7 +124,7 @@ TEST(MenuTest, ThePlaybackItemDoesNothingWithoutASource)
     EXPECT_FALSE(offline.model().previewPlaying());
 }
 
-TEST(MenuTest, QuitClosingAndControlQAskForTheEnd)
+TEST(MenuTest, QuitCloseAndControlQRequestTheEndOfTheProgram)
 {
     OfflineWindow offline;
     const QSignalSpy asked(&offline.actions(), &WindowActions::quitRequested);
@@ -163,7 +163,7 @@ TEST(MenuTest, TheMenusWorkByKeyboardAlone)
     EXPECT_EQ(offline.world().openPanel->timesShown(), 1U);
 }
 
-TEST(MenuTest, KeysGoFromMenuToMenuWhereverThePointerRests)
+TEST(MenuTest, ArrowKeysSwitchMenusWhileThePointerHoversOverATitle)
 {
     OfflineWindow offline;
     const QPoint file = centre(menuTitle(offline, QStringLiteral("File")));
@@ -182,7 +182,7 @@ TEST(MenuTest, KeysGoFromMenuToMenuWhereverThePointerRests)
     EXPECT_FALSE(offline.item(choose).isVisible());
 }
 
-TEST(MenuTest, AMenuThatAKeyHasClosedLeavesTheOthersClosed)
+TEST(MenuTest, HoveringOpensNoMenuAfterAKeyClosedOne)
 {
     OfflineWindow offline;
     const auto point = [&](const char* title) {

@@ -8,7 +8,7 @@ namespace
 
 using PlayerSurfaceSizeTest = PlayerSurfaceTest;
 
-TEST_F(PlayerSurfaceSizeTest, TellsANewPlayerItsSizeInDevicePixelsWhenItIsPainted)
+TEST_F(PlayerSurfaceSizeTest, SetsTheVideoSizeInDevicePixelsWhenFirstPainted)
 {
     newPlayer();
     EXPECT_EQ(m_world.journal->take(), Journal::Lines{"player 1: attach output"});
@@ -17,7 +17,7 @@ TEST_F(PlayerSurfaceSizeTest, TellsANewPlayerItsSizeInDevicePixelsWhenItIsPainte
     EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({300, 170}))});
 }
 
-TEST_F(PlayerSurfaceSizeTest, TellsEachNewPlayerItsSize)
+TEST_F(PlayerSurfaceSizeTest, SetsTheVideoSizeOfEachNewPlayer)
 {
     newPlayer();
     m_world.journal->take();
@@ -29,7 +29,7 @@ TEST_F(PlayerSurfaceSizeTest, TellsEachNewPlayerItsSize)
     EXPECT_EQ(nextLines(), Journal::Lines{line.replace(line.find('1'), 1, "2")});
 }
 
-TEST_F(PlayerSurfaceSizeTest, TellsAPlayerOnlyTheSizeOfTheWindowThatShowsItsClip)
+TEST_F(PlayerSurfaceSizeTest, SetsNoIntermediateVideoSizeWhenAClipIsLoaded)
 {
     OfflineWindow offline;
     offline.load();
@@ -43,7 +43,7 @@ TEST_F(PlayerSurfaceSizeTest, TellsAPlayerOnlyTheSizeOfTheWindowThatShowsItsClip
     EXPECT_EQ(told, sizeLine(inPixels(offline.item(QStringLiteral("playerSurface")).size())));
 }
 
-TEST_F(PlayerSurfaceSizeTest, TellsThePlayerOnlyTheSizeInWhichAResizeEnds)
+TEST_F(PlayerSurfaceSizeTest, SetsOnlyTheFinalVideoSizeOfAResize)
 {
     newPlayer();
     m_world.journal->take();
@@ -53,7 +53,7 @@ TEST_F(PlayerSurfaceSizeTest, TellsThePlayerOnlyTheSizeInWhichAResizeEnds)
     EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({200, 180}))});
 }
 
-TEST_F(PlayerSurfaceSizeTest, TellsNoPlayerOfAnEmptySize)
+TEST_F(PlayerSurfaceSizeTest, SetsNoVideoSizeWhileItIsEmpty)
 {
     m_surface.setSize(QSizeF());
     newPlayer();
@@ -70,7 +70,7 @@ TEST_F(PlayerSurfaceSizeTest, DrawsAPictureScaledForItPixelForPixel)
     expectStripes();
 }
 
-TEST_F(PlayerSurfaceSizeTest, DrawsItPixelForPixelWhereverItsSurroundingsTakeIt)
+TEST_F(PlayerSurfaceSizeTest, DrawsPixelForPixelWhenAnAncestorMoves)
 {
     QQuickItem surroundings(m_window.contentItem());
     m_surface.setParentItem(&surroundings);

@@ -24,7 +24,7 @@ TEST_F(PlayerSurfaceTest, IsBlackUntilThePlayerShowsAPicture)
     EXPECT_EQ(at(160, 90), QColor(Qt::black));
 }
 
-TEST_F(PlayerSurfaceTest, AttachesToAPlayerThatWasThereBefore)
+TEST_F(PlayerSurfaceTest, AttachesToAnExistingPlayer)
 {
     newPlayer();
     PlayerSurface second(m_window.contentItem());
@@ -32,7 +32,7 @@ TEST_F(PlayerSurfaceTest, AttachesToAPlayerThatWasThereBefore)
     EXPECT_NE(player().videoOutput(), nullptr);
 }
 
-TEST_F(PlayerSurfaceTest, ShowsAPictureOfItsOwnShapeEverywhere)
+TEST_F(PlayerSurfaceTest, FillsTheItemWithAPictureOfTheSameAspect)
 {
     newPlayer();
     show(inPixels({320, 180}), Qt::red);
@@ -70,7 +70,7 @@ TEST_F(PlayerSurfaceTest, ShowsTheLatestPicture)
     EXPECT_EQ(at(160, 90), QColor(Qt::green));
 }
 
-TEST_F(PlayerSurfaceTest, IsBlackAgainWhenThePlayerClearsIt)
+TEST_F(PlayerSurfaceTest, IsBlackAfterThePlayerClearsTheOutput)
 {
     newPlayer();
     show({320, 180}, Qt::red);
@@ -91,7 +91,7 @@ TEST_F(PlayerSurfaceTest, FollowsTheModelToANewPlayer)
     EXPECT_EQ(m_world.playback->player(1).videoOutput(), nullptr);
 }
 
-TEST_F(PlayerSurfaceTest, LosesALatePictureOfThePlayerBefore)
+TEST_F(PlayerSurfaceTest, DropsALatePictureOfThePreviousPlayer)
 {
     newPlayer();
     const auto formerOutput = player().videoOutput();
@@ -102,7 +102,7 @@ TEST_F(PlayerSurfaceTest, LosesALatePictureOfThePlayerBefore)
     EXPECT_EQ(at(160, 90), QColor(Qt::green));
 }
 
-TEST_F(PlayerSurfaceTest, IsBlackWhenTheModelHasNoPlayerAnyMore)
+TEST_F(PlayerSurfaceTest, IsBlackAfterTheModelsPlayerIsRemoved)
 {
     newPlayer();
     show({320, 180}, Qt::red);
@@ -112,7 +112,7 @@ TEST_F(PlayerSurfaceTest, IsBlackWhenTheModelHasNoPlayerAnyMore)
     EXPECT_EQ(player().videoOutput(), nullptr);
 }
 
-TEST_F(PlayerSurfaceTest, KeepsItsPictureWhenThePlayerIsAnnouncedAgain)
+TEST_F(PlayerSurfaceTest, KeepsItsPictureWhenTheSamePlayerIsSetAgain)
 {
     const auto same = newPlayer();
     show({320, 180}, Qt::red);
@@ -131,7 +131,7 @@ TEST_F(PlayerSurfaceTest, CoversItsItemAtEverySize)
     EXPECT_EQ(at(170, 80), QColor(Qt::blue));
 }
 
-TEST_F(PlayerSurfaceTest, ShowsItsPictureInTheNextWindowToo)
+TEST_F(PlayerSurfaceTest, ShowsItsPictureAfterMovingToAnotherWindow)
 {
     newPlayer();
     show({320, 180}, Qt::red);
@@ -146,7 +146,7 @@ TEST_F(PlayerSurfaceTest, ShowsItsPictureInTheNextWindowToo)
     m_surface.setParentItem(m_window.contentItem());
 }
 
-TEST_F(PlayerSurfaceTest, LetsGoOfPicturesOfThePlayerBefore)
+TEST_F(PlayerSurfaceTest, ReleasesPicturesOfThePreviousPlayer)
 {
     newPlayer();
     const auto formerOutput = player().videoOutput();
@@ -178,7 +178,7 @@ protected:
     }
 };
 
-TEST_F(PlayerSurfaceTest, IsABackgroundAndOnePictureHoweverManyCome)
+TEST_F(PlayerSurfaceTest, HasOneBackgroundNodeAndOnePictureNodeAfterManyPictures)
 {
     newPlayer();
     WatchedSurface watched(m_window.contentItem());
@@ -193,7 +193,7 @@ TEST_F(PlayerSurfaceTest, IsABackgroundAndOnePictureHoweverManyCome)
     }
 }
 
-TEST_F(PlayerSurfaceTest, FindsItsPixelsAnewWhereverItsSurroundingsTakeIt)
+TEST_F(PlayerSurfaceTest, RepaintsWhenAnAncestorMoves)
 {
     QQuickItem outer(m_window.contentItem());
     QQuickItem inner(&outer);
@@ -212,7 +212,7 @@ TEST_F(PlayerSurfaceTest, FindsItsPixelsAnewWhereverItsSurroundingsTakeIt)
     }
 }
 
-TEST(PlayerSurfaceEndTest, PicturesThatComeAfterItsEndGoNowhere)
+TEST(PlayerSurfaceEndTest, IgnoresPicturesAfterItsDestruction)
 {
     FakeServices world;
     AppModel model(world.services());
@@ -228,7 +228,7 @@ TEST(PlayerSurfaceEndTest, PicturesThatComeAfterItsEndGoNowhere)
     OfflineWindow::settle();
 }
 
-TEST(PlayerSurfaceEndTest, GoesWhileThePlayerShowsPictures)
+TEST(PlayerSurfaceEndTest, CanBeDestroyedWhileThePlayerPresentsPictures)
 {
     FakeServices world;
     AppModel model(world.services());

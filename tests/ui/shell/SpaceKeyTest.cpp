@@ -33,7 +33,7 @@ TEST_F(SpaceKeyTest, TogglesThePreview)
     EXPECT_TRUE(playing());
 }
 
-TEST_F(SpaceKeyTest, DoesNothingTogetherWithAnotherKey)
+TEST_F(SpaceKeyTest, DoesNothingWithAModifier)
 {
     for (const Qt::KeyboardModifier modifier : {Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier}) {
         m_offline.key(Qt::Key_Space, modifier);
@@ -41,7 +41,7 @@ TEST_F(SpaceKeyTest, DoesNothingTogetherWithAnotherKey)
     }
 }
 
-TEST_F(SpaceKeyTest, DoesNothingWhileNothingCanBeEdited)
+TEST_F(SpaceKeyTest, DoesNothingWhileTheSourceCannotBeEdited)
 {
     for (const Phase& phase :
          {Phase::empty(), Phase::preparing(), Phase::exporting(), Phase::failed("No video.")}) {
@@ -65,7 +65,7 @@ TEST_F(SpaceKeyTest, IsTypedIntoATextField)
     EXPECT_TRUE(playing());
 }
 
-TEST_F(SpaceKeyTest, PressesAButtonThatShowsItsFocus)
+TEST_F(SpaceKeyTest, PressesAButtonWithVisualFocus)
 {
     const CropRegion top = m_offline.model().topRegion();
     m_offline.item(swapButton).forceActiveFocus(Qt::TabFocusReason);
@@ -83,7 +83,7 @@ TEST_F(SpaceKeyTest, TogglesThePreviewAfterAButtonWasClicked)
     EXPECT_EQ(m_offline.model().topRegion(), top);
 }
 
-TEST_F(SpaceKeyTest, TogglesASwitchThatShowsItsFocus)
+TEST_F(SpaceKeyTest, TogglesASwitchWithVisualFocus)
 {
     const bool sound = m_offline.model().settings().includeAudio;
     m_offline.item(QStringLiteral("audioSwitch")).forceActiveFocus(Qt::TabFocusReason);
@@ -92,7 +92,7 @@ TEST_F(SpaceKeyTest, TogglesASwitchThatShowsItsFocus)
     EXPECT_NE(m_offline.model().settings().includeAudio, sound);
 }
 
-TEST_F(SpaceKeyTest, TogglesThePreviewOnceHoweverLongItIsHeld)
+TEST_F(SpaceKeyTest, TogglesThePreviewOnceWhileHeldDown)
 {
     QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), true);
     m_offline.key(Qt::Key_Space);

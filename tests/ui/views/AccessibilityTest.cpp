@@ -102,7 +102,7 @@ TEST_F(AccessibilityTest, EveryControlHasItsRoleAndItsVisibleText)
     EXPECT_TRUE(shows(QAccessible::StaticText, u"0:00 to 0:20"));
 }
 
-TEST_F(AccessibilityTest, TheEmptyWindowSaysWhatToDoAndHidesItsIcon)
+TEST_F(AccessibilityTest, TheEmptyWindowExposesItsInstructionsButNotItsIcon)
 {
     EXPECT_TRUE(shows(QAccessible::Button, u"Choose a video"));
     EXPECT_TRUE(shows(QAccessible::StatusBar, u"Choose a horizontal video to begin."));
@@ -111,7 +111,7 @@ TEST_F(AccessibilityTest, TheEmptyWindowSaysWhatToDoAndHidesItsIcon)
         EXPECT_NE(node.role, QAccessible::Graphic);
 }
 
-TEST_F(AccessibilityTest, ThePreviewsControlsAreOneGroupOfReachableButtons)
+TEST_F(AccessibilityTest, ThePreviewControlsAreAGroupOfTwoButtons)
 {
     enter(WindowModel::Ready);
     QAccessibleInterface& group = face("previewControls");
@@ -120,7 +120,7 @@ TEST_F(AccessibilityTest, ThePreviewsControlsAreOneGroupOfReachableButtons)
     EXPECT_EQ(group.child(0)->text(QAccessible::Name), QStringLiteral("Pause preview"));
 }
 
-TEST_F(AccessibilityTest, ProgressIsNamedAndItsOrnamentsAreHidden)
+TEST_F(AccessibilityTest, ExposesOneNamedProgressBarDuringAnExport)
 {
     enter(WindowModel::Exporting);
     EXPECT_TRUE(shows(QAccessible::ProgressBar, u"Export in progress"));
@@ -142,7 +142,7 @@ TEST_F(AccessibilityTest, EveryVisibleControlHasAName)
             EXPECT_FALSE(node.role == role && node.name.isEmpty()) << role;
 }
 
-TEST_F(AccessibilityTest, ButtonsArePressed)
+TEST_F(AccessibilityTest, ThePressActionClicksButtons)
 {
     enter(WindowModel::Ready);
     perform(face("playButton"), QAccessibleActionInterface::pressAction());
@@ -157,7 +157,7 @@ TEST_F(AccessibilityTest, ButtonsArePressed)
     EXPECT_EQ(world().savePanel->timesShown(), 1U);
 }
 
-TEST_F(AccessibilityTest, ADisabledButtonSaysSoAndIsNotPressed)
+TEST_F(AccessibilityTest, ADisabledButtonIsDescribedAsUnavailableAndIgnoresThePressAction)
 {
     EXPECT_EQ(face("exportButton").text(QAccessible::Description), QStringLiteral("Not available now"));
     face("exportButton").actionInterface()->doAction(QAccessibleActionInterface::pressAction());
@@ -166,7 +166,7 @@ TEST_F(AccessibilityTest, ADisabledButtonSaysSoAndIsNotPressed)
     EXPECT_EQ(face("exportButton").text(QAccessible::Description), QString());
 }
 
-TEST_F(AccessibilityTest, TheSwitchTellsItsStateAndIsToggled)
+TEST_F(AccessibilityTest, TheSwitchExposesItsStateAndCanBeToggled)
 {
     QAccessibleInterface& control = face("audioSwitch");
     EXPECT_TRUE(control.state().checkable);
@@ -178,7 +178,7 @@ TEST_F(AccessibilityTest, TheSwitchTellsItsStateAndIsToggled)
     EXPECT_TRUE(model().settings().includeAudio);
 }
 
-TEST_F(AccessibilityTest, SlidersTellTheirTimesAndAreAdjusted)
+TEST_F(AccessibilityTest, SlidersExposeTheirTimesAndCanBeAdjusted)
 {
     enter(WindowModel::Ready);
     model().updateTrimStart(5);
@@ -208,7 +208,7 @@ TEST_F(AccessibilityTest, SlidersTellTheirTimesAndAreAdjusted)
     EXPECT_DOUBLE_EQ(face("videoPosition").valueInterface()->currentValue().toDouble(), 10.25);
 }
 
-TEST_F(AccessibilityTest, ASliderTakesNoValueItCouldNotKeep)
+TEST_F(AccessibilityTest, ASliderIgnoresASetValue)
 {
     enter(WindowModel::Ready);
     face("trimEndHandle").valueInterface()->setCurrentValue(3);
@@ -216,7 +216,7 @@ TEST_F(AccessibilityTest, ASliderTakesNoValueItCouldNotKeep)
     EXPECT_EQ(face("trimEndHandle").valueInterface()->currentValue().toDouble(), 20);
 }
 
-TEST_F(AccessibilityTest, CropsTellWhichIsSelectedAndAreSelectedMovedAndResized)
+TEST_F(AccessibilityTest, CropsExposeTheirSelectionAndCanBeSelectedMovedAndResized)
 {
     enter(WindowModel::Ready);
     QAccessibleInterface& top = face(part("topCrop", "body"));
@@ -233,7 +233,7 @@ TEST_F(AccessibilityTest, CropsTellWhichIsSelectedAndAreSelectedMovedAndResized)
     EXPECT_NEAR(windowModel().bottomRegion().width(), before.width() - 10.0 / 1920, 1e-9);
 }
 
-TEST_F(AccessibilityTest, EachActionOfACropDoesAsItIsNamed)
+TEST_F(AccessibilityTest, EachActionOfACropChangesTheRegionAccordingly)
 {
     enter(WindowModel::Ready);
     using Actions = QAccessibleActionInterface;
@@ -261,7 +261,7 @@ TEST_F(AccessibilityTest, EachActionOfACropDoesAsItIsNamed)
     }
 }
 
-TEST_F(AccessibilityTest, AShapeIsChosenFromThePicker)
+TEST_F(AccessibilityTest, AnAspectRatioIsChosenFromThePicker)
 {
     const auto told = [this] { return face("aspectPicker").text(QAccessible::Description); };
     EXPECT_EQ(told(), QStringLiteral("9:16"));
@@ -274,7 +274,7 @@ TEST_F(AccessibilityTest, AShapeIsChosenFromThePicker)
     EXPECT_EQ(told(), QStringLiteral("4:5"));
 }
 
-TEST_F(AccessibilityTest, MenusAreOpenedAndTheirCommandsGiven)
+TEST_F(AccessibilityTest, MenusAreOpenedAndTheirItemsTriggered)
 {
     EXPECT_TRUE(shows(QAccessible::MenuItem, u"File"));
     perform(menuTitle("File"), QAccessibleActionInterface::pressAction());
@@ -287,7 +287,7 @@ TEST_F(AccessibilityTest, MenusAreOpenedAndTheirCommandsGiven)
     EXPECT_FALSE(shows(QAccessible::MenuItem, u"Choose Video\u2026"));
 }
 
-TEST_F(AccessibilityTest, ACommandThatIsNotAvailableSaysSoAndIsNotGiven)
+TEST_F(AccessibilityTest, ADisabledMenuItemIsDescribedAsUnavailableAndIgnoresThePressAction)
 {
     perform(menuTitle("Playback"), QAccessibleActionInterface::pressAction());
     settle();
@@ -301,7 +301,7 @@ TEST_F(AccessibilityTest, ACommandThatIsNotAvailableSaysSoAndIsNotGiven)
     EXPECT_FALSE(model().previewPlaying());
 }
 
-TEST_F(AccessibilityTest, TheAboutBoxIsADialogThatIsClosedAgain)
+TEST_F(AccessibilityTest, TheAboutDialogIsExposedWhileItIsOpen)
 {
     const auto showsDialog = [this] {
         const auto nodes = visibleNodes();
@@ -320,7 +320,7 @@ TEST_F(AccessibilityTest, TheAboutBoxIsADialogThatIsClosedAgain)
     EXPECT_FALSE(showsDialog());
 }
 
-TEST_F(AccessibilityTest, TheStatusIsNamedAfterEachOfItsTexts)
+TEST_F(AccessibilityTest, TheAccessibleNameOfTheStatusFollowsItsText)
 {
     const auto name = [this] { return face("status").text(QAccessible::Name); };
     EXPECT_EQ(name(), QStringLiteral("Choose a horizontal video to begin."));
@@ -331,7 +331,7 @@ TEST_F(AccessibilityTest, TheStatusIsNamedAfterEachOfItsTexts)
     EXPECT_EQ(name(), QStringLiteral("Saved Beach day-vertical.mp4"));
 }
 
-TEST_F(AccessibilityTest, AnElidedStatusIsNamedInFull)
+TEST_F(AccessibilityTest, TheAccessibleNameOfAnElidedStatusIsComplete)
 {
     const std::string name = std::string(200, 'w') + ".mov";
     window().load(OfflineWindow::clip(), "/clips/" + name);

@@ -72,14 +72,14 @@ protected:
     }
 };
 
-TEST_P(ContrastTest, EveryTextThatCountsStandsOutFromWhatIsBehindIt)
+TEST_P(ContrastTest, TextsOfTheContentHaveEnoughContrast)
 {
     windowModel().setAspectIndex(3);
     enter(GetParam());
     EXPECT_GE(expectContrast(root()), 13);
 }
 
-TEST_P(ContrastTest, SoDoTheTextsOfTheMenusAndOfTheAboutBox)
+TEST_P(ContrastTest, TextsOfTheMenusAndTheAboutDialogHaveEnoughContrast)
 {
     enter(GetParam());
     window().key(Qt::Key_F10);

@@ -73,7 +73,7 @@ TEST_F(ControlsTest, TheExportButtonExportsAndCancelsWithoutAsking)
     EXPECT_EQ(world().savePanel->timesShown(), 1U);
 }
 
-TEST_F(ControlsTest, TheSwapButtonExchangesTheCrops)
+TEST_F(ControlsTest, TheSwapButtonSwapsTheCrops)
 {
     enter(WindowModel::Ready);
     const QRectF top = windowModel().topRegion();
@@ -84,7 +84,7 @@ TEST_F(ControlsTest, TheSwapButtonExchangesTheCrops)
     EXPECT_FALSE(part("topCrop", "resizeHandle").isVisible());
 }
 
-TEST_F(ControlsTest, TheSwitchChoosesWhetherSoundIsIncluded)
+TEST_F(ControlsTest, TheSwitchSetsWhetherAudioIsIncluded)
 {
     ASSERT_TRUE(model().settings().includeAudio);
     click("audioSwitch");
@@ -103,7 +103,7 @@ TEST_F(ControlsTest, TheSwitchFollowsTheModel)
     EXPECT_TRUE(item("audioSwitch").property("checked").toBool());
 }
 
-TEST_F(ControlsTest, ThePickerOffersTheShapesInTheirOrder)
+TEST_F(ControlsTest, ThePickerListsTheAspectRatiosInOrder)
 {
     EXPECT_EQ(windowModel().aspectLabels(), QStringList({QStringLiteral("9:16"), QStringLiteral("4:5"),
                                                          QStringLiteral("1:1"), QStringLiteral("Custom")}));
@@ -112,7 +112,7 @@ TEST_F(ControlsTest, ThePickerOffersTheShapesInTheirOrder)
     EXPECT_EQ(picker.property("count").toInt(), 4);
 }
 
-TEST_F(ControlsTest, ChoosingAShapeStoresItAndRefitsTheCrops)
+TEST_F(ControlsTest, ChoosingAnAspectRatioStoresItAndAdaptsTheCrops)
 {
     enter(WindowModel::Ready);
     const QRectF before = windowModel().topRegion();
@@ -126,7 +126,7 @@ TEST_F(ControlsTest, ChoosingAShapeStoresItAndRefitsTheCrops)
     EXPECT_NEAR(body.width() / body.height(), 2, 1e-6) << "the shape of half a square";
 }
 
-TEST_F(ControlsTest, ThePickerIsUsedByKeysAlone)
+TEST_F(ControlsTest, ThePickerWorksByKeyboard)
 {
     focus("aspectPicker");
     key(Qt::Key_Down);
@@ -138,7 +138,7 @@ TEST_F(ControlsTest, ThePickerIsUsedByKeysAlone)
     EXPECT_EQ(model().settings().aspect, OutputAspect::custom);
 }
 
-TEST_F(ControlsTest, CustomShowsItsFieldsAndEveryOtherShapeHidesThem)
+TEST_F(ControlsTest, TheSizeFieldsAreVisibleOnlyForACustomSize)
 {
     EXPECT_FALSE(item("customSize").isVisible());
     windowModel().setAspectIndex(3);
@@ -147,7 +147,7 @@ TEST_F(ControlsTest, CustomShowsItsFieldsAndEveryOtherShapeHidesThem)
     EXPECT_FALSE(item("customSize").isVisible());
 }
 
-TEST_F(ControlsTest, ATypedSizeIsStoredOnReturnAndRefitsTheCropsOnce)
+TEST_F(ControlsTest, ATypedSizeIsStoredOnReturnAndAdaptsTheCropsOnce)
 {
     enter(WindowModel::Ready);
     windowModel().setAspectIndex(3);
@@ -169,7 +169,7 @@ TEST_F(ControlsTest, ATypedSizeIsStoredOnReturnAndRefitsTheCropsOnce)
     EXPECT_EQ(refits.count(), 2);
 }
 
-TEST_F(ControlsTest, WhatIsNoNumberIsPutBack)
+TEST_F(ControlsTest, RestoresTheSizeWhenTheTextIsNoInteger)
 {
     windowModel().setAspectIndex(3);
     settle();
@@ -184,7 +184,7 @@ TEST_F(ControlsTest, WhatIsNoNumberIsPutBack)
     }
 }
 
-TEST_F(ControlsTest, EscapeGivesUpTyping)
+TEST_F(ControlsTest, EscapeDiscardsTheTypedSize)
 {
     windowModel().setAspectIndex(3);
     settle();
@@ -196,7 +196,7 @@ TEST_F(ControlsTest, EscapeGivesUpTyping)
     EXPECT_EQ(model().settings().customWidth, 1080);
 }
 
-TEST_F(ControlsTest, ABlankInAFieldIsTyped)
+TEST_F(ControlsTest, SpaceIsTypedIntoAFocusedField)
 {
     enter(WindowModel::Ready);
     windowModel().setAspectIndex(3);
@@ -208,7 +208,7 @@ TEST_F(ControlsTest, ABlankInAFieldIsTyped)
     EXPECT_EQ(model().previewPlaying(), playing);
 }
 
-TEST_F(ControlsTest, APressElsewhereEndsTyping)
+TEST_F(ControlsTest, APressOutsideAFieldEndsEditing)
 {
     windowModel().setAspectIndex(3);
     settle();

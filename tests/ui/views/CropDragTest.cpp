@@ -43,7 +43,7 @@ TEST_F(CropDragTest, ACropIsSelectedByAClick)
     EXPECT_EQ(model().selectedCrop(), 1);
 }
 
-TEST_F(CropDragTest, AClickMovesNothing)
+TEST_F(CropDragTest, AClickDoesNotMoveACrop)
 {
     const QRectF before = top();
     const QPoint place = centre(body("topCrop"));
@@ -69,7 +69,7 @@ TEST_F(CropDragTest, ACropFollowsThePointerAndIsSelectedByTheDrag)
     EXPECT_EQ(bottom().size(), before.size());
 }
 
-TEST_F(CropDragTest, ACropDraggedBackToItsStartIsWhereItWas)
+TEST_F(CropDragTest, DraggingACropBackRestoresItsRegion)
 {
     const QRectF before = top();
     const QPoint from = centre(body("topCrop"));
@@ -80,7 +80,7 @@ TEST_F(CropDragTest, ACropDraggedBackToItsStartIsWhereItWas)
     EXPECT_EQ(top(), before);
 }
 
-TEST_F(CropDragTest, ACropDraggedFarIsPinnedToTheEdge)
+TEST_F(CropDragTest, ACropIsClampedToTheEdgeOfThePicture)
 {
     const QRectF before = top();
     drag(centre(body("topCrop")), QPoint(600, 0));
@@ -88,7 +88,7 @@ TEST_F(CropDragTest, ACropDraggedFarIsPinnedToTheEdge)
     EXPECT_EQ(top().size(), before.size());
 }
 
-TEST_F(CropDragTest, ADragGoesOnOutsideTheWindowAndEndsThere)
+TEST_F(CropDragTest, ADragContinuesAndEndsOutsideTheWindow)
 {
     const QRectF before = top();
     const QPoint from = centre(body("topCrop"));
@@ -100,7 +100,7 @@ TEST_F(CropDragTest, ADragGoesOnOutsideTheWindowAndEndsThere)
     EXPECT_EQ(top(), QRectF(QPointF(0, 0), before.size())) << "it was let go";
 }
 
-TEST_F(CropDragTest, ACropResizedFarOverThePictureFillsTheRoomThereIs)
+TEST_F(CropDragTest, AResizeIsLimitedByTheEdgeOfThePicture)
 {
     const QRectF before = top();
     const QRectF frame = place("videoFrame");
@@ -112,7 +112,7 @@ TEST_F(CropDragTest, ACropResizedFarOverThePictureFillsTheRoomThereIs)
     EXPECT_NEAR(top().width() * frame.width() / (top().height() * frame.height()), 1.125, 1e-9);
 }
 
-TEST_F(CropDragTest, ADragThatWasTakenAwayIsOver)
+TEST_F(CropDragTest, ADragEndsWhenTheCanvasIsHidden)
 {
     model().setTopRegion({.x = 0.3, .y = 0.2, .width = 0.3, .height = 0.4});
     settle();
@@ -132,7 +132,7 @@ TEST_F(CropDragTest, ADragThatWasTakenAwayIsOver)
     EXPECT_EQ(top().size(), before.size());
 }
 
-TEST_F(CropDragTest, TheHandleResizesAboutTheOtherCornerAndWinsOverTheBody)
+TEST_F(CropDragTest, DraggingTheHandleResizesAndKeepsTheUpperLeftCorner)
 {
     const QRectF frame = place("videoFrame");
     const QRectF before = top();
@@ -142,7 +142,7 @@ TEST_F(CropDragTest, TheHandleResizesAboutTheOtherCornerAndWinsOverTheBody)
     EXPECT_NEAR(top().width() * frame.width() / (top().height() * frame.height()), 1.125, 1e-9);
 }
 
-TEST_F(CropDragTest, AMostlyVerticalResizeFollowsTheHeightAndATieTheWidth)
+TEST_F(CropDragTest, ResizesByTheHeightInAMostlyVerticalDragAndByTheWidthOtherwise)
 {
     const QRectF frame = place("videoFrame");
     const QRectF before = top();
@@ -154,7 +154,7 @@ TEST_F(CropDragTest, AMostlyVerticalResizeFollowsTheHeightAndATieTheWidth)
     EXPECT_NEAR(top().width(), before.width() - 60 / frame.width(), 1e-9);
 }
 
-TEST_F(CropDragTest, OneResizeBeginsWhereTheOneBeforeEnded)
+TEST_F(CropDragTest, ASecondResizeStartsFromTheResultOfTheFirst)
 {
     const QRectF frame = place("videoFrame");
     const QRectF before = top();
@@ -163,7 +163,7 @@ TEST_F(CropDragTest, OneResizeBeginsWhereTheOneBeforeEnded)
     EXPECT_NEAR(top().width(), before.width() - 60 / frame.width(), 1e-9);
 }
 
-TEST_F(CropDragTest, ACropIsMovedAndResizedByKeys)
+TEST_F(CropDragTest, TheArrowKeysMoveAndResizeAFocusedCrop)
 {
     const QRectF before = bottom();
     body("bottomCrop").forceActiveFocus(Qt::TabFocusReason);
@@ -178,7 +178,7 @@ TEST_F(CropDragTest, ACropIsMovedAndResizedByKeys)
     EXPECT_NEAR(bottom().width(), before.width() - 1.0 / 1920, 1e-9);
 }
 
-TEST_F(CropDragTest, TheLineAlongTheEdgeHasTheCropsColourAndTwiceTheWidthWhenSelected)
+TEST_F(CropDragTest, TheOutlineHasTheCropsColourAndIsWiderWhenSelected)
 {
     for (const int selected : {0, 1}) {
         model().setSelectedCrop(selected);
@@ -193,7 +193,7 @@ TEST_F(CropDragTest, TheLineAlongTheEdgeHasTheCropsColourAndTwiceTheWidthWhenSel
     }
 }
 
-TEST_F(CropDragTest, ThePointerSaysWhatADragWouldDo)
+TEST_F(CropDragTest, TheCursorShowsWhetherADragMovesOrResizes)
 {
     EXPECT_EQ(cursorOver(body("topCrop")), Qt::SizeAllCursor);
     EXPECT_EQ(cursorOver(part("topCrop", "resizeHandle")), Qt::SizeFDiagCursor);

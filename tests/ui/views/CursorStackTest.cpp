@@ -8,12 +8,12 @@ namespace stackreel
 namespace
 {
 
-TEST(CursorStackTest, AtFirstThereIsTheArrow)
+TEST(CursorStackTest, ShowsTheArrowAtFirst)
 {
     EXPECT_EQ(CursorStack().shown(), Qt::ArrowCursor);
 }
 
-TEST(CursorStackTest, WhatWasPushedLastIsShownUntilItIsPopped)
+TEST(CursorStackTest, ShowsTheLastPushedShapeUntilItIsPopped)
 {
     CursorStack cursors;
     cursors.push(Qt::OpenHandCursor);
@@ -25,7 +25,7 @@ TEST(CursorStackTest, WhatWasPushedLastIsShownUntilItIsPopped)
     EXPECT_EQ(cursors.shown(), Qt::ArrowCursor);
 }
 
-TEST(CursorStackTest, SettingAShapeLeavesWhatWasPushed)
+TEST(CursorStackTest, SettingAShapeDoesNotChangeTheStack)
 {
     CursorStack cursors;
     cursors.push(Qt::OpenHandCursor);
@@ -36,7 +36,7 @@ TEST(CursorStackTest, SettingAShapeLeavesWhatWasPushed)
     EXPECT_EQ(cursors.shown(), Qt::ArrowCursor);
 }
 
-TEST(CursorStackTest, APopTooManyLeavesTheArrow)
+TEST(CursorStackTest, PoppingAnEmptyStackShowsTheArrow)
 {
     CursorStack cursors;
     cursors.pop();

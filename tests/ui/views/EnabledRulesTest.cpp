@@ -31,7 +31,7 @@ class EnabledRulesTest : public ViewsTest, public testing::WithParamInterface<Ro
 {
 };
 
-TEST_P(EnabledRulesTest, EachPhaseOffersItsControls)
+TEST_P(EnabledRulesTest, EachPhaseShowsAndEnablesItsControls)
 {
     const Row& row = GetParam();
     enter(row.phase);
@@ -44,7 +44,7 @@ TEST_P(EnabledRulesTest, EachPhaseOffersItsControls)
     EXPECT_EQ(item("exportProgress").isVisible(), row.progressBar);
 }
 
-TEST_P(EnabledRulesTest, EachPhaseShowsOneOfTheThreeCanvases)
+TEST_P(EnabledRulesTest, EachPhaseShowsItsStateOfTheCanvas)
 {
     const Row& row = GetParam();
     enter(row.phase);
@@ -54,7 +54,7 @@ TEST_P(EnabledRulesTest, EachPhaseShowsOneOfTheThreeCanvases)
     EXPECT_EQ(item("sourceSection").isVisible(), row.video);
 }
 
-TEST_P(EnabledRulesTest, WhatHasNoRuleOfItsOwnIsAlwaysEnabled)
+TEST_P(EnabledRulesTest, OtherControlsAreEnabledInEveryPhase)
 {
     windowModel().setAspectIndex(3);
     enter(GetParam().phase);
@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 using PhasesTest = ViewsTest;
 
-TEST_F(PhasesTest, AFailedExportKeepsTheVideo)
+TEST_F(PhasesTest, KeepsTheVideoAfterAFailedExport)
 {
     enter(WindowModel::Exporting);
     world().exports.back().task().fail(std::runtime_error("no room"));
@@ -91,7 +91,7 @@ TEST_F(PhasesTest, AFailedExportKeepsTheVideo)
     EXPECT_TRUE(item("chooseButton").isVisible());
 }
 
-TEST_F(PhasesTest, ALoadOverAVideoShowsThatItIsPrepared)
+TEST_F(PhasesTest, ShowsThePreparingStateWhenAnotherClipIsLoaded)
 {
     enter(WindowModel::Ready);
     model().chooseSource();

@@ -14,7 +14,7 @@ namespace
 
 using HintAndDropTest = ViewsTest;
 
-TEST_F(HintAndDropTest, AHintShowsWhileThePointerRests)
+TEST_F(HintAndDropTest, ShowsAToolTipWhileHovered)
 {
     enter(WindowModel::Ready);
     moveTo(centre(item("muteButton")));
@@ -22,7 +22,7 @@ TEST_F(HintAndDropTest, AHintShowsWhileThePointerRests)
     EXPECT_EQ(text(item("hintText")), QStringLiteral("Unmute preview"));
 }
 
-TEST_F(HintAndDropTest, AHintHoldsTheWholeOfAnElidedName)
+TEST_F(HintAndDropTest, ShowsAnElidedNameInFullInTheToolTip)
 {
     const std::string name = std::string(150, 'w') + ".mov";
     window().load(OfflineWindow::clip(), "/clips/" + name);
@@ -33,7 +33,7 @@ TEST_F(HintAndDropTest, AHintHoldsTheWholeOfAnElidedName)
     EXPECT_EQ(text(item("hintText")), QString::fromStdString(name));
 }
 
-TEST_F(HintAndDropTest, ANameThatFitsHasNoHint)
+TEST_F(HintAndDropTest, ShowsNoToolTipForANameThatFits)
 {
     enter(WindowModel::Ready);
     moveTo(centre(item("title"))); // otherwise the pointer may already be there from the test before
@@ -41,7 +41,7 @@ TEST_F(HintAndDropTest, ANameThatFitsHasNoHint)
     EXPECT_FALSE(QTest::qWaitFor([this] { return window().hasItem(QStringLiteral("hintText")); }, 1500));
 }
 
-TEST_F(HintAndDropTest, AFileThatIsDroppedOnTheWindowChangesNothing)
+TEST_F(HintAndDropTest, IgnoresAFileDroppedOnTheWindow)
 {
     windowModel().setAspectIndex(3);
     settle();
@@ -63,7 +63,7 @@ TEST_F(HintAndDropTest, AFileThatIsDroppedOnTheWindowChangesNothing)
     EXPECT_EQ(model().settings().customWidth, 1080);
 }
 
-TEST_F(HintAndDropTest, NothingTakesDrops)
+TEST_F(HintAndDropTest, NoItemAcceptsDrops)
 {
     const auto items = everythingIn(root());
     EXPECT_GT(items.size(), 100U);

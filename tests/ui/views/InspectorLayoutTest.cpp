@@ -10,7 +10,7 @@ namespace
 
 using InspectorLayoutTest = LayoutTest;
 
-TEST_F(InspectorLayoutTest, TheInspectorsSectionsFollowEachOther)
+TEST_F(InspectorLayoutTest, TheSectionsOfTheInspectorAreStackedWithTheirSpacing)
 {
     windowModel().setAspectIndex(3);
     enter(WindowModel::Ready);
@@ -35,7 +35,7 @@ TEST_F(InspectorLayoutTest, TheInspectorsSectionsFollowEachOther)
         expect({name, QString::fromLatin1(text), 17, QFont::Black, white()});
 }
 
-TEST_F(InspectorLayoutTest, ThePickerStandsOppositeItsLabel)
+TEST_F(InspectorLayoutTest, ThePickerIsRightAlignedBesideItsLabel)
 {
     const QRectF frame = place("frameSection");
     EXPECT_EQ(text(item("aspectLabel")), QStringLiteral("Aspect ratio"));
@@ -44,7 +44,7 @@ TEST_F(InspectorLayoutTest, ThePickerStandsOppositeItsLabel)
     EXPECT_NEAR(place("aspectLabel").center().y(), place("aspectPicker").center().y(), 0.51);
 }
 
-TEST_F(InspectorLayoutTest, ASwitchThatIsOnIsTintedInTheAccent)
+TEST_F(InspectorLayoutTest, TheSwitchHasTheAccentColourWhenOn)
 {
     const auto tint = [this] {
         return color(*item("audioSwitch").property("indicator").value<QQuickItem*>());
@@ -54,7 +54,7 @@ TEST_F(InspectorLayoutTest, ASwitchThatIsOnIsTintedInTheAccent)
     EXPECT_FALSE(same(tint(), signalCoral));
 }
 
-TEST_F(InspectorLayoutTest, TheDimensionFieldsStandOnEitherSideOfASign)
+TEST_F(InspectorLayoutTest, TheSizeFieldsAreLaidOutBesideAMultiplicationSign)
 {
     windowModel().setAspectIndex(3);
     settle();
@@ -79,7 +79,7 @@ TEST_F(InspectorLayoutTest, TheDimensionFieldsStandOnEitherSideOfASign)
     EXPECT_EQ(item("heightField").property("placeholderText").toString(), QStringLiteral("Height"));
 }
 
-TEST_F(InspectorLayoutTest, TheFactsAreRowsOfALabelAndAValue)
+TEST_F(InspectorLayoutTest, EachPropertyOfTheSourceIsARowOfLabelAndValue)
 {
     enter(WindowModel::Ready);
     for (const auto& [name, label, value] :
@@ -102,7 +102,7 @@ TEST_F(InspectorLayoutTest, TheFactsAreRowsOfALabelAndAValue)
     }
 }
 
-TEST_F(InspectorLayoutTest, TheExportButtonsTextIsAtTheLeftAndItsSymbolAtTheRight)
+TEST_F(InspectorLayoutTest, TheExportButtonHasItsTextAtTheLeftAndItsSymbolAtTheRight)
 {
     enter(WindowModel::Ready);
     QRectF button = place("exportButton");

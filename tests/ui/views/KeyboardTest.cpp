@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(KeyboardTest, TheFocusGoesThroughTheWindowInReadingOrder)
+TEST_F(KeyboardTest, TabMovesTheFocusInReadingOrder)
 {
     windowModel().setAspectIndex(3);
     enter(WindowModel::Ready);
@@ -47,7 +47,7 @@ TEST_F(KeyboardTest, TheFocusGoesThroughTheWindowInReadingOrder)
     EXPECT_TRUE(item("audioSwitch").hasActiveFocus());
 }
 
-TEST_F(KeyboardTest, TheFocusShowsWhenItCameByKeysAlone)
+TEST_F(KeyboardTest, ShowsTheFocusRingOnlyAfterKeyboardFocus)
 {
     enter(WindowModel::Ready);
     focus("muteButton");
@@ -63,7 +63,7 @@ TEST_F(KeyboardTest, TheFocusShowsWhenItCameByKeysAlone)
     EXPECT_FALSE(part("topCrop", "focusRing").isVisible());
 }
 
-TEST_F(KeyboardTest, ReturnAndTheBlankPressAFocusedButton)
+TEST_F(KeyboardTest, ReturnAndSpacePressAFocusedButton)
 {
     enter(WindowModel::Ready);
     focus("swapButton");
@@ -74,7 +74,7 @@ TEST_F(KeyboardTest, ReturnAndTheBlankPressAFocusedButton)
     EXPECT_TRUE(model().previewPlaying());
 }
 
-TEST_F(KeyboardTest, AKeyThatIsHeldPressesOnce)
+TEST_F(KeyboardTest, AKeyHeldDownPressesOnce)
 {
     enter(WindowModel::Ready);
     focus("swapButton");

@@ -21,20 +21,20 @@ protected:
     QPoint handle() { return centre(item("trimEndHandle")); }
 };
 
-TEST_F(ReducedMotionTest, AHoveredHandleIsLargeAtOnce)
+TEST_F(ReducedMotionTest, AHoveredHandleGrowsWithoutAnimation)
 {
     enter(WindowModel::Ready);
     moveTo(handle());
     EXPECT_EQ(item("trimEndHandle").property("growth").toDouble(), 1.1);
 }
 
-TEST_F(ReducedMotionTest, TheSwitchJumps)
+TEST_F(ReducedMotionTest, TheSwitchTogglesWithoutAnimation)
 {
     click("audioSwitch");
     EXPECT_EQ(part("audioSwitch", "knob").x(), 2);
 }
 
-TEST_F(ReducedMotionTest, TheProgressBarIsFilledAndStandsStill)
+TEST_F(ReducedMotionTest, TheProgressBarIsFilledWithoutAnimation)
 {
     enter(WindowModel::Exporting);
     const QQuickItem& segment = part("exportProgress", "segment");
@@ -43,7 +43,7 @@ TEST_F(ReducedMotionTest, TheProgressBarIsFilledAndStandsStill)
     EXPECT_FALSE(QTest::qWaitFor([&] { return segment.x() != 0; }, 200));
 }
 
-TEST_F(ReducedMotionTest, TheSpinnerStandsStill)
+TEST_F(ReducedMotionTest, TheSpinnerDoesNotRotate)
 {
     enter(WindowModel::Preparing);
     const QQuickItem& spinner = part("preparingState", "spinner");
@@ -52,7 +52,7 @@ TEST_F(ReducedMotionTest, TheSpinnerStandsStill)
 
 using MotionTest = ViewsTest;
 
-TEST_F(MotionTest, ProgressMovesOtherwise)
+TEST_F(MotionTest, SpinnerAndProgressBarAreAnimatedByDefault)
 {
     enter(WindowModel::Preparing);
     const QQuickItem& spinner = part("preparingState", "spinner");
@@ -63,7 +63,7 @@ TEST_F(MotionTest, ProgressMovesOtherwise)
     EXPECT_FALSE(spinner.isVisible());
 }
 
-TEST_F(MotionTest, WhatIsHiddenDoesNotMove)
+TEST_F(MotionTest, HiddenIndicatorsAreNotAnimated)
 {
     const int phase = part("preparingState", "spinner").property("phase").toInt();
     const double x = part("exportProgress", "segment").x();

@@ -28,7 +28,7 @@ protected:
     QAccessibleTextInterface& widthText() { return *face(item("widthField")).textInterface(); }
 };
 
-TEST_F(SpokenTest, ACropTellsItsPlaceAndSizeAndOnceItsKeys)
+TEST_F(SpokenTest, ACropDescribesItsGeometryAndItsKeysUntilTheyAreUsed)
 {
     enter(WindowModel::Ready);
     top().forceActiveFocus(Qt::TabFocusReason);
@@ -42,12 +42,12 @@ TEST_F(SpokenTest, ACropTellsItsPlaceAndSizeAndOnceItsKeys)
     EXPECT_TRUE(description(top()).contains(QStringLiteral("Arrow keys")));
 }
 
-TEST_F(SpokenTest, ACropWithoutAClipTellsNoPlace)
+TEST_F(SpokenTest, ACropWithoutAClipHasNoGeometryInItsDescription)
 {
     EXPECT_FALSE(description(top()).contains(QStringLiteral("Left")));
 }
 
-TEST_F(SpokenTest, ThePickerTellsWhatItsOpenMenuIsMovedTo)
+TEST_F(SpokenTest, ThePickerDescribesTheHighlightedRowOfItsOpenList)
 {
     focus("aspectPicker");
     key(Qt::Key_Return);
@@ -60,7 +60,7 @@ TEST_F(SpokenTest, ThePickerTellsWhatItsOpenMenuIsMovedTo)
     EXPECT_EQ(model().settings().aspect, OutputAspect::feed);
 }
 
-TEST_F(SpokenTest, AMenuOpenedByAKeyHasANameAndTheFocusOnItsFirstCommand)
+TEST_F(SpokenTest, AMenuOpenedByKeyHasANameAndFocusesItsFirstItem)
 {
     moveTo({600, 400}); // away from the menu bar, where hovering would switch menus
     key(Qt::Key_F10);
@@ -73,7 +73,7 @@ TEST_F(SpokenTest, AMenuOpenedByAKeyHasANameAndTheFocusOnItsFirstCommand)
     EXPECT_TRUE(item("chooseVideoItem").hasActiveFocus());
 }
 
-TEST_F(SpokenTest, EachStatusIsShownAsANotification)
+TEST_F(SpokenTest, AnnouncesEachStatusAsANotification)
 {
     EXPECT_FALSE(item("announcement").isVisible());
     enter(WindowModel::Exporting);
@@ -85,7 +85,7 @@ TEST_F(SpokenTest, EachStatusIsShownAsANotification)
     EXPECT_EQ(announced(), QStringLiteral("Saved Beach day-vertical.mp4"));
 }
 
-TEST_F(SpokenTest, WhatCannotBeHeardIsANotificationToo)
+TEST_F(SpokenTest, AnnouncesPlayPauseAndSwapAsNotifications)
 {
     enter(WindowModel::Ready);
     key(Qt::Key_Space);
@@ -96,7 +96,7 @@ TEST_F(SpokenTest, WhatCannotBeHeardIsANotificationToo)
     EXPECT_EQ(announced(), QStringLiteral("Top and bottom swapped"));
 }
 
-TEST_F(SpokenTest, TheFocusGoesFromTheChoiceOfAClipToTheFirstCrop)
+TEST_F(SpokenTest, MovesTheFocusToTheFirstCropAfterAClipIsLoaded)
 {
     focus("chooseFirstButton");
     settle();
@@ -105,7 +105,7 @@ TEST_F(SpokenTest, TheFocusGoesFromTheChoiceOfAClipToTheFirstCrop)
     EXPECT_TRUE(top().property("visualFocus").toBool());
 }
 
-TEST_F(SpokenTest, AFocusThatDidNotShowGoesNowhere)
+TEST_F(SpokenTest, DoesNotMoveAFocusThatCameByThePointer)
 {
     item("chooseFirstButton").forceActiveFocus(Qt::MouseFocusReason);
     settle();
@@ -114,7 +114,7 @@ TEST_F(SpokenTest, AFocusThatDidNotShowGoesNowhere)
     EXPECT_FALSE(top().hasActiveFocus());
 }
 
-TEST_F(SpokenTest, TheFocusGoesFromAFailedExportToTheChoiceOfAClip)
+TEST_F(SpokenTest, MovesTheFocusToTheChooseButtonAfterAFailedExport)
 {
     enter(WindowModel::Ready);
     focus("exportButton");
@@ -127,7 +127,7 @@ TEST_F(SpokenTest, TheFocusGoesFromAFailedExportToTheChoiceOfAClip)
     EXPECT_EQ(announced(), QStringLiteral("The disk is full."));
 }
 
-TEST_F(SpokenTest, AFieldTellsItsTextItsSelectionAndItsWords)
+TEST_F(SpokenTest, AFieldExposesItsTextItsSelectionAndItsWords)
 {
     windowModel().setAspectIndex(3);
     focus("widthField");
@@ -147,7 +147,7 @@ TEST_F(SpokenTest, AFieldTellsItsTextItsSelectionAndItsWords)
     EXPECT_FALSE(widthText().textAtOffset(0, QAccessible::WordBoundary, &start, &end).isEmpty());
 }
 
-TEST_F(SpokenTest, OnlyAPlayheadThatRunsKeepsItsTimesToItself)
+TEST_F(SpokenTest, SuppressesValueChangesOnlyOfAPlayingPlayhead)
 {
     enter(WindowModel::Ready);
     ASSERT_TRUE(model().previewPlaying());

@@ -28,14 +28,14 @@ protected:
     }
 };
 
-TEST_F(ThumbnailStripTest, ThumbnailsAreShownWhenTheyCome)
+TEST_F(ThumbnailStripTest, ShowsThumbnailsWhenTheyArrive)
 {
     EXPECT_EQ(count(Qt::darkGreen), 0);
     window().finishThumbnails();
     EXPECT_GT(count(Qt::darkGreen), item("thumbnails").width() / 6);
 }
 
-TEST_F(ThumbnailStripTest, AnotherWidthShowsAnotherPartOfThemOnceItHasSettled)
+TEST_F(ThumbnailStripTest, CropsThumbnailsAgainAfterAResize)
 {
     // The red sides of the picture are only visible in a cell that is much wider than high.
     QImage picture(320, 180, QImage::Format_RGB32);

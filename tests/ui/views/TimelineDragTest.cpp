@@ -52,7 +52,7 @@ TEST_F(TimelineDragTest, ThePlayheadFollowsThePointer)
     EXPECT_EQ(model().trimEnd(), 20);
 }
 
-TEST_F(TimelineDragTest, ThePlayheadStopsAtTheEndsOfTheRangeHoweverFarThePointerGoes)
+TEST_F(TimelineDragTest, ThePlayheadStopsAtTheEndsOfTheRange)
 {
     press(at(8));
     moveTo(QPoint(1179, -300));
@@ -63,7 +63,7 @@ TEST_F(TimelineDragTest, ThePlayheadStopsAtTheEndsOfTheRangeHoweverFarThePointer
     EXPECT_TRUE(model().previewPlaying());
 }
 
-TEST_F(TimelineDragTest, BothHandlesAreDraggedWithoutAJump)
+TEST_F(TimelineDragTest, HandlesAreDraggedWithoutAJump)
 {
     press(at(0) + QPoint(10, 0));
     EXPECT_NEAR(model().trimStart(), 0, 1e-9);
@@ -79,7 +79,7 @@ TEST_F(TimelineDragTest, BothHandlesAreDraggedWithoutAJump)
     EXPECT_EQ(text(item("selectedText")), QStringLiteral("0:07 selected"));
 }
 
-TEST_F(TimelineDragTest, AHandleDraggedPastTheOtherStopsBesideIt)
+TEST_F(TimelineDragTest, AHandleStopsAtTheMinimumDistanceFromTheOther)
 {
     press(at(0));
     moveTo(QPoint(1179, 0));
@@ -93,7 +93,7 @@ TEST_F(TimelineDragTest, AHandleDraggedPastTheOtherStopsBesideIt)
     EXPECT_DOUBLE_EQ(model().trimEnd(), model().trimStart() + 0.25);
 }
 
-TEST_F(TimelineDragTest, HandlesAreGrabbedByTheirTipsAboveAndBelowTheStrip)
+TEST_F(TimelineDragTest, HandlesAreGrabbedAboveAndBelowTheThumbnails)
 {
     for (const int away : {-22, 22}) {
         press(at(0) + QPoint(0, away));
@@ -104,7 +104,7 @@ TEST_F(TimelineDragTest, HandlesAreGrabbedByTheirTipsAboveAndBelowTheStrip)
     }
 }
 
-TEST_F(TimelineDragTest, AHoveredHandleGrowsAndShowsTheOpenHand)
+TEST_F(TimelineDragTest, AHoveredHandleGrowsAndShowsTheOpenHandCursor)
 {
     moveTo(at(10));
     EXPECT_EQ(cursor().shape(), Qt::ArrowCursor);
@@ -125,7 +125,7 @@ TEST_F(TimelineDragTest, AHoveredHandleGrowsAndShowsTheOpenHand)
     EXPECT_TRUE(soon([this] { return growth("trimEndHandle") == 1; }));
 }
 
-TEST_F(TimelineDragTest, TheShadowUnderAHandleIsSevenPointsWideAndGrowsStrongerWithIt)
+TEST_F(TimelineDragTest, TheShadowOfAHandleIsSevenPointsWideAndDarkerWhileHovered)
 {
     const QQuickItem& below = part("trimStartHandle", "shadow");
     double farthest = 0;
@@ -142,7 +142,7 @@ TEST_F(TimelineDragTest, TheShadowUnderAHandleIsSevenPointsWideAndGrowsStrongerW
     EXPECT_NEAR(shadow("trimEndHandle"), idle, 1e-9);
 }
 
-TEST_F(TimelineDragTest, AHandleGrowsAsOnASpringOfItsResponseAndDamping)
+TEST_F(TimelineDragTest, TheSpringAnimationHasItsResponseAndDamping)
 {
     constexpr double step = 0.016; // seconds; the time step of SpringAnimation
     const double frequency = 2 * std::numbers::pi / 0.18;
@@ -157,7 +157,7 @@ TEST_F(TimelineDragTest, AHandleGrowsAsOnASpringOfItsResponseAndDamping)
     }
 }
 
-TEST_F(TimelineDragTest, HoveringDoesNothingDuringADrag)
+TEST_F(TimelineDragTest, HoveringHasNoEffectDuringADrag)
 {
     press(at(10));
     moveTo(at(20));
@@ -165,7 +165,7 @@ TEST_F(TimelineDragTest, HoveringDoesNothingDuringADrag)
     release(at(20));
 }
 
-TEST_F(TimelineDragTest, AHandleLetGoOutsideTheStripIsNoLongerHeld)
+TEST_F(TimelineDragTest, AHandleReleasedOutsideTheTimelineIsNoLongerActive)
 {
     moveTo(at(10));
     moveTo(at(20));
@@ -179,7 +179,7 @@ TEST_F(TimelineDragTest, AHandleLetGoOutsideTheStripIsNoLongerHeld)
     EXPECT_NEAR(model().trimEnd(), 15, pointSeconds());
 }
 
-TEST_F(TimelineDragTest, ATimelineThatGoesIsNoLongerHovered)
+TEST_F(TimelineDragTest, HidingTheTimelineEndsHovering)
 {
     moveTo(at(10));
     moveTo(at(20));
@@ -191,7 +191,7 @@ TEST_F(TimelineDragTest, ATimelineThatGoesIsNoLongerHovered)
     EXPECT_EQ(cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(TimelineDragTest, ATimelineThatGoesDuringADragEndsIt)
+TEST_F(TimelineDragTest, HidingTheTimelineEndsADrag)
 {
     press(at(20));
     moveTo(at(15));
@@ -207,7 +207,7 @@ TEST_F(TimelineDragTest, ATimelineThatGoesDuringADragEndsIt)
     EXPECT_EQ(model().trimEnd(), 20);
 }
 
-TEST_F(TimelineDragTest, TheArrowsStepTheHandlesAndThePlayhead)
+TEST_F(TimelineDragTest, ArrowKeysStepTheHandlesAndThePlayhead)
 {
     focus("trimStartHandle");
     key(Qt::Key_Right);
@@ -224,7 +224,7 @@ TEST_F(TimelineDragTest, TheArrowsStepTheHandlesAndThePlayhead)
     EXPECT_DOUBLE_EQ(model().currentTime(), 10.25);
 }
 
-TEST_F(TimelineDragTest, TheKeysGoOnWithWhatThePointerGrabbed)
+TEST_F(TimelineDragTest, AClickOnATimelineItemGivesItTheFocus)
 {
     for (const auto& [seconds, name] : {std::pair(0.0, "trimStartHandle"), std::pair(10.0, "videoPosition"),
                                         std::pair(20.0, "trimEndHandle")}) {

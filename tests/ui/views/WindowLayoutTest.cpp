@@ -11,7 +11,7 @@ namespace
 
 using WindowLayoutTest = LayoutTest;
 
-TEST_F(WindowLayoutTest, TheHeaderHasItsTextsAndItsSlot)
+TEST_F(WindowLayoutTest, TheHeaderHasTitleStatusAndProgress)
 {
     enter(WindowModel::Ready);
     expect({"title", QStringLiteral("Stackreel"), 30, QFont::Black, white()});
@@ -42,7 +42,7 @@ TEST_F(WindowLayoutTest, TheHeadersButtonIsAtTheTopRight)
     release(QPoint(600, 30));
 }
 
-TEST_F(WindowLayoutTest, TheStatusIsColouredByTheOutcome)
+TEST_F(WindowLayoutTest, AFailureIsShownInTheAccentColour)
 {
     enter(WindowModel::Failed);
     EXPECT_TRUE(same(color(item("status")), signalCoral));
@@ -51,14 +51,14 @@ TEST_F(WindowLayoutTest, TheStatusIsColouredByTheOutcome)
         QStringLiteral("Choose a horizontal video. Stackreel only stacks crops from horizontal sources."));
 }
 
-TEST_F(WindowLayoutTest, TheProgressBarFillsItsSlotInTheAccent)
+TEST_F(WindowLayoutTest, TheProgressBarHasTheAccentColour)
 {
     enter(WindowModel::Exporting);
     EXPECT_EQ(place("exportProgress"), place("progressSlot"));
     EXPECT_TRUE(same(item("exportProgress").property("tint").value<QColor>(), signalCoral));
 }
 
-TEST_F(WindowLayoutTest, WorkspaceAndInspectorShareTheRest)
+TEST_F(WindowLayoutTest, WorkspaceAndInspectorFillTheContentBelowTheHeader)
 {
     const double height = contentHeight() - 22 - workspaceTop();
     expectPlace("workspace", QRectF(24, workspaceTop(), 1180 - 48 - 18 - 310, height));
@@ -71,7 +71,7 @@ TEST_F(WindowLayoutTest, WorkspaceAndInspectorShareTheRest)
     EXPECT_EQ(place("background"), QRectF(0, 0, 1180, contentHeight()));
 }
 
-TEST_F(WindowLayoutTest, TheEmptyStateStandsInTheMiddle)
+TEST_F(WindowLayoutTest, TheEmptyStateIsCentred)
 {
     expect({"emptyTitle", QStringLiteral("Pick two views from one clip"), 22, QFont::Black, white()});
     expect({"emptyText",
@@ -90,7 +90,7 @@ TEST_F(WindowLayoutTest, TheEmptyStateStandsInTheMiddle)
     EXPECT_NEAR((place("emptyTitle").top() + place("chooseFirstButton").bottom()) / 2, middle.y(), 1);
 }
 
-TEST_F(WindowLayoutTest, TheFilledButtonShowsItsStates)
+TEST_F(WindowLayoutTest, TheFilledButtonShowsPressedAndDisabledStates)
 {
     QQuickItem& button = item("chooseFirstButton");
     EXPECT_EQ(text(button), QStringLiteral("Choose a video"));
@@ -112,7 +112,7 @@ TEST_F(WindowLayoutTest, TheFilledButtonShowsItsStates)
     EXPECT_TRUE(same(color(part("exportButton", "label")), white(0.42)));
 }
 
-TEST_F(WindowLayoutTest, PreparingIsSaidInTheMiddle)
+TEST_F(WindowLayoutTest, ThePreparingStateIsCentred)
 {
     enter(WindowModel::Preparing);
     expect({"preparingText", QStringLiteral("Preparing preview"), 18, QFont::Bold, white()});
@@ -123,7 +123,7 @@ TEST_F(WindowLayoutTest, PreparingIsSaidInTheMiddle)
                 1);
 }
 
-TEST_F(WindowLayoutTest, TitlesAreRoundedAndNumbersAreOfOneWidth)
+TEST_F(WindowLayoutTest, TitlesUseTheTitleFontAndNumbersAMonospacedFont)
 {
     windowModel().setAspectIndex(3);
     enter(WindowModel::Ready);
@@ -137,7 +137,7 @@ TEST_F(WindowLayoutTest, TitlesAreRoundedAndNumbersAreOfOneWidth)
         EXPECT_TRUE(QFontInfo(font(item(name))).fixedPitch()) << name;
 }
 
-TEST_F(WindowLayoutTest, TheSmallestWindowHoldsEverything)
+TEST_F(WindowLayoutTest, EverythingFitsIntoTheMinimumSize)
 {
     windowModel().setAspectIndex(3);
     window().window().resize(window().window().minimumSize());
@@ -152,7 +152,7 @@ TEST_F(WindowLayoutTest, TheSmallestWindowHoldsEverything)
     EXPECT_FALSE(part("swapButton", "label").property("truncated").toBool());
 }
 
-TEST_F(WindowLayoutTest, ALongNameIsElidedInTheMiddleAndPushesNothingAway)
+TEST_F(WindowLayoutTest, ElidesALongNameInTheMiddle)
 {
     const QRectF inspector = place("inspector");
     window().load(OfflineWindow::clip(), "/clips/" + std::string(200, 'w') + ".mov");
@@ -165,7 +165,7 @@ TEST_F(WindowLayoutTest, ALongNameIsElidedInTheMiddleAndPushesNothingAway)
     EXPECT_EQ(place("inspector"), inspector);
 }
 
-TEST_F(WindowLayoutTest, AFailureOfManyLinesIsShownInOne)
+TEST_F(WindowLayoutTest, ShowsAMessageOfSeveralLinesInOneLine)
 {
     const double height = place("status").height();
     enter(WindowModel::Exporting);
