@@ -8,7 +8,7 @@ namespace stackreel
 namespace
 {
 
-constexpr std::streamoff mostAtOnce{65536};
+constexpr std::streamoff maxReadSize{65536};
 
 }
 
@@ -18,20 +18,20 @@ void CapturedText::open(const std::filesystem::path& file) noexcept
     m_file.open(file, std::ios::binary);
 }
 
-std::string CapturedText::takeAppended() noexcept
+std::string CapturedText::readAppended() noexcept
 {
     const std::lock_guard guard(m_lock);
     if (!m_file.is_open())
         return {};
-    // The end of the file, reached last time, may have moved.
+    // The last call reached the end of the file, which may have grown since.
     m_file.clear();
     const std::streamoff position = m_file.tellg();
     const std::streamoff end = m_file.seekg(0, std::ios::end).tellg();
-    const std::streamoff start = std::max(position, end - mostAtOnce);
+    const std::streamoff start = std::max(position, end - maxReadSize);
     std::string text(static_cast<std::size_t>(std::max<std::streamoff>(end - start, 0)), '\0');
     m_file.seekg(start).read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(m_file.gcount()));
-    // What was left out must not join the text before it and behind it into one line.
+    // Skipped text must not join the text before and after it into one line.
     if (start > position)
         text.insert(text.begin(), '\n');
     return text;

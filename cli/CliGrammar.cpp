@@ -55,7 +55,7 @@ CliGrammar::CliGrammar()
 void CliGrammar::parse(std::vector<std::string> arguments)
 {
     const auto separator = std::find(arguments.begin(), arguments.end(), "--");
-    // The parser takes a lone "++" for the end of a command instead of for a file.
+    // CLI11 takes a lone "++" for the end of a subcommand. "./++" is the same file without that meaning.
     std::replace(arguments.begin(), separator, std::string("++"), std::string("./++"));
     std::reverse(arguments.begin(), arguments.end());
     m_app.parse(std::move(arguments));
@@ -67,7 +67,7 @@ std::string CliGrammar::command() const
     return parsed.empty() ? std::string() : parsed.front()->get_name();
 }
 
-std::vector<std::string> CliGrammar::leftOver() const
+std::vector<std::string> CliGrammar::extraWords() const
 {
     std::vector<std::string> words = m_app.remaining(true);
     words.erase(std::remove(words.begin(), words.end(), "--"), words.end());

@@ -25,7 +25,8 @@ struct RawOptions {
     bool quiet = false;
 };
 
-/// The grammar of the command line, and what one command line is by it. Says nothing about what values mean.
+/// The grammar of the command line, and the result of parsing one command line with it. Does not interpret
+/// the values.
 class CliGrammar
 {
 public:
@@ -33,9 +34,9 @@ public:
     CliGrammar(const CliGrammar&) = delete;
     CliGrammar& operator=(const CliGrammar&) = delete;
 
-    /// Reads the arguments, without the program's own name; once per object. Throws what CLI11 throws:
+    /// Parses the arguments, without the program's own name; once per object. Throws what CLI11 throws:
     /// `CLI::CallForHelp`, `CLI::CallForVersion` with the version's text, and another `CLI::ParseError` when
-    /// something is missing. Words it has no place for are no error but left over.
+    /// something is missing. Words that match nothing are no error: `extraWords` has them.
     void parse(std::vector<std::string> arguments);
 
     const RawOptions& values() const { return m_values; }
@@ -44,10 +45,10 @@ public:
     /// The command in use; empty when there is none.
     std::string command() const;
     /// Whether an option of `export`, or a file named by its placeholder, was given.
-    bool given(const std::string& option) const { return m_export->count(option) > 0; }
-    /// The words that have no place, in order.
-    std::vector<std::string> leftOver() const;
-    /// What could stand in place of a word left over: the options of the command in use, or the commands.
+    bool isGiven(const std::string& option) const { return m_export->count(option) > 0; }
+    /// The words that match neither an option nor a file of the command, in order.
+    std::vector<std::string> extraWords() const;
+    /// The words to suggest for an unknown one: the options of the command in use, or else the commands.
     std::vector<std::string> knownWords() const;
 
 private:

@@ -10,14 +10,14 @@ namespace stackreel
 namespace
 {
 
-UsageError unknownWord(const CliGrammar& grammar, const std::string& word)
+UsageError unknownWordError(const CliGrammar& grammar, const std::string& word)
 {
     const bool isOption = word.starts_with('-') && word != "-";
     const std::string command = grammar.command();
     if (!isOption && !command.empty())
         return {"“" + word + "” is one file too many.", command};
 
-    // "--ovrwrite=1" is meant to be "--overwrite".
+    // "--ovrwrite=1" is compared as "--ovrwrite".
     const std::string name = word.substr(0, word.find('='));
     const auto nearest = nearestWord(name, grammar.knownWords());
     if (nearest == name)
@@ -31,7 +31,7 @@ UsageError unknownWord(const CliGrammar& grammar, const std::string& word)
     return {message, command};
 }
 
-UsageError readable(const CliGrammar& grammar, const CLI::ParseError& error)
+UsageError usageError(const CliGrammar& grammar, const CLI::ParseError& error)
 {
     const std::string command = grammar.command();
     const std::string text = error.what();
@@ -46,7 +46,7 @@ UsageError readable(const CliGrammar& grammar, const CLI::ParseError& error)
     return {text + ".", command};
 }
 
-UsageError wrongValue(const std::string& option, const std::string& value, const std::string& expected)
+UsageError wrongValueError(const std::string& option, const std::string& value, const std::string& expected)
 {
     return {"The value “" + value + "” of " + option + " is not " + expected + ".", "export"};
 }
@@ -54,23 +54,23 @@ UsageError wrongValue(const std::string& option, const std::string& value, const
 std::optional<double> givenSeconds(const CliGrammar& grammar, const std::string& option,
                                    const std::string& text)
 {
-    if (!grammar.given(option))
+    if (!grammar.isGiven(option))
         return std::nullopt;
     const auto value = OptionText::seconds(text);
     if (!value)
-        throw wrongValue(option, text, "a time in seconds, such as 12.5");
+        throw wrongValueError(option, text, "a time in seconds, such as 12.5");
     return value;
 }
 
 std::optional<CropRegion> givenRegion(const CliGrammar& grammar, const std::string& option,
                                       const std::string& text)
 {
-    if (!grammar.given(option))
+    if (!grammar.isGiven(option))
         return std::nullopt;
     const auto value = OptionText::region(text);
     if (!value)
-        throw wrongValue(option, text,
-                         "a region X,Y,W,H in fractions of the frame, such as 0.04,0.14,0.45,0.72");
+        throw wrongValueError(option, text,
+                              "a region X,Y,W,H in fractions of the frame, such as 0.04,0.14,0.45,0.72");
     return value;
 }
 
@@ -79,21 +79,22 @@ ExportSettings givenSettings(const CliGrammar& grammar)
     const RawOptions& raw = grammar.values();
     ExportSettings settings;
     settings.includeAudio = !raw.noAudio;
-    if (grammar.given("--aspect")) {
+    if (grammar.isGiven("--aspect")) {
         const auto aspect = outputAspect(raw.aspect);
         if (!aspect)
-            throw wrongValue("--aspect", raw.aspect, "9:16, 4:5, 1:1 or Custom");
+            throw wrongValueError("--aspect", raw.aspect, "9:16, 4:5, 1:1 or Custom");
         settings.aspect = *aspect;
     }
-    if (!grammar.given("--size"))
+    if (!grammar.isGiven("--size"))
         return settings;
 
-    if (grammar.given("--aspect") && settings.aspect != OutputAspect::custom)
+    if (grammar.isGiven("--aspect") && settings.aspect != OutputAspect::custom)
         throw UsageError(
             "A size goes with --aspect Custom only, as " + raw.aspect + " has a size of its own.", "export");
     const auto size = OptionText::size(raw.size);
     if (!size)
-        throw wrongValue("--size", raw.size, "a size WxH with sides of 2 to 16384 pixels, such as 720x1280");
+        throw wrongValueError("--size", raw.size,
+                              "a size WxH with sides of 2 to 16384 pixels, such as 720x1280");
     settings.aspect = OutputAspect::custom;
     settings.customWidth = size->width;
     settings.customHeight = size->height;
@@ -109,7 +110,7 @@ std::filesystem::path givenSource(const CliGrammar& grammar)
 
 std::optional<std::filesystem::path> givenDestination(const CliGrammar& grammar)
 {
-    if (!grammar.given("DESTINATION"))
+    if (!grammar.isGiven("DESTINATION"))
         return std::nullopt;
     if (grammar.values().destination.empty())
         throw UsageError("The name of the destination is empty.", "export");
@@ -158,12 +159,12 @@ CliOptions parseOptions(const std::vector<std::string>& arguments)
     } catch (const CLI::CallForVersion& version) {
         return Information{std::string(version.what()) + "\n"};
     } catch (const CLI::ParseError& error) {
-        problem = readable(grammar, error);
+        problem = usageError(grammar, error);
     }
 
-    // A word nobody knows explains best what else is missing or wrong.
-    if (const auto unknown = grammar.leftOver(); !unknown.empty())
-        return unknownWord(grammar, unknown.front());
+    // An unknown word usually causes the other errors, too, so it is reported first.
+    if (const auto unknown = grammar.extraWords(); !unknown.empty())
+        return unknownWordError(grammar, unknown.front());
     if (problem)
         return *problem;
     try {

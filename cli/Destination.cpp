@@ -16,7 +16,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr int mostLinks = 40;
+constexpr int maxLinks = 40;
 
 std::string quoted(const fs::path& path)
 {
@@ -28,12 +28,12 @@ CliError alreadyExists(const fs::path& path)
     return CliError(quoted(path) + " already exists. Replace it with --overwrite.");
 }
 
-/// What the path is, itself or behind its links; a missing one is no error.
-template <typename Look>
-fs::file_status statusOf(const fs::path& path, Look look)
+/// The result of `query` for the path. A missing file is no error.
+template <typename Query>
+fs::file_status statusOf(const fs::path& path, Query query)
 {
     std::error_code error;
-    const fs::file_status status = look(path, error);
+    const fs::file_status status = query(path, error);
     if (status.type() == fs::file_type::none)
         throw SystemError(error.value(), "look at", path);
     return status;
@@ -45,17 +45,17 @@ fs::file_status targetStatus(const fs::path& path)
                     [](const fs::path& file, std::error_code& error) { return fs::status(file, error); });
 }
 
-fs::file_status ownStatus(const fs::path& path)
+fs::file_status linkStatus(const fs::path& path)
 {
     return statusOf(
         path, [](const fs::path& file, std::error_code& error) { return fs::symlink_status(file, error); });
 }
 
-/// The file that writing to the path would reach, even if it is not there yet.
-fs::path behindLinks(fs::path path)
+/// The file that a write to the path would reach, even when that file does not exist yet.
+fs::path followLinks(fs::path path)
 {
-    for (int links = 0; fs::is_symlink(ownStatus(path)); ++links) {
-        if (links == mostLinks)
+    for (int links = 0; fs::is_symlink(linkStatus(path)); ++links) {
+        if (links == maxLinks)
             throw SystemError(ELOOP, "write", path);
         path = path.parent_path() / fs::read_symlink(path);
     }
@@ -76,7 +76,7 @@ void requireFolderFor(const fs::path& file)
 
 void Destination::requireOther(const fs::path& source, const fs::path& destination)
 {
-    // A destination that is not there yet is an error to the comparison.
+    // The comparison reports an error for a destination that does not exist yet.
     std::error_code error;
     if (fs::equivalent(source, destination, error) && !error)
         throw CliError(quoted(destination) + " is the source itself, which is never overwritten.");
@@ -90,9 +90,9 @@ Destination Destination::check(const fs::path& source, const fs::path& destinati
         throw CliError(quoted(destination) + " is a folder. Name the file to write.");
     if (fs::exists(found) && !fs::is_regular_file(found))
         throw CliError(quoted(destination) + " is not a regular file.");
-    if (!overwrite && fs::exists(ownStatus(destination)))
+    if (!overwrite && fs::exists(linkStatus(destination)))
         throw alreadyExists(destination);
-    const fs::path file = behindLinks(destination);
+    const fs::path file = followLinks(destination);
     requireFolderFor(file);
     return {.named = destination, .file = file, .replace = overwrite};
 }
@@ -103,7 +103,7 @@ PartialFile::PartialFile(const Destination& destination) : m_destination(destina
     m_path = destination.file.parent_path() / (".stackreel-" + uuid.toStdString() + ".mp4");
     if (const int error = Files::createEmpty(m_path); error != 0)
         throw SystemError(error, "write", destination.named);
-    // The encoder makes it anew, with the permissions the user's files have.
+    // The encoder creates the file again, with the user's default permissions.
     fs::remove(m_path);
 }
 

@@ -14,7 +14,7 @@ namespace stackreel
 namespace
 {
 
-[[noreturn]] void refuse(const std::string& difference)
+[[noreturn]] void failCheck(const std::string& difference)
 {
     throw CliError("The export did not become what was asked for: " + difference);
 }
@@ -31,12 +31,12 @@ std::optional<double> secondsIn(const std::optional<std::string>& text)
     return text ? parseDecimal(*text) : std::nullopt;
 }
 
-std::optional<double> wholeLength(const ProbeDocument& document)
+std::optional<double> containerLength(const ProbeDocument& document)
 {
     return document.format ? secondsIn(document.format->duration) : std::nullopt;
 }
 
-bool isTurned(const ProbeStream& video)
+bool isRotated(const ProbeStream& video)
 {
     if (!video.sideDataList)
         return false;
@@ -47,40 +47,41 @@ bool isTurned(const ProbeStream& video)
 void checkPicture(const ProbeStream* video, PixelSize expected)
 {
     if (video == nullptr)
-        refuse("it has no picture. The source has none in the chosen range.");
+        failCheck("it has no picture. The source has none in the chosen range.");
     if (video->codecName != "h264")
-        refuse("its picture is coded as " + video->codecName.value_or("something unknown") + ", not h264.");
+        failCheck("its picture is coded as " + video->codecName.value_or("something unknown") +
+                  ", not h264.");
     if (video->width != expected.width || video->height != expected.height)
-        refuse("its picture is " + std::to_string(video->width.value_or(0)) + " × " +
-               std::to_string(video->height.value_or(0)) + ", not " + std::to_string(expected.width) + " × " +
-               std::to_string(expected.height) + ".");
-    if (isTurned(*video))
-        refuse("its picture is marked as turned.");
+        failCheck("its picture is " + std::to_string(video->width.value_or(0)) + " × " +
+                  std::to_string(video->height.value_or(0)) + ", not " + std::to_string(expected.width) +
+                  " × " + std::to_string(expected.height) + ".");
+    if (isRotated(*video))
+        failCheck("its picture is marked as turned.");
 }
 
 void checkSound(const ProbeStream* audio, bool expected)
 {
     if (audio == nullptr && expected)
-        refuse("its sound is missing.");
+        failCheck("its sound is missing.");
     if (audio != nullptr && !expected)
-        refuse("it has sound.");
+        failCheck("it has sound.");
     if (audio != nullptr && audio->codecName != "aac")
-        refuse("its sound is coded as " + audio->codecName.value_or("something unknown") + ", not aac.");
+        failCheck("its sound is coded as " + audio->codecName.value_or("something unknown") + ", not aac.");
 }
 
 void checkLength(std::optional<double> length, double expected, std::optional<std::int64_t> frames)
 {
     if (!length)
-        refuse("its length is unknown.");
+        failCheck("its length is unknown.");
     const double picture = frames && *frames > 0 ? *length / static_cast<double>(*frames) : 0;
     if (std::abs(*length - expected) <= std::min(0.5, expected / 2) + 2 * picture)
         return;
     const std::string lengths =
         "it lasts " + fixedDecimal(*length, 2) + " s instead of " + fixedDecimal(expected, 2) + " s. ";
     if (*length > expected)
-        refuse(lengths + "The time stamps of the source may be damaged.");
-    refuse(lengths +
-           "The source may be damaged, or its picture ends there: choose an earlier end with --to.");
+        failCheck(lengths + "The time stamps of the source may be damaged.");
+    failCheck(lengths +
+              "The source may be damaged, or its picture ends there: choose an earlier end with --to.");
 }
 
 } // namespace
@@ -89,12 +90,12 @@ ExportExpectation ExportExpectation::of(const ExportRequest& request, const Prob
 {
     const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
     const ProbeStream* video = firstStream(source, "video");
-    const bool tellsPicture = video != nullptr && secondsIn(video->duration).has_value();
+    const bool hasVideoLength = video != nullptr && secondsIn(video->duration).has_value();
     const bool audio = ExportCommandBuilder::carriesAudio(request);
     return {.size = request.settings.size(),
             .audio = audio,
             .lengthSeconds = std::min(range.length, std::max(request.media.duration - range.start, 0.0)),
-            .pictureLasts = tellsPicture || !audio};
+            .checksVideoLength = hasVideoLength || !audio};
 }
 
 void checkExport(const ProbeDocument& report, const ExportExpectation& expected,
@@ -103,9 +104,9 @@ void checkExport(const ProbeDocument& report, const ExportExpectation& expected,
     const ProbeStream* video = firstStream(report, "video");
     checkPicture(video, expected.size);
     checkSound(firstStream(report, "audio"), expected.audio);
-    const auto whole = wholeLength(report);
+    const auto whole = containerLength(report);
     const auto picture = secondsIn(video->duration);
-    checkLength(expected.pictureLasts && picture ? picture : whole, expected.lengthSeconds, frames);
+    checkLength(expected.checksVideoLength && picture ? picture : whole, expected.lengthSeconds, frames);
 }
 
 } // namespace stackreel

@@ -10,25 +10,25 @@
 namespace stackreel
 {
 
-/// What a finished export has to be.
+/// The properties that a finished export must have.
 struct ExportExpectation {
     PixelSize size;
     bool audio = false;
     double lengthSeconds = 0;
-    /// Whether the picture has to last for the whole length. Not so for a source that tells its length only
-    /// as a whole, of which sound may be the longest part.
-    bool pictureLasts = true;
+    /// Whether the length of the video stream is checked, instead of that of the whole file. False when the
+    /// source states only the length of the whole file, because its audio may be longer than its video.
+    bool checksVideoLength = true;
 
-    /// What follows from a request and the report on its source.
+    /// The properties that follow from a request and the report on its source.
     static ExportExpectation of(const ExportRequest& request, const ProbeDocument& source);
 };
 
-/// Compares the report on a finished file with what was asked for, and throws `CliError` with the difference
-/// when there is one.
+/// Compares the report on a finished file with the expectation, and throws `CliError` with the difference
+/// when there is one. Pure.
 ///
-/// Lengths may differ by half a second, by half of an export shorter than one second, and by two pictures
-/// more: a source need not have a picture just where a cut is. `frames`, the number of pictures in the file,
-/// tells how long one is shown; without it that is taken for nothing. Pure.
+/// The length may differ by half a second, or by half the length of an export shorter than one second, and by
+/// two frames more, because a cut need not fall on a frame of the source. `frames`, the number of frames in
+/// the file, gives the duration of one frame; without it that duration counts as 0.
 void checkExport(const ProbeDocument& report, const ExportExpectation& expected,
                  std::optional<std::int64_t> frames);
 

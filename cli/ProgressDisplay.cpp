@@ -18,13 +18,13 @@ constexpr auto readingInterval = 200ms;
 constexpr auto plainLineInterval = 5s;
 constexpr int plainLinePercent = 10;
 constexpr std::size_t widestBar = 78;
-// The terminal shows "^C" behind the bar when the user ends the program, on the same line as long as there is
-// room.
-constexpr std::size_t roomForKeys = 3;
+// The terminal echoes "^C" after the bar when the user interrupts the program. These columns stay free for
+// it, so that the echo does not wrap to the next line.
+constexpr std::size_t echoColumns = 3;
 
 } // namespace
 
-bool PlainLinePace::isDue(int percent, Time now)
+bool PlainLineSchedule::isDue(int percent, Time now)
 {
     if (percent == m_lastPercent)
         return false;
@@ -36,12 +36,12 @@ bool PlainLinePace::isDue(int percent, Time now)
 }
 
 ProgressDisplay::ProgressDisplay(double lengthSeconds, bool quiet)
-    : m_estimate(lengthSeconds), m_pace(PlainLinePace::Time::clock::now())
+    : m_estimate(lengthSeconds), m_schedule(PlainLineSchedule::Time::clock::now())
 {
     if (quiet)
         return;
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
-        readAlong();
+        readStatus();
         show();
     });
     m_timer.start(readingInterval);
@@ -56,13 +56,13 @@ std::optional<EncoderStatus> ProgressDisplay::finish()
 {
     m_timer.stop();
     clearBar();
-    readAlong();
+    readStatus();
     return m_reader.latest();
 }
 
-void ProgressDisplay::readAlong()
+void ProgressDisplay::readStatus()
 {
-    m_reader.feed(m_text.takeAppended());
+    m_reader.feed(m_text.readAppended());
     if (m_reader.latest())
         m_estimate.update(*m_reader.latest());
 }
@@ -71,8 +71,8 @@ void ProgressDisplay::show()
 {
     const Progress& progress = m_estimate.current();
     if (const auto width = StandardStreams::errorTerminalWidth())
-        drawBar(std::min(*width - std::min(*width, roomForKeys), widestBar));
-    else if (m_pace.isDue(progress.percent, PlainLinePace::Time::clock::now()))
+        drawBar(std::min(*width - std::min(*width, echoColumns), widestBar));
+    else if (m_schedule.isDue(progress.percent, PlainLineSchedule::Time::clock::now()))
         StandardStreams::writeError(progress.line() + "\n");
 }
 
@@ -80,7 +80,7 @@ void ProgressDisplay::drawBar(std::size_t columns)
 {
     if (!StandardStreams::errorTerminalIsOurs())
         return;
-    // The carriage return and the blanks do without knowing what the terminal can do.
+    // A carriage return and spaces work on every terminal, whatever control sequences it knows.
     std::string bar = m_estimate.current().bar(columns);
     bar.resize(columns, ' ');
     bar.insert(0, 1, '\r');
@@ -95,7 +95,7 @@ void ProgressDisplay::clearBar()
     if (m_drawn.empty())
         return;
     std::fill(m_drawn.begin() + 1, m_drawn.end(), ' ');
-    m_drawn.append(roomForKeys - 1, ' ').push_back('\r');
+    m_drawn.append(echoColumns - 1, ' ').push_back('\r');
     StandardStreams::writeError(m_drawn);
     m_drawn.clear();
 }

@@ -13,15 +13,15 @@
 namespace stackreel
 {
 
-/// When the next plain line of progress is due: not before the percentage has changed, and then after five
-/// seconds or another ten percent, whichever comes first. Pure.
-class PlainLinePace
+/// Decides when the next plain line of progress is due: once the percentage has changed, and five seconds
+/// have passed or it has grown by ten. Pure.
+class PlainLineSchedule
 {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    explicit PlainLinePace(Time start) : m_lastTime(start) {}
-    /// Whether a line is due; the pace then goes on from it.
+    explicit PlainLineSchedule(Time start) : m_lastTime(start) {}
+    /// Whether a line is due now. If so, the next one is counted from it.
     bool isDue(int percent, Time now);
 
 private:
@@ -29,25 +29,25 @@ private:
     int m_lastPercent = 0;
 };
 
-/// Follows an encoder by the file that captures its standard error, and shows the progress on standard error:
-/// a bar on a terminal, plain lines elsewhere. What it drew goes with it. For the thread with the event loop,
-/// except for `watch`.
+/// Reads an encoder's captured standard error and shows the progress on our own standard error: a bar on a
+/// terminal, plain lines elsewhere. The destructor clears the bar. For the thread with the event loop, except
+/// for `watch`.
 class ProgressDisplay
 {
 public:
-    /// `lengthSeconds` is the length of the finished export. A quiet one shows nothing.
+    /// `lengthSeconds` is the length of the finished export. A quiet display shows nothing.
     ProgressDisplay(double lengthSeconds, bool quiet);
     ~ProgressDisplay();
     ProgressDisplay(const ProgressDisplay&) = delete;
     ProgressDisplay& operator=(const ProgressDisplay&) = delete;
 
-    /// Names the capture file, once. Any thread.
+    /// Sets the file to read. To be called once, on any thread.
     void watch(const std::filesystem::path& standardErrorFile) { m_text.open(standardErrorFile); }
-    /// Ends the display, takes in what the encoder wrote last, and gives its last status.
+    /// Clears the bar, reads the rest of the encoder's text, and returns its last status.
     std::optional<EncoderStatus> finish();
 
 private:
-    void readAlong();
+    void readStatus();
     void show();
     void drawBar(std::size_t columns);
     void clearBar();
@@ -55,7 +55,7 @@ private:
     CapturedText m_text;
     EncoderStatusReader m_reader;
     ProgressEstimate m_estimate;
-    PlainLinePace m_pace;
+    PlainLineSchedule m_schedule;
     QTimer m_timer;
     std::string m_drawn; // the bar on the terminal, with its carriage return; empty when there is none
 };

@@ -25,7 +25,7 @@ double clampedOrigin(double origin, double side)
     return std::min(origin > 0 ? origin : 0.0, 1 - side);
 }
 
-[[noreturn]] void violate(const char* rule)
+[[noreturn]] void failInvariant(const char* rule)
 {
     std::fprintf(stderr, "stackreel: crop region: %s\n", rule);
     std::abort();
@@ -36,11 +36,11 @@ std::int64_t flooredProduct(double fraction, std::int64_t length)
     constexpr double limit = 9223372036854775808.0; // 2^63
     const double product = std::floor(fraction * static_cast<double>(length));
     if (!(product >= -limit && product < limit))
-        violate("a coordinate does not fit 64 bits");
+        failInvariant("a coordinate does not fit 64 bits");
     return static_cast<std::int64_t>(product);
 }
 
-std::int64_t evened(std::int64_t value)
+std::int64_t floorToEven(std::int64_t value)
 {
     return value & ~std::int64_t{1};
 }
@@ -49,7 +49,7 @@ std::int64_t remainingSpan(std::int64_t length, std::int64_t origin)
 {
     std::int64_t span = 0;
     if (__builtin_sub_overflow(length, origin, &span))
-        violate("a span does not fit 64 bits");
+        failInvariant("a span does not fit 64 bits");
     return span;
 }
 
@@ -114,12 +114,12 @@ PixelCrop CropRegion::sourcePixels(const MediaInfo& media) const
     const std::int64_t two = 2;
 
     PixelCrop crop;
-    crop.x = evened(std::max(flooredProduct(x, frameWidth), std::int64_t{0}));
-    crop.y = evened(std::max(flooredProduct(y, frameHeight), std::int64_t{0}));
-    crop.width =
-        std::min(remainingSpan(frameWidth, crop.x), evened(std::max(flooredProduct(width, frameWidth), two)));
+    crop.x = floorToEven(std::max(flooredProduct(x, frameWidth), std::int64_t{0}));
+    crop.y = floorToEven(std::max(flooredProduct(y, frameHeight), std::int64_t{0}));
+    crop.width = std::min(remainingSpan(frameWidth, crop.x),
+                          floorToEven(std::max(flooredProduct(width, frameWidth), two)));
     crop.height = std::min(remainingSpan(frameHeight, crop.y),
-                           evened(std::max(flooredProduct(height, frameHeight), two)));
+                           floorToEven(std::max(flooredProduct(height, frameHeight), two)));
     return crop;
 }
 

@@ -22,11 +22,11 @@ struct CropRegion {
     double width = 0;
     double height = 0;
 
-    /// The regions that a newly loaded source starts with, top and bottom: with the panel's aspect, at the
+    /// The regions that a newly loaded source starts with, top and bottom: with the panel aspect, at the
     /// left and the right of the frame with a margin of 4 %, vertically centred.
     static std::pair<CropRegion, CropRegion> initialPair(double sourceAspect, double panelAspect);
 
-    /// This region with the panel's aspect, the same centre, and the same width where that fits.
+    /// This region with the panel aspect, the same centre, and the same width where that fits.
     CropRegion adaptingAspect(double sourceAspect, double panelAspect) const;
 
     /// This region clamped to the frame: its sides first, then its position.

@@ -14,7 +14,7 @@ public:
 
     /// Replaces both regions by the pair that a newly loaded source starts with.
     void configureRegions(const MediaInfo& media);
-    /// Fits both regions to the output's panels. Does nothing without a source.
+    /// Fits both regions to the halves of the output. Does nothing without a source.
     void adaptRegionsToCurrentOutput();
     /// Calls `adaptRegionsToCurrentOutput` when the output's size is a custom one.
     void customDimensionsChanged();

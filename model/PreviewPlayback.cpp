@@ -18,9 +18,9 @@ namespace stackreel
 namespace
 {
 
-constexpr double frameBeforeEnd = 1.0 / 30;         // the last frame kept, not the first one left out
-constexpr double tick = 1.0 / MediaTime::timescale; // the least step inside a range
-constexpr double rewindZone = 0.05;                 // a playhead this close to the end plays from the start
+constexpr double frameBeforeEnd = 1.0 / 30;         // a seek this far before the end shows the last frame
+constexpr double tick = 1.0 / MediaTime::timescale; // the smallest step inside a range
+constexpr double rewindMargin = 0.05;               // play restarts the range this close to its end
 constexpr double observerInterval = 0.05;
 
 } // namespace
@@ -95,7 +95,7 @@ void PreviewPlayback::togglePreviewPlayback()
         pause();
         return;
     }
-    if (m_model.currentTime() >= m_model.trimEnd() - rewindZone)
+    if (m_model.currentTime() >= m_model.trimEnd() - rewindMargin)
         seekPlayer(std::max(m_model.trimStart(), 0.0));
     play();
 }
@@ -170,7 +170,7 @@ void PreviewPlayback::rebuildPlayerLoop(double start, bool shouldPlay)
                                   .duration = MediaTime::fromSeconds(length)};
     m_playerLooper = m_playback->makeLooper(player, item, range);
 
-    // One tick before the end, so that the seek lands inside the range.
+    // Clamp to one tick before the end, so that the seek lands inside the range.
     const double upper = std::max(m_model.trimEnd() - tick, trimStart);
     const double playhead = std::min(std::max(start, trimStart), upper);
     m_model.setCurrentTime(playhead);
@@ -182,17 +182,17 @@ void PreviewPlayback::rebuildPlayerLoop(double start, bool shouldPlay)
 
 void PreviewPlayback::installTimeObserver(QueuePlayer& player)
 {
-    // The tick is written from a task of its own, in order with what the user does; a model that is gone by
-    // then takes its queued tasks with it.
-    const auto hop = [this, model = QPointer(&m_model)](MediaTime time) {
+    // A queued call keeps the order of ticks and user actions. Qt drops it when the model is destroyed
+    // before.
+    const auto post = [this, model = QPointer(&m_model)](MediaTime time) {
         if (model)
             QMetaObject::invokeMethod(
-                model, [this, time] { followPlayer(time); }, Qt::QueuedConnection);
+                model, [this, time] { updateCurrentTime(time); }, Qt::QueuedConnection);
     };
-    m_playerTimeObserver = player.addPeriodicTimeObserver(MediaTime::fromSeconds(observerInterval), hop);
+    m_playerTimeObserver = player.addPeriodicTimeObserver(MediaTime::fromSeconds(observerInterval), post);
 }
 
-void PreviewPlayback::followPlayer(MediaTime time)
+void PreviewPlayback::updateCurrentTime(MediaTime time)
 {
     const double seconds = time.seconds();
     if (!std::isfinite(seconds))

@@ -14,9 +14,9 @@ class AppModel;
 class Playback;
 class PlayerLooper;
 
-/// Plays the trimmed range of the preview file over and over, moves the playhead and the trim points within
-/// their limits, and reports the playhead back to the model. All times are seconds on the source's time line.
-/// Owns the looper, the preview file's name, the time observer and what a timeline drag interrupted. Main
+/// Loops the trimmed range of the preview file, moves the playhead and the trim points within their limits,
+/// and reports the playhead to the model. All times are seconds on the source's time line. Owns the looper,
+/// the preview file's name, the time observer, and whether playback resumes after a timeline drag. Main
 /// thread.
 class PreviewPlayback
 {
@@ -26,11 +26,11 @@ public:
     PreviewPlayback(const PreviewPlayback&) = delete;
     PreviewPlayback& operator=(const PreviewPlayback&) = delete;
 
-    /// Notes the file to play; it takes effect when a player or its loop is made.
+    /// Sets the file to play. It takes effect when a player or its loop is created.
     void setPreviewURL(const std::filesystem::path& file);
-    /// Makes a new player for the preview file and starts its loop, playing.
+    /// Creates a player for the preview file and plays its loop.
     void configurePlayer();
-    /// Stops and forgets the player.
+    /// Stops and releases the player.
     void tearDownPlayer();
 
     void togglePreviewPlayback();
@@ -41,7 +41,7 @@ public:
     void endTimelineInteraction(bool rebuildLoop);
     void endTimelineStep();
 
-    /// Plays, or pauses, whatever player there is, and notes it.
+    /// Play or pause the player, if there is one, and set the model's `previewPlaying`.
     void play();
     void pause();
 
@@ -49,7 +49,7 @@ private:
     double minimumTrimDuration() const;
     void rebuildPlayerLoop(double start, bool shouldPlay);
     void installTimeObserver(QueuePlayer& player);
-    void followPlayer(MediaTime time);
+    void updateCurrentTime(MediaTime time);
     void seekPlayer(double seconds);
     bool takeResumeFlag();
 

@@ -29,7 +29,7 @@ void SourceLoading::chooseSource()
     const OpenPanelRequest request = {
         .title = "Choose a horizontal video",
         .prompt = "Choose Video",
-        // The last makes every file choosable: the probe decides what is usable, not the panel.
+        // `data` lets the user choose any file: the probe decides what is usable, not the panel.
         .allowedContentTypes = {ContentType::audiovisualContent, ContentType::movie, ContentType::data},
     };
     m_services.openPanel->begin(request, [this, model = QPointer(&m_model)](const PanelResponse& response) {
@@ -44,7 +44,7 @@ QCoro::Task<> SourceLoading::loadSource(std::filesystem::path url)
     const QPointer model(&m_model);
     const ModelServices services = m_services;
     m_model.setPhase(Phase::preparing());
-    forgetSource(url);
+    resetForSource(url);
     try {
         const MediaInfo media = co_await services.inspect(url);
         if (!model)
@@ -58,7 +58,7 @@ QCoro::Task<> SourceLoading::loadSource(std::filesystem::path url)
     }
 }
 
-void SourceLoading::forgetSource(const std::filesystem::path& url)
+void SourceLoading::resetForSource(const std::filesystem::path& url)
 {
     m_model.setSourceURL(url);
     m_model.setMediaInfo(std::nullopt);

@@ -15,8 +15,7 @@ class CropSetup;
 class PreviewPlayback;
 class TaskHandle;
 
-/// Takes the model from an empty window to a loaded, playing, editable source. Owns the thumbnail task. Main
-/// thread.
+/// Loads a source into the model, so that it plays and can be edited. Owns the thumbnail task. Main thread.
 class SourceLoading
 {
 public:
@@ -27,10 +26,10 @@ public:
     void chooseSource();
 
 private:
-    /// Loads a file, step by step; every failure ends in the failed phase. Loads are not cancelled: of two
-    /// that overlap, the last to reach a step wins. Stops when the model is gone.
+    /// Loads a file. Every failure ends in the phase `failed`. A load is not cancelled by another: when two
+    /// overlap, the later result overwrites the earlier one. Stops when the model is destroyed.
     QCoro::Task<> loadSource(std::filesystem::path url);
-    void forgetSource(const std::filesystem::path& url);
+    void resetForSource(const std::filesystem::path& url);
     void showSource(const MediaInfo& media, const std::filesystem::path& previewURL);
     void loadTimelineThumbnails(const std::filesystem::path& file, double duration);
 

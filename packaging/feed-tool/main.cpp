@@ -32,7 +32,7 @@ std::string contentOf(const Path& file)
     return content;
 }
 
-/// Writes a new file; an existing one is an error, as is any failure.
+/// Creates a file with this content. Throws when the file exists or cannot be written.
 void writeNew(const Path& file, const std::string& content, mode_t mode)
 {
     const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
@@ -70,33 +70,33 @@ void describe(const UpdateFeed& feed)
     std::cout << "serial " << feed.serial << ", newest version " << feed.newest().versionText << "\n";
 }
 
-/// The feed that is published so far must be one of the same key, and older than the next one: a program that
-/// has seen its serial takes no other feed with one that is not higher.
-void requireOlder(const Path& document, const UpdateFeed& next, const FeedSigningKey& key)
+/// The published feed must be signed with the same key and have a lower serial than the next one: a program
+/// that has seen a serial accepts only feeds with a higher one.
+void requireHigherSerial(const Path& document, const UpdateFeed& next, const FeedSigningKey& key)
 {
     if (!std::filesystem::exists(document))
         return;
-    UpdateFeed before;
+    UpdateFeed published;
     try {
-        before = acceptedFeed(contentOf(document), FeedKey::fromBase64(key.publicKey()).value(), 0);
+        published = acceptedFeed(contentOf(document), FeedKey::fromBase64(key.publicKey()).value(), 0);
     } catch (const UpdateError&) {
         throw std::runtime_error(document.string() + " is there, and no feed that was signed with this key");
     }
-    if (next.serial <= before.serial)
-        throw std::runtime_error("the serial has to be higher than " + std::to_string(before.serial) +
+    if (next.serial <= published.serial)
+        throw std::runtime_error("the serial has to be higher than " + std::to_string(published.serial) +
                                  ", which the feed before has");
 }
 
 void sign(const Path& keyFile, const Path& feedFile, const Path& document)
 {
-    constexpr std::size_t mostBytes = 256 * 1024;
+    constexpr std::size_t maxBytes = 256 * 1024;
     const FeedSigningKey key = readKey(keyFile);
     const std::string feed = contentOf(feedFile);
-    // What no program would accept is not signed in the first place.
+    // A feed that no program would accept is not signed.
     const UpdateFeed decoded = UpdateFeed::decode(feed);
-    requireOlder(document, decoded, key);
+    requireHigherSerial(document, decoded, key);
     const std::string content = key.signedDocument(feed);
-    if (content.size() > mostBytes)
+    if (content.size() > maxBytes)
         throw std::runtime_error("the feed is larger than 256 KiB");
     const Path written = document.string() + ".new";
     writeNew(written, content, 0644);

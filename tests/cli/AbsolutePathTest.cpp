@@ -9,7 +9,7 @@
 namespace stackreel
 {
 
-TEST(AbsolutePath, IsAgainstTheWorkingDirectory)
+TEST(AbsolutePath, ResolvesARelativePathAgainstTheWorkingDirectory)
 {
     const TemporaryDirectory directory;
     const ScopedWorkingDirectory inside(directory.path());
@@ -17,7 +17,7 @@ TEST(AbsolutePath, IsAgainstTheWorkingDirectory)
     EXPECT_EQ(absolutePath("/a/clip.mp4"), "/a/clip.mp4");
 }
 
-TEST(AbsolutePath, SaysSoWhenTheWorkingDirectoryIsGone)
+TEST(AbsolutePath, ThrowsWhenTheWorkingDirectoryIsGone)
 {
     const TemporaryDirectory directory;
     const auto folder = directory / "gone";

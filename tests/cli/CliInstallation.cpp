@@ -25,8 +25,8 @@ constexpr const char* scriptStart = R"(#!/bin/sh
 [ "$1" != -nostdin ] || exit 0
 for last; do :; done
 tools="${0%/*}"
-# Tells the test that the tool has come this far, and waits for it or for a signal.
-stand() { echo $$ >"$tools/standing.half"; mv "$tools/standing.half" "$tools/standing"
+# Writes its process id for the test and waits for resumeTool or a signal. The rename makes the file appear whole.
+pause() { echo $$ >"$tools/paused.part"; mv "$tools/paused.part" "$tools/paused"
   until [ -e "$tools/go" ]; do sleep 0.02; done; }
 )";
 
@@ -58,14 +58,14 @@ const char* const verticalReport = R"({"streams": [
   {"codec_type": "audio", "codec_name": "aac", "duration": "10.0"}], "format": {"duration": "10.0"}})";
 
 RunningCli::RunningCli(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-                       const std::filesystem::path& directory, const CliSurroundings& surroundings)
+                       const std::filesystem::path& directory, const CliEnvironment& environment)
 {
     const winsize size = {.ws_row = 24, .ws_col = 60, .ws_xpixel = 0, .ws_ypixel = 0};
-    m_pid = surroundings.onTerminal ? ::forkpty(&m_terminal, nullptr, nullptr, &size) : ::fork();
+    m_pid = environment.onTerminal ? ::forkpty(&m_terminal, nullptr, nullptr, &size) : ::fork();
     if (m_pid < 0)
         throw std::system_error(errno, std::system_category(), "fork");
     if (m_pid == 0)
-        becomeProgram(program, arguments, directory, surroundings);
+        executeProgram(program, arguments, directory, environment);
     if (m_terminal >= 0)
         ::fcntl(m_terminal, F_SETFL, O_NONBLOCK);
 }
@@ -80,18 +80,18 @@ RunningCli::~RunningCli()
         ::close(m_terminal);
 }
 
-void RunningCli::becomeProgram(const std::filesystem::path& program,
-                               const std::vector<std::string>& arguments,
-                               const std::filesystem::path& directory,
-                               const CliSurroundings& surroundings) const
+void RunningCli::executeProgram(const std::filesystem::path& program,
+                                const std::vector<std::string>& arguments,
+                                const std::filesystem::path& directory,
+                                const CliEnvironment& environment) const
 {
-    redirect(STDOUT_FILENO, surroundings.output.starts_with('/') ? std::filesystem::path(surroundings.output)
-                                                                 : m_captured / "stdout");
-    if (surroundings.output == "closed")
+    redirect(STDOUT_FILENO, environment.output.starts_with('/') ? std::filesystem::path(environment.output)
+                                                                : m_captured / "stdout");
+    if (environment.output == "closed")
         ::close(STDOUT_FILENO);
-    if (!surroundings.onTerminal)
+    if (!environment.onTerminal)
         redirect(STDERR_FILENO, m_captured / "stderr");
-    for (const int number : surroundings.ignored)
+    for (const int number : environment.ignored)
         ::signal(number, SIG_IGN);
 
     std::vector<std::string> words = {program};
@@ -134,7 +134,7 @@ bool RunningCli::hasEnded()
 
 CliResult RunningCli::result()
 {
-    // A terminal that nobody reads would hold the program up.
+    // The program would block on a full terminal that nobody reads.
     const bool ended = eventually([this] {
         if (m_terminal >= 0)
             screen();
@@ -174,22 +174,22 @@ std::vector<std::string> CliInstallation::encoderArguments() const
 }
 
 CliResult CliInstallation::run(const std::vector<std::string>& arguments,
-                               const CliSurroundings& surroundings) const
+                               const CliEnvironment& environment) const
 {
-    return start(arguments, surroundings).result();
+    return start(arguments, environment).result();
 }
 
 RunningCli CliInstallation::start(const std::vector<std::string>& arguments,
-                                  const CliSurroundings& surroundings) const
+                                  const CliEnvironment& environment) const
 {
-    return RunningCli(m_tree / "bin/stackreel-cli", arguments, folder(), surroundings);
+    return RunningCli(m_tree / "bin/stackreel-cli", arguments, folder(), environment);
 }
 
-pid_t CliInstallation::waitForStandingTool() const
+pid_t CliInstallation::waitForPausedTool() const
 {
-    const auto file = m_tree / "lib/stackreel/standing";
+    const auto file = m_tree / "lib/stackreel/paused";
     if (!eventually([&] { return std::filesystem::exists(file); }))
-        throw std::logic_error("the tool has not come that far in time");
+        throw std::logic_error("the tool has not paused in time");
     const pid_t pid = std::stoi(contentOf(file));
     std::filesystem::remove(file);
     return pid;

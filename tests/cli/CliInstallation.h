@@ -13,46 +13,46 @@
 namespace stackreel
 {
 
-/// How a run of the command line ended, and what it printed.
+/// The exit status of a run of the command line, and what it printed.
 struct CliResult {
-    int status = -1; ///< exit status; 1000 and the signal's number for one that a signal ended
+    int status = -1; ///< exit status; 1000 plus the signal's number after a signal
     std::string output;
     std::string error;
 };
 
-/// What is special about a run.
-struct CliSurroundings {
-    std::string output = "";       ///< what standard output is instead of a file: a path, or "closed"
-    bool onTerminal = false;       ///< standard error, and the terminal the run is in control of
-    std::vector<int> ignored = {}; ///< signals that the run is to ignore from its start
+/// The conditions that a run starts in.
+struct CliEnvironment {
+    std::string output = "";       ///< a path for standard output, or "closed"; a captured file if empty
+    bool onTerminal = false;       ///< standard error is a terminal, which also controls the run
+    std::vector<int> ignored = {}; ///< signals that the run ignores from its start
 };
 
-/// A run of the command line that can be watched and signalled. Killed with the object.
+/// A running command line, which can be observed and signalled. The destructor kills it.
 class RunningCli
 {
 public:
     RunningCli(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-               const std::filesystem::path& directory, const CliSurroundings& surroundings);
+               const std::filesystem::path& directory, const CliEnvironment& environment);
     ~RunningCli();
     RunningCli(const RunningCli&) = delete;
     RunningCli& operator=(const RunningCli&) = delete;
 
     void signal(int number) const;
-    /// Types on the terminal.
+    /// Writes keys to the terminal.
     void type(std::string_view keys) const;
-    /// What the terminal has been sent so far.
+    /// The text that the terminal has received so far.
     const std::string& screen();
-    /// What was printed to standard error so far, where that is no terminal.
+    /// The standard error so far, without a terminal.
     std::string errorSoFar() const { return contentOf(m_captured / "stderr"); }
     bool hasEnded();
-    /// Waits for the end, with a ceiling.
+    /// Waits for the end. Throws when it takes too long.
     CliResult result();
 
 private:
-    [[noreturn]] void becomeProgram(const std::filesystem::path& program,
-                                    const std::vector<std::string>& arguments,
-                                    const std::filesystem::path& directory,
-                                    const CliSurroundings& surroundings) const;
+    [[noreturn]] void executeProgram(const std::filesystem::path& program,
+                                     const std::vector<std::string>& arguments,
+                                     const std::filesystem::path& directory,
+                                     const CliEnvironment& environment) const;
 
     TemporaryDirectory m_captured;
     pid_t m_pid = -1;
@@ -61,9 +61,8 @@ private:
     std::optional<int> m_status;
 };
 
-/// A copy of the command line with media tools of the test's own, and an empty folder to work in. The tools
-/// at first are fakes that take `clip.mov` for a landscape clip of ten seconds, and render to the
-/// satisfaction of the probe.
+/// A copy of the command line with fake media tools, and a folder to work in. At first ffprobe reports
+/// `clip.mov` as a landscape clip of ten seconds and any export as correct, and ffmpeg writes a short text.
 class CliInstallation
 {
 public:
@@ -71,7 +70,7 @@ public:
 
     /// The folder the command line runs in, which holds `clip.mov`.
     const std::filesystem::path& folder() const { return m_folder.path(); }
-    /// What lies in that folder.
+    /// The names of the files in that folder.
     std::vector<std::string> names() const { return m_folder.names(); }
     std::string content(const std::filesystem::path& name) const { return contentOf(m_folder / name); }
     void write(const std::filesystem::path& name, std::string_view content) const
@@ -79,24 +78,23 @@ public:
         m_folder.write(name, content);
     }
 
-    /// Replaces a tool by a shell script, which finds its last argument in $last and the folder of the tools
-    /// in $tools.
+    /// Replaces a tool by a shell script. $last is its last argument, $tools the folder of the tools, and
+    /// `pause` waits for `resumeTool`.
     void setTool(const std::string& name, const std::string& script) const;
     void removeTool(const std::string& name) const;
-    /// Replaces what ffprobe reports of the source and of the export.
+    /// Replaces the report of ffprobe on the source, or on the export.
     void setSourceReport(const std::string& json) const { m_tree.write("lib/stackreel/source.json", json); }
     void setExportReport(const std::string& json) const { m_tree.write("lib/stackreel/export.json", json); }
-    /// The arguments the last run of ffmpeg was given.
+    /// The arguments of the last run of ffmpeg.
     std::vector<std::string> encoderArguments() const;
 
-    CliResult run(const std::vector<std::string>& arguments, const CliSurroundings& surroundings = {}) const;
-    RunningCli start(const std::vector<std::string>& arguments,
-                     const CliSurroundings& surroundings = {}) const;
+    CliResult run(const std::vector<std::string>& arguments, const CliEnvironment& environment = {}) const;
+    RunningCli start(const std::vector<std::string>& arguments, const CliEnvironment& environment = {}) const;
 
-    /// Waits until a tool whose script calls `stand` does so; gives the process id it runs with.
-    pid_t waitForStandingTool() const;
-    /// Has such a tool go on.
-    void letGo() const { m_tree.write("lib/stackreel/go", ""); }
+    /// Waits until a tool's script calls `pause`, and returns its process id.
+    pid_t waitForPausedTool() const;
+    /// Ends the pause of a tool.
+    void resumeTool() const { m_tree.write("lib/stackreel/go", ""); }
 
 private:
     TemporaryDirectory m_tree;

@@ -20,7 +20,7 @@ ExportOptions exporting(const Arguments& arguments)
     return std::get<ExportOptions>(options);
 }
 
-TEST(CliOptions, ProbeTakesASourceAndPrintsTextUnlessToldOtherwise)
+TEST(CliOptions, ProbePrintsTextUnlessJsonIsGiven)
 {
     const auto plain = std::get<ProbeOptions>(parseOptions({"probe", "a.mov"}));
     EXPECT_EQ(plain.source, "a.mov");
@@ -29,7 +29,7 @@ TEST(CliOptions, ProbeTakesASourceAndPrintsTextUnlessToldOtherwise)
     EXPECT_TRUE(std::get<ProbeOptions>(parseOptions({"probe", "a.mov", "--json"})).json);
 }
 
-TEST(CliOptions, AnExportOfASourceAloneHasTheProductsDefaults)
+TEST(CliOptions, ExportHasTheDefaultsWithoutOptions)
 {
     const ExportOptions options = exporting({"export", "a.mov"});
     EXPECT_EQ(options.source, "a.mov");
@@ -42,7 +42,7 @@ TEST(CliOptions, AnExportOfASourceAloneHasTheProductsDefaults)
     EXPECT_FALSE(options.overwrite || options.dryRun || options.json || options.quiet);
 }
 
-TEST(CliOptions, EveryOptionOfAnExportIsTakenOver)
+TEST(CliOptions, ExportReadsEveryOption)
 {
     const ExportOptions options =
         exporting({"export", "--aspect", "Custom", "--size=721x1281", "--top", "0.1,0.2,0.3,0.4", "--bottom",
@@ -59,26 +59,26 @@ TEST(CliOptions, EveryOptionOfAnExportIsTakenOver)
     EXPECT_TRUE(options.overwrite && options.dryRun && options.json && options.quiet);
 }
 
-TEST(CliOptions, ASizeMakesTheOutputCustom)
+TEST(CliOptions, SizeImpliesACustomAspect)
 {
     EXPECT_EQ(exporting({"export", "--size", "640x640", "a"}).settings.aspect, OutputAspect::custom);
     EXPECT_EQ(exporting({"export", "--aspect", "Custom", "a"}).settings.size(),
               (PixelSize{.width = 1080, .height = 1920}));
 }
 
-TEST(CliOptions, EachAspectIsNamedByItsText)
+TEST(CliOptions, AspectAcceptsEachOfItsNames)
 {
     for (const OutputAspect aspect : allOutputAspects)
         EXPECT_EQ(exporting({"export", "a", "--aspect", std::string(rawValue(aspect))}).settings.aspect,
                   aspect);
 }
 
-TEST(CliOptions, OfARepeatedOptionTheLastOneCounts)
+TEST(CliOptions, TheLastOfARepeatedOptionCounts)
 {
     EXPECT_EQ(exporting({"export", "a", "--from", "1", "--from", "2"}).from, 2);
 }
 
-TEST(CliOptions, ARegionIsMovedIntoTheFrame)
+TEST(CliOptions, RegionIsClampedToTheFrame)
 {
     EXPECT_EQ(exporting({"export", "a", "--top", "-0.5,2,0.5,0.01"}).top,
               (CropRegion{.x = 0, .y = 0.94, .width = 0.5, .height = 0.06}));
@@ -107,7 +107,7 @@ TEST(CliOptions, HelpAndVersionAreInformation)
               std::string("stackreel-cli ") + buildVersion() + "\n");
 }
 
-TEST(CliOptions, TheHelpOnACommandNamesItsOptions)
+TEST(CliOptions, HelpOfACommandListsItsOptions)
 {
     const std::string help = std::get<Information>(parseOptions({"export", "--help"})).text;
     for (const char* option : {"--aspect", "--size", "--top", "--bottom", "--from", "--to", "--no-audio",
@@ -162,7 +162,7 @@ const std::vector<WrongUsage> wrongUsages = {
      "0.04,0.14,0.45,0.72."},
 };
 
-TEST(CliOptions, WrongUsageIsExplainedWithAHint)
+TEST(CliOptions, WrongUsageGivesAMessageAndAHint)
 {
     for (const WrongUsage& usage : wrongUsages) {
         const CliOptions options = parseOptions(usage.arguments);
@@ -173,7 +173,7 @@ TEST(CliOptions, WrongUsageIsExplainedWithAHint)
     }
 }
 
-TEST(CliOptions, AnArgumentOfAMegabyteIsNoTrouble)
+TEST(CliOptions, HandlesAnArgumentOfAMegabyte)
 {
     const std::string long_ = "--" + std::string(1024 * 1024, 'x');
     EXPECT_TRUE(std::holds_alternative<UsageError>(parseOptions({"export", long_})));

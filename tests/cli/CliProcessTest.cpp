@@ -24,7 +24,7 @@ const Names onlyTheClip = {"clip.mov"};
 class CliProcess : public testing::Test
 {
 protected:
-    /// Expects an export to fail with a message and to leave nothing behind.
+    /// Expects an export to fail with a message and to leave no file.
     void expectFailure(const std::string& message) const
     {
         const CliResult result = m_cli.run({"export", "clip.mov", "out.mp4"});
@@ -46,7 +46,7 @@ TEST_F(CliProcess, ProbePrintsTheFacts)
     EXPECT_EQ(result.error, "");
 }
 
-TEST_F(CliProcess, ProbePrintsThemAsJson)
+TEST_F(CliProcess, ProbePrintsTheFactsAsJson)
 {
     const CliResult result = m_cli.run({"probe", "--json", "clip.mov"});
     EXPECT_EQ(result.status, 0);
@@ -55,7 +55,7 @@ TEST_F(CliProcess, ProbePrintsThemAsJson)
         "videoCodec": "h264", "audioCodec": "aac", "displayAspect": 1.7777777777777777})"));
 }
 
-TEST_F(CliProcess, AnExportEndsWithTheFileInPlaceAndItsName)
+TEST_F(CliProcess, ExportWritesTheFileAndPrintsItsName)
 {
     const CliResult result = m_cli.run({"export", "clip.mov", "out.mp4"});
     EXPECT_EQ(result.status, 0);
@@ -65,7 +65,7 @@ TEST_F(CliProcess, AnExportEndsWithTheFileInPlaceAndItsName)
     EXPECT_EQ(m_cli.content("out.mp4"), "rendered");
 }
 
-TEST_F(CliProcess, WithoutADestinationItGoesBesideTheSource)
+TEST_F(CliProcess, ExportWritesBesideTheSourceWithoutADestination)
 {
     m_cli.write("folder/a b.final.MOV", "a clip");
     const CliResult result = m_cli.run({"export", "folder/a b.final.MOV"});
@@ -73,7 +73,7 @@ TEST_F(CliProcess, WithoutADestinationItGoesBesideTheSource)
     EXPECT_EQ(m_cli.content("folder/a b.final-vertical.mp4"), "rendered");
 }
 
-TEST_F(CliProcess, TheEncoderIsGivenTheSourceAndAHiddenFileBesideTheDestination)
+TEST_F(CliProcess, EncoderGetsTheSourceAndAHiddenFileBesideTheDestination)
 {
     m_cli.run({"export", "clip.mov", "out.mp4", "--from", "2.5", "--to", "12.25"});
     const Names arguments = m_cli.encoderArguments();
@@ -85,7 +85,7 @@ TEST_F(CliProcess, TheEncoderIsGivenTheSourceAndAHiddenFileBesideTheDestination)
     EXPECT_TRUE(arguments.back().ends_with(".mp4"));
 }
 
-TEST_F(CliProcess, ADryRunPrintsTheArgumentsWithTheDestinationAndRendersNothing)
+TEST_F(CliProcess, DryRunPrintsTheArgumentsAndRendersNothing)
 {
     const CliResult lines = m_cli.run({"export", "clip.mov", "--dry-run", "out.mp4", "--no-audio"});
     EXPECT_EQ(lines.status, 0);
@@ -103,7 +103,7 @@ TEST_F(CliProcess, ADryRunPrintsTheArgumentsWithTheDestinationAndRendersNothing)
     EXPECT_EQ(joined, lines.output);
 }
 
-TEST_F(CliProcess, ADryRunMindsNoExistingFileButTheSource)
+TEST_F(CliProcess, DryRunAcceptsAnExistingDestinationButNotTheSource)
 {
     m_cli.write("out.mp4", "old");
     EXPECT_EQ(m_cli.run({"export", "clip.mov", "out.mp4", "--dry-run"}).status, 0);
@@ -111,7 +111,7 @@ TEST_F(CliProcess, ADryRunMindsNoExistingFileButTheSource)
     EXPECT_EQ(m_cli.run({"export", "clip.mov", "hard.mp4", "--dry-run"}).status, 1);
 }
 
-TEST_F(CliProcess, NamesOfAllKindsReachTheToolsByteForByte)
+TEST_F(CliProcess, ToolsGetFileNamesByteForByte)
 {
     for (const std::string& name :
          {std::string("-y"), std::string("a b"), std::string("\"q'`$(x)\\"), std::string("100% %s %d"),
@@ -128,7 +128,7 @@ TEST_F(CliProcess, NamesOfAllKindsReachTheToolsByteForByte)
     }
 }
 
-TEST_F(CliProcess, JsonOfANameThatIsNotUtf8IsAnError)
+TEST_F(CliProcess, JsonFailsForANameThatIsNotUtf8)
 {
     const CliResult result = m_cli.run({"export", "\xff.mov", "--dry-run", "--json"});
     EXPECT_EQ(result.status, 1);
@@ -136,7 +136,7 @@ TEST_F(CliProcess, JsonOfANameThatIsNotUtf8IsAnError)
     EXPECT_EQ(result.output, "");
 }
 
-TEST_F(CliProcess, AnExistingFileIsReplacedOnlyWhenToldTo)
+TEST_F(CliProcess, ReplacesAnExistingFileOnlyWithOverwrite)
 {
     m_cli.write("out.mp4", "old");
     const CliResult refused = m_cli.run({"export", "clip.mov", "out.mp4"});
@@ -149,7 +149,7 @@ TEST_F(CliProcess, AnExistingFileIsReplacedOnlyWhenToldTo)
     EXPECT_EQ(m_cli.content("out.mp4"), "rendered");
 }
 
-TEST_F(CliProcess, AFileThatAppearsDuringTheExportIsNotLost)
+TEST_F(CliProcess, KeepsAFileThatAppearsDuringTheExport)
 {
     m_cli.setTool("ffmpeg", "printf rendered >\"$last\"; printf other >\"${last%/*}/out.mp4\"");
     const CliResult result = m_cli.run({"export", "clip.mov", "out.mp4"});
@@ -159,7 +159,7 @@ TEST_F(CliProcess, AFileThatAppearsDuringTheExportIsNotLost)
     EXPECT_EQ(m_cli.names(), (Names{"clip.mov", "out.mp4"}));
 }
 
-TEST_F(CliProcess, TheSourceIsNeverOverwritten)
+TEST_F(CliProcess, NeverOverwritesTheSource)
 {
     fs::create_hard_link(m_cli.folder() / "clip.mov", m_cli.folder() / "hard.mp4");
     const CliResult result = m_cli.run({"export", "clip.mov", "hard.mp4", "--overwrite"});
@@ -168,7 +168,7 @@ TEST_F(CliProcess, TheSourceIsNeverOverwritten)
     EXPECT_EQ(m_cli.content("clip.mov"), "a clip");
 }
 
-TEST_F(CliProcess, TheExportHasThePermissionsOfTheUsersOtherFiles)
+TEST_F(CliProcess, ExportHasTheUsersDefaultPermissions)
 {
     m_cli.write("other", "");
     m_cli.setTool("ffmpeg", "printf rendered >\"$last\"");
@@ -179,11 +179,11 @@ TEST_F(CliProcess, TheExportHasThePermissionsOfTheUsersOtherFiles)
     EXPECT_EQ(fs::status(m_cli.folder() / "out.mp4").permissions() & usual, usual);
 }
 
-TEST_F(CliProcess, AMissingToolIsNamed)
+TEST_F(CliProcess, NamesAMissingTool)
 {
     m_cli.removeTool("ffmpeg");
     if (fs::exists("/usr/local/bin/ffmpeg") || fs::exists("/opt/homebrew/bin/ffmpeg"))
-        GTEST_SKIP() << "this machine has an FFmpeg at one of the places that are looked at";
+        GTEST_SKIP() << "this machine has an FFmpeg in a folder that the search includes";
     expectFailure("ffmpeg is missing. Build the bundled media tools first.");
     m_cli.removeTool("ffprobe");
     expectFailure("ffprobe is missing. Build the bundled media tools first.");
@@ -191,7 +191,7 @@ TEST_F(CliProcess, AMissingToolIsNamed)
               "ffprobe is missing. Build the bundled media tools first.\n");
 }
 
-TEST_F(CliProcess, TheLastWordsOfAFailedToolAreTheMessage)
+TEST_F(CliProcess, ShowsTheLastLinesOfAFailedTool)
 {
     m_cli.setTool("ffmpeg", "printf half >\"$last\"; echo 'frame=1 time=00:00:01.00' >&2; echo >&2; "
                             "echo 'av_write_frame(): No space left on device' >&2; exit 1");
@@ -204,7 +204,7 @@ TEST_F(CliProcess, TheLastWordsOfAFailedToolAreTheMessage)
     expectFailure((m_cli.folder() / "clip.mov").string() + ": No such file or directory");
 }
 
-TEST_F(CliProcess, AnEncoderThatWritesNothingOrSomethingElseIsNoSuccess)
+TEST_F(CliProcess, FailsWhenTheEncoderWritesNoReadableFile)
 {
     m_cli.setTool("ffmpeg", "exit 0");
     expectFailure("FFmpeg ended without an error but wrote no file.");
@@ -217,7 +217,7 @@ TEST_F(CliProcess, AnEncoderThatWritesNothingOrSomethingElseIsNoSuccess)
     expectFailure("FFmpeg ended without an error but wrote a file that cannot be read.");
 }
 
-TEST_F(CliProcess, AnExportThatIsNotWhatWasAskedForIsNotSaved)
+TEST_F(CliProcess, DoesNotSaveAnExportThatFailsItsCheck)
 {
     m_cli.setExportReport(landscapeReport);
     expectFailure(
@@ -228,7 +228,7 @@ TEST_F(CliProcess, AnExportThatIsNotWhatWasAskedForIsNotSaved)
     EXPECT_EQ(m_cli.names(), (Names{"clip.mov", "out.mp4"}));
 }
 
-TEST_F(CliProcess, ASourceThatIsNoLandscapeVideoIsRefused)
+TEST_F(CliProcess, RefusesASourceThatIsNoLandscapeVideo)
 {
     m_cli.setSourceReport(verticalReport);
     expectFailure("Choose a horizontal video. Stackreel only stacks crops from horizontal sources.");
@@ -236,7 +236,7 @@ TEST_F(CliProcess, ASourceThatIsNoLandscapeVideoIsRefused)
     expectFailure("This file does not contain a video stream.");
 }
 
-TEST_F(CliProcess, ASourceOfUnknownLengthIsRefusedButForADryRun)
+TEST_F(CliProcess, RefusesASourceOfUnknownLengthExceptInADryRun)
 {
     m_cli.setSourceReport(
         R"({"streams": [{"codec_type": "video", "codec_name": "vp9", "width": 640, "height": 360}]})");
@@ -246,7 +246,7 @@ TEST_F(CliProcess, ASourceOfUnknownLengthIsRefusedButForADryRun)
     EXPECT_EQ(m_cli.run({"export", "clip.mov", "--dry-run"}).status, 0);
 }
 
-TEST_F(CliProcess, ASourceThatCanBeReadOnlyOnceIsRefusedBeforeAnyToolWaitsForIt)
+TEST_F(CliProcess, RefusesAPipeOrADeviceBeforeAnyToolReadsIt)
 {
     ASSERT_EQ(::mkfifo((m_cli.folder() / "pipe.mov").c_str(), 0600), 0);
     fs::create_symlink("/dev/zero", m_cli.folder() / "zero.mov");
@@ -259,7 +259,7 @@ TEST_F(CliProcess, ASourceThatCanBeReadOnlyOnceIsRefusedBeforeAnyToolWaitsForIt)
     EXPECT_EQ(m_cli.run({"probe", "pipe.mov"}).error, "ffprobe could not process this video.\n");
 }
 
-TEST_F(CliProcess, WrongUsageIsStatusTwoWithAHint)
+TEST_F(CliProcess, ExitsWithStatusTwoAndAHintOnWrongUsage)
 {
     const CliResult unknown = m_cli.run({"export", "clip.mov", "--overwite"});
     EXPECT_EQ(unknown.status, 2);
@@ -272,13 +272,13 @@ TEST_F(CliProcess, WrongUsageIsStatusTwoWithAHint)
     EXPECT_EQ(m_cli.names(), onlyTheClip);
 }
 
-TEST_F(CliProcess, OptionsThatTheFrameworkKnowsAreNotTakenFromTheUser)
+TEST_F(CliProcess, RefusesOptionsThatQtKnows)
 {
     EXPECT_EQ(m_cli.run({"export", "clip.mov", "-platform", "x"}).status, 2);
     EXPECT_EQ(m_cli.run({"export", "-qmljsdebugger=1", "clip.mov"}).status, 2);
 }
 
-TEST_F(CliProcess, OutputThatCannotBeWrittenIsNoSuccess)
+TEST_F(CliProcess, FailsWhenStandardOutputCannotBeWritten)
 {
     for (const char* output : {"/dev/full", "closed"}) {
         for (const Names& arguments :
@@ -297,11 +297,11 @@ TEST_F(CliProcess, OutputThatCannotBeWrittenIsNoSuccess)
 TEST_F(CliProcess, AToolNeverReadsTheInputOfTheCallingScript)
 {
     m_cli.setTool("ffmpeg", "cat >\"$tools/input\"; printf rendered >\"$last\"");
-    // Would wait for keys at a terminal.
+    // The tool would wait for keys if its standard input were the terminal.
     EXPECT_EQ(m_cli.run({"export", "clip.mov", "out.mp4"}, {.onTerminal = true}).status, 0);
 }
 
-TEST_F(CliProcess, ALocaleThatIsNotUtf8IsNothingToTalkAbout)
+TEST_F(CliProcess, PrintsNoWarningInALocaleThatIsNotUtf8)
 {
     const ScopedEnvironment all("LC_ALL", "C");
     const CliResult result = m_cli.run({"probe", "clip.mov"});

@@ -19,8 +19,7 @@ namespace
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-/// The command line as it was built, with the system's FFmpeg behind it, in a folder with clips of FFmpeg's
-/// own making.
+/// The built command line with the system's FFmpeg, in a folder with clips that FFmpeg generates.
 class CliRealTools : public testing::Test
 {
 protected:
@@ -29,7 +28,7 @@ protected:
     {
         return RunningCli(STACKREEL_CLI, arguments, m_folder.path(), {});
     }
-    /// Makes a landscape clip with sound; gives its name.
+    /// Makes a landscape clip with sound and returns its name.
     std::string makeClip(const std::string& name, const std::string& size, const std::string& seconds) const
     {
         const CliResult result = RunningCli("/usr/bin/env",
@@ -66,7 +65,7 @@ protected:
     TemporaryDirectory m_folder;
 };
 
-TEST_F(CliRealTools, AClipWithAnAwkwardNameBecomesAVerticalMp4)
+TEST_F(CliRealTools, ExportsAClipWithSpecialCharactersInItsName)
 {
     const std::string clip = makeClip("-ü 東京 100% 'a\" b.mov", "320x180", "2");
     const CliResult result = run({"export", "--size", "180x320", "--from", "0.5", "--to", "1.5", "--", clip});
@@ -83,14 +82,14 @@ TEST_F(CliRealTools, AClipWithAnAwkwardNameBecomesAVerticalMp4)
     EXPECT_EQ(exported.streams[1].codecName, "aac");
 }
 
-TEST_F(CliRealTools, WithoutSoundTheExportHasNone)
+TEST_F(CliRealTools, ExportHasNoSoundWithNoAudio)
 {
     const std::string clip = makeClip("clip.mov", "320x180", "1");
     ASSERT_EQ(run({"export", clip, "out.mp4", "--size", "180x320", "--no-audio"}).status, 0);
     EXPECT_EQ(report("out.mp4").streams.size(), 1U);
 }
 
-TEST_F(CliRealTools, ProbeTellsWhatAClipIs)
+TEST_F(CliRealTools, ProbeReportsTheFactsOfAClip)
 {
     const auto facts =
         nlohmann::json::parse(run({"probe", "--json", makeClip("clip.mov", "320x180", "1")}).output);
@@ -98,7 +97,7 @@ TEST_F(CliRealTools, ProbeTellsWhatAClipIs)
         "videoCodec": "h264", "audioCodec": "aac", "displayAspect": 1.7777777777777777})"));
 }
 
-TEST_F(CliRealTools, WhatIsNoVideoIsRefusedInTheToolsWords)
+TEST_F(CliRealTools, ShowsTheToolsMessageForAFileThatIsNoVideo)
 {
     m_folder.write("text.mov", "no video");
     fs::create_directory(m_folder / "folder.mov");
@@ -115,9 +114,9 @@ TEST_F(CliRealTools, WhatIsNoVideoIsRefusedInTheToolsWords)
     EXPECT_EQ(m_folder.names(), (Names{"folder.mov", "text.mov"}));
 }
 
-TEST_F(CliRealTools, AClipThatBreaksOffIsNotSavedAsIfItWereWhole)
+TEST_F(CliRealTools, FailsForATruncatedClip)
 {
-    // The encoder itself ends with success here.
+    // The encoder itself exits with status 0 here.
     const fs::path clip = m_folder / makeClip("clip.mp4", "320x180", "4");
     fs::resize_file(clip, fs::file_size(clip) / 2);
     const CliResult result = run({"export", "clip.mp4", "out.mp4", "--size", "180x320", "--quiet"});
@@ -127,7 +126,7 @@ TEST_F(CliRealTools, AClipThatBreaksOffIsNotSavedAsIfItWereWhole)
     EXPECT_EQ(m_folder.names(), Names{"clip.mp4"});
 }
 
-TEST_F(CliRealTools, ASignalDuringTheExportLeavesNothing)
+TEST_F(CliRealTools, LeavesNoFileAfterASignal)
 {
     makeClip("clip.mov", "640x360", "20");
     for (const int number : {SIGINT, SIGTERM}) {

@@ -17,7 +17,7 @@ namespace
 
 using Names = std::vector<std::string>;
 
-/// Fakes that come to a stand at one moment of an export.
+/// A fake tool that pauses at one moment of an export.
 struct Moment {
     const char* name;
     const char* tool;
@@ -26,11 +26,11 @@ struct Moment {
 
 const std::vector<Moment> moments = {
     {"while the source is probed", "ffprobe",
-     "case \"$last\" in */.stackreel-*) cat \"$tools/export.json\" ;; *) stand; cat \"$tools/source.json\" "
+     "case \"$last\" in */.stackreel-*) cat \"$tools/export.json\" ;; *) pause; cat \"$tools/source.json\" "
      ";; esac"},
-    {"while it renders", "ffmpeg", "printf half >\"$last\"; stand; printf whole >\"$last\""},
+    {"while it renders", "ffmpeg", "printf half >\"$last\"; pause; printf whole >\"$last\""},
     {"while the export is probed", "ffprobe",
-     "case \"$last\" in */.stackreel-*) stand; cat \"$tools/export.json\" ;; *) cat \"$tools/source.json\" "
+     "case \"$last\" in */.stackreel-*) pause; cat \"$tools/export.json\" ;; *) cat \"$tools/source.json\" "
      ";; esac"},
 };
 
@@ -47,7 +47,7 @@ TEST(CliSignal, EndsTheToolRemovesTheFileAndGivesTheShellsStatus)
             cli.setTool(moment.tool, moment.script);
             cli.write("out.mp4", "old");
             RunningCli running = cli.start({"export", "clip.mov", "out.mp4", "--overwrite"});
-            const pid_t tool = cli.waitForStandingTool();
+            const pid_t tool = cli.waitForPausedTool();
             running.signal(number);
             const CliResult result = running.result();
             EXPECT_EQ(result.status, 128 + number) << moment.name;
@@ -60,37 +60,37 @@ TEST(CliSignal, EndsTheToolRemovesTheFileAndGivesTheShellsStatus)
     }
 }
 
-TEST(CliSignal, EndsAProbeToo)
+TEST(CliSignal, EndsAProbe)
 {
     const CliInstallation cli;
-    cli.setTool("ffprobe", "stand; cat \"$tools/source.json\"");
+    cli.setTool("ffprobe", "pause; cat \"$tools/source.json\"");
     RunningCli running = cli.start({"probe", "clip.mov"});
-    const pid_t tool = cli.waitForStandingTool();
+    const pid_t tool = cli.waitForPausedTool();
     running.signal(SIGINT);
     EXPECT_EQ(running.result().status, 130);
     EXPECT_FALSE(isRunning(tool));
 }
 
-TEST(CliSignal, AToolThatTakesItsTimeToEndIsWaitedFor)
+TEST(CliSignal, WaitsForAToolThatEndsSlowly)
 {
     const CliInstallation cli;
     cli.setTool("ffmpeg",
-                "trap 'sleep 0.3; printf finished >\"$last\"; exit 0' TERM; printf half >\"$last\"; stand");
+                "trap 'sleep 0.3; printf finished >\"$last\"; exit 0' TERM; printf half >\"$last\"; pause");
     RunningCli running = cli.start({"export", "clip.mov", "out.mp4"});
-    const pid_t tool = cli.waitForStandingTool();
+    const pid_t tool = cli.waitForPausedTool();
     running.signal(SIGTERM);
     EXPECT_EQ(running.result().status, 143);
     EXPECT_FALSE(isRunning(tool));
     EXPECT_EQ(cli.names(), Names{"clip.mov"});
 }
 
-TEST(CliSignal, ControlCOnTheTerminalReachesTheToolFirstAndIsStillNoFailure)
+TEST(CliSignal, ReportsCancellationWhenControlCEndsTheToolFirst)
 {
     for (const Moment& moment : moments) {
         const CliInstallation cli;
         cli.setTool(moment.tool, moment.script);
         RunningCli running = cli.start({"export", "clip.mov", "out.mp4"}, {.onTerminal = true});
-        const pid_t tool = cli.waitForStandingTool();
+        const pid_t tool = cli.waitForPausedTool();
         running.type("\x03");
         const CliResult result = running.result();
         EXPECT_EQ(result.status, 130) << moment.name;
@@ -100,24 +100,24 @@ TEST(CliSignal, ControlCOnTheTerminalReachesTheToolFirstAndIsStillNoFailure)
     }
 }
 
-TEST(CliSignal, OneThatIsIgnoredFromTheStartStaysIgnored)
+TEST(CliSignal, StaysIgnoredWhenItWasIgnoredFromTheStart)
 {
     const CliInstallation cli;
     cli.setTool("ffmpeg", moments[1].script);
     RunningCli running = cli.start({"export", "clip.mov", "out.mp4"}, {.ignored = {SIGHUP}});
-    cli.waitForStandingTool();
+    cli.waitForPausedTool();
     running.signal(SIGHUP);
-    cli.letGo();
+    cli.resumeTool();
     EXPECT_EQ(running.result().status, 0);
     EXPECT_EQ(cli.content("out.mp4"), "whole");
 }
 
-TEST(CliSignal, ManyInARowAreAsGoodAsOne)
+TEST(CliSignal, EndsTheProgramOnceWhenSentManyTimes)
 {
     const CliInstallation cli;
     cli.setTool("ffmpeg", moments[1].script);
     RunningCli running = cli.start({"export", "clip.mov", "out.mp4"});
-    cli.waitForStandingTool();
+    cli.waitForPausedTool();
     running.signal(SIGTERM);
     for (int i = 0; i < 100 && !running.hasEnded(); ++i)
         running.signal(SIGINT);
@@ -126,31 +126,31 @@ TEST(CliSignal, ManyInARowAreAsGoodAsOne)
     EXPECT_EQ(cli.names(), Names{"clip.mov"});
 }
 
-TEST(CliProgress, IsABarOnATerminalThatIsGoneInTheEnd)
+TEST(CliProgress, IsABarOnATerminalAndIsClearedAtTheEnd)
 {
     const CliInstallation cli;
-    cli.setTool("ffmpeg", "printf 'frame=  1 time=00:00:04.20 bitrate=1 speed=2.1x    \\r' >&2; stand; "
+    cli.setTool("ffmpeg", "printf 'frame=  1 time=00:00:04.20 bitrate=1 speed=2.1x    \\r' >&2; pause; "
                           "printf rendered >\"$last\"");
     RunningCli running = cli.start({"export", "clip.mov", "out.mp4"}, {.onTerminal = true});
-    cli.waitForStandingTool();
+    cli.waitForPausedTool();
     const std::string bar = Progress{.percent = 42, .speed = 2.1, .secondsLeft = 2.8}.bar(57);
     EXPECT_TRUE(eventually([&] { return running.screen().ends_with("\r" + bar); })) << running.screen();
-    cli.letGo();
+    cli.resumeTool();
     const CliResult result = running.result();
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "Saved out.mp4\n");
     EXPECT_TRUE(result.error.ends_with("\r" + std::string(59, ' ') + "\r")) << result.error;
 }
 
-TEST(CliProgress, IsPlainLinesElsewhere)
+TEST(CliProgress, IsPlainLinesWithoutATerminal)
 {
     const CliInstallation cli;
-    cli.setTool("ffmpeg", "printf 'frame=  1 time=00:00:04.20 bitrate=1 speed=2.1x    \\r' >&2; stand; "
+    cli.setTool("ffmpeg", "printf 'frame=  1 time=00:00:04.20 bitrate=1 speed=2.1x    \\r' >&2; pause; "
                           "printf rendered >\"$last\"");
     RunningCli running = cli.start({"export", "clip.mov", "out.mp4"});
-    cli.waitForStandingTool();
+    cli.waitForPausedTool();
     EXPECT_TRUE(eventually([&] { return !running.errorSoFar().empty(); }));
-    cli.letGo();
+    cli.resumeTool();
     EXPECT_EQ(running.result().error, "42 %, 2.10x, 0:03 left\n");
 }
 

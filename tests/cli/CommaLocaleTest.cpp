@@ -16,8 +16,8 @@ namespace
 constexpr const char* status = "frame=  115 fps= 44 q=24.0 size=    2816kB time=00:00:01.92 "
                                "bitrate=12015.1kbits/s speed=0.735x";
 
-/// Everything of the command line that reads or writes numbers, as one text.
-std::string numbersInAndOut()
+/// The results of all functions of the command line that parse or print numbers, as one text.
+std::string parsedAndPrintedNumbers()
 {
     const MediaInfo media = {.width = 1920,
                              .height = 1080,
@@ -44,17 +44,17 @@ std::string printedBy(const CliInstallation& installation)
 TEST(CommaLocale, ChangesNoNumberThatIsReadOrWritten)
 {
     const CliInstallation installation;
-    const std::string before = numbersInAndOut();
+    const std::string before = parsedAndPrintedNumbers();
     const std::string printedBefore = printedBy(installation);
     EXPECT_NE(printedBefore.find("\n1.250\n"), std::string::npos) << printedBefore;
 
     const ScopedCommaLocale locale;
     const ScopedEnvironment all("LC_ALL", "de_DE.UTF-8");
-    EXPECT_EQ(numbersInAndOut(), before);
+    EXPECT_EQ(parsedAndPrintedNumbers(), before);
     EXPECT_EQ(printedBy(installation), printedBefore);
 }
 
-TEST(CommaLocale, NorDoesTheTimeZone)
+TEST(CommaLocale, TimeZoneChangesNoOutput)
 {
     const CliInstallation installation;
     const std::string before = printedBy(installation);

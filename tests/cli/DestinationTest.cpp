@@ -25,8 +25,8 @@ namespace fs = std::filesystem;
 class DestinationTest : public testing::Test
 {
 protected:
-    /// What is said against a destination in the folder; empty when nothing is.
-    std::string complaint(const fs::path& name, bool overwrite) const
+    /// The error of checking a destination in the folder; empty when it is accepted.
+    std::string errorFor(const fs::path& name, bool overwrite) const
     {
         try {
             Destination::check(m_source, m_directory / name, overwrite);
@@ -41,7 +41,7 @@ protected:
     fs::path m_source = m_directory.write("clip.mov", "source");
 };
 
-TEST_F(DestinationTest, ANewFileIsFine)
+TEST_F(DestinationTest, AcceptsANewFile)
 {
     const auto destination = Destination::check(m_source, m_directory / "new.mp4", false);
     EXPECT_EQ(destination.named, m_directory / "new.mp4");
@@ -49,15 +49,15 @@ TEST_F(DestinationTest, ANewFileIsFine)
     EXPECT_FALSE(destination.replace);
 }
 
-TEST_F(DestinationTest, AnExistingFileIsReplacedOnlyWhenToldTo)
+TEST_F(DestinationTest, AcceptsAnExistingFileOnlyWithOverwrite)
 {
     m_directory.write("old.mp4", "old");
-    EXPECT_EQ(complaint("old.mp4", false),
+    EXPECT_EQ(errorFor("old.mp4", false),
               quoted("old.mp4") + " already exists. Replace it with --overwrite.");
     EXPECT_TRUE(Destination::check(m_source, m_directory / "old.mp4", true).replace);
 }
 
-TEST_F(DestinationTest, TheSourceIsNeverReplacedUnderWhateverName)
+TEST_F(DestinationTest, RefusesTheSourceUnderAnyName)
 {
     fs::create_hard_link(m_source, m_directory / "hard.mp4");
     fs::create_symlink("clip.mov", m_directory / "soft.mp4");
@@ -66,42 +66,42 @@ TEST_F(DestinationTest, TheSourceIsNeverReplacedUnderWhateverName)
     for (const char* name :
          {"clip.mov", "hard.mp4", "soft.mp4", "softer.mp4", "folder/../clip.mov", "./clip.mov"})
         for (const bool overwrite : {false, true})
-            EXPECT_EQ(complaint(name, overwrite),
+            EXPECT_EQ(errorFor(name, overwrite),
                       quoted(name) + " is the source itself, which is never overwritten.");
 }
 
-TEST_F(DestinationTest, WhatIsNoFileIsRefused)
+TEST_F(DestinationTest, RefusesAFolderAndAPipe)
 {
     fs::create_directory(m_directory / "folder.mp4");
     fs::create_symlink("folder.mp4", m_directory / "link.mp4");
     ASSERT_EQ(::mkfifo((m_directory / "fifo.mp4").c_str(), 0600), 0);
     for (const bool overwrite : {false, true}) {
-        EXPECT_EQ(complaint("folder.mp4", overwrite),
+        EXPECT_EQ(errorFor("folder.mp4", overwrite),
                   quoted("folder.mp4") + " is a folder. Name the file to write.");
-        EXPECT_EQ(complaint("link.mp4", overwrite),
+        EXPECT_EQ(errorFor("link.mp4", overwrite),
                   quoted("link.mp4") + " is a folder. Name the file to write.");
-        EXPECT_EQ(complaint("fifo.mp4", overwrite), quoted("fifo.mp4") + " is not a regular file.");
+        EXPECT_EQ(errorFor("fifo.mp4", overwrite), quoted("fifo.mp4") + " is not a regular file.");
     }
 }
 
-TEST_F(DestinationTest, AMissingFolderIsNamed)
+TEST_F(DestinationTest, NamesAMissingFolder)
 {
-    EXPECT_EQ(complaint("none/out.mp4", false), "The folder " + quoted("none") + " does not exist.");
+    EXPECT_EQ(errorFor("none/out.mp4", false), "The folder " + quoted("none") + " does not exist.");
 }
 
-TEST_F(DestinationTest, AFileInPlaceOfTheFolderIsNamed)
+TEST_F(DestinationTest, NamesAParentThatIsNoFolder)
 {
-    EXPECT_EQ(complaint("clip.mov/out.mp4", false), quoted("clip.mov") + " is not a folder.");
+    EXPECT_EQ(errorFor("clip.mov/out.mp4", false), quoted("clip.mov") + " is not a folder.");
 }
 
-TEST_F(DestinationTest, ALinkIsFollowedToTheFileThatIsWritten)
+TEST_F(DestinationTest, FollowsALinkToTheFileToWrite)
 {
     m_directory.write("folder/old.mp4", "old");
     fs::create_symlink("folder/old.mp4", m_directory / "link.mp4");
     fs::create_symlink(m_directory / "folder/new.mp4", m_directory / "dangling.mp4");
-    EXPECT_EQ(complaint("link.mp4", false),
+    EXPECT_EQ(errorFor("link.mp4", false),
               quoted("link.mp4") + " already exists. Replace it with --overwrite.");
-    EXPECT_EQ(complaint("dangling.mp4", false),
+    EXPECT_EQ(errorFor("dangling.mp4", false),
               quoted("dangling.mp4") + " already exists. Replace it with --overwrite.");
     EXPECT_EQ(Destination::check(m_source, m_directory / "link.mp4", true).file,
               m_directory / "folder/old.mp4");
@@ -109,17 +109,17 @@ TEST_F(DestinationTest, ALinkIsFollowedToTheFileThatIsWritten)
               m_directory / "folder/new.mp4");
 }
 
-TEST_F(DestinationTest, LinksInACircleAreRefused)
+TEST_F(DestinationTest, RefusesACycleOfLinks)
 {
     fs::create_symlink("b.mp4", m_directory / "a.mp4");
     fs::create_symlink("a.mp4", m_directory / "b.mp4");
-    EXPECT_NE(complaint("a.mp4", true), "");
-    EXPECT_NE(complaint("a.mp4", false), "");
+    EXPECT_NE(errorFor("a.mp4", true), "");
+    EXPECT_NE(errorFor("a.mp4", false), "");
 }
 
-TEST_F(DestinationTest, ANameThatIsTooLongIsRefused)
+TEST_F(DestinationTest, RefusesANameThatIsTooLong)
 {
-    EXPECT_NE(complaint(std::string(300, 'x') + ".mp4", false), "");
+    EXPECT_NE(errorFor(std::string(300, 'x') + ".mp4", false), "");
 }
 
 class PartialFileTest : public DestinationTest
@@ -145,7 +145,7 @@ TEST_F(PartialFileTest, IsAHiddenNameBesideItsDestination)
     EXPECT_NE(PartialFile(destination(false)).path(), partial.path());
 }
 
-TEST_F(PartialFileTest, GoesWithTheObjectUnlessItWasMoved)
+TEST_F(PartialFileTest, IsRemovedWithTheObjectUnlessItWasMoved)
 {
     {
         const PartialFile partial(destination(false));
@@ -161,7 +161,7 @@ TEST_F(PartialFileTest, GoesWithTheObjectUnlessItWasMoved)
     EXPECT_EQ(contentOf(m_directory / "out.mp4"), "whole");
 }
 
-TEST_F(PartialFileTest, AFileThatAppearedMeanwhileIsNotLost)
+TEST_F(PartialFileTest, KeepsAFileThatAppearedAtTheDestination)
 {
     const PartialFile partial(destination(false));
     render(partial, "new");
@@ -170,7 +170,7 @@ TEST_F(PartialFileTest, AFileThatAppearedMeanwhileIsNotLost)
     EXPECT_EQ(contentOf(m_directory / "out.mp4"), "somebody's");
 }
 
-TEST_F(PartialFileTest, ReplacesWhenToldTo)
+TEST_F(PartialFileTest, ReplacesAnExistingFileWithOverwrite)
 {
     m_directory.write("out.mp4", "old");
     const PartialFile partial(destination(true));
@@ -179,7 +179,7 @@ TEST_F(PartialFileTest, ReplacesWhenToldTo)
     EXPECT_EQ(contentOf(m_directory / "out.mp4"), "new");
 }
 
-TEST_F(PartialFileTest, BehindALinkItsTargetIsReplacedAndTheLinkStays)
+TEST_F(PartialFileTest, ReplacesTheTargetOfALinkAndKeepsTheLink)
 {
     m_directory.write("folder/old.mp4", "old");
     fs::create_symlink("folder/old.mp4", m_directory / "out.mp4");
@@ -191,9 +191,9 @@ TEST_F(PartialFileTest, BehindALinkItsTargetIsReplacedAndTheLinkStays)
     EXPECT_EQ(contentOf(m_directory / "folder/old.mp4"), "new");
 }
 
-TEST_F(PartialFileTest, AFolderThatCannotBeWrittenIsToldBeforeAnythingIsRendered)
+TEST_F(PartialFileTest, ThrowsBeforeRenderingWhenTheFolderCannotBeWritten)
 {
-    // The kernel's own folders take no files, whoever the user is.
+    // No user can create a file in /proc.
     const fs::path nowhere = "/proc/self/out.mp4";
     try {
         const PartialFile partial(Destination::check(m_source, nowhere, false));
@@ -204,11 +204,11 @@ TEST_F(PartialFileTest, AFolderThatCannotBeWrittenIsToldBeforeAnythingIsRendered
     }
 }
 
-TEST_F(PartialFileTest, AFolderThatCannotBeWrittenIsToldWithTheSystemsReason)
+TEST_F(PartialFileTest, ThrowsTheSystemsErrorWhenTheFolderCannotBeWritten)
 {
     static int reason = 0;
     ScopedSystemCalls calls;
-    // What a file that was not made is opened with fails for another reason, which explains nothing.
+    // Opening the file without O_CREAT fails with ENOENT. The error shown must be that of the creation.
     calls->open = [](const char*, int flags, mode_t) {
         errno = (flags & O_CREAT) != 0 ? reason : ENOENT;
         return -1;

@@ -14,19 +14,19 @@ const std::string running = "frame=  115 fps= 44 q=24.0 size=    2816kB time=00:
                             "bitrate=12015.1kbits/s speed=0.735x    ";
 const EncoderStatus runningStatus = {.seconds = 1.92, .frames = 115, .speed = 0.735};
 
-TEST(EncoderStatus, AStatusLineTellsTimeFramesAndSpeed)
+TEST(EncoderStatus, ParsesTimeFramesAndSpeed)
 {
     EXPECT_EQ(EncoderStatus::parse(running), runningStatus);
 }
 
-TEST(EncoderStatus, TheLastLineOfARunIsAStatusToo)
+TEST(EncoderStatus, ParsesTheLastLineOfARun)
 {
     EXPECT_EQ(EncoderStatus::parse("frame=  120 fps= 44 q=-1.0 Lsize=    3203kB time=01:02:03.50 "
                                    "bitrate=13085.8kbits/s dup=148 drop=0 speed=1.2e+03x    "),
               (EncoderStatus{.seconds = 3723.5, .frames = 120, .speed = 1200}));
 }
 
-TEST(EncoderStatus, WhatIsNotKnownYetIsLeftOut)
+TEST(EncoderStatus, OmitsUnknownValues)
 {
     EXPECT_EQ(EncoderStatus::parse("frame=    0 fps=0.0 q=0.0 size=       0kB time=-00:00:00.02 bitrate=N/A "
                                    "speed=   0x    "),
@@ -37,7 +37,7 @@ TEST(EncoderStatus, WhatIsNotKnownYetIsLeftOut)
               (EncoderStatus{.seconds = 1, .frames = std::nullopt, .speed = std::nullopt}));
 }
 
-TEST(EncoderStatus, OtherLinesAreNone)
+TEST(EncoderStatus, RejectsOtherLines)
 {
     for (const char* line :
          {"", "frame=", "frame=1 time=", "frame=1 time=N/A speed=1x", "frame=1 time=1:2",
@@ -61,7 +61,7 @@ TEST(EncoderStatusReader, FindsTheLastCompleteStatusHoweverTheTextIsCut)
     }
 }
 
-TEST(EncoderStatusReader, ALineWithoutEndDoesNotFillTheMemoryNorHideWhatFollows)
+TEST(EncoderStatusReader, FindsAStatusAfterAVeryLongLine)
 {
     EncoderStatusReader reader;
     for (int i = 0; i < 1000; ++i)
@@ -71,7 +71,7 @@ TEST(EncoderStatusReader, ALineWithoutEndDoesNotFillTheMemoryNorHideWhatFollows)
     EXPECT_EQ(reader.latest(), runningStatus);
 }
 
-TEST(EncoderStatusReader, NothingFedIsNoStatus)
+TEST(EncoderStatusReader, HasNoStatusWithoutText)
 {
     EncoderStatusReader reader;
     reader.feed("");

@@ -43,9 +43,9 @@ ProbeDocument goodReport()
             .format = ProbeFormat{.duration = "10.020000"}};
 }
 
-/// What is said against a report; empty when nothing is.
-std::string complaint(const ProbeDocument& report, const ExportExpectation& expected,
-                      std::optional<std::int64_t> frames = 600)
+/// The error of checking a report; empty when it is accepted.
+std::string errorFor(const ProbeDocument& report, const ExportExpectation& expected,
+                     std::optional<std::int64_t> frames = 600)
 {
     try {
         checkExport(report, expected, frames);
@@ -55,18 +55,18 @@ std::string complaint(const ProbeDocument& report, const ExportExpectation& expe
     return "";
 }
 
-TEST(ExportCheck, AFileThatIsWhatWasAskedForPasses)
+TEST(ExportCheck, AcceptsAFileThatMeetsTheExpectation)
 {
-    EXPECT_EQ(complaint(goodReport(), tenSeconds), "");
+    EXPECT_EQ(errorFor(goodReport(), tenSeconds), "");
     ProbeDocument other = goodReport();
     std::swap(other.streams[0], other.streams[1]);
     other.streams[1].sideDataList = std::vector<ProbeSideData>{{.rotation = 0}, {.rotation = std::nullopt}};
-    EXPECT_EQ(complaint(other, tenSeconds, std::nullopt), "");
+    EXPECT_EQ(errorFor(other, tenSeconds, std::nullopt), "");
 }
 
 struct Flaw {
     std::function<void(ProbeDocument&)> make;
-    std::string complaint;
+    std::string error;
 };
 
 const std::vector<Flaw> flaws = {
@@ -106,21 +106,21 @@ const std::vector<Flaw> flaws = {
      "its length is unknown."},
 };
 
-TEST(ExportCheck, EachDifferenceIsTold)
+TEST(ExportCheck, ReportsEachDifference)
 {
     for (const Flaw& flaw : flaws) {
         ProbeDocument report = goodReport();
         flaw.make(report);
-        EXPECT_EQ(complaint(report, tenSeconds),
-                  "The export did not become what was asked for: " + flaw.complaint);
+        EXPECT_EQ(errorFor(report, tenSeconds),
+                  "The export did not become what was asked for: " + flaw.error);
     }
 }
 
-TEST(ExportCheck, SoundThatWasNotAskedForIsADifference)
+TEST(ExportCheck, ReportsUnwantedSound)
 {
     ExportExpectation silent = tenSeconds;
     silent.audio = false;
-    EXPECT_EQ(complaint(goodReport(), silent), "The export did not become what was asked for: it has sound.");
+    EXPECT_EQ(errorFor(goodReport(), silent), "The export did not become what was asked for: it has sound.");
 }
 
 bool passes(double length, double asked, std::optional<std::int64_t> frames)
@@ -129,41 +129,41 @@ bool passes(double length, double asked, std::optional<std::int64_t> frames)
     expected.lengthSeconds = asked;
     ProbeDocument report = goodReport();
     report.streams[0].duration = std::to_string(length);
-    return complaint(report, expected, frames).empty();
+    return errorFor(report, expected, frames).empty();
 }
 
-TEST(ExportCheck, LengthsMayDifferByHalfASecondOrTwoPictures)
+TEST(ExportCheck, AcceptsALengthWithinHalfASecondAndTwoFrames)
 {
     EXPECT_TRUE(passes(9.5, 10, std::nullopt));
     EXPECT_TRUE(passes(10.5, 10, std::nullopt));
     EXPECT_FALSE(passes(9.4, 10, std::nullopt));
     EXPECT_FALSE(passes(10.6, 10, std::nullopt));
-    // One picture per second and one per ten seconds.
+    // One frame per second, and one per ten seconds.
     EXPECT_TRUE(passes(8, 9.6, 8));
     EXPECT_TRUE(passes(20, 35, 2));
     EXPECT_FALSE(passes(20, 45, 2));
-    // A source that breaks off has few pictures, but not long ones.
+    // A truncated source has few frames, but they are not long.
     EXPECT_FALSE(passes(1.0 / 30, 10, 1));
     EXPECT_FALSE(passes(9.4, 10, 0));
 }
 
-TEST(ExportCheck, AnExportOfAMomentMayNotMissAllOfIt)
+TEST(ExportCheck, RejectsAShortExportThatIsNearlyEmpty)
 {
     EXPECT_TRUE(passes(0.25, 0.25, 15));
     EXPECT_TRUE(passes(0.2, 0.25, 6));
     EXPECT_FALSE(passes(0.05, 0.25, 3));
 }
 
-TEST(ExportCheck, WhereOnlyTheWholeLengthIsToldThePictureMayEndBeforeTheSound)
+TEST(ExportCheck, AcceptsShorterVideoWhenOnlyTheFileLengthIsKnown)
 {
     ProbeDocument report = goodReport();
     report.streams[0].duration = "7.000000";
     ExportExpectation expected = tenSeconds;
-    EXPECT_NE(complaint(report, expected), "");
-    expected.pictureLasts = false;
-    EXPECT_EQ(complaint(report, expected), "");
+    EXPECT_NE(errorFor(report, expected), "");
+    expected.checksVideoLength = false;
+    EXPECT_EQ(errorFor(report, expected), "");
     report.format->duration = "7.000000";
-    EXPECT_NE(complaint(report, expected), "");
+    EXPECT_NE(errorFor(report, expected), "");
 }
 
 ExportRequest requestFor(double duration, bool sound)
@@ -189,25 +189,25 @@ TEST(ExportExpectation, FollowsFromTheRequest)
     EXPECT_EQ(expected.size, (PixelSize{.width = 1080, .height = 1350}));
     EXPECT_TRUE(expected.audio);
     EXPECT_EQ(expected.lengthSeconds, 5.5);
-    EXPECT_TRUE(expected.pictureLasts);
+    EXPECT_TRUE(expected.checksVideoLength);
 
     request.settings.includeAudio = false;
     EXPECT_FALSE(ExportExpectation::of(request, goodReport()).audio);
     EXPECT_FALSE(ExportExpectation::of(requestFor(10, false), goodReport()).audio);
 }
 
-TEST(ExportExpectation, ASourceShorterThanTheShortestExportIsExpectedWhole)
+TEST(ExportExpectation, LengthIsThatOfASourceShorterThanTheShortestExport)
 {
     EXPECT_EQ(ExportExpectation::of(requestFor(0.04, false), goodReport()).lengthSeconds, 0.04);
 }
 
-TEST(ExportExpectation, ThePictureHasToLastUnlessOnlySoundMayMakeTheLength)
+TEST(ExportExpectation, ChecksTheVideoLengthUnlessOnlyTheFileLengthIsKnown)
 {
     ProbeDocument wholeOnly = goodReport();
     wholeOnly.streams[0].duration.reset();
-    EXPECT_FALSE(ExportExpectation::of(requestFor(10, true), wholeOnly).pictureLasts);
-    EXPECT_TRUE(ExportExpectation::of(requestFor(10, false), wholeOnly).pictureLasts);
-    EXPECT_TRUE(ExportExpectation::of(requestFor(10, true), goodReport()).pictureLasts);
+    EXPECT_FALSE(ExportExpectation::of(requestFor(10, true), wholeOnly).checksVideoLength);
+    EXPECT_TRUE(ExportExpectation::of(requestFor(10, false), wholeOnly).checksVideoLength);
+    EXPECT_TRUE(ExportExpectation::of(requestFor(10, true), goodReport()).checksVideoLength);
 }
 
 } // namespace

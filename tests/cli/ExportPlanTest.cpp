@@ -36,7 +36,7 @@ std::string failure(const ExportOptions& options, const MediaInfo& media)
     return "";
 }
 
-TEST(ExportPlan, WithoutOptionsTheWholeClipGoesBesideTheSourceInTheDefaultCrops)
+TEST(ExportPlan, UsesTheWholeClipAndTheDefaultCropsWithoutOptions)
 {
     const ExportRequest request = planExport(optionsFor("/clips/Beach day.final.MOV"), clip);
     EXPECT_EQ(request.input, "/clips/Beach day.final.MOV");
@@ -50,7 +50,7 @@ TEST(ExportPlan, WithoutOptionsTheWholeClipGoesBesideTheSourceInTheDefaultCrops)
     EXPECT_EQ(request.trimEnd, 10);
 }
 
-TEST(ExportPlan, ARegionThatIsGivenLeavesTheOtherOneTheDefault)
+TEST(ExportPlan, KeepsTheDefaultOfTheCropThatIsNotGiven)
 {
     ExportOptions options = optionsFor("/a.mov");
     options.settings.aspect = OutputAspect::square;
@@ -60,7 +60,7 @@ TEST(ExportPlan, ARegionThatIsGivenLeavesTheOtherOneTheDefault)
     EXPECT_EQ(request.bottom, *options.bottom);
 }
 
-TEST(ExportPlan, PathsBecomeAbsoluteSoThatNoToolTakesThemForOptions)
+TEST(ExportPlan, MakesPathsAbsolute)
 {
     const TemporaryDirectory directory;
     const ScopedWorkingDirectory working(directory.path());
@@ -71,7 +71,7 @@ TEST(ExportPlan, PathsBecomeAbsoluteSoThatNoToolTakesThemForOptions)
     EXPECT_EQ(planExport(options, clip).output, directory / "-o.mp4");
 }
 
-TEST(ExportPlan, TheDestinationHasToBeAnMp4File)
+TEST(ExportPlan, RefusesADestinationThatIsNotMp4)
 {
     const TemporaryDirectory directory;
     ExportOptions options = optionsFor("/a.mov");
@@ -87,7 +87,7 @@ TEST(ExportPlan, TheDestinationHasToBeAnMp4File)
     EXPECT_NO_THROW(planExport(options, clip));
 }
 
-TEST(ExportPlan, AStartBehindTheEndOfTheClipIsRefused)
+TEST(ExportPlan, RefusesAStartAfterTheEndOfTheClip)
 {
     ExportOptions options = optionsFor("/a.mov");
     options.from = 9.99;
@@ -98,7 +98,7 @@ TEST(ExportPlan, AStartBehindTheEndOfTheClipIsRefused)
               "The start at 10.00 s lies behind the end of the video, which lasts 10.00 s.");
 }
 
-TEST(ExportPlan, SidesThatNoPictureHasAreRefused)
+TEST(ExportPlan, RefusesImpossibleFrameSizes)
 {
     for (const std::int64_t side : {std::int64_t{0}, std::int64_t{-2},
                                     std::numeric_limits<std::int64_t>::max(), std::int64_t{1} << 31}) {
@@ -110,7 +110,7 @@ TEST(ExportPlan, SidesThatNoPictureHasAreRefused)
     }
 }
 
-TEST(ExportPlan, ExtremeSizesStillMakeACommand)
+TEST(ExportPlan, BuildsACommandForExtremeSizes)
 {
     MediaInfo media = clip;
     media.width = std::numeric_limits<std::int32_t>::max();
@@ -122,7 +122,7 @@ TEST(ExportPlan, ExtremeSizesStillMakeACommand)
     EXPECT_FALSE(ExportCommandBuilder::build(planExport(options, media)).arguments.empty());
 }
 
-TEST(ExportPlan, AnUnknownLengthIsRefusedWithARemedy)
+TEST(ExportPlan, RefusesAnUnknownLengthWithARemedy)
 {
     MediaInfo media = clip;
     EXPECT_NO_THROW(requireKnownLength(media, "/a.mov"));

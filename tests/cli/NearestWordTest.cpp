@@ -12,7 +12,7 @@ namespace
 
 const std::array<std::string, 4> words = {"--overwrite", "--to", "--top", "--json"};
 
-TEST(NearestWord, FewWrongLettersAreForgiven)
+TEST(NearestWord, FindsAWordWithFewWrongLetters)
 {
     EXPECT_EQ(nearestWord("--overwrite", words), "--overwrite");
     EXPECT_EQ(nearestWord("--ovrwrit", words), "--overwrite");
@@ -21,7 +21,7 @@ TEST(NearestWord, FewWrongLettersAreForgiven)
     EXPECT_EQ(nearestWord("--jsno", words), "--json");
 }
 
-TEST(NearestWord, AWordLikeNoneHasNoNearest)
+TEST(NearestWord, FindsNoneForADifferentWord)
 {
     EXPECT_FALSE(nearestWord("", words));
     EXPECT_FALSE(nearestWord("-x", words));

@@ -46,7 +46,7 @@ TEST(OptionText, SecondsAreFiniteDecimalsNotBelowZero)
     EXPECT_FALSE(std::signbit(OptionText::seconds("-0").value()));
 }
 
-TEST(OptionText, ASizeIsTwoSidesThatAnEncoderCanTake)
+TEST(OptionText, SizeIsTwoSidesFrom2To16384)
 {
     EXPECT_EQ(OptionText::size("1080x1920"), (PixelSize{.width = 1080, .height = 1920}));
     EXPECT_EQ(OptionText::size("2x16384"), (PixelSize{.width = 2, .height = 16384}));
@@ -59,7 +59,7 @@ TEST(OptionText, ASizeIsTwoSidesThatAnEncoderCanTake)
         EXPECT_FALSE(OptionText::size(text)) << text;
 }
 
-TEST(OptionText, ARegionIsFourFiniteNumbersMovedIntoTheFrame)
+TEST(OptionText, RegionIsFourFiniteNumbersClampedToTheFrame)
 {
     EXPECT_EQ(OptionText::region("0.04,0.14,0.44,0.72"),
               (CropRegion{.x = 0.04, .y = 0.14, .width = 0.44, .height = 0.72}));

@@ -11,19 +11,19 @@ namespace stackreel
 namespace
 {
 
-const MediaInfo turned = {.width = 1080,
-                          .height = 1920,
-                          .rotation = -90,
-                          .duration = 3724.6,
-                          .videoCodec = "hevc",
-                          .audioCodec = "aac"};
+const MediaInfo rotated = {.width = 1080,
+                           .height = 1920,
+                           .rotation = -90,
+                           .duration = 3724.6,
+                           .videoCodec = "hevc",
+                           .audioCodec = "aac"};
 
-TEST(FactsText, LinesGiveTheFactsInTheWordsOfTheWindow)
+TEST(FactsText, LinesUseTheLabelsOfTheWindow)
 {
-    EXPECT_EQ(FactsText::lines(turned), "Frame   1920 × 1080\n"
-                                        "Video   HEVC\n"
-                                        "Length  62:05\n"
-                                        "Audio   AAC\n");
+    EXPECT_EQ(FactsText::lines(rotated), "Frame   1920 × 1080\n"
+                                         "Video   HEVC\n"
+                                         "Length  62:05\n"
+                                         "Audio   AAC\n");
     EXPECT_EQ(FactsText::lines({.width = 2,
                                 .height = 1,
                                 .rotation = 0,
@@ -35,9 +35,9 @@ TEST(FactsText, LinesGiveTheFactsInTheWordsOfTheWindow)
               "Length  Unknown\n");
 }
 
-TEST(FactsText, JsonGivesTheFactsAsTheyWereProbed)
+TEST(FactsText, JsonHasTheProbedValues)
 {
-    EXPECT_EQ(FactsText::json(turned), R"({
+    EXPECT_EQ(FactsText::json(rotated), R"({
   "width": 1080,
   "height": 1920,
   "rotation": -90,
@@ -49,9 +49,9 @@ TEST(FactsText, JsonGivesTheFactsAsTheyWereProbed)
 )");
 }
 
-TEST(FactsText, JsonHasNullForWhatIsNotThere)
+TEST(FactsText, JsonHasNullForMissingValues)
 {
-    MediaInfo media = turned;
+    MediaInfo media = rotated;
     media.audioCodec.reset();
     media.width = 0;
     media.rotation = 90;
@@ -61,19 +61,19 @@ TEST(FactsText, JsonHasNullForWhatIsNotThere)
     EXPECT_TRUE(object.at("displayAspect").is_null());
 }
 
-TEST(ArgumentsText, LinesAreTheArgumentsAsTheyAre)
+TEST(ArgumentsText, LinesKeepEachArgumentUnchanged)
 {
     EXPECT_EQ(ArgumentsText::lines({"-i", "a \"b\" \\ \xff", ""}), "-i\na \"b\" \\ \xff\n\n");
     EXPECT_EQ(ArgumentsText::lines({}), "");
 }
 
-TEST(ArgumentsText, JsonSurvivesEveryNameInUtf8)
+TEST(ArgumentsText, JsonKeepsEveryNameInUtf8)
 {
     const std::vector<std::string> arguments = {"-i", "/a b/\"東京\"\n\t%\\é.mov", ""};
     EXPECT_EQ(nlohmann::json::parse(ArgumentsText::json(arguments)), nlohmann::json(arguments));
 }
 
-TEST(ArgumentsText, JsonOfANameThatIsNotUtf8IsRefused)
+TEST(ArgumentsText, JsonThrowsForANameThatIsNotUtf8)
 {
     EXPECT_THROW(ArgumentsText::json({"\xff.mov"}), CliError);
 }

@@ -24,7 +24,7 @@ TEST(ProgressEstimate, DividesByTheLengthOfTheExport)
     EXPECT_EQ(estimate.update(at(2, 0.5)), (Progress{.percent = 25, .speed = 0.5, .secondsLeft = 12}));
 }
 
-TEST(ProgressEstimate, NeverGoesBackNorBeyondTheEnd)
+TEST(ProgressEstimate, NeverDecreasesNorExceedsOneHundredPercent)
 {
     ProgressEstimate estimate(10);
     EXPECT_EQ(estimate.update(at(5)).percent, 50);
@@ -36,13 +36,13 @@ TEST(ProgressEstimate, NeverGoesBackNorBeyondTheEnd)
     EXPECT_EQ(estimate.update(at(0)).percent, 100);
 }
 
-TEST(ProgressEstimate, ALengthOfNothingIsNoDivisionByIt)
+TEST(ProgressEstimate, StaysAtZeroForALengthOfZero)
 {
     ProgressEstimate estimate(0);
     EXPECT_EQ(estimate.update(at(1, 1)).percent, 0);
 }
 
-TEST(Progress, ALineTellsWhatIsKnown)
+TEST(Progress, LineShowsTheKnownValues)
 {
     EXPECT_EQ(Progress().line(), "0 %");
     EXPECT_EQ((Progress{.percent = 42, .speed = 1.306, .secondsLeft = 11.2}.line()),
@@ -52,7 +52,7 @@ TEST(Progress, ALineTellsWhatIsKnown)
     EXPECT_EQ((Progress{.percent = 1, .speed = 1e300, .secondsLeft = 1e300}.line()), "1 %");
 }
 
-TEST(Progress, TheBarFillsTheColumnsItIsGiven)
+TEST(Progress, BarFillsTheGivenColumns)
 {
     const Progress half = {.percent = 50, .speed = 1.5, .secondsLeft = 62};
     EXPECT_EQ(half.bar(50), " 50 % [##########----------]  1.50x  1:02 left    ");
@@ -63,7 +63,7 @@ TEST(Progress, TheBarFillsTheColumnsItIsGiven)
                 columns);
 }
 
-TEST(Progress, WithoutRoomForABarTheLineIsCut)
+TEST(Progress, CutsTheLineWithoutRoomForABar)
 {
     const Progress half = {.percent = 50, .speed = 1.5, .secondsLeft = 62};
     EXPECT_EQ(half.bar(30), "50 %, 1.50x, 1:02 left");
@@ -71,17 +71,17 @@ TEST(Progress, WithoutRoomForABarTheLineIsCut)
     EXPECT_EQ(half.bar(0), "");
 }
 
-TEST(PlainLinePace, ALineComesWithTenPercentOrAfterFiveSeconds)
+TEST(PlainLineSchedule, IsDueAfterTenPercentOrFiveSeconds)
 {
-    const PlainLinePace::Time start{};
-    PlainLinePace pace(start);
-    EXPECT_FALSE(pace.isDue(0, start + 1h));
-    EXPECT_FALSE(pace.isDue(9, start + 1s));
-    EXPECT_TRUE(pace.isDue(10, start + 2s));
-    EXPECT_FALSE(pace.isDue(10, start + 1h));
-    EXPECT_FALSE(pace.isDue(11, start + 6s));
-    EXPECT_TRUE(pace.isDue(11, start + 7s));
-    EXPECT_TRUE(pace.isDue(100, start + 7s));
+    const PlainLineSchedule::Time start{};
+    PlainLineSchedule schedule(start);
+    EXPECT_FALSE(schedule.isDue(0, start + 1h));
+    EXPECT_FALSE(schedule.isDue(9, start + 1s));
+    EXPECT_TRUE(schedule.isDue(10, start + 2s));
+    EXPECT_FALSE(schedule.isDue(10, start + 1h));
+    EXPECT_FALSE(schedule.isDue(11, start + 6s));
+    EXPECT_TRUE(schedule.isDue(11, start + 7s));
+    EXPECT_TRUE(schedule.isDue(100, start + 7s));
 }
 
 } // namespace

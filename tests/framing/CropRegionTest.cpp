@@ -15,7 +15,7 @@ constexpr double wide = 16.0 / 9.0;
 
 } // namespace
 
-TEST(TheDefaultPair, IsPlacedByTheRule)
+TEST(InitialPair, MatchesATableOfExactValues)
 {
     struct Row {
         const char* name;
@@ -61,7 +61,7 @@ TEST(TheDefaultPair, IsPlacedByTheRule)
          {0.04, 0x1.1eb851eb851ecp-3, 0x1.9eb851eb851ebp-4, 0.72},
          0x1.b7ae147ae147bp-1},
         {"100:1, clamped width", 100.0, 1.125, {0.04, 0x1.1eb851eb851ecp-3, 0.06, 0.72}, 0.94},
-        {"a very wide panel, clamped height",
+        {"a very wide half, clamped height",
          wide,
          1000.0,
          {0.04, 0x1.ff6ade834f043p-2, 0.64, 0.06},
@@ -76,7 +76,7 @@ TEST(TheDefaultPair, IsPlacedByTheRule)
     }
 }
 
-TEST(TheDefaultPair, ReadsAsTheExamplesSay)
+TEST(InitialPair, MatchesTheRoundedExamples)
 {
     const auto [portraitTop, portraitBottom] = CropRegion::initialPair(wide, panelAspect({1080, 1920}));
     EXPECT_NEAR(portraitTop.width, 0.4556, 5e-5);
@@ -88,7 +88,7 @@ TEST(TheDefaultPair, ReadsAsTheExamplesSay)
     EXPECT_NEAR(CropRegion::initialPair(wide, panelAspect({1080, 1080})).first.height, 0.5689, 5e-5);
 }
 
-TEST(Refitting, KeepsTheCentreAndTheWidthWhereTheyFit)
+TEST(AdaptingAspect, KeepsTheCentreAndTheWidthWhenTheyFit)
 {
     struct Row {
         const char* name;
@@ -150,7 +150,7 @@ TEST(Refitting, KeepsTheCentreAndTheWidthWhereTheyFit)
         EXPECT_EQ(row.region.adaptingAspect(row.sourceAspect, row.panelAspect), row.expected) << row.name;
 }
 
-TEST(TheFrameClamp, FitsTheSidesFirstThenThePosition)
+TEST(ClampingToTheFrame, ClampsTheSidesFirstThenThePosition)
 {
     struct Row {
         CropRegion region;

@@ -22,7 +22,7 @@ using Arguments = std::vector<std::string>;
 
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 
-/// A 16:9 clip of ten seconds with sound, its default pair of regions and all of its length.
+/// An export of a whole 16:9 clip of ten seconds with sound, with the default regions.
 ExportRequest request()
 {
     ExportRequest request;
@@ -45,7 +45,7 @@ Arguments argumentsOf(const ExportRequest& request)
     return ExportCommandBuilder::build(request).arguments;
 }
 
-/// The argument behind the first one of this name.
+/// The argument after the first one of this name.
 std::string valueOf(const ExportRequest& request, const std::string& name)
 {
     const Arguments arguments = argumentsOf(request);
@@ -68,7 +68,7 @@ const char* const portraitGraph =
 
 } // namespace
 
-TEST(TheExportCommand, IsExactlyThisWithSound)
+TEST(ExportCommandBuilder, HasExactlyTheseArgumentsWithSound)
 {
     EXPECT_EQ(argumentsOf(request()), (Arguments{"-hide_banner",
                                                  "-y",
@@ -103,7 +103,7 @@ TEST(TheExportCommand, IsExactlyThisWithSound)
                                                  "/clips/Beach day-vertical.mp4"}));
 }
 
-TEST(TheExportCommand, IsExactlyThisWithoutSound)
+TEST(ExportCommandBuilder, HasExactlyTheseArgumentsWithoutSound)
 {
     ExportRequest silent = request();
     silent.settings.includeAudio = false;
@@ -137,26 +137,27 @@ TEST(TheExportCommand, IsExactlyThisWithoutSound)
     EXPECT_EQ(argumentsOf(soundless), expected) << "a source without sound";
 }
 
-TEST(TheExportCommand, CarriesSoundWhenItIsWantedAndThere)
+TEST(ExportCommandBuilder, HasSoundWhenItIsIncludedAndTheSourceHasIt)
 {
     for (const bool wanted : {false, true})
         for (const bool there : {false, true}) {
-            ExportRequest asked = request();
-            asked.settings.includeAudio = wanted;
+            ExportRequest modified = request();
+            modified.settings.includeAudio = wanted;
             if (!there)
-                asked.media.audioCodec = std::nullopt;
+                modified.media.audioCodec = std::nullopt;
             const bool carried = wanted && there;
-            EXPECT_EQ(ExportCommandBuilder::carriesAudio(asked), carried);
-            EXPECT_EQ(mentions(asked, "0:a:0"), carried);
-            EXPECT_EQ(mentions(asked, "-af"), carried);
-            EXPECT_EQ(mentions(asked, "-an"), !carried);
+            EXPECT_EQ(ExportCommandBuilder::carriesAudio(modified), carried);
+            EXPECT_EQ(mentions(modified, "0:a:0"), carried);
+            EXPECT_EQ(mentions(modified, "-af"), carried);
+            EXPECT_EQ(mentions(modified, "-an"), !carried);
         }
     ExportRequest nameless = request();
     nameless.media.audioCodec = "";
-    EXPECT_TRUE(ExportCommandBuilder::carriesAudio(nameless)) << "a codec of an empty name is still there";
+    EXPECT_TRUE(ExportCommandBuilder::carriesAudio(nameless))
+        << "a codec with an empty name is still a codec";
 }
 
-TEST(TheExportCommand, TrimsToTheRange)
+TEST(ExportCommandBuilder, TrimsToTheRange)
 {
     struct Row {
         double duration;
@@ -173,28 +174,28 @@ TEST(TheExportCommand, TrimsToTheRange)
         {0, 0, 0, "0.000", "0.250"},
     };
     for (const Row& row : rows) {
-        ExportRequest asked = request();
-        asked.media.duration = row.duration;
-        asked.trimStart = row.trimStart;
-        asked.trimEnd = row.trimEnd;
-        EXPECT_EQ(valueOf(asked, "-ss"), row.start) << row.trimStart;
-        EXPECT_EQ(valueOf(asked, "-t"), row.length) << row.trimStart;
+        ExportRequest modified = request();
+        modified.media.duration = row.duration;
+        modified.trimStart = row.trimStart;
+        modified.trimEnd = row.trimEnd;
+        EXPECT_EQ(valueOf(modified, "-ss"), row.start) << row.trimStart;
+        EXPECT_EQ(valueOf(modified, "-t"), row.length) << row.trimStart;
     }
 }
 
-RC_GTEST_PROP(TheExportCommand, WritesTimesLikePrintfForAnyFiniteTime, ())
+RC_GTEST_PROP(ExportCommandBuilder, WritesTimesLikePrintfForAnyFiniteTime, ())
 {
-    ExportRequest asked = request();
-    asked.media.duration = *rc::gen::oneOf(ratioBetween(0.25, 1e7), ratioBetween(1e10, 1.7e308));
-    asked.trimStart = *fraction() * asked.media.duration;
-    asked.trimEnd = asked.media.duration;
-    const double start = std::min(asked.trimStart, asked.media.duration - 0.25);
+    ExportRequest modified = request();
+    modified.media.duration = *rc::gen::oneOf(ratioBetween(0.25, 1e7), ratioBetween(1e10, 1.7e308));
+    modified.trimStart = *fraction() * modified.media.duration;
+    modified.trimEnd = modified.media.duration;
+    const double start = std::min(modified.trimStart, modified.media.duration - 0.25);
     std::array<char, 400> expected{};
     std::snprintf(expected.data(), expected.size(), "%.3f", start);
-    RC_ASSERT(valueOf(asked, "-ss") == std::string(expected.data()));
+    RC_ASSERT(valueOf(modified, "-ss") == std::string(expected.data()));
 }
 
-TEST(TheExportCommand, ScalesEachHalfToItsPanel)
+TEST(ExportCommandBuilder, ScalesEachCropToItsHalf)
 {
     struct Row {
         OutputAspect aspect;
@@ -213,52 +214,52 @@ TEST(TheExportCommand, ScalesEachHalfToItsPanel)
         {OutputAspect::custom, largest, largest, ",scale=9223372036854775806:4611686018427387903:"},
     };
     for (const Row& row : rows) {
-        ExportRequest asked = request();
-        asked.settings.aspect = row.aspect;
-        asked.settings.customWidth = row.customWidth;
-        asked.settings.customHeight = row.customHeight;
-        const std::string graph = valueOf(asked, "-filter_complex");
+        ExportRequest modified = request();
+        modified.settings.aspect = row.aspect;
+        modified.settings.customWidth = row.customWidth;
+        modified.settings.customHeight = row.customHeight;
+        const std::string graph = valueOf(modified, "-filter_complex");
         const std::size_t first = graph.find(row.scale);
         ASSERT_NE(first, std::string::npos) << graph;
         EXPECT_NE(graph.find(row.scale, first + 1), std::string::npos) << graph;
     }
 }
 
-TEST(TheExportCommand, CropsInTheDisplayedOrientation)
+TEST(ExportCommandBuilder, CropsInTheDisplayedOrientation)
 {
-    ExportRequest turned = request();
-    turned.media.width = 1080;
-    turned.media.height = 1920;
-    turned.media.rotation = -90;
-    EXPECT_EQ(argumentsOf(turned), argumentsOf(request()));
+    ExportRequest rotated = request();
+    rotated.media.width = 1080;
+    rotated.media.height = 1920;
+    rotated.media.rotation = -90;
+    EXPECT_EQ(argumentsOf(rotated), argumentsOf(request()));
 }
 
-TEST(TheExportCommand, PassesPathsByteForByte)
+TEST(ExportCommandBuilder, PassesPathsByteForByte)
 {
     for (const char* name : {"/a b/ü 東京.mov", "/-dash.mov", "/it's \"quoted\" 100%.mov", "/new\nline.mov",
                              "/back\\slash:colon;[0:v].mov", "/\xFF\xFE invalid.mov", "/"}) {
-        ExportRequest asked = request();
-        asked.input = name;
-        asked.output = std::string(name) + "-vertical.mp4";
-        const Arguments arguments = argumentsOf(asked);
-        EXPECT_EQ(valueOf(asked, "-i"), name);
+        ExportRequest modified = request();
+        modified.input = name;
+        modified.output = std::string(name) + "-vertical.mp4";
+        const Arguments arguments = argumentsOf(modified);
+        EXPECT_EQ(valueOf(modified, "-i"), name);
         EXPECT_EQ(arguments.back(), std::string(name) + "-vertical.mp4");
         EXPECT_EQ(arguments.size(), argumentsOf(request()).size());
     }
 }
 
-TEST(TheExportCommand, IsTheSameWhereTheDecimalPointIsAComma)
+TEST(ExportCommandBuilder, IsTheSameInALocaleWithADecimalComma)
 {
-    ExportRequest asked = request();
-    asked.media.width = 1234567;
-    asked.media.height = 1080;
-    asked.media.duration = 12345.678;
-    asked.trimStart = 1234.56789;
-    asked.trimEnd = 9999;
-    const Arguments expected = argumentsOf(asked);
+    ExportRequest modified = request();
+    modified.media.width = 1234567;
+    modified.media.height = 1080;
+    modified.media.duration = 12345.678;
+    modified.trimStart = 1234.56789;
+    modified.trimEnd = 9999;
+    const Arguments expected = argumentsOf(modified);
     const ScopedCommaLocale locale;
-    EXPECT_EQ(argumentsOf(asked), expected);
-    EXPECT_EQ(valueOf(asked, "-ss"), "1234.568");
+    EXPECT_EQ(argumentsOf(modified), expected);
+    EXPECT_EQ(valueOf(modified, "-ss"), "1234.568");
 }
 
 } // namespace stackreel

@@ -10,7 +10,7 @@
 namespace stackreel
 {
 
-TEST(TheExportedRange, IsMovedIntoTheSource)
+TEST(ExportRange, IsClampedToTheSource)
 {
     struct Row {
         double duration;
@@ -33,7 +33,7 @@ TEST(TheExportedRange, IsMovedIntoTheSource)
             << row.duration << ": " << row.trimStart << " to " << row.trimEnd;
 }
 
-RC_GTEST_PROP(TheExportedRange, StartsInTheSourceAndIsNeverTooShort, ())
+RC_GTEST_PROP(ExportRange, StartsInTheSourceAndIsNeverTooShort, ())
 {
     const double duration =
         *rc::gen::suchThat(anyDouble(), [](double value) { return std::isfinite(value); });
@@ -44,7 +44,7 @@ RC_GTEST_PROP(TheExportedRange, StartsInTheSourceAndIsNeverTooShort, ())
     RC_ASSERT(range.length <= std::max(duration, 0.25));
 }
 
-RC_GTEST_PROP(TheExportedRange, EndsInASourceThatIsLongEnough, ())
+RC_GTEST_PROP(ExportRange, EndsInASourceThatIsLongEnough, ())
 {
     const double duration = *ratioBetween(0.25, 1e6);
     const double trimStart = (*fraction() * 3 - 1) * duration;
@@ -53,7 +53,7 @@ RC_GTEST_PROP(TheExportedRange, EndsInASourceThatIsLongEnough, ())
     RC_ASSERT(range.start + range.length <= duration * (1 + 1e-15));
 }
 
-RC_GTEST_PROP(TheExportedRange, IsTheRequestedOneWhereThatFits, ())
+RC_GTEST_PROP(ExportRange, IsTheRequestedOneWhenThatFits, ())
 {
     const double duration = *ratioBetween(1, 1e6);
     const double trimStart = *fraction() * (duration - 0.5);

@@ -23,7 +23,7 @@ ExportSettings custom(std::int64_t width, std::int64_t height)
 
 } // namespace
 
-TEST(AnOutputAspect, IsKnownByExactlyItsText)
+TEST(OutputAspect, IsParsedFromExactlyItsText)
 {
     using Texts = std::vector<std::string_view>;
     Texts texts;
@@ -38,7 +38,7 @@ TEST(AnOutputAspect, IsKnownByExactlyItsText)
     EXPECT_EQ(outputAspect(std::string_view("1:1\0", 4)), std::nullopt);
 }
 
-TEST(TheOutputSize, FollowsTheAspect)
+TEST(OutputSize, FollowsTheAspect)
 {
     const auto sizeOf = [](OutputAspect aspect) {
         ExportSettings settings = custom(10, 20);
@@ -51,11 +51,11 @@ TEST(TheOutputSize, FollowsTheAspect)
     EXPECT_EQ(sizeOf(OutputAspect::custom), (PixelSize{10, 20}));
 }
 
-TEST(ACustomSize, IsEvenAndAtLeastTwo)
+TEST(CustomSize, IsEvenAndAtLeastTwo)
 {
     struct Row {
-        std::int64_t asked;
-        std::int64_t given;
+        std::int64_t requested;
+        std::int64_t size;
     };
     const Row rows[] = {
         {std::numeric_limits<std::int64_t>::min(), 2},
@@ -71,31 +71,31 @@ TEST(ACustomSize, IsEvenAndAtLeastTwo)
         {std::numeric_limits<std::int64_t>::max(), 9223372036854775806},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(custom(row.asked, 1920).size(), (PixelSize{row.given, 1920})) << row.asked;
-        EXPECT_EQ(custom(1080, row.asked).size(), (PixelSize{1080, row.given})) << row.asked;
+        EXPECT_EQ(custom(row.requested, 1920).size(), (PixelSize{row.size, 1920})) << row.requested;
+        EXPECT_EQ(custom(1080, row.requested).size(), (PixelSize{1080, row.size})) << row.requested;
     }
 }
 
-RC_GTEST_PROP(ACustomSize, IsTheLargestEvenOneNotAboveTheRequest, (std::int64_t width, std::int64_t height))
+RC_GTEST_PROP(CustomSize, IsTheLargestEvenOneNotAboveTheRequest, (std::int64_t width, std::int64_t height))
 {
     const PixelSize size = custom(width, height).size();
-    for (const auto& [asked, given] : {std::pair(width, size.width), std::pair(height, size.height)}) {
+    for (const auto& [requested, given] : {std::pair(width, size.width), std::pair(height, size.height)}) {
         RC_ASSERT(given >= 2 && given % 2 == 0);
-        if (asked >= 2)
-            RC_ASSERT(given == asked || given + 1 == asked);
+        if (requested >= 2)
+            RC_ASSERT(given == requested || given + 1 == requested);
     }
 }
 
-TEST(ThePanelAspect, IsWidthToHalfTheHeight)
+TEST(PanelAspect, IsWidthToHalfTheHeight)
 {
     EXPECT_EQ(panelAspect({1080, 1920}), 1.125);
     EXPECT_EQ(panelAspect({1080, 1350}), 1.6);
     EXPECT_EQ(panelAspect({1080, 1080}), 2.0);
     EXPECT_EQ(panelAspect({2, 2}), 2.0);
-    EXPECT_EQ(panelAspect({3, 3}), 2.0) << "no half is rounded";
+    EXPECT_EQ(panelAspect({3, 3}), 2.0) << "half of an odd height is not rounded";
 }
 
-TEST(TheSettings, BeginAsPortraitWithSound)
+TEST(ExportSettings, DefaultToPortraitWithSound)
 {
     const ExportSettings settings;
     EXPECT_EQ(settings.aspect, OutputAspect::portrait);

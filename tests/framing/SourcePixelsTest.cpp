@@ -15,7 +15,7 @@ namespace
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
 
-std::int64_t evenedFloor(double fraction, std::int64_t length)
+std::int64_t floorToEven(double fraction, std::int64_t length)
 {
     return static_cast<std::int64_t>(std::floor(fraction * static_cast<double>(length))) / 2 * 2;
 }
@@ -53,11 +53,11 @@ TEST(SourcePixels, AreEvenPixelsOfTheDisplayedFrame)
     };
     for (const Row& row : rows)
         EXPECT_EQ(row.region.sourcePixels(row.media), row.expected)
-            << row.region << " of " << row.media.width << "x" << row.media.height << " turned "
+            << row.region << " of " << row.media.width << "x" << row.media.height << " rotated "
             << row.media.rotation;
 }
 
-TEST(SourcePixels, StayTotalForSizesThatNoPictureHas)
+TEST(SourcePixels, AreDefinedForImpossibleFrameSizes)
 {
     const CropRegion half = {0.25, 0.25, 0.5, 0.5};
     EXPECT_EQ(half.sourcePixels(mediaOf(0, 0)), (PixelCrop{0, 0, 0, 0}));
@@ -68,18 +68,19 @@ TEST(SourcePixels, StayTotalForSizesThatNoPictureHas)
     EXPECT_EQ(crop.width, std::int64_t{1} << 62);
 }
 
-TEST(SourcePixelsDeathTest, EndTheProgramWhereNoRegionOfTheFrameLeads)
+TEST(SourcePixelsDeathTest, AbortForCoordinatesThatDoNotFit64Bits)
 {
     const double infinity = std::numeric_limits<double>::infinity();
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const auto media = mediaOf(1920, 1080);
-    const char* const complaint = "crop region: a coordinate does not fit 64 bits";
-    EXPECT_DEATH((CropRegion{nan, 0, 0.5, 0.5}.sourcePixels(media)), complaint);
-    EXPECT_DEATH((CropRegion{0, infinity, 0.5, 0.5}.sourcePixels(media)), complaint);
-    EXPECT_DEATH((CropRegion{0, 0, -infinity, 0.5}.sourcePixels(media)), complaint);
-    EXPECT_DEATH((CropRegion{0, 0, 0.5, 1e300}.sourcePixels(media)), complaint);
-    EXPECT_DEATH((CropRegion{0, 0, 1, 1}.sourcePixels(mediaOf(largest, 1))), complaint) << "2 to the 63rd";
-    EXPECT_DEATH((CropRegion{-1, 0, 1, 1}.sourcePixels(mediaOf(smallest, 1))), complaint);
+    const char* const message = "crop region: a coordinate does not fit 64 bits";
+    EXPECT_DEATH((CropRegion{nan, 0, 0.5, 0.5}.sourcePixels(media)), message);
+    EXPECT_DEATH((CropRegion{0, infinity, 0.5, 0.5}.sourcePixels(media)), message);
+    EXPECT_DEATH((CropRegion{0, 0, -infinity, 0.5}.sourcePixels(media)), message);
+    EXPECT_DEATH((CropRegion{0, 0, 0.5, 1e300}.sourcePixels(media)), message);
+    EXPECT_DEATH((CropRegion{0, 0, 1, 1}.sourcePixels(mediaOf(largest, 1))), message)
+        << "2 to the power of 63";
+    EXPECT_DEATH((CropRegion{-1, 0, 1, 1}.sourcePixels(mediaOf(smallest, 1))), message);
     EXPECT_DEATH((CropRegion{-0.5, 0, 1, 1}.sourcePixels(mediaOf(smallest, 1))),
                  "crop region: a span does not fit 64 bits");
 }
@@ -94,14 +95,14 @@ RC_GTEST_PROP(SourcePixels, AreEvenAndInsideAnyFrameOf34PixelsOrMore, ())
     RC_ASSERT(crop.x >= 0 && crop.y >= 0 && crop.width >= 2 && crop.height >= 2);
     RC_ASSERT(crop.x + crop.width <= media.displayedWidth());
     RC_ASSERT(crop.y + crop.height <= media.displayedHeight());
-    // Nothing was cut off at the frame's edge.
-    RC_ASSERT(crop.x == evenedFloor(region.x, media.displayedWidth()));
-    RC_ASSERT(crop.width == evenedFloor(region.width, media.displayedWidth()));
-    RC_ASSERT(crop.y == evenedFloor(region.y, media.displayedHeight()));
-    RC_ASSERT(crop.height == evenedFloor(region.height, media.displayedHeight()));
+    // The frame's edge cut off no pixel.
+    RC_ASSERT(crop.x == floorToEven(region.x, media.displayedWidth()));
+    RC_ASSERT(crop.width == floorToEven(region.width, media.displayedWidth()));
+    RC_ASSERT(crop.y == floorToEven(region.y, media.displayedHeight()));
+    RC_ASSERT(crop.height == floorToEven(region.height, media.displayedHeight()));
 }
 
-RC_GTEST_PROP(SourcePixels, StayInsideSmallFramesToo, ())
+RC_GTEST_PROP(SourcePixels, StayInsideSmallFrames, ())
 {
     const CropRegion region = *regionInFrame();
     const auto side = atFullSize(rc::gen::inRange<std::int64_t>(1, 34));

@@ -13,7 +13,7 @@ namespace stackreel
 namespace
 {
 
-// The ones below would hide it.
+// The overloads below would hide this one.
 using stackreel::described;
 
 std::string described(bool value)
@@ -59,7 +59,7 @@ AnnouncementRecorder::AnnouncementRecorder(const AppModel& model, std::shared_pt
 
 AnnouncementRecorder::~AnnouncementRecorder()
 {
-    EXPECT_EQ(m_announced, 0) << "a change was announced that did not come";
+    EXPECT_EQ(m_announced, 0) << "a change was announced but did not happen";
 }
 
 void AnnouncementRecorder::record(void (AppModel::*changed)(), const std::string& property,

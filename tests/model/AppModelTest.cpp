@@ -11,7 +11,7 @@ namespace
 using AFreshModel = ModelTest;
 using PreviewMuted = ModelTest;
 
-/// One published property: how it is read, as one value among several, and set to one.
+/// One published property, a way to assign a value to it, and a way to see whether it has that value.
 struct Property {
     const char* name;
     void (AppModel::*changed)();
@@ -84,18 +84,18 @@ TEST_F(AFreshModel, HasTheInitialValues)
     EXPECT_EQ(model().phaseMessage(), "Choose a horizontal video to begin.");
 }
 
-TEST_F(AFreshModel, AsksNothingOfTheWorld)
+TEST_F(AFreshModel, CallsNoService)
 {
     runQueuedTasks();
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
 }
 
 TEST(PublishedProperties, AreAnnouncedBeforeEveryAssignmentAndNotifiedAfterIt)
 {
     for (const Property& property : publishedProperties()) {
         SCOPED_TRACE(property.name);
-        FakeServices world;
-        AppModel model(world.services());
+        FakeServices services;
+        AppModel model(services.services());
         std::vector<std::string> order;
         QObject::connect(&model, &AppModel::objectWillChange, &model, [&] {
             order.push_back(property.isAssigned(model) ? "will change, assigned" : "will change, not yet");
@@ -119,8 +119,8 @@ TEST(PublishedProperties, NotifyOnlyTheirOwnObservers)
 {
     const auto properties = publishedProperties();
     for (const Property& assigned : properties) {
-        FakeServices world;
-        AppModel model(world.services());
+        FakeServices services;
+        AppModel model(services.services());
         std::vector<std::string> notified;
         for (const Property& property : properties)
             QObject::connect(&model, property.changed, &model, [&] { notified.push_back(property.name); });
@@ -138,7 +138,7 @@ TEST_F(PreviewMuted, ChangesOnlyTheFlagWithoutAPlayer)
 {
     model().setPreviewMuted(false);
     EXPECT_FALSE(model().previewMuted());
-    EXPECT_EQ(happened(), Lines{"previewMuted false"});
+    EXPECT_EQ(takeJournal(), Lines{"previewMuted false"});
 }
 
 TEST_F(PreviewMuted, ReachesThePlayerOnEveryAssignment)
@@ -147,11 +147,11 @@ TEST_F(PreviewMuted, ReachesThePlayerOnEveryAssignment)
     model().setPreviewMuted(false);
     model().setPreviewMuted(false);
     model().setPreviewMuted(true);
-    EXPECT_EQ(happened(), (Lines{"previewMuted false", "player 1: unmute", "previewMuted false",
-                                 "player 1: unmute", "previewMuted true", "player 1: mute"}));
+    EXPECT_EQ(takeJournal(), (Lines{"previewMuted false", "player 1: unmute", "previewMuted false",
+                                    "player 1: unmute", "previewMuted true", "player 1: mute"}));
 }
 
-TEST_F(PreviewMuted, IsTakenOverByAPlayerMadeLater)
+TEST_F(PreviewMuted, AppliesToAPlayerCreatedLater)
 {
     model().setPreviewMuted(false);
     load(20);
@@ -169,14 +169,14 @@ TEST_F(ModelTest, ShowsTheFileNameOfALoadedSource)
     EXPECT_EQ(model().phaseMessage(), "Ready");
 }
 
-TEST_F(ModelTest, LeavesThePlayerAloneWhenItGoes)
+TEST_F(ModelTest, DoesNotTouchThePlayerWhenDestroyed)
 {
     load(20);
-    m_world.thumbnails.back().task().complete({});
+    m_services.thumbnails.back().task().complete({});
     runQueuedTasks();
-    happened();
+    takeJournal();
     destroyModel();
-    EXPECT_EQ(happened(), Lines()) << "no observer removed, nothing paused, no looper disabled";
+    EXPECT_EQ(takeJournal(), Lines()) << "no observer removed, nothing paused, no looper disabled";
 }
 
 } // namespace stackreel

@@ -14,13 +14,13 @@ protected:
         load(20);
         model().setTopRegion(top);
         model().setBottomRegion(bottom);
-        happened();
+        takeJournal();
     }
-    /// What the properties of the two regions are announced with, and nothing else.
+    /// The names of the properties that changed since the last call.
     Lines announcedProperties()
     {
         Lines names;
-        for (const std::string& line : happened())
+        for (const std::string& line : takeJournal())
             names.push_back(line.substr(0, line.find(' ')));
         return names;
     }
@@ -48,13 +48,13 @@ const Output outputs[] = {
 
 } // namespace
 
-TEST_F(AdaptingRegions, RefitsBothToTheOutputsPanels)
+TEST_F(AdaptingRegions, FitsBothToTheHalvesOfTheOutput)
 {
     for (const Output& output : outputs) {
         model().setTopRegion(top);
         model().setBottomRegion(bottom);
         model().setSettings(output.settings);
-        happened();
+        takeJournal();
         model().adaptRegionsToCurrentOutput();
         EXPECT_EQ(model().topRegion(), top.adaptingAspect(sourceAspect, output.panelAspect));
         EXPECT_EQ(model().bottomRegion(), bottom.adaptingAspect(sourceAspect, output.panelAspect));
@@ -62,14 +62,14 @@ TEST_F(AdaptingRegions, RefitsBothToTheOutputsPanels)
     }
 }
 
-TEST_F(AdaptingRegions, GoesByThePictureAsDisplayed)
+TEST_F(AdaptingRegions, UsesTheDisplayedSize)
 {
-    // A turned picture: coded upright, displayed 1920 wide.
-    MediaInfo turned = clip(20);
-    turned.width = 1080;
-    turned.height = 1920;
-    turned.rotation = -90;
-    model().setMediaInfo(turned);
+    // Coded as 1080 × 1920, displayed as 1920 × 1080.
+    MediaInfo rotated = clip(20);
+    rotated.width = 1080;
+    rotated.height = 1920;
+    rotated.rotation = -90;
+    model().setMediaInfo(rotated);
     model().adaptRegionsToCurrentOutput();
     EXPECT_EQ(model().topRegion(), top.adaptingAspect(sourceAspect, 1.125));
 }
@@ -88,7 +88,7 @@ TEST_F(AdaptingRegions, ReadsTheSettingsAgainForTheBottom)
 TEST_F(AdaptingRegions, DoesNothingWithoutASource)
 {
     model().setMediaInfo(std::nullopt);
-    happened();
+    takeJournal();
     model().adaptRegionsToCurrentOutput();
     model().setSettings({.aspect = OutputAspect::custom});
     model().customDimensionsChanged();
@@ -102,7 +102,7 @@ TEST_F(AdaptingRegions, FollowsTheCustomFieldsOnlyForACustomOutput)
         model().setTopRegion(top);
         model().setBottomRegion(bottom);
         model().setSettings(output.settings);
-        happened();
+        takeJournal();
         model().customDimensionsChanged();
         const bool adapts = output.settings.aspect == OutputAspect::custom;
         EXPECT_EQ(announcedProperties(), adapts ? (Lines{"topRegion", "bottomRegion"}) : Lines());
@@ -110,7 +110,7 @@ TEST_F(AdaptingRegions, FollowsTheCustomFieldsOnlyForACustomOutput)
     }
 }
 
-TEST_F(SwappingCrops, ExchangesTheRegionsAndKeepsThePictureSelected)
+TEST_F(SwappingCrops, ExchangesTheRegionsAndKeepsTheSameOneSelected)
 {
     model().swapCrops();
     EXPECT_EQ(model().topRegion(), bottom);

@@ -20,23 +20,23 @@ using Tasks = std::vector<std::shared_ptr<TaskHandle>>;
 
 } // namespace
 
-TEST_F(CancellingAnExport, DeletesWhatWasWrittenAndReturnsToReady)
+TEST_F(CancellingAnExport, DeletesThePartialFileAndReturnsToReady)
 {
     m_directory.write(destination.filename(), "half");
     startExport();
     model().exportTask()->cancel();
-    EXPECT_EQ(happened(), Lines{"cancel export 1"});
-    EXPECT_EQ(model().phase(), Phase::exporting()) << "until the export has noticed";
+    EXPECT_EQ(takeJournal(), Lines{"cancel export 1"});
+    EXPECT_EQ(model().phase(), Phase::exporting()) << "until the export has ended";
     EXPECT_TRUE(std::filesystem::exists(destination));
 
     exporting().fail(CancellationError());
-    EXPECT_EQ(happened(), (Lines{"phase ready", "player 1: play", "previewPlaying true"}));
+    EXPECT_EQ(takeJournal(), (Lines{"phase ready", "player 1: play", "previewPlaying true"}));
     EXPECT_FALSE(std::filesystem::exists(destination));
     EXPECT_EQ(model().exportTask(), nullptr);
     EXPECT_EQ(model().phaseMessage(), "Beach day.MOV");
 }
 
-TEST_F(CancellingAnExport, IgnoresThatThereIsNothingToDelete)
+TEST_F(CancellingAnExport, IgnoresAMissingPartialFile)
 {
     startExport();
     model().exportTask()->cancel();
@@ -44,9 +44,9 @@ TEST_F(CancellingAnExport, IgnoresThatThereIsNothingToDelete)
     EXPECT_EQ(model().phase(), Phase::ready());
 }
 
-TEST_F(CancellingAnExport, IgnoresThatTheFileCannotBeDeleted)
+TEST_F(CancellingAnExport, IgnoresAFileThatCannotBeDeleted)
 {
-    // A folder that is not empty cannot.
+    // `remove` fails for a folder that is not empty.
     m_directory.write(destination.filename() / "inside", "");
     startExport();
     model().exportTask()->cancel();
@@ -55,24 +55,24 @@ TEST_F(CancellingAnExport, IgnoresThatTheFileCannotBeDeleted)
     EXPECT_TRUE(std::filesystem::exists(destination));
 }
 
-TEST_F(CancellingAnExport, BeforeItsTaskRunsStillGoesThroughAllSteps)
+TEST_F(CancellingAnExport, RunsAllStepsWhenCancelledBeforeItBegins)
 {
     model().chooseExportDestination();
-    m_world.savePanel->choose(destination);
-    happened();
-    // The first queued task only starts the export's own.
+    m_services.savePanel->choose(destination);
+    takeJournal();
+    // The first queued call only queues the export's own task.
     QObject context;
     QMetaObject::invokeMethod(
         &context, [this] { model().exportTask()->cancel(); }, Qt::QueuedConnection);
     runQueuedTasks();
-    EXPECT_EQ(happened(),
+    EXPECT_EQ(takeJournal(),
               (Lines{"phase exporting", "player 1: pause", "previewPlaying false",
                      "export 1: /clips/Beach day.MOV to " + destination.string(), "cancel export 1"}));
     exporting().fail(CancellationError());
     EXPECT_EQ(model().phase(), Phase::ready());
 }
 
-TEST_F(CancellingAnExport, ThatEndedWellBeforeItNoticedKeepsTheFile)
+TEST_F(CancellingAnExport, KeepsTheFileWhenTheExportSucceedsAnyway)
 {
     m_directory.write(destination.filename(), "whole");
     startExport();
@@ -82,7 +82,7 @@ TEST_F(CancellingAnExport, ThatEndedWellBeforeItNoticedKeepsTheFile)
     EXPECT_EQ(contentOf(destination), "whole");
 }
 
-TEST_F(CancellingAnExport, ThatFailedBeforeItNoticedShowsTheFailure)
+TEST_F(CancellingAnExport, ShowsTheErrorWhenTheExportFailsAnyway)
 {
     startExport();
     model().exportTask()->cancel();
@@ -90,58 +90,58 @@ TEST_F(CancellingAnExport, ThatFailedBeforeItNoticedShowsTheFailure)
     EXPECT_EQ(model().phase(), Phase::failed("ffmpeg is missing. Build the bundled media tools first."));
 }
 
-TEST_F(CancellingAnExport, AfterItEndedDoesNothing)
+TEST_F(CancellingAnExport, DoesNothingAfterItEnded)
 {
     startExport();
     const auto task = model().exportTask();
     exporting().complete(destination);
-    happened();
+    takeJournal();
     task->cancel();
-    EXPECT_EQ(happened(), Lines{"cancel export 1"}) << "nothing is announced or played";
+    EXPECT_EQ(takeJournal(), Lines{"cancel export 1"}) << "nothing is announced or played";
     EXPECT_EQ(model().phase(), Phase::complete(destination));
 }
 
-TEST_F(CancellingAnExport, HappensWhenAnotherIsStarted)
+TEST_F(CancellingAnExport, HappensWhenAnotherExportStarts)
 {
     // Two panels can be open at once.
     model().chooseExportDestination();
     model().chooseExportDestination();
-    m_world.savePanel->choose(destination);
+    m_services.savePanel->choose(destination);
     runQueuedTasks();
     const auto first = model().exportTask();
-    m_world.savePanel->choose(m_directory / "second.mp4");
+    m_services.savePanel->choose(m_directory / "second.mp4");
     runQueuedTasks();
     EXPECT_TRUE(first->isCancelled());
     EXPECT_NE(model().exportTask(), first);
     EXPECT_FALSE(model().exportTask()->isCancelled());
     EXPECT_EQ(model().unfinishedExports(), (Tasks{first, model().exportTask()}));
     const auto second = model().exportTask();
-    m_world.exports.at(0).task().fail(CancellationError());
+    m_services.exports.at(0).task().fail(CancellationError());
     EXPECT_EQ(model().exportTask(), nullptr);
     EXPECT_EQ(model().unfinishedExports(), Tasks{second});
-    m_world.exports.at(1).task().complete(m_directory / "second.mp4");
+    m_services.exports.at(1).task().complete(m_directory / "second.mp4");
     EXPECT_EQ(model().unfinishedExports(), Tasks());
     EXPECT_EQ(model().phase(), Phase::complete(m_directory / "second.mp4"));
 }
 
-TEST_F(AnExportWithoutItsModel, TouchesNothingWhenItEnds)
+TEST_F(AnExportWithoutItsModel, ChangesNothingWhenItEnds)
 {
     startExport();
     destroyModel();
-    EXPECT_EQ(happened(), Lines()) << "the export is not cancelled";
+    EXPECT_EQ(takeJournal(), Lines()) << "the export is not cancelled";
     exporting().complete(destination);
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
 }
 
-TEST_F(AnExportWithoutItsModel, TouchesNothingWhenItFails)
+TEST_F(AnExportWithoutItsModel, ChangesNothingWhenItFails)
 {
     startExport();
     destroyModel();
     exporting().fail(std::runtime_error("no"));
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
 }
 
-TEST_F(AnExportWithoutItsModel, StillLeavesNoPartialFileWhenCancelled)
+TEST_F(AnExportWithoutItsModel, RemovesThePartialFileWhenCancelled)
 {
     m_directory.write(destination.filename(), "half");
     startExport();
@@ -155,7 +155,7 @@ TEST_F(AnExportWithoutItsModel, StillLeavesNoPartialFileWhenCancelled)
 TEST_F(AnExportWithoutItsModel, DoesNotBegin)
 {
     model().chooseExportDestination();
-    m_world.savePanel->choose(destination);
+    m_services.savePanel->choose(destination);
     QObject context;
     std::shared_ptr<TaskHandle> task;
     QMetaObject::invokeMethod(
@@ -168,7 +168,7 @@ TEST_F(AnExportWithoutItsModel, DoesNotBegin)
     runQueuedTasks();
     ASSERT_NE(task, nullptr);
     EXPECT_TRUE(task->hasEnded());
-    EXPECT_EQ(m_world.exports.size(), 0U);
+    EXPECT_EQ(m_services.exports.size(), 0U);
 }
 
 } // namespace stackreel

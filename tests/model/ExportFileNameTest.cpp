@@ -5,7 +5,7 @@
 namespace stackreel
 {
 
-TEST(TheProposedName, IsTheSourcesWithoutItsLastExtension)
+TEST(ExportFileName, IsTheSourcesNameWithoutItsLastExtension)
 {
     struct Row {
         const char* source;

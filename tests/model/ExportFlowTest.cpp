@@ -19,11 +19,11 @@ using Exporting = ExportFlowTest;
 
 } // namespace
 
-TEST_F(ChoosingADestination, ShowsAPanelWithTheProposedName)
+TEST_F(ChoosingADestination, ShowsAPanelWithTheDefaultName)
 {
     model().chooseExportDestination();
-    EXPECT_EQ(happened(), Lines{"show save panel"});
-    const SavePanelRequest& request = m_world.savePanel->request();
+    EXPECT_EQ(takeJournal(), Lines{"show save panel"});
+    const SavePanelRequest& request = m_services.savePanel->request();
     EXPECT_EQ(request.title, "Export vertical video");
     EXPECT_EQ(request.prompt, "Export");
     EXPECT_EQ(request.defaultName, "Beach day-vertical.mp4");
@@ -31,14 +31,14 @@ TEST_F(ChoosingADestination, ShowsAPanelWithTheProposedName)
     EXPECT_EQ(request.allowedContentTypes, std::vector<ContentType>{ContentType::mp4});
 }
 
-TEST_F(ChoosingADestination, TakesOnlyTheLastExtensionOffTheName)
+TEST_F(ChoosingADestination, RemovesOnlyTheLastExtensionFromTheName)
 {
     model().setSourceURL("/clips/clip.final.mov");
     model().chooseExportDestination();
-    EXPECT_EQ(m_world.savePanel->request().defaultName, "clip.final-vertical.mp4");
+    EXPECT_EQ(m_services.savePanel->request().defaultName, "clip.final-vertical.mp4");
 }
 
-TEST_F(ChoosingADestination, NeedsALoadedSourceThatIsNotBusy)
+TEST_F(ChoosingADestination, ShowsAPanelOnlyForAnEditableSource)
 {
     struct Row {
         Phase phase;
@@ -49,22 +49,22 @@ TEST_F(ChoosingADestination, NeedsALoadedSourceThatIsNotBusy)
                         {Phase::complete("/out"), true}, {Phase::failed("x"), false}};
     for (const Row& row : rows) {
         model().setPhase(row.phase);
-        happened();
+        takeJournal();
         model().chooseExportDestination();
-        EXPECT_EQ(happened(), row.shows ? Lines{"show save panel"} : Lines());
+        EXPECT_EQ(takeJournal(), row.shows ? Lines{"show save panel"} : Lines());
     }
     model().setPhase(Phase::ready());
     model().setMediaInfo(std::nullopt);
-    happened();
+    takeJournal();
     model().chooseExportDestination();
     model().setMediaInfo(clip(20));
     model().setSourceURL(std::nullopt);
-    happened();
+    takeJournal();
     model().chooseExportDestination();
-    EXPECT_EQ(happened(), Lines()) << "facts without a file";
+    EXPECT_EQ(takeJournal(), Lines()) << "facts without a file";
     model().setSourceURL(std::filesystem::path());
     model().chooseExportDestination();
-    EXPECT_EQ(m_world.savePanel->timesShown(), 3U) << "an empty path is a path";
+    EXPECT_EQ(m_services.savePanel->timesShown(), 3U) << "an empty path is a path";
 }
 
 TEST_F(ChoosingADestination, ChangesNothingWithoutAChoice)
@@ -74,44 +74,44 @@ TEST_F(ChoosingADestination, ChangesNothingWithoutAChoice)
                                        {.accepted = true, .url = std::nullopt}};
     for (const PanelResponse& response : responses) {
         model().chooseExportDestination();
-        happened();
-        m_world.savePanel->answer(response);
+        takeJournal();
+        m_services.savePanel->answer(response);
         runQueuedTasks();
-        EXPECT_EQ(happened(), Lines());
+        EXPECT_EQ(takeJournal(), Lines());
         EXPECT_EQ(model().exportTask(), nullptr);
     }
 }
 
-TEST_F(ChoosingADestination, DoesNothingForAModelThatIsGone)
+TEST_F(ChoosingADestination, DoesNothingAfterTheModelIsDestroyed)
 {
     model().chooseExportDestination();
     model().chooseExportDestination();
-    m_world.savePanel->choose(destination);
+    m_services.savePanel->choose(destination);
     destroyModel();
-    m_world.savePanel->choose(destination);
+    m_services.savePanel->choose(destination);
     runQueuedTasks();
-    EXPECT_EQ(m_world.exports.size(), 0U);
+    EXPECT_EQ(m_services.exports.size(), 0U);
 }
 
-TEST_F(Exporting, GoesStepByStep)
+TEST_F(Exporting, SetsThePropertiesInOrder)
 {
     model().chooseExportDestination();
-    happened();
-    m_world.savePanel->choose(destination);
-    EXPECT_EQ(model().exportTask(), nullptr) << "it starts from a task of its own";
+    takeJournal();
+    m_services.savePanel->choose(destination);
+    EXPECT_EQ(model().exportTask(), nullptr) << "it starts from the event loop";
     runQueuedTasks();
     EXPECT_NE(model().exportTask(), nullptr);
-    EXPECT_EQ(happened(), (Lines{"phase exporting", "player 1: pause", "previewPlaying false",
-                                 "export 1: /clips/Beach day.MOV to " + destination.string()}));
+    EXPECT_EQ(takeJournal(), (Lines{"phase exporting", "player 1: pause", "previewPlaying false",
+                                    "export 1: /clips/Beach day.MOV to " + destination.string()}));
 
     exporting().complete(destination);
-    EXPECT_EQ(happened(), (Lines{"phase complete: Saved Beach day-vertical.mp4", "player 1: play",
-                                 "previewPlaying true"}));
+    EXPECT_EQ(takeJournal(), (Lines{"phase complete: Saved Beach day-vertical.mp4", "player 1: play",
+                                    "previewPlaying true"}));
     EXPECT_EQ(model().phase(), Phase::complete(destination));
     EXPECT_EQ(model().exportTask(), nullptr);
 }
 
-TEST_F(Exporting, KeepsItsTaskUntilEverythingElseIsDone)
+TEST_F(Exporting, KeepsItsTaskUntilPhaseAndPlaybackAreSet)
 {
     startExport();
     std::vector<bool> taskIsSet;
@@ -123,7 +123,7 @@ TEST_F(Exporting, KeepsItsTaskUntilEverythingElseIsDone)
     EXPECT_EQ(model().exportTask(), nullptr);
 }
 
-TEST_F(Exporting, AsksForTheStateItStartedIn)
+TEST_F(Exporting, UsesTheStateAtItsStart)
 {
     const CropRegion top = {.x = 0.1, .y = 0.2, .width = 0.3, .height = 0.4};
     const CropRegion bottom = {.x = 0.5, .y = 0.1, .width = 0.4, .height = 0.7};
@@ -139,8 +139,8 @@ TEST_F(Exporting, AsksForTheStateItStartedIn)
     model().setTrimStart(0);
     model().setTrimEnd(1);
 
-    ASSERT_EQ(m_world.exportRequests.size(), 1U);
-    const ExportRequest& request = m_world.exportRequests.back();
+    ASSERT_EQ(m_services.exportRequests.size(), 1U);
+    const ExportRequest& request = m_services.exportRequests.back();
     EXPECT_EQ(request.input, "/clips/Beach day.MOV");
     EXPECT_EQ(request.output, destination);
     EXPECT_EQ(request.media, clip(20));
@@ -151,34 +151,34 @@ TEST_F(Exporting, AsksForTheStateItStartedIn)
     EXPECT_EQ(request.trimEnd, 7);
 }
 
-TEST_F(Exporting, TakesSourceAndFactsFromWhenThePanelWasShown)
+TEST_F(Exporting, UsesSourceAndFactsFromWhenThePanelWasShown)
 {
     model().chooseExportDestination();
     model().setSourceURL("/clips/other.mov");
     model().setMediaInfo(clip(99));
     model().setTrimEnd(50);
-    m_world.savePanel->choose(destination);
+    m_services.savePanel->choose(destination);
     runQueuedTasks();
-    EXPECT_EQ(m_world.exportRequests.back().input, "/clips/Beach day.MOV");
-    EXPECT_EQ(m_world.exportRequests.back().media.duration, 20);
-    EXPECT_EQ(m_world.exportRequests.back().trimEnd, 50);
+    EXPECT_EQ(m_services.exportRequests.back().input, "/clips/Beach day.MOV");
+    EXPECT_EQ(m_services.exportRequests.back().media.duration, 20);
+    EXPECT_EQ(m_services.exportRequests.back().trimEnd, 50);
 }
 
 TEST_F(Exporting, ReadsTheSourceAndNotThePreview)
 {
     choose("/clips/a.mov");
-    m_world.inspections.back().task().complete(clip(5));
-    m_world.previews.back().task().complete("/tmp/Stackreel/proxy.mp4");
+    m_services.inspections.back().task().complete(clip(5));
+    m_services.previews.back().task().complete("/tmp/Stackreel/proxy.mp4");
     startExport();
-    EXPECT_EQ(m_world.exportRequests.back().input, "/clips/a.mov");
+    EXPECT_EQ(m_services.exportRequests.back().input, "/clips/a.mov");
 }
 
-TEST_F(Exporting, ShowsTheMessageOfAFailureAndLeavesWhatWasWritten)
+TEST_F(Exporting, ShowsTheErrorAndKeepsThePartialFileAfterAFailure)
 {
     m_directory.write(destination.filename(), "half");
     startExport();
     exporting().fail(MediaToolError::processFailed("FFmpeg", 1, "Invalid data found"));
-    EXPECT_EQ(happened(),
+    EXPECT_EQ(takeJournal(),
               (Lines{"phase failed: Invalid data found", "player 1: play", "previewPlaying true"}));
     EXPECT_EQ(contentOf(destination), "half");
     EXPECT_EQ(model().exportTask(), nullptr);
@@ -191,7 +191,7 @@ TEST_F(Exporting, CanFailWithAnyError)
          "ffmpeg is missing. Build the bundled media tools first."},
         {std::make_exception_ptr(MediaToolError::processFailed("FFmpeg", 1, "")),
          "FFmpeg could not process this video."},
-        // Only the cancellation of a task is one.
+        // Only a CancellationError counts as a cancellation.
         {std::make_exception_ptr(MediaToolError::cancelled()), "The export was cancelled."},
         {std::make_exception_ptr(std::runtime_error("anything")), "anything"},
     };
@@ -209,7 +209,7 @@ TEST_F(Exporting, WorksAgainAfterASuccess)
     startExport();
     exporting().complete(destination);
     startExport();
-    EXPECT_EQ(m_world.exports.size(), 2U);
+    EXPECT_EQ(m_services.exports.size(), 2U);
     exporting().complete(destination);
     EXPECT_EQ(model().phase(), Phase::complete(destination));
 }
@@ -219,7 +219,7 @@ TEST_F(Exporting, WorksWithoutAPlayer)
     model().setPlayer(nullptr);
     startExport();
     exporting().complete(destination);
-    EXPECT_EQ(happened(), (Lines{"phase complete: Saved Beach day-vertical.mp4", "previewPlaying true"}));
+    EXPECT_EQ(takeJournal(), (Lines{"phase complete: Saved Beach day-vertical.mp4", "previewPlaying true"}));
 }
 
 } // namespace stackreel

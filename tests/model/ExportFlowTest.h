@@ -15,22 +15,22 @@ protected:
     ExportFlowTest()
     {
         load(20);
-        m_world.thumbnails.back().task().complete({});
+        m_services.thumbnails.back().task().complete({});
         model().togglePreviewPlayback();
-        happened();
+        takeJournal();
     }
 
-    /// Chooses where to export to; the export begins.
+    /// Chooses the destination and starts the export.
     void startExport()
     {
         model().chooseExportDestination();
-        m_world.savePanel->choose(destination);
+        m_services.savePanel->choose(destination);
         runQueuedTasks();
         ASSERT_EQ(model().phase(), Phase::exporting());
-        happened();
+        takeJournal();
     }
-    /// Ends the export started last.
-    ManualTask<std::filesystem::path>& exporting() { return m_world.exports.back().task(); }
+    /// The export started last, which the test completes or fails.
+    ManualTask<std::filesystem::path>& exporting() { return m_services.exports.back().task(); }
 
     TemporaryDirectory m_directory;
     const std::filesystem::path destination = m_directory / "Beach day-vertical.mp4";

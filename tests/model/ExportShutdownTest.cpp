@@ -21,10 +21,10 @@ protected:
     {
         load(20);
         model().chooseExportDestination();
-        m_world.savePanel->choose(destination);
+        m_services.savePanel->choose(destination);
         runQueuedTasks();
         m_directory.write(destination.filename(), "half");
-        happened();
+        takeJournal();
     }
 
     TemporaryDirectory m_directory;
@@ -36,14 +36,14 @@ protected:
 TEST_F(ExportShutdownTest, DoesNothingWithoutAnExport)
 {
     ExportShutdown::endExport(model().exportTask());
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
 }
 
 TEST_F(ExportShutdownTest, DoesNotWaitForAnExportThatHasEnded)
 {
     startExport();
     const auto task = model().exportTask();
-    m_world.exports.back().task().complete(destination);
+    m_services.exports.back().task().complete(destination);
     ExportShutdown::endExport(task);
     EXPECT_EQ(model().phase(), Phase::complete(destination));
     EXPECT_EQ(contentOf(destination), "half");
@@ -52,12 +52,12 @@ TEST_F(ExportShutdownTest, DoesNotWaitForAnExportThatHasEnded)
 TEST_F(ExportShutdownTest, CancelsTheExportAndWaitsForItsEnd)
 {
     startExport();
-    // The tool takes a while to notice.
+    // The tool ends only some time after the request.
     bool noticed = false;
     QTimer::singleShot(20, &model(), [&] {
-        EXPECT_TRUE(m_world.exports.back().isCancelled());
+        EXPECT_TRUE(m_services.exports.back().isCancelled());
         noticed = true;
-        m_world.exports.back().task().fail(CancellationError());
+        m_services.exports.back().task().fail(CancellationError());
     });
     ExportShutdown::endExport(model().exportTask());
     EXPECT_TRUE(noticed);
@@ -73,7 +73,7 @@ TEST_F(ExportShutdownTest, WorksWhileTheProgramQuits)
     const auto connection =
         QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &model(), [this] {
             QTimer::singleShot(5, &model(),
-                               [this] { m_world.exports.back().task().fail(CancellationError()); });
+                               [this] { m_services.exports.back().task().fail(CancellationError()); });
             ExportShutdown::endExport(model().exportTask());
         });
     EXPECT_EQ(QCoreApplication::exec(), 0);
@@ -85,7 +85,7 @@ TEST_F(ExportShutdownTest, EndsAnExportThatHasNotBegunYet)
 {
     load(20);
     model().chooseExportDestination();
-    m_world.savePanel->choose(destination);
+    m_services.savePanel->choose(destination);
     bool ended = false;
     QObject context;
     QMetaObject::invokeMethod(
@@ -93,7 +93,7 @@ TEST_F(ExportShutdownTest, EndsAnExportThatHasNotBegunYet)
         [&] {
             // The export's own task comes next in the queue.
             QTimer::singleShot(0, &model(),
-                               [this] { m_world.exports.back().task().fail(CancellationError()); });
+                               [this] { m_services.exports.back().task().fail(CancellationError()); });
             ExportShutdown::endExport(model().exportTask());
             ended = true;
         },

@@ -17,7 +17,7 @@ void FakeToolTest::TearDown()
 {
     EXPECT_FALSE(hasChildren());
     for (const std::string& name : m_temporary.names())
-        EXPECT_EQ(name, "Stackreel") << "is left in the temporary folder";
+        EXPECT_EQ(name, "Stackreel") << "was left in the temporary folder";
 }
 
 void FakeToolTest::installTool(const std::string& script) const
@@ -28,7 +28,7 @@ void FakeToolTest::installTool(const std::string& script) const
     m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg", start + script);
 }
 
-void FakeToolTest::installPatientTool() const
+void FakeToolTest::installWaitingTool() const
 {
     installTool("printf half > \"$destination\"\nexec '" + testChild().string() + "' patient pid 1\n");
 }

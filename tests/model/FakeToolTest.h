@@ -13,22 +13,23 @@
 namespace stackreel
 {
 
-/// Has its own working directory, in which `ffmpeg` is what a test makes of it, and its own folder for
-/// temporary files. For programs without a resource directory, which would be looked at first.
+/// A fixture with its own working directory, where a test installs a fake `ffmpeg`, and its own folder for
+/// temporary files. For programs without a resource directory, which would be searched first.
 class FakeToolTest : public testing::Test
 {
 protected:
     FakeToolTest();
     void TearDown() override;
 
-    /// Makes `ffmpeg` a shell script that first notes its arguments in a file; `$destination` is the last.
+    /// Installs a shell script as `ffmpeg`. It first writes its arguments to a file; `$destination` is the
+    /// last.
     void installTool(const std::string& script) const;
-    /// Makes it one that writes half a file and stays until it is asked to end.
-    void installPatientTool() const;
-    /// The arguments of the last run; none when there was none.
+    /// Installs an `ffmpeg` that writes half a file and runs until it is asked to end.
+    void installWaitingTool() const;
+    /// The arguments of the last run; empty when there was none.
     std::vector<std::string> arguments() const;
     bool hasRun() const { return std::filesystem::exists(m_directory / "arguments"); }
-    /// Whether the patient tool has come as far as to wait.
+    /// Whether the tool of `installWaitingTool` has written its half file and waits.
     bool isWaiting() const { return std::filesystem::exists(m_directory / "pid"); }
 
     TemporaryDirectory m_directory;

@@ -28,7 +28,7 @@ using PreviewProxy = MediaPipelineTest;
 
 } // namespace
 
-TEST_F(PreviewSource, IsTheSourceOrAProxyByTheFrameworksAnswer)
+TEST_F(PreviewSource, IsAProxyUnlessTheFrameworkCanPlayTheSource)
 {
     struct Row {
         std::optional<bool> playable;
@@ -51,7 +51,7 @@ TEST_F(PreviewSource, IsTheSourceOrAProxyByTheFrameworksAnswer)
     }
 }
 
-TEST_F(PreviewSource, FailsAsTheProxyDoes)
+TEST_F(PreviewSource, FailsWithTheErrorOfTheProxy)
 {
     m_loader->playable = false;
     installTool("echo 'no such codec' >&2\nexit 1\n");
@@ -89,7 +89,7 @@ TEST_F(PreviewProxy, IsANewFileInTheTemporaryFolderEachTime)
     }
 }
 
-TEST_F(PreviewProxy, ReportsAFailedRunAndLeavesWhatItWrote)
+TEST_F(PreviewProxy, ReportsAFailedRunAndKeepsThePartialFile)
 {
     struct Row {
         const char* script;
@@ -116,23 +116,23 @@ TEST_F(PreviewProxy, ReportsAFailedRunAndLeavesWhatItWrote)
     }
 }
 
-TEST_F(PreviewProxy, NeedsTheTool)
+TEST_F(PreviewProxy, FailsWithoutTheTool)
 {
     if (std::filesystem::exists("/usr/local/bin/ffmpeg") ||
         std::filesystem::exists("/opt/homebrew/bin/ffmpeg"))
-        GTEST_SKIP() << "this system has the tool where it is looked for last";
+        GTEST_SKIP() << "this system has the tool in a folder that the search includes";
     Awaited<std::filesystem::path> proxy(MediaPipeline::createPreview(source));
-    EXPECT_FALSE(proxy.hasEnded()) << "the search is not made by the calling thread";
+    EXPECT_FALSE(proxy.hasEnded()) << "the search runs on another thread";
     try {
         proxy.result();
         ADD_FAILURE() << "it did not fail";
     } catch (const MediaToolError& error) {
         EXPECT_EQ(error, MediaToolError::toolMissing("ffmpeg"));
     }
-    EXPECT_EQ(m_temporary.names(), std::vector<std::string>()) << "no folder is made for nothing";
+    EXPECT_EQ(m_temporary.names(), std::vector<std::string>()) << "no folder is made without the tool";
 }
 
-TEST_F(PreviewProxy, NeedsItsFolder)
+TEST_F(PreviewProxy, FailsWhenItsFolderCannotBeCreated)
 {
     installTool("exit 0\n");
     m_temporary.write("Stackreel", "a file in the way");
@@ -142,7 +142,7 @@ TEST_F(PreviewProxy, NeedsItsFolder)
 
 TEST_F(PreviewProxy, CanBeCancelled)
 {
-    installPatientTool();
+    installWaitingTool();
     std::stop_source stop;
     Awaited<std::filesystem::path> proxy(MediaPipeline::createPreview(source, stop.get_token()));
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));

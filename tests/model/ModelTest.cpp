@@ -5,9 +5,9 @@
 namespace stackreel
 {
 
-ModelTest::ModelTest() : m_model(std::make_unique<AppModel>(m_world.services()))
+ModelTest::ModelTest() : m_model(std::make_unique<AppModel>(m_services.services()))
 {
-    m_recorder.emplace(*m_model, m_world.journal);
+    m_recorder.emplace(*m_model, m_services.journal);
 }
 
 void ModelTest::destroyModel()
@@ -18,7 +18,7 @@ void ModelTest::destroyModel()
 
 void ModelTest::runQueuedTasks()
 {
-    // A task may queue another.
+    // A queued call may queue another.
     for (int round = 0; round < 3; ++round)
         QCoreApplication::sendPostedEvents();
 }
@@ -36,14 +36,14 @@ MediaInfo ModelTest::clip(double duration)
 void ModelTest::choose(const std::filesystem::path& file)
 {
     model().chooseSource();
-    m_world.openPanel->choose(file);
+    m_services.openPanel->choose(file);
     runQueuedTasks();
 }
 
 void ModelTest::finishLoad(double duration)
 {
-    m_world.inspections.back().task().complete(clip(duration));
-    m_world.previews.back().task().complete(*model().sourceURL());
+    m_services.inspections.back().task().complete(clip(duration));
+    m_services.previews.back().task().complete(*model().sourceURL());
 }
 
 void ModelTest::load(double duration, const std::filesystem::path& file)
@@ -51,7 +51,7 @@ void ModelTest::load(double duration, const std::filesystem::path& file)
     choose(file);
     finishLoad(duration);
     runQueuedTasks();
-    happened();
+    takeJournal();
 }
 
 } // namespace stackreel

@@ -12,7 +12,7 @@
 namespace stackreel
 {
 
-/// A model in a world of fakes, with one journal of its announcements and of what it asked of that world.
+/// A model with fake services, and one journal of its announcements and of its calls to those services.
 class ModelTest : public testing::Test
 {
 protected:
@@ -21,24 +21,24 @@ protected:
     ModelTest();
 
     AppModel& model() { return *m_model; }
-    /// Lets go of the model, as the end of a window would.
+    /// Destroys the model, as closing its window does.
     void destroyModel();
-    FakeQueuePlayer& player() { return m_world.playback->player(); }
-    /// Runs what is queued on the main thread.
+    FakeQueuePlayer& player() { return m_services.playback->player(); }
+    /// Runs the calls queued on the main thread.
     static void runQueuedTasks();
-    /// What happened since the last call.
-    Lines happened() { return m_world.journal->take(); }
+    /// The lines of the journal since the last call.
+    Lines takeJournal() { return m_services.journal->take(); }
 
     /// The facts of a landscape clip of this length.
     static MediaInfo clip(double duration);
     /// Chooses a file and starts its load.
     void choose(const std::filesystem::path& file);
-    /// Ends the probe of the load started last with a clip, and the making of its preview.
+    /// Completes the probe and the preview of the load started last.
     void finishLoad(double duration);
-    /// Loads a clip to the end, with its thumbnails asked for, and forgets what happened.
+    /// Loads a clip completely, except for its thumbnails, and clears the journal.
     void load(double duration, const std::filesystem::path& file = "/clips/Beach day.MOV");
 
-    FakeServices m_world;
+    FakeServices m_services;
 
 private:
     std::unique_ptr<AppModel> m_model;

@@ -15,7 +15,7 @@ namespace stackreel
 namespace
 {
 
-/// A model that runs real child processes; only player, framework and panels are fakes.
+/// A model that runs real child processes. Only the player, the media framework and the panels are fakes.
 class ModelWithToolsTest : public FakeToolTest
 {
 protected:
@@ -26,7 +26,7 @@ protected:
             std::make_unique<AppModel>(ModelServices::system(m_playback, m_loader, m_openPanel, m_savePanel));
     }
 
-    /// Makes `ffprobe` a script that reports 20 seconds of a video with these keys.
+    /// Installs an `ffprobe` that reports a video of 20 seconds with these keys.
     void installProbe(const std::string& keys) const
     {
         m_directory.writeExecutable("third_party/ffmpeg/bin/ffprobe",
@@ -40,7 +40,7 @@ protected:
     {
         return eventually([&] { return model().phase().kind() == kind; });
     }
-    /// Whether the phase comes to be of this kind, even when it is over by the time anybody looks.
+    /// Waits until the phase has been of this kind, even for a moment.
     bool passes(Phase::Kind kind)
     {
         bool passed = false;
@@ -67,7 +67,7 @@ protected:
         m_savePanel->choose(destination);
         ASSERT_TRUE(passes(Phase::Kind::exporting));
     }
-    /// Waits for the work of a model that is gone, which nobody is told of.
+    /// Waits for the work of a destroyed model, which sends no signal at its end.
     static bool everythingEnds(const std::weak_ptr<void>& work)
     {
         return eventually([&] { return work.expired(); });
@@ -107,7 +107,7 @@ TEST_F(ModelWithToolsTest, LoadsAndExports)
     EXPECT_TRUE(model().previewPlaying());
 }
 
-TEST_F(ModelWithToolsTest, PlaysAProxyWhereTheSourceCannotBePlayed)
+TEST_F(ModelWithToolsTest, PlaysAProxyWhenTheSourceCannotBePlayed)
 {
     installTool("printf proxy > \"$destination\"\n");
     m_loader->playable = false;
@@ -119,7 +119,7 @@ TEST_F(ModelWithToolsTest, PlaysAProxyWhereTheSourceCannotBePlayed)
     EXPECT_EQ(m_loader->generatorFiles.back(), arguments().back());
 }
 
-TEST_F(ModelWithToolsTest, FailsWhereTheProxyDoes)
+TEST_F(ModelWithToolsTest, FailsWhenTheProxyFails)
 {
     installTool("exit 1\n");
     m_loader->playable = false;
@@ -128,7 +128,7 @@ TEST_F(ModelWithToolsTest, FailsWhereTheProxyDoes)
     EXPECT_EQ(model().phaseMessage(), "FFmpeg could not process this video.");
 }
 
-TEST_F(ModelWithToolsTest, RefusesAVideoThatIsShownUprightAndForgetsTheOneBefore)
+TEST_F(ModelWithToolsTest, RefusesAPortraitVideoAndClearsThePreviousSource)
 {
     const char* const upright[] = {
         R"("width": 1080, "height": 1920)",
@@ -151,9 +151,9 @@ TEST_F(ModelWithToolsTest, RefusesAVideoThatIsShownUprightAndForgetsTheOneBefore
     }
 }
 
-TEST_F(ModelWithToolsTest, CancelledLeavesNoChildAndNoFile)
+TEST_F(ModelWithToolsTest, LeavesNoChildAndNoFileWhenCancelled)
 {
-    installPatientTool();
+    installWaitingTool();
     load();
     startExport();
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
@@ -163,9 +163,9 @@ TEST_F(ModelWithToolsTest, CancelledLeavesNoChildAndNoFile)
     EXPECT_FALSE(std::filesystem::exists(destination));
 }
 
-TEST_F(ModelWithToolsTest, CancelledBeforeTheToolIsFoundRunsNone)
+TEST_F(ModelWithToolsTest, RunsNoToolWhenCancelledBeforeItIsFound)
 {
-    installPatientTool();
+    installWaitingTool();
     load();
     const QObject context;
     QObject::connect(&model(), &AppModel::phaseChanged, &context, [this] {
@@ -179,7 +179,7 @@ TEST_F(ModelWithToolsTest, CancelledBeforeTheToolIsFoundRunsNone)
 
 TEST_F(ModelWithToolsTest, LeavesNoChildAndNoFileWhenTheProgramQuits)
 {
-    installPatientTool();
+    installWaitingTool();
     load();
     startExport();
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
@@ -188,7 +188,7 @@ TEST_F(ModelWithToolsTest, LeavesNoChildAndNoFileWhenTheProgramQuits)
     EXPECT_EQ(model().phase(), Phase::ready());
 }
 
-TEST_F(ModelWithToolsTest, ShowsTheLastWordsOfAFailedExportAndLeavesItsFile)
+TEST_F(ModelWithToolsTest, ShowsTheLastLinesOfAFailedExportAndKeepsItsFile)
 {
     installTool("printf half > \"$destination\"\necho 'Invalid data found' >&2\nexit 1\n");
     load();
@@ -198,9 +198,9 @@ TEST_F(ModelWithToolsTest, ShowsTheLastWordsOfAFailedExportAndLeavesItsFile)
     EXPECT_EQ(contentOf(destination), "half");
 }
 
-TEST_F(ModelWithToolsTest, CanGoDuringALoad)
+TEST_F(ModelWithToolsTest, CanBeDestroyedDuringALoad)
 {
-    // The load holds the framework until it has ended.
+    // The load owns a reference to the loader until it has ended.
     const std::weak_ptr<void> work = m_loader;
     choose();
     m_model.reset();
@@ -209,7 +209,7 @@ TEST_F(ModelWithToolsTest, CanGoDuringALoad)
     EXPECT_EQ(m_journal->take(), Journal::Lines{"show open panel"});
 }
 
-TEST_F(ModelWithToolsTest, CanGoWhileItsThumbnailsAreMade)
+TEST_F(ModelWithToolsTest, CanBeDestroyedWhileThumbnailsAreMade)
 {
     const std::weak_ptr<void> work = m_loader;
     choose();
@@ -219,16 +219,16 @@ TEST_F(ModelWithToolsTest, CanGoWhileItsThumbnailsAreMade)
     EXPECT_TRUE(everythingEnds(work));
 }
 
-TEST_F(ModelWithToolsTest, CanGoDuringAnExport)
+TEST_F(ModelWithToolsTest, CanBeDestroyedDuringAnExport)
 {
-    installPatientTool();
+    installWaitingTool();
     load();
     startExport();
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
     const auto task = model().exportTask();
     m_model.reset();
     EXPECT_FALSE(task->hasEnded());
-    EXPECT_TRUE(std::filesystem::exists(destination)) << "the export goes on";
+    EXPECT_TRUE(std::filesystem::exists(destination)) << "the export continues";
     ExportShutdown::endExport(task);
     EXPECT_FALSE(std::filesystem::exists(destination));
 }

@@ -16,55 +16,55 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 } // namespace
 
-TEST_F(TogglingPlayback, PausesWhatPlays)
+TEST_F(TogglingPlayback, PausesAPlayingPreview)
 {
     load(20);
     model().togglePreviewPlayback();
-    EXPECT_EQ(happened(), (Lines{"player 1: pause", "previewPlaying false"}));
+    EXPECT_EQ(takeJournal(), (Lines{"player 1: pause", "previewPlaying false"}));
 }
 
-TEST_F(TogglingPlayback, StartsOverCloseToTheEnd)
+TEST_F(TogglingPlayback, RestartsTheRangeCloseToItsEnd)
 {
     load(20);
     pause();
     struct Row {
         double currentTime;
-        bool startsOver;
+        bool restarts;
     };
     const Row rows[] = {{9.96, true}, {10, true}, {9.95, true}, {9.94, false}, {6, false}};
     for (const Row& row : rows) {
-        place(6, 10, row.currentTime);
+        setTimes(6, 10, row.currentTime);
         model().togglePreviewPlayback();
         const Lines plays = {"player 1: play", "previewPlaying true"};
-        const Lines startsOver = {"player 1: seek to 3600/600", "player 1: play", "previewPlaying true"};
-        EXPECT_EQ(happened(), row.startsOver ? startsOver : plays) << row.currentTime;
+        const Lines restarts = {"player 1: seek to 3600/600", "player 1: play", "previewPlaying true"};
+        EXPECT_EQ(takeJournal(), row.restarts ? restarts : plays) << row.currentTime;
         EXPECT_EQ(model().currentTime(), row.currentTime) << "the playhead follows the player";
         pause();
     }
 }
 
-TEST_F(TogglingPlayback, NeverSeeksBeforeTheFile)
+TEST_F(TogglingPlayback, NeverSeeksToANegativeTime)
 {
     load(20);
     pause();
-    place(-2, 10, 10);
+    setTimes(-2, 10, 10);
     model().togglePreviewPlayback();
-    EXPECT_EQ(happened().at(0), "player 1: seek to 0/600");
+    EXPECT_EQ(takeJournal().at(0), "player 1: seek to 0/600");
 }
 
 TEST_F(TogglingPlayback, WorksWithoutAPlayer)
 {
     model().togglePreviewPlayback();
-    EXPECT_EQ(happened(), Lines{"previewPlaying true"});
+    EXPECT_EQ(takeJournal(), Lines{"previewPlaying true"});
     model().togglePreviewPlayback();
-    EXPECT_EQ(happened(), Lines{"previewPlaying false"});
+    EXPECT_EQ(takeJournal(), Lines{"previewPlaying false"});
 }
 
 TEST_F(SeekingThePreview, StaysWithinTheTrimRange)
 {
     load(20);
     struct Row {
-        double asked;
+        double requested;
         double currentTime;
         const char* seek;
     };
@@ -76,11 +76,11 @@ TEST_F(SeekingThePreview, StaysWithinTheTrimRange)
                         {-std::numeric_limits<double>::infinity(), 6, "3600/600"},
                         {std::numeric_limits<double>::infinity(), 8, "4800/600"}};
     for (const Row& row : rows) {
-        place(6, 8, 7);
-        model().seekPreview(row.asked);
-        EXPECT_EQ(happened(), (Lines{"currentTime " + described(row.currentTime),
-                                     std::string("player 1: seek to ") + row.seek}))
-            << row.asked;
+        setTimes(6, 8, 7);
+        model().seekPreview(row.requested);
+        EXPECT_EQ(takeJournal(), (Lines{"currentTime " + described(row.currentTime),
+                                        std::string("player 1: seek to ") + row.seek}))
+            << row.requested;
     }
     EXPECT_TRUE(model().previewPlaying());
 }
@@ -88,38 +88,38 @@ TEST_F(SeekingThePreview, StaysWithinTheTrimRange)
 TEST_F(SeekingThePreview, GoesToTheEndOfARangeThatEndsBeforeItStarts)
 {
     load(20);
-    for (const double asked : {0.0, 7.0, 20.0}) {
-        place(8, 6, 7);
-        model().seekPreview(asked);
-        EXPECT_EQ(happened(), (Lines{"currentTime 6", "player 1: seek to 3600/600"})) << asked;
+    for (const double requested : {0.0, 7.0, 20.0}) {
+        setTimes(8, 6, 7);
+        model().seekPreview(requested);
+        EXPECT_EQ(takeJournal(), (Lines{"currentTime 6", "player 1: seek to 3600/600"})) << requested;
     }
 }
 
 TEST_F(SeekingThePreview, MovesThePlayheadWithoutAPlayer)
 {
-    place(6, 8, 7);
+    setTimes(6, 8, 7);
     model().seekPreview(5);
-    EXPECT_EQ(happened(), Lines{"currentTime 6"});
+    EXPECT_EQ(takeJournal(), Lines{"currentTime 6"});
 }
 
-TEST_F(SeekingThePreview, NeverSeeksBeforeTheFile)
+TEST_F(SeekingThePreview, NeverSeeksToANegativeTime)
 {
     load(20);
-    place(-2, 8, 7);
+    setTimes(-2, 8, 7);
     model().seekPreview(-1);
-    EXPECT_EQ(happened(), (Lines{"currentTime -1", "player 1: seek to 0/600"}));
+    EXPECT_EQ(takeJournal(), (Lines{"currentTime -1", "player 1: seek to 0/600"}));
 }
 
-TEST_F(FollowingThePlayer, TicksAreTakenOverFromATaskOfTheirOwn)
+TEST_F(FollowingThePlayer, AppliesTicksFromTheEventLoop)
 {
     load(20);
     player().tick(MediaTime::fromUnits(150));
-    EXPECT_EQ(happened(), Lines()) << "within the tick";
+    EXPECT_EQ(takeJournal(), Lines()) << "within the tick";
     runQueuedTasks();
-    EXPECT_EQ(happened(), Lines{"currentTime 0.25"});
+    EXPECT_EQ(takeJournal(), Lines{"currentTime 0.25"});
 }
 
-TEST_F(FollowingThePlayer, TicksStayWithinTheTrimRange)
+TEST_F(FollowingThePlayer, ClampsTicksToTheTrimRange)
 {
     load(20);
     struct Row {
@@ -132,68 +132,68 @@ TEST_F(FollowingThePlayer, TicksStayWithinTheTrimRange)
         {MediaTime::fromUnits(4800), 8}, {MediaTime::fromUnits(4801), 8},
         {MediaTime::fromUnits(-1), 6},   {MediaTime::fromUnits(std::numeric_limits<std::int64_t>::max()), 8}};
     for (const Row& row : rows) {
-        place(6, 8, 6.5);
+        setTimes(6, 8, 6.5);
         player().tick(row.time);
         runQueuedTasks();
-        EXPECT_EQ(happened(), Lines{"currentTime " + described(row.currentTime)});
+        EXPECT_EQ(takeJournal(), Lines{"currentTime " + described(row.currentTime)});
     }
 }
 
-TEST_F(FollowingThePlayer, TicksGoToTheEndOfARangeThatEndsBeforeItStarts)
+TEST_F(FollowingThePlayer, ClampsTicksToTheEndOfARangeThatEndsBeforeItStarts)
 {
     load(20);
     for (const std::int64_t units : {0, 4200, 12000}) {
-        place(8, 6, 7);
+        setTimes(8, 6, 7);
         player().tick(MediaTime::fromUnits(units));
         runQueuedTasks();
-        EXPECT_EQ(happened(), Lines{"currentTime 6"}) << units;
+        EXPECT_EQ(takeJournal(), Lines{"currentTime 6"}) << units;
     }
 }
 
-TEST_F(FollowingThePlayer, TicksWithoutATimeAreDropped)
+TEST_F(FollowingThePlayer, DropsTicksWithoutAFiniteTime)
 {
     load(20);
-    place(6, 8, 7);
+    setTimes(6, 8, 7);
     const double times[] = {nan, std::numeric_limits<double>::infinity(),
                             -std::numeric_limits<double>::infinity(), 1e300};
     for (const double time : times)
         player().tick(MediaTime::fromSeconds(time));
     player().tick(MediaTime::indefinite());
     runQueuedTasks();
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
 }
 
-TEST_F(FollowingThePlayer, TicksInterleaveWithTheUserInOrder)
+TEST_F(FollowingThePlayer, KeepsTheOrderOfTicksAndUserActions)
 {
     load(20);
     player().tick(MediaTime::fromUnits(600));
     model().seekPreview(5);
     player().tick(MediaTime::fromUnits(3000));
     runQueuedTasks();
-    EXPECT_EQ(happened(),
+    EXPECT_EQ(takeJournal(),
               (Lines{"currentTime 5", "player 1: seek to 3000/600", "currentTime 1", "currentTime 5"}));
 }
 
-TEST_F(FollowingThePlayer, TicksAfterTheModelIsGoneDoNothing)
+TEST_F(FollowingThePlayer, IgnoresTicksAfterTheModelIsDestroyed)
 {
     load(20);
     player().tick(MediaTime::fromUnits(600));
     destroyModel();
     player().tick(MediaTime::fromUnits(1200));
     runQueuedTasks();
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
 }
 
-TEST_F(FollowingThePlayer, APlayerThatWasReplacedIsNotHeardAnyMore)
+TEST_F(FollowingThePlayer, IgnoresTicksOfAReplacedPlayer)
 {
     load(20);
     load(30);
-    m_world.playback->player(1).tick(MediaTime::fromUnits(600));
+    m_services.playback->player(1).tick(MediaTime::fromUnits(600));
     runQueuedTasks();
-    EXPECT_EQ(happened(), Lines());
-    m_world.playback->player(2).tick(MediaTime::fromUnits(600));
+    EXPECT_EQ(takeJournal(), Lines());
+    m_services.playback->player(2).tick(MediaTime::fromUnits(600));
     runQueuedTasks();
-    EXPECT_EQ(happened(), Lines{"currentTime 1"});
+    EXPECT_EQ(takeJournal(), Lines{"currentTime 1"});
 }
 
 } // namespace stackreel

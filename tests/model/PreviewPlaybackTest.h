@@ -7,25 +7,25 @@
 namespace stackreel
 {
 
-/// A model whose preview a test puts where it wants it.
+/// A model whose trim range and playhead a test can set.
 class PreviewPlaybackTest : public ModelTest
 {
 protected:
-    /// Puts trim range and playhead where a test wants them, and forgets that.
-    void place(double trimStart, double trimEnd, double currentTime)
+    /// Sets the trim range and the playhead, and clears the journal.
+    void setTimes(double trimStart, double trimEnd, double currentTime)
     {
         model().setTrimStart(trimStart);
         model().setTrimEnd(trimEnd);
         model().setCurrentTime(currentTime);
-        happened();
+        takeJournal();
     }
     void pause()
     {
         model().togglePreviewPlayback();
         ASSERT_FALSE(model().previewPlaying());
-        happened();
+        takeJournal();
     }
-    /// The journal of a loop that is built anew and does not play.
+    /// The journal of rebuilding the loop of a paused preview.
     static Lines rebuilt(int looper, const std::string& range, const std::string& playhead,
                          const std::string& seek)
     {

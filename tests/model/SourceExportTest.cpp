@@ -53,14 +53,14 @@ TEST_F(SourceExportTest, RefusesToWriteOverTheSourceUnderAnyNameEvenWhenCancelle
         runToEnd(exportSource(request, m_stop.get_token()));
         ADD_FAILURE() << "it did not fail";
     } catch (const CancellationError&) {
-        ADD_FAILURE() << "whoever cancels removes the destination";
+        ADD_FAILURE() << "a cancelled export removes its destination";
     } catch (const std::exception& error) {
         EXPECT_STREQ(error.what(), "“other name.mp4” is the source itself, which is never overwritten.");
     }
     EXPECT_EQ(contentOf(request.input), "precious");
 }
 
-TEST_F(SourceExportTest, ReportsAFailedRunAndLeavesWhatItWrote)
+TEST_F(SourceExportTest, ReportsAFailedRunAndKeepsThePartialFile)
 {
     installTool("printf half > \"$destination\"\necho 'Invalid data found' >&2\nexit 69\n");
     try {
@@ -72,13 +72,13 @@ TEST_F(SourceExportTest, ReportsAFailedRunAndLeavesWhatItWrote)
     EXPECT_EQ(written(), "half");
 }
 
-TEST_F(SourceExportTest, ReportsAMissingToolAndTouchesNothing)
+TEST_F(SourceExportTest, ReportsAMissingToolAndWritesNothing)
 {
     if (std::filesystem::exists("/usr/local/bin/ffmpeg") ||
         std::filesystem::exists("/opt/homebrew/bin/ffmpeg"))
-        GTEST_SKIP() << "this system has the tool where it is looked for last";
+        GTEST_SKIP() << "this system has the tool in a folder that the search includes";
     Awaited<std::filesystem::path> exported(exportSource(request));
-    EXPECT_FALSE(exported.hasEnded()) << "the search is not made by the calling thread";
+    EXPECT_FALSE(exported.hasEnded()) << "the search runs on another thread";
     try {
         exported.result();
         ADD_FAILURE() << "it did not fail";
@@ -88,13 +88,13 @@ TEST_F(SourceExportTest, ReportsAMissingToolAndTouchesNothing)
     EXPECT_FALSE(std::filesystem::exists(request.output));
 }
 
-TEST_F(SourceExportTest, PassesOnThatTheToolCannotBeLaunched)
+TEST_F(SourceExportTest, ThrowsSystemErrorWhenTheToolCannotBeStarted)
 {
     m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg", "no program");
     EXPECT_THROW(runToEnd(exportSource(request)), SystemError);
 }
 
-TEST_F(SourceExportTest, CancelledBeforeItStartsRunsNothing)
+TEST_F(SourceExportTest, RunsNothingWhenCancelledBeforeTheStart)
 {
     installTool("exit 0\n");
     m_stop.request_stop();
@@ -102,7 +102,7 @@ TEST_F(SourceExportTest, CancelledBeforeItStartsRunsNothing)
     EXPECT_FALSE(hasRun());
 }
 
-TEST_F(SourceExportTest, CancelledWhileItLooksForTheToolRunsNothing)
+TEST_F(SourceExportTest, RunsNothingWhenCancelledDuringTheToolSearch)
 {
     installTool("exit 0\n");
     Awaited<std::filesystem::path> exported(exportSource(request, m_stop.get_token()));
@@ -111,16 +111,16 @@ TEST_F(SourceExportTest, CancelledWhileItLooksForTheToolRunsNothing)
     EXPECT_FALSE(hasRun());
 }
 
-TEST_F(SourceExportTest, CancelledAtTheLaunchStopsTheTool)
+TEST_F(SourceExportTest, StopsTheToolWhenCancelledAtItsLaunch)
 {
-    installPatientTool();
+    installWaitingTool();
     const auto stopAtOnce = [this](const std::filesystem::path&) { m_stop.request_stop(); };
     EXPECT_THROW(runToEnd(exportSource(request, m_stop.get_token(), stopAtOnce)), CancellationError);
 }
 
-TEST_F(SourceExportTest, CancelledWhileTheToolRunsStopsItAndLeavesWhatItWrote)
+TEST_F(SourceExportTest, StopsTheToolAndKeepsThePartialFileWhenCancelled)
 {
-    installPatientTool();
+    installWaitingTool();
     Awaited<std::filesystem::path> exported(exportSource(request, m_stop.get_token()));
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
     m_stop.request_stop();
@@ -128,7 +128,7 @@ TEST_F(SourceExportTest, CancelledWhileTheToolRunsStopsItAndLeavesWhatItWrote)
     EXPECT_EQ(written(), "half");
 }
 
-TEST_F(SourceExportTest, CancelledAfterItsEndKeepsItsResult)
+TEST_F(SourceExportTest, KeepsTheResultWhenCancelledAfterTheEnd)
 {
     installTool("printf whole > \"$destination\"\n");
     Awaited<std::filesystem::path> exported(exportSource(request, m_stop.get_token()));

@@ -13,7 +13,7 @@ namespace stackreel
 namespace
 {
 
-TEST(SourceFacts, DurationsAreMinutesAndSecondsRoundedHalvesUp)
+TEST(SourceFacts, DurationIsMinutesAndSecondsRoundedHalfUp)
 {
     const std::vector<std::pair<double, std::string>> rows = {
         {59.5, "1:00"},  {61.4, "1:01"},   {3725, "62:05"},       {0.4, "0:00"},
@@ -24,7 +24,7 @@ TEST(SourceFacts, DurationsAreMinutesAndSecondsRoundedHalvesUp)
         EXPECT_EQ(SourceFacts::duration(seconds), text) << seconds;
 }
 
-TEST(SourceFacts, DurationsThatAreNoneAreUnknown)
+TEST(SourceFacts, DurationIsUnknownUnlessPositiveAndFinite)
 {
     const double infinity = std::numeric_limits<double>::infinity();
     for (const double seconds : {0.0, -0.0, -1.0, std::nan(""), infinity, -infinity})
@@ -37,7 +37,7 @@ TEST(SourceFacts, TheLongestDurationIsStillANumber)
     EXPECT_EQ(text.find_first_not_of("0123456789:"), std::string::npos) << text;
 }
 
-TEST(SourceFacts, TheFrameIsTheDisplayedSize)
+TEST(SourceFacts, FrameIsTheDisplayedSize)
 {
     MediaInfo media = {.width = 1080,
                        .height = 1920,

@@ -20,8 +20,8 @@ using LoadingASource = SourceLoadingTest;
 TEST_F(ChoosingASource, ShowsAPanelForOneFileOfAnyKind)
 {
     model().chooseSource();
-    EXPECT_EQ(happened(), Lines{"show open panel"});
-    const OpenPanelRequest& request = m_world.openPanel->request();
+    EXPECT_EQ(takeJournal(), Lines{"show open panel"});
+    const OpenPanelRequest& request = m_services.openPanel->request();
     EXPECT_EQ(request.title, "Choose a horizontal video");
     EXPECT_EQ(request.prompt, "Choose Video");
     EXPECT_TRUE(request.canChooseFiles);
@@ -38,19 +38,19 @@ TEST_F(ChoosingASource, ChangesNothingWithoutAChoice)
                                        {.accepted = true, .url = std::nullopt}};
     for (const PanelResponse& response : responses) {
         model().chooseSource();
-        happened();
-        m_world.openPanel->answer(response);
+        takeJournal();
+        m_services.openPanel->answer(response);
         runQueuedTasks();
-        EXPECT_EQ(happened(), Lines());
+        EXPECT_EQ(takeJournal(), Lines());
     }
 }
 
-TEST_F(ChoosingASource, LoadsFromATaskOfItsOwn)
+TEST_F(ChoosingASource, LoadsFromTheEventLoop)
 {
     model().chooseSource();
-    happened();
-    m_world.openPanel->choose("/clips/a.mov");
-    EXPECT_EQ(happened(), Lines()) << "within the panel's answer";
+    takeJournal();
+    m_services.openPanel->choose("/clips/a.mov");
+    EXPECT_EQ(takeJournal(), Lines()) << "within the panel's answer";
     runQueuedTasks();
     EXPECT_EQ(model().phase(), Phase::preparing());
 }
@@ -66,32 +66,32 @@ TEST_F(ChoosingASource, WorksInEveryPhase)
     }
 }
 
-TEST_F(ChoosingASource, DoesNothingForAModelThatIsGone)
+TEST_F(ChoosingASource, DoesNothingAfterTheModelIsDestroyed)
 {
     model().chooseSource();
     model().chooseSource();
-    m_world.openPanel->choose("/clips/queued.mov");
+    m_services.openPanel->choose("/clips/queued.mov");
     destroyModel();
-    m_world.openPanel->choose("/clips/late.mov");
+    m_services.openPanel->choose("/clips/late.mov");
     runQueuedTasks();
-    EXPECT_EQ(m_world.inspections.size(), 0U);
+    EXPECT_EQ(m_services.inspections.size(), 0U);
 }
 
-TEST_F(LoadingASource, GoesStepByStep)
+TEST_F(LoadingASource, SetsThePropertiesInOrder)
 {
     choose("/clips/Beach day.MOV");
-    EXPECT_EQ(happened(), joined({"show open panel"}, joined(forgotten("/clips/Beach day.MOV"),
-                                                             {"player none", "previewPlaying false",
-                                                              "inspect 1: /clips/Beach day.MOV"})));
+    EXPECT_EQ(takeJournal(), joined({"show open panel"}, joined(resetChanges("/clips/Beach day.MOV"),
+                                                                {"player none", "previewPlaying false",
+                                                                 "inspect 1: /clips/Beach day.MOV"})));
 
-    m_world.inspections.back().task().complete(clip(20));
-    EXPECT_EQ(happened(), Lines{"preview 1: /clips/Beach day.MOV"}) << "the facts are not published yet";
+    m_services.inspections.back().task().complete(clip(20));
+    EXPECT_EQ(takeJournal(), Lines{"preview 1: /clips/Beach day.MOV"}) << "the facts are not published yet";
 
-    m_world.previews.back().task().complete("/tmp/Stackreel/proxy.mp4");
+    m_services.previews.back().task().complete("/tmp/Stackreel/proxy.mp4");
     const auto [top, bottom] = CropRegion::initialPair(16.0 / 9, 1.125);
     EXPECT_EQ(model().topRegion(), top);
     EXPECT_EQ(model().bottomRegion(), bottom);
-    Lines steps = happened();
+    Lines steps = takeJournal();
     ASSERT_EQ(steps.size(), 16U);
     EXPECT_EQ(steps.at(2).substr(0, 10), "topRegion ");
     EXPECT_EQ(steps.at(3).substr(0, 13), "bottomRegion ");
@@ -104,10 +104,10 @@ TEST_F(LoadingASource, GoesStepByStep)
                             "previewPlaying true", "phase ready"}));
 
     runQueuedTasks();
-    EXPECT_EQ(happened(), Lines{"thumbnails 1: /tmp/Stackreel/proxy.mp4, 20 s, 12"});
+    EXPECT_EQ(takeJournal(), Lines{"thumbnails 1: /tmp/Stackreel/proxy.mp4, 20 s, 12"});
 }
 
-TEST_F(LoadingASource, LeavesTheRegionsAndThePlayerOutWhilePreparing)
+TEST_F(LoadingASource, KeepsTheRegionsAndRemovesThePlayerWhilePreparing)
 {
     load(20);
     model().setTopRegion({.x = 0.1, .y = 0.1, .width = 0.5, .height = 0.5});
@@ -122,7 +122,7 @@ TEST_F(LoadingASource, LeavesTheRegionsAndThePlayerOutWhilePreparing)
     EXPECT_EQ(model().bottomRegion(), bottom);
 }
 
-TEST_F(LoadingASource, FitsTheRegionsToTheOutputThatWasChosenBefore)
+TEST_F(LoadingASource, FitsTheRegionsToThePreviouslyChosenOutput)
 {
     model().setSettings({.aspect = OutputAspect::square});
     load(20);
@@ -131,37 +131,37 @@ TEST_F(LoadingASource, FitsTheRegionsToTheOutputThatWasChosenBefore)
     EXPECT_EQ(model().bottomRegion(), bottom);
 }
 
-TEST_F(LoadingASource, FitsTheRegionsToThePictureAsDisplayed)
+TEST_F(LoadingASource, FitsTheRegionsToTheDisplayedSize)
 {
-    // Coded upright, displayed 1920 wide.
-    MediaInfo turned = clip(20);
-    std::swap(turned.width, turned.height);
-    turned.rotation = 90;
-    choose("/clips/turned.mov");
-    m_world.inspections.back().task().complete(turned);
-    m_world.previews.back().task().complete("/clips/turned.mov");
+    // Coded as 1080 × 1920, displayed as 1920 × 1080.
+    MediaInfo rotated = clip(20);
+    std::swap(rotated.width, rotated.height);
+    rotated.rotation = 90;
+    choose("/clips/rotated.mov");
+    m_services.inspections.back().task().complete(rotated);
+    m_services.previews.back().task().complete("/clips/rotated.mov");
     const auto [top, bottom] = CropRegion::initialPair(16.0 / 9, 1.125);
     EXPECT_EQ(model().topRegion(), top);
     EXPECT_EQ(model().bottomRegion(), bottom);
 }
 
-TEST_F(LoadingASource, LoopsWhatTheDurationLeaves)
+TEST_F(LoadingASource, LoopsTheDurationOrTheMinimumLength)
 {
     struct Row {
         double duration;
         const char* range;
     };
-    // A length that is unknown or very short gives the least loop.
+    // An unknown or very short length gives a loop of the minimum length.
     const Row rows[] = {{20, "from 0/600 for 12000/600"}, {0.2, "from 0/600 for 120/600"},
                         {0.05, "from 0/600 for 30/600"},  {0.01, "from 0/600 for 30/600"},
                         {0, "from 0/600 for 30/600"},     {7200.5, "from 0/600 for 4320300/600"}};
     for (const Row& row : rows) {
         choose("/clips/a.mov");
-        happened();
+        takeJournal();
         finishLoad(row.duration);
         EXPECT_EQ(model().trimEnd(), row.duration);
         EXPECT_EQ(model().phase(), Phase::ready());
-        const Lines lines = happened();
+        const Lines lines = takeJournal();
         EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [&](const std::string& line) {
             return line.ends_with(row.range);
         })) << row.range;
@@ -171,35 +171,35 @@ TEST_F(LoadingASource, LoopsWhatTheDurationLeaves)
 TEST_F(LoadingASource, FailsWithTheMessageOfTheProbe)
 {
     choose("/clips/tall.mov");
-    happened();
-    m_world.inspections.back().task().fail(MediaToolError::verticalSource());
-    EXPECT_EQ(happened(),
+    takeJournal();
+    m_services.inspections.back().task().fail(MediaToolError::verticalSource());
+    EXPECT_EQ(takeJournal(),
               Lines{"phase failed: Choose a horizontal video. Stackreel only stacks crops from horizontal "
                     "sources."});
     EXPECT_EQ(model().sourceURL(), "/clips/tall.mov");
     EXPECT_EQ(model().mediaInfo(), std::nullopt);
     EXPECT_EQ(model().player(), nullptr);
     EXPECT_EQ(model().trimEnd(), 0);
-    EXPECT_EQ(m_world.previews.size(), 0U) << "no preview is made";
+    EXPECT_EQ(m_services.previews.size(), 0U) << "no preview is made";
 }
 
 TEST_F(LoadingASource, FailsWithTheMessageOfThePreview)
 {
     choose("/clips/a.mov");
-    m_world.inspections.back().task().complete(clip(20));
-    happened();
-    m_world.previews.back().task().fail(MediaToolError::processFailed("FFmpeg", 1, ""));
-    EXPECT_EQ(happened(), Lines{"phase failed: FFmpeg could not process this video."});
+    m_services.inspections.back().task().complete(clip(20));
+    takeJournal();
+    m_services.previews.back().task().fail(MediaToolError::processFailed("FFmpeg", 1, ""));
+    EXPECT_EQ(takeJournal(), Lines{"phase failed: FFmpeg could not process this video."});
     EXPECT_EQ(model().mediaInfo(), std::nullopt);
     EXPECT_EQ(model().player(), nullptr);
     EXPECT_EQ(model().trimEnd(), 0);
 }
 
-TEST_F(LoadingASource, LeavesNoOldPlayerWhenItFails)
+TEST_F(LoadingASource, RemovesTheOldPlayerWhenItFails)
 {
     load(20);
     choose("/clips/b.mov");
-    m_world.inspections.back().task().fail(std::runtime_error("no"));
+    m_services.inspections.back().task().fail(std::runtime_error("no"));
     EXPECT_EQ(model().phase(), Phase::failed("no"));
     EXPECT_EQ(model().player(), nullptr);
     model().endTimelineInteraction(true);

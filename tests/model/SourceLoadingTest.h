@@ -12,8 +12,8 @@ namespace stackreel
 class SourceLoadingTest : public ModelTest
 {
 protected:
-    /// What `forgetSource` announces between the phase and the end of the old player.
-    static Lines forgotten(const std::string& source)
+    /// The changes from the start of a load until the old player is torn down.
+    static Lines resetChanges(const std::string& source)
     {
         return {"phase preparing", "sourceURL " + source, "mediaInfo none", "timelineThumbnails 0",
                 "trimStart 0",     "trimEnd 0",           "currentTime 0"};

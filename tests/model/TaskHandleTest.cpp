@@ -18,7 +18,7 @@ namespace
 class TaskHandleTest : public testing::Test
 {
 protected:
-    /// Starts a task that waits for the manual one and then notes that it has come to its end.
+    /// Starts a task that waits for `m_work` and then sets `m_done`.
     std::shared_ptr<TaskHandle> start()
     {
         return TaskHandle::start(*m_context,
@@ -53,19 +53,19 @@ TEST_F(TaskHandleTest, BeginsFromTheEventLoop)
     EXPECT_TRUE(task->hasEnded());
 }
 
-TEST_F(TaskHandleTest, KeepsWhatTheBodyHoldsUntilTheWorkHasEnded)
+TEST_F(TaskHandleTest, KeepsTheBodysCapturesUntilTheWorkHasEnded)
 {
     const std::weak_ptr<int> held = m_sentinel;
     start();
     m_sentinel.reset();
     QCoreApplication::sendPostedEvents();
-    EXPECT_FALSE(held.expired()) << "although nobody holds the handle";
+    EXPECT_FALSE(held.expired()) << "even though the handle is destroyed";
     m_work.complete(0);
     EXPECT_TRUE(m_done);
     EXPECT_TRUE(held.expired());
 }
 
-TEST_F(TaskHandleTest, EndsWithTheContextBeforeItBegins)
+TEST_F(TaskHandleTest, EndsWhenTheContextIsDestroyedBeforeItBegins)
 {
     const auto task = start();
     m_context.reset();
@@ -74,7 +74,7 @@ TEST_F(TaskHandleTest, EndsWithTheContextBeforeItBegins)
     EXPECT_FALSE(m_begun);
 }
 
-TEST_F(TaskHandleTest, GoesOnWithoutTheContextOnceItHasBegun)
+TEST_F(TaskHandleTest, ContinuesWithoutTheContextOnceItHasBegun)
 {
     const auto task = start();
     QCoreApplication::sendPostedEvents();

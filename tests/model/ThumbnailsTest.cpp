@@ -59,18 +59,18 @@ TEST_F(TimelineThumbnails, AreFromTheMiddlesOfEqualSlices)
         EXPECT_EQ(m_loader->generatorFiles.back(), source);
         EXPECT_NE(m_loader->usedOn, std::this_thread::get_id());
     }
-    EXPECT_EQ(m_loader->requestedTimes.size(), std::size(rows)) << "all times are asked for at once";
+    EXPECT_EQ(m_loader->requestedTimes.size(), std::size(rows)) << "one request for all times";
 }
 
 TEST_F(TimelineThumbnails, ComputeTheQuotientBeforeTheProduct)
 {
-    // Multiplied first, the 1st and the 7th would be 2/600 and 20/600.
+    // Multiplying first would give 2/600 and 20/600 for the 1st and the 7th.
     thumbnails(0.06, 12);
     EXPECT_EQ(m_loader->requestedTimes.back().at(0), MediaTime::fromUnits(1));
     EXPECT_EQ(m_loader->requestedTimes.back().at(6), MediaTime::fromUnits(19));
 }
 
-TEST_F(TimelineThumbnails, AreUprightSmallAndNearTheTimeAskedFor)
+TEST_F(TimelineThumbnails, AreRequestedWithOrientationSizeAndTolerance)
 {
     thumbnails(10, 4);
     const ImageGeneratorSettings& settings = m_loader->generatorSettings.back();
@@ -81,7 +81,7 @@ TEST_F(TimelineThumbnails, AreUprightSmallAndNearTheTimeAskedFor)
     EXPECT_EQ(settings.toleranceAfter, MediaTime::fromUnits(300));
 }
 
-TEST_F(TimelineThumbnails, AreNoneWithoutATimeOrANumber)
+TEST_F(TimelineThumbnails, AreNoneWithoutADurationOrACount)
 {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     const std::pair<double, int> rows[] = {
@@ -98,7 +98,7 @@ TEST_F(TimelineThumbnails, AreNoneWithoutATimeOrANumber)
     EXPECT_TRUE(m_loader->openedFiles.empty());
 }
 
-TEST_F(TimelineThumbnails, LeaveOutWhatFailed)
+TEST_F(TimelineThumbnails, OmitFailedImages)
 {
     m_loader->answers = [](const std::vector<MediaTime>& times) {
         auto images = FakeAssetLoader::oneImageEach(times);
@@ -112,7 +112,7 @@ TEST_F(TimelineThumbnails, LeaveOutWhatFailed)
     EXPECT_TRUE(thumbnails(10, 4).empty());
 }
 
-TEST_F(TimelineThumbnails, ComeInTheOrderOfTheirTimes)
+TEST_F(TimelineThumbnails, AreSortedByTheirTimes)
 {
     m_loader->answers = [](const std::vector<MediaTime>& times) {
         return std::vector<GeneratedImage>{
@@ -122,7 +122,7 @@ TEST_F(TimelineThumbnails, ComeInTheOrderOfTheirTimes)
     EXPECT_EQ(numbers(thumbnails(10, 4)), (std::vector<int>{0, 1, 2, 3}));
 }
 
-TEST_F(TimelineThumbnails, AreOrderedByTheTimesAskedForAndNotByThoseOfTheFrames)
+TEST_F(TimelineThumbnails, AreSortedByRequestedTimesNotByFrameTimes)
 {
     // The tolerance lets a later request have the earlier frame.
     m_loader->answers = [](const std::vector<MediaTime>& times) {

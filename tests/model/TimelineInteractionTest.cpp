@@ -15,9 +15,9 @@ TEST_F(ATimelineInteraction, InterruptsPlaybackAndResumesIt)
 {
     load(20);
     model().beginTimelineInteraction();
-    EXPECT_EQ(happened(), (Lines{"player 1: pause", "previewPlaying false"}));
+    EXPECT_EQ(takeJournal(), (Lines{"player 1: pause", "previewPlaying false"}));
     model().endTimelineInteraction(false);
-    EXPECT_EQ(happened(), (Lines{"player 1: play", "previewPlaying true"}));
+    EXPECT_EQ(takeJournal(), (Lines{"player 1: play", "previewPlaying true"}));
 }
 
 TEST_F(ATimelineInteraction, LeavesAPausedPreviewPaused)
@@ -25,81 +25,81 @@ TEST_F(ATimelineInteraction, LeavesAPausedPreviewPaused)
     load(20);
     pause();
     model().beginTimelineInteraction();
-    EXPECT_EQ(happened(), (Lines{"player 1: pause", "previewPlaying false"}));
+    EXPECT_EQ(takeJournal(), (Lines{"player 1: pause", "previewPlaying false"}));
     model().endTimelineInteraction(false);
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
 }
 
-TEST_F(ATimelineInteraction, BegunTwiceForgetsThatThePreviewPlayed)
+TEST_F(ATimelineInteraction, DoesNotResumeWhenBegunTwice)
 {
     load(20);
     model().beginTimelineInteraction();
     model().beginTimelineInteraction();
-    happened();
+    takeJournal();
     model().endTimelineInteraction(false);
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
     EXPECT_FALSE(model().previewPlaying());
 }
 
-TEST_F(ATimelineInteraction, EndedTwiceResumesOnce)
+TEST_F(ATimelineInteraction, ResumesOnceWhenEndedTwice)
 {
     load(20);
     model().beginTimelineInteraction();
     model().endTimelineInteraction(false);
     pause();
     model().endTimelineInteraction(false);
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
 }
 
 TEST_F(ATimelineInteraction, WorksWithoutAPlayer)
 {
     model().togglePreviewPlayback();
-    happened();
+    takeJournal();
     model().beginTimelineInteraction();
-    EXPECT_EQ(happened(), Lines{"previewPlaying false"});
+    EXPECT_EQ(takeJournal(), Lines{"previewPlaying false"});
     model().endTimelineInteraction(false);
-    EXPECT_EQ(happened(), Lines{"previewPlaying true"});
+    EXPECT_EQ(takeJournal(), Lines{"previewPlaying true"});
     model().beginTimelineInteraction();
-    happened();
+    takeJournal();
     model().endTimelineInteraction(true);
-    EXPECT_EQ(happened(), Lines()) << "there is no loop to rebuild";
+    EXPECT_EQ(takeJournal(), Lines()) << "there is no loop to rebuild";
     EXPECT_FALSE(model().previewPlaying());
 }
 
-TEST_F(ATimelineInteraction, ThatMovedAHandleLoopsTheNewRangeFromThePlayhead)
+TEST_F(ATimelineInteraction, LoopsTheNewRangeFromThePlayheadAfterAHandleMoved)
 {
     load(20);
     model().beginTimelineInteraction();
     model().updateTrimStart(6);
     model().updateTrimEnd(8);
-    happened();
+    takeJournal();
     model().endTimelineInteraction(true);
     Lines expected = rebuilt(2, "from 3600/600 for 1200/600", described(8 - 1.0 / 30), "4780/600");
     expected.back() = "player 1: play";
     expected.push_back("previewPlaying true");
-    EXPECT_EQ(happened(), expected);
+    EXPECT_EQ(takeJournal(), expected);
 }
 
-TEST_F(ATimelineInteraction, OfOneStepLoopsFromTheTrimStart)
+TEST_F(ATimelineInteraction, LoopsFromTheTrimStartAfterAStep)
 {
     load(20);
     pause();
     model().beginTimelineInteraction();
     model().updateTrimEnd(8);
-    happened();
+    takeJournal();
     model().endTimelineStep();
-    EXPECT_EQ(happened(), rebuilt(2, "from 0/600 for 4800/600", "0", "0/600"));
+    EXPECT_EQ(takeJournal(), rebuilt(2, "from 0/600 for 4800/600", "0", "0/600"));
 
     model().togglePreviewPlayback();
     model().beginTimelineInteraction();
     model().updateTrimStart(6);
-    happened();
+    takeJournal();
     model().endTimelineStep();
     EXPECT_TRUE(model().previewPlaying());
     EXPECT_EQ(model().currentTime(), 6);
-    happened();
+    takeJournal();
     model().endTimelineInteraction(false);
-    EXPECT_EQ(happened(), Lines()) << "what was interrupted has been resumed already";
+    EXPECT_EQ(takeJournal(), Lines()) << "playback has been resumed already";
 }
 
 TEST_F(RebuildingTheLoop, PlacesThePlayheadInsideTheRange)
@@ -129,29 +129,29 @@ TEST_F(RebuildingTheLoop, PlacesThePlayheadInsideTheRange)
     };
     int looper = 1;
     for (const Row& row : rows) {
-        place(row.trimStart, row.trimEnd, row.currentTime);
+        setTimes(row.trimStart, row.trimEnd, row.currentTime);
         model().endTimelineInteraction(true);
         EXPECT_NEAR(model().currentTime(), row.playhead, 1e-12);
-        EXPECT_EQ(happened(), rebuilt(++looper, row.range, described(model().currentTime()), row.seek));
+        EXPECT_EQ(takeJournal(), rebuilt(++looper, row.range, described(model().currentTime()), row.seek));
     }
 }
 
-TEST_F(RebuildingTheLoop, KeepsTheLeastLengthOfAShortClip)
+TEST_F(RebuildingTheLoop, KeepsTheMinimumLengthOfAShortClip)
 {
     load(0.2);
     pause();
-    place(0.1, 0.1, 0.1);
+    setTimes(0.1, 0.1, 0.1);
     model().endTimelineInteraction(true);
-    EXPECT_EQ(happened(), rebuilt(2, "from 60/600 for 60/600", "0.1", "60/600"));
+    EXPECT_EQ(takeJournal(), rebuilt(2, "from 60/600 for 60/600", "0.1", "60/600"));
 }
 
-TEST_F(RebuildingTheLoop, DoesNothingBeforeThereIsAFileToPlay)
+TEST_F(RebuildingTheLoop, DoesNothingWithoutAFileToPlay)
 {
-    model().setPlayer(m_world.playback->makePlayer());
+    model().setPlayer(m_services.playback->makePlayer());
     model().setPreviewPlaying(true);
-    happened();
+    takeJournal();
     model().endTimelineInteraction(true);
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
     EXPECT_TRUE(model().previewPlaying());
 }
 

@@ -11,12 +11,12 @@ using MovingTheTrimEnd = PreviewPlaybackTest;
 
 } // namespace
 
-TEST_F(MovingTheTrimStart, KeepsTheLeastLengthBeforeTheEnd)
+TEST_F(MovingTheTrimStart, KeepsTheMinimumLengthBeforeTheEnd)
 {
     struct Row {
         double duration;
         double trimEnd;
-        double asked;
+        double requested;
         double trimStart;
         const char* seek;
     };
@@ -28,30 +28,30 @@ TEST_F(MovingTheTrimStart, KeepsTheLeastLengthBeforeTheEnd)
     };
     for (const Row& row : rows) {
         load(row.duration);
-        place(0, row.trimEnd, 0);
-        model().updateTrimStart(row.asked);
-        EXPECT_NEAR(model().trimStart(), row.trimStart, 1e-12) << row.asked;
+        setTimes(0, row.trimEnd, 0);
+        model().updateTrimStart(row.requested);
+        EXPECT_NEAR(model().trimStart(), row.trimStart, 1e-12) << row.requested;
         EXPECT_EQ(model().currentTime(), model().trimStart());
         EXPECT_EQ(model().trimEnd(), row.trimEnd);
         const std::string start = described(model().trimStart());
-        EXPECT_EQ(happened(), (Lines{"trimStart " + start, "currentTime " + start,
-                                     player().name() + ": seek to " + row.seek}));
+        EXPECT_EQ(takeJournal(), (Lines{"trimStart " + start, "currentTime " + start,
+                                        player().name() + ": seek to " + row.seek}));
     }
 }
 
 TEST_F(MovingTheTrimStart, WorksWithoutASource)
 {
-    place(0, 10, 0);
+    setTimes(0, 10, 0);
     model().updateTrimStart(9.99);
-    EXPECT_EQ(happened(), (Lines{"trimStart 9.95", "currentTime 9.95"}));
+    EXPECT_EQ(takeJournal(), (Lines{"trimStart 9.95", "currentTime 9.95"}));
 }
 
-TEST_F(MovingTheTrimEnd, KeepsTheLeastLengthAfterTheStartAndStaysInTheClip)
+TEST_F(MovingTheTrimEnd, KeepsTheMinimumLengthAfterTheStartAndStaysInTheClip)
 {
     struct Row {
         double duration;
         double trimStart;
-        double asked;
+        double requested;
         double trimEnd;
         double currentTime;
         const char* seek;
@@ -61,7 +61,7 @@ TEST_F(MovingTheTrimEnd, KeepsTheLeastLengthAfterTheStartAndStaysInTheClip)
         {20, 0, 10, 10, 10 - 1.0 / 30, "5980/600"},
         {20, 9, 9.1, 9.25, 9.25 - 1.0 / 30, "5530/600"},
         {20, 9, -5, 9.25, 9.25 - 1.0 / 30, "5530/600"},
-        // The least length may reach past the end of the clip.
+        // The minimum length may reach past the end of the clip.
         {20, 19.9, 20, 20.15, 20.15 - 1.0 / 30, "12070/600"},
         {0.2, 0, 0.01, 0.1, 0.1 - 1.0 / 30, "40/600"},
         {0.05, 0, 0.01, 0.05, 0.05 - 1.0 / 30, "10/600"},
@@ -69,14 +69,14 @@ TEST_F(MovingTheTrimEnd, KeepsTheLeastLengthAfterTheStartAndStaysInTheClip)
     };
     for (const Row& row : rows) {
         load(row.duration);
-        place(row.trimStart, row.duration, row.trimStart);
-        model().updateTrimEnd(row.asked);
-        EXPECT_NEAR(model().trimEnd(), row.trimEnd, 1e-12) << row.asked;
-        EXPECT_NEAR(model().currentTime(), row.currentTime, 1e-12) << row.asked;
+        setTimes(row.trimStart, row.duration, row.trimStart);
+        model().updateTrimEnd(row.requested);
+        EXPECT_NEAR(model().trimEnd(), row.trimEnd, 1e-12) << row.requested;
+        EXPECT_NEAR(model().currentTime(), row.currentTime, 1e-12) << row.requested;
         EXPECT_EQ(model().trimStart(), row.trimStart);
-        EXPECT_EQ(happened(), (Lines{"trimEnd " + described(model().trimEnd()),
-                                     "currentTime " + described(model().currentTime()),
-                                     player().name() + ": seek to " + row.seek}));
+        EXPECT_EQ(takeJournal(), (Lines{"trimEnd " + described(model().trimEnd()),
+                                        "currentTime " + described(model().currentTime()),
+                                        player().name() + ": seek to " + row.seek}));
     }
 }
 
@@ -84,9 +84,9 @@ TEST_F(MovingTheTrimEnd, PutsThePlayheadAFrameBeforeTheEndOfTheShortestRange)
 {
     load(20);
     model().setMediaInfo(clip(0.05));
-    place(0, 20, 0);
+    setTimes(0, 20, 0);
     model().setTrimStart(3);
-    happened();
+    takeJournal();
     model().updateTrimEnd(2);
     EXPECT_NEAR(model().trimEnd(), 3.05, 1e-12);
     EXPECT_NEAR(model().currentTime(), 3.05 - 1.0 / 30, 1e-12);
@@ -94,9 +94,9 @@ TEST_F(MovingTheTrimEnd, PutsThePlayheadAFrameBeforeTheEndOfTheShortestRange)
 
 TEST_F(MovingTheTrimEnd, DoesNothingWithoutASource)
 {
-    place(0, 10, 4);
+    setTimes(0, 10, 4);
     model().updateTrimEnd(5);
-    EXPECT_EQ(happened(), Lines());
+    EXPECT_EQ(takeJournal(), Lines());
     EXPECT_EQ(model().trimEnd(), 10);
 }
 

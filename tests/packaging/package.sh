@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # package.sh FOLDER: tests the Debian package. Builds it twice and compares the results, runs lintian, and installs it in a
-# minimal system of this machine's own release. There it exports a clip, opens the window, looks for updates and removes
+# bare root of this machine's own release. There it exports a clip, opens the window, looks for updates and removes
 # the package. Prints one line for each check: ok, FAILED or skipped. Logs and screenshots stay in FOLDER.
 set -uo pipefail
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)

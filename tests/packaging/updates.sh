@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# updates.sh FOLDER: runs the program in the minimal system below FOLDER, with a feed and a key, and checks that it fetches
+# updates.sh FOLDER: runs the program in the bare root below FOLDER, with a feed and a key, and checks that it fetches
 # the feed over TLS from a server outside, whose certificate that system trusts.
 set -uo pipefail
 folder=$1

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# window.sh FOLDER COMMAND: starts the program in the minimal system below FOLDER on an X server outside, opens the clip in
+# window.sh FOLDER COMMAND: starts the program in the bare root below FOLDER on an X server outside, opens the clip in
 # its home folder, and checks what the window shows. Screenshots: FOLDER/window.png, FOLDER/playing.png.
 set -uo pipefail
 folder=$1
