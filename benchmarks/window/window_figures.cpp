@@ -1,8 +1,12 @@
-// The program's own window, measured from inside.
-//   window_figures start MICROSECONDS   milliseconds from that moment (since the epoch) to the first painted
-//   frame window_figures drag CLIP SECONDS    paints and handling times while the preview loops and a crop is
-//   dragged window_figures idle CLIP SECONDS    processor time with the preview paused window_figures loop
-//   CLIP SECONDS    processor time and memory while the preview loops
+// Measures the program's own window from inside. The first word of the arguments is one of:
+//
+//   start MICROSECONDS    prints the milliseconds from that time (since the epoch) to the first painted frame
+//
+//   drag CLIP SECONDS     prints paint intervals and event times during a drag over a looping preview
+//
+//   idle CLIP SECONDS     prints the processor time with the preview paused
+//
+//   loop CLIP SECONDS     prints processor time and memory while the preview loops
 
 #include "app/SceneGraph.h"
 #include "app/StackreelApp.h"
@@ -34,7 +38,7 @@ namespace
 
 using namespace stackreel;
 
-/// Chooses the given file as soon as it is asked.
+/// A panel that chooses its file at once.
 class GivenFile : public OpenPanel
 {
 public:
@@ -48,6 +52,7 @@ private:
     std::filesystem::path m_file;
 };
 
+/// A panel that is cancelled at once.
 class NoFile : public SavePanel
 {
 public:
@@ -67,7 +72,7 @@ void load(StackreelApp& app)
     while (app.model().phase().kind() == Phase::Kind::empty ||
            app.model().phase().kind() == Phase::Kind::preparing)
         wait(10);
-    // Until the thumbnails are there, too.
+    // Wait for the thumbnails, too.
     for (int turn = 0; turn < 500 && app.model().timelineThumbnails().empty(); ++turn)
         wait(10);
     wait(1000);
@@ -99,7 +104,7 @@ double atShare(std::vector<double> values, double share)
                            values.size() - 1)];
 }
 
-/// Notes when the window painted, on whichever thread paints.
+/// Records when the window painted. The scene graph may paint on another thread.
 class Paints
 {
 public:
@@ -132,7 +137,7 @@ private:
     std::vector<double> m_times;
 };
 
-/// Hands one pointer event to the window; gives the milliseconds that took.
+/// Sends one pointer event to the window and returns the milliseconds that took.
 double point(QQuickWindow& window, QEvent::Type type, QPointF at)
 {
     const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
@@ -167,7 +172,7 @@ void drag(StackreelApp& app, int seconds)
     const std::vector<double> intervals = paints.takeIntervals();
     pointer.stop();
     point(window, QEvent::MouseButtonRelease, centre);
-    // A frame of 60 a second has its moment every 16.7 ms; half of that over is late.
+    // At 60 frames a second the interval is 16.7 ms. One that is longer by half is late.
     const auto late = std::count_if(intervals.begin(), intervals.end(), [](double ms) { return ms > 25; });
     std::printf("painted %.1f a second, late %.2f %%, longest %.1f ms\n",
                 static_cast<double>(intervals.size()) / seconds,
