@@ -56,7 +56,7 @@ bool halfResembles(std::string_view result, std::string_view source)
     const Statistics ofSource = statistics(source);
     if (ofSource.deviation < flatSource)
         return ofResult.deviation < flatResult && std::abs(ofResult.mean - ofSource.mean) < sameBrightness;
-    // A result without any structure must not be divided by.
+    // A flat result has no deviation, and the correlation would divide by it.
     return ofResult.deviation > 0.5 && correlation(result, ofResult, source, ofSource) >= leastCorrelation;
 }
 
