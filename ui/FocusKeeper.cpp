@@ -37,8 +37,12 @@ void FocusKeeper::giveBack()
 {
     const QPointer<QQuickItem> item = m_remembered;
     m_remembered = nullptr;
-    if (item && item->isVisible() && item->isEnabled() && focused() == nullptr)
+    if (!item || !item->isVisible() || !item->isEnabled())
+        return;
+    if (focused() == nullptr)
         item->forceActiveFocus(m_showedFocus ? Qt::ShortcutFocusReason : Qt::PopupFocusReason);
+    else if (focused() == item && m_showedFocus)
+        item->setProperty("focusReason", Qt::ShortcutFocusReason);
 }
 
 void FocusKeeper::takePointerOff(QQuickItem* title)

@@ -9,7 +9,8 @@ namespace stackreel
 {
 
 /// Restores the keyboard focus to the item of `content` that had it before a menu or dialog opened. Without
-/// it, no item has the focus after the menu closes (Qt 6.4). Main thread.
+/// it, no item has the focus after the menu closes (Qt 6.4), or the item does not show that it has the focus
+/// (Qt 6.8). Main thread.
 class FocusKeeper : public QObject
 {
     Q_OBJECT
@@ -24,8 +25,8 @@ public:
 
     /// To be called before the focus is taken. Keeps what it knows while the focus is outside the content.
     Q_INVOKABLE void remember();
-    /// Nothing while the content has the focus again, or when what had it is not to be seen any more. It
-    /// shows its focus again if it did.
+    /// Moves no focus that is in the content again, and gives none to an item that is hidden or disabled by
+    /// now. The item shows its focus again if it did before.
     Q_INVOKABLE void giveBack();
 
     /// Sends a hover leave event to the title of a menu that closes. Does nothing when the title is no longer
