@@ -2,6 +2,7 @@
 # What the command line adds to the tools it runs, measured in pairs within one run:
 #   export   stackreel-cli export  /  the system's ffmpeg with the same final arguments
 #   probe    stackreel-cli probe   −  the system's ffprobe with the same arguments
+#   check    the comparison of the first and last pictures that follows an export
 #   memory   the peak memory of our own process during an export
 # Usage: benchmarks/command_line.sh [CLIP] [PAIRS]      after ./run or ./test has built build/release
 # Without CLIP, it makes ten seconds of a 1080p60 test pattern.
@@ -64,6 +65,25 @@ done >"$work/probes"
 echo "probe, median: ours $(awk '{ print $1 / 1000 }' "$work/probes" | median) ms," \
   "bare ffprobe $(awk '{ print $2 / 1000 }' "$work/probes" | median) ms," \
   "difference $(awk '{ print ($1 - $2) / 1000 }' "$work/probes" | median) ms"
+
+# A stand-in for the system's ffmpeg measures the runs that write small pictures. A second run means a difference.
+mkdir "$work/stopwatch"
+cat >"$work/stopwatch/ffmpeg" <<'STOPWATCH'
+#!/bin/bash
+case " $* " in *" rawvideo "*) ;; *) exec "$REAL_FFMPEG" "$@" ;; esac
+start=${EPOCHREALTIME/[.,]/}
+"$REAL_FFMPEG" "$@"
+status=$?
+echo $((${EPOCHREALTIME/[.,]/} - start)) >>"$TIMES"
+exit $status
+STOPWATCH
+chmod +x "$work/stopwatch/ffmpeg"
+for ((pair = 1; pair <= pairs; pair++)); do
+  REAL_FFMPEG=$(command -v ffmpeg) TIMES=$work/checks PATH=$work/stopwatch:$PATH \
+    timed "$cli" export --overwrite --quiet "$clip" "$work/ours.mp4" >/dev/null
+done
+echo "check of the pictures, median of $(wc -l <"$work/checks") in $pairs exports:" \
+  "$(awk '{ print $1 / 1000 }' "$work/checks" | median) ms"
 
 "$cli" export --overwrite --quiet "$clip" "$work/ours.mp4" >/dev/null &
 process=$!

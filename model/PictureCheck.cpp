@@ -20,7 +20,7 @@ using Words = std::vector<std::string>;
 // How long the compared end is, and how far the source is read beyond it: the result's last picture may lie
 // there where its first one came late.
 constexpr double endSeconds = 0.25;
-constexpr double beyondSeconds = 0.1;
+constexpr double beyondSeconds = 0.04;
 
 std::string seconds(double value)
 {
@@ -61,15 +61,19 @@ std::string branch(int input, const std::string& first, const std::string& top, 
            "[o" + n + "];";
 }
 
-std::string filterGraph(const ExportRequest& request)
+std::string filterGraph(const ExportRequest& request, Decoding decoding)
 {
     const std::string top = crop(request.top.sourcePixels(request.media));
     const std::string bottom = crop(request.bottom.sourcePixels(request.media));
     const std::string upperHalf = "crop=iw:trunc(ih/2):0:0";
     const std::string lowerHalf = "crop=iw:trunc(ih/2):0:ih-trunc(ih/2)";
     const std::string only = "trim=end_frame=1,";
-    return branch(0, only, top, bottom) + branch(1, only, upperHalf, lowerHalf) + branch(2, "", top, bottom) +
-           branch(3, "", upperHalf, lowerHalf) + "[o0][o1][o2][o3]concat=n=4[pictures]";
+    const bool fast = decoding == Decoding::fast;
+    const std::string lastFour = fast ? "reverse,trim=end_frame=4," : "";
+    const std::string last = fast ? "reverse,trim=end_frame=1," : "";
+    return branch(0, only, top, bottom) + branch(1, only, upperHalf, lowerHalf) +
+           branch(2, lastFour, top, bottom) + branch(3, last, upperHalf, lowerHalf) +
+           "[o0][o1][o2][o3]concat=n=4[pictures]";
 }
 
 } // namespace
@@ -95,8 +99,8 @@ std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Dec
     append(words, options);
     append(words, seek(end));
     append(words, result);
-    append(words, {"-filter_complex", filterGraph(request), "-map", "[pictures]", "-fps_mode", "passthrough",
-                   "-f", "rawvideo", "-"});
+    append(words, {"-filter_complex", filterGraph(request, decoding), "-map", "[pictures]", "-fps_mode",
+                   "passthrough", "-f", "rawvideo", "-"});
     return words;
 }
 

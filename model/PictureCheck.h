@@ -14,8 +14,9 @@ namespace stackreel
 
 /// How thoroughly the pictures at the end are decoded.
 enum class Decoding {
-    fast, ///< without pictures that no other picture refers to, and without the loop filter
-    exact
+    fast, ///< without pictures that no other picture refers to, and without the loop filter; only the last
+          ///< ones
+    exact ///< all pictures of the last quarter second
 };
 
 /// The arguments of `ffmpeg` that write the first pictures and those of the last quarter second of an export,

@@ -3,6 +3,8 @@
 #include "platform/shim/FilterGraph.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <iterator>
 #include <optional>
 
@@ -45,6 +47,20 @@ std::optional<std::string> takeDuration(Arguments& arguments)
     return seconds;
 }
 
+/// A third of a second before the end, where that is behind the first key frame. The last picture can then
+/// be decoded, for a comparison with the source, without the up to 250 pictures before it.
+std::optional<std::string> lastKeyFrame(const std::string& duration)
+{
+    double seconds = 0;
+    std::from_chars(duration.data(), duration.data() + duration.size(), seconds);
+    if (!(seconds > 0.5))
+        return std::nullopt;
+    std::array<char, 384> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), seconds - 0.35, std::chars_format::fixed, 3);
+    return std::string(text.data(), end.ptr);
+}
+
 } // namespace
 
 // From FFmpeg 7.0 to 8.0 `setpts` removes the frame rate and the duration of the pictures. Encoders then take
@@ -58,8 +74,10 @@ Arguments withTimeStampsResetAfterEncoding(Arguments arguments)
     const auto duration = takeDuration(arguments);
     const auto graph = graphOf();
     *graph = withTrim(*graph, duration);
-    const Arguments filter{"-bsf:v", "setts=pts=PTS-STARTPTS:dts=DTS-STARTPTS"};
-    arguments.insert(std::next(graph), filter.begin(), filter.end());
+    Arguments options{"-bsf:v", "setts=pts=PTS-STARTPTS:dts=DTS-STARTPTS"};
+    if (const auto time = duration ? lastKeyFrame(*duration) : std::nullopt)
+        options.insert(options.end(), {"-force_key_frames", *time});
+    arguments.insert(std::next(graph), options.begin(), options.end());
     return arguments;
 }
 
