@@ -44,9 +44,19 @@ finish() {
   wait 2>/dev/null
 }
 
-coproc XSERVER { exec Xvfb -displayfd 1 -screen 0 1280x900x24 -nolisten tcp 2>"$folder/xvfb.log"; }
-server=$XSERVER_PID
-read -rt $ceiling number <&"${XSERVER[0]}" || { echo "Xvfb does not start"; exit 1; }
+# A server that ends closes its output, so nothing waits for one that does not come up. Without -noreset it resets itself
+# when its last client disconnects, and drops whoever is just connecting.
+start_server() {
+  coproc XSERVER { exec Xvfb -displayfd 1 -screen 0 1280x900x24 -nolisten tcp -noreset 2>"$folder/xvfb.log"; }
+  server=$XSERVER_PID
+  read -rt "$ceiling" number <&"${XSERVER[0]}" && return
+  echo "Xvfb does not start: $(tail -n 5 "$folder/xvfb.log")"
+  kill -TERM "$server" 2>/dev/null
+  wait "$server" 2>/dev/null
+  return 1
+}
+
+start_server || start_server || start_server || exit 1
 export DISPLAY=:$number DISPLAY_IN_ROOT=:$number
 in_root user sh -c "exec $command" >"$folder/window.log" 2>&1 &
 program=$!

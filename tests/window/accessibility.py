@@ -2,8 +2,7 @@
 
 from accessible import AccessibleDesktop, AccessibleProgram, Atspi, described, descendants, wait_until, is_showing
 from clips import Crop, make_mosaic
-from desktop import Program
-from window_test import WindowTest, executable, main
+from window_test import WindowTest, main
 
 MAIN = "Stackreel"
 OPEN_PANEL = "Choose a horizontal video"
@@ -12,16 +11,16 @@ PANEL = 1080 / (1350 / 2)  # aspect ratio of half the output at 4:5, which is ch
 
 
 class Accessibility(WindowTest):
+    DESKTOP = AccessibleDesktop
+
     @classmethod
     def setUpClass(cls):
-        cls.desktop = AccessibleDesktop()
-        cls.addClassCleanup(cls.desktop.close)
+        super().setUpClass()
         cls.clip = cls.desktop.home / "Beach day.mp4"
         make_mosaic(cls.clip)
 
     def setUp(self):
-        self.program = Program(self.desktop, executable)
-        self.addCleanup(self.program.close)
+        self.program = self.start()
         self.accessible = AccessibleProgram(self.program.process.pid)
         self.status = self.accessible.find(MAIN, "status bar", "Choose a horizontal video to begin.")
         self.announced = []
@@ -81,8 +80,7 @@ class Accessibility(WindowTest):
         self.accessible.act_in_menu(MAIN, "Playback", "Play Preview")
         self.accessible.find(MAIN, "push button", "Pause preview")
         self.accessible.act_in_menu(MAIN, "Stackreel", "Quit")
-        self.assertEqual(self.program.wait(), 0)
-        self.assertEqual(self.program.complaints(), "")
+        self.assert_ends_well(self.program)
 
     def test_announces_a_failure_and_loads_the_next_clip(self):
         text = self.desktop.home / "notes.txt"
@@ -163,8 +161,7 @@ class Accessibility(WindowTest):
 
     def close_window(self):
         self.accessible.act(MAIN, "push button", "Close", "Press")
-        self.assertEqual(self.program.wait(), 0)
-        self.assertEqual(self.program.complaints(), "")
+        self.assert_ends_well(self.program)
 
     def step(self, name, action, value):
         self.accessible.act(MAIN, "slider", name, action)

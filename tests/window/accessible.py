@@ -7,7 +7,8 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
-from desktop import CEILING, Desktop, MessageBus, eventually
+from desktop import Desktop, MessageBus, eventually
+from services import CEILING, retried
 
 
 class AccessibilityBus(MessageBus):
@@ -25,7 +26,7 @@ class AccessibilityBus(MessageBus):
                 if name in environment
             }
         )
-        self.announce_assistive_technology()
+        retried(self.announce_assistive_technology, GLib.Error)
         Atspi.init()
         Atspi.set_timeout(CEILING * 1000, CEILING * 1000)
 
@@ -33,16 +34,19 @@ class AccessibilityBus(MessageBus):
     def announce_assistive_technology():
         connection = Gio.bus_get_sync(Gio.BusType.SESSION)
         connection.set_exit_on_close(False)
-        connection.call_sync(
-            "org.a11y.Bus",
-            "/org/a11y/bus",
-            "org.freedesktop.DBus.Properties",
-            "Set",
-            GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))),
-            None,
-            Gio.DBusCallFlags.NONE,
-            CEILING * 1000,
+        launcher = Gio.DBusProxy.new_sync(
+            connection, Gio.DBusProxyFlags.NONE, None, "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", None
         )
+        launcher.set_default_timeout(CEILING * 1000)
+        launcher.call_sync(
+            "org.freedesktop.DBus.Properties.Set",
+            GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))),
+            Gio.DBusCallFlags.NONE,
+            -1,
+            None,
+        )
+        # Starts the bus itself, or says why it does not start.
+        launcher.call_sync("GetAddress", None, Gio.DBusCallFlags.NONE, -1, None)
 
 
 class AccessibleDesktop(Desktop):

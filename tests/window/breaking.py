@@ -29,10 +29,11 @@ NAMES = (
 
 
 class Breaking(WindowTest):
+    DESKTOP = AccessibleDesktop
+
     @classmethod
     def setUpClass(cls):
-        cls.desktop = AccessibleDesktop()
-        cls.addClassCleanup(cls.desktop.close)
+        super().setUpClass()
         cls.home = cls.desktop.home
         cls.clip = cls.home / "good.mp4"
         make_clip(cls.clip, "320x180", 1)

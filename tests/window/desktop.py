@@ -8,7 +8,7 @@ import subprocess
 import tempfile
 import time
 
-CEILING = 60  # seconds; far more than anything takes, as machines may be busy
+from services import CEILING, start_announced, start_service
 
 
 def eventually(condition, what, limit=CEILING):
@@ -25,19 +25,13 @@ class MessageBus:
     """A session bus. Completes an environment for programs."""
 
     def __init__(self, environment):
-        self.daemon = subprocess.Popen(
+        self.daemon, environment["DBUS_SESSION_BUS_ADDRESS"] = start_announced(
             ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"],
-            text=True,
-            env=environment | {"GSETTINGS_BACKEND": "memory"},
-            stdout=subprocess.PIPE,
-            stderr=subprocess.DEVNULL,
+            environment | {"GSETTINGS_BACKEND": "memory"},
         )
-        environment["DBUS_SESSION_BUS_ADDRESS"] = self.daemon.stdout.readline().strip()
 
     def close(self):
-        self.daemon.terminate()
-        self.daemon.wait()
-        self.daemon.stdout.close()
+        self.daemon.close()
 
 
 class Desktop:
@@ -51,38 +45,36 @@ class Desktop:
         self.home = self.folder / "home"
         self.home.mkdir()
         (self.folder / "runtime").mkdir(mode=0o700)
-        read, write = os.pipe()
-        self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", f"{self.SCREEN}x24", "-nolisten", "tcp"],
-            pass_fds=[write],
-            stdout=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL,
+        # Without -noreset the server resets itself when its last client disconnects, and drops whoever is just
+        # connecting: the window manager, when xprop has disconnected.
+        self.server, display = start_announced(
+            ["Xvfb", "-displayfd", "1", "-screen", "0", f"{self.SCREEN}x24", "-nolisten", "tcp", "-noreset"]
         )
-        os.close(write)
-        with os.fdopen(read) as numbers:
-            display = ":" + numbers.readline().strip()
         self.environment = {
             "PATH": os.environ["PATH"],
             "HOME": str(self.home),
             "LANG": "C.UTF-8",
-            "DISPLAY": display,
+            "DISPLAY": f":{display}",
             "XDG_RUNTIME_DIR": str(self.folder / "runtime"),
             "TMPDIR": str(self.folder),
             "QT_QPA_PLATFORM": "xcb",
         }
-        self.prepare()
-        self.manager = subprocess.Popen(
-            self.MANAGER, env=self.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
-        )
-        eventually(lambda: "_NET_WM_NAME" in self.output("xprop", "-root", "_NET_SUPPORTED"), "a window manager")
+        try:
+            self.prepare()
+            self.manager = start_service(self.MANAGER, lambda _: self.is_managed(), self.environment)
+        except BaseException:
+            self.server.close()
+            raise
 
     def prepare(self):
         """What the window manager needs to be there before it starts."""
 
+    def is_managed(self):
+        return "_NET_WM_NAME" in self.output("xprop", "-root", "_NET_SUPPORTED")
+
     def close(self):
-        for process in (self.manager, self.server):
-            process.terminate()
-            process.wait()
+        self.manager.close()
+        self.server.close()
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def output(self, *command):
@@ -97,20 +89,19 @@ class Desktop:
 
     def window(self, title, limit=CEILING):
         """The visible window with this title, once there is one."""
-        return eventually(
-            lambda: self.xdotool("search", "--onlyvisible", "--name", f"^{title}$").split("\n")[0],
-            f"a window “{title}”",
-            limit,
-        )
+        return eventually(lambda: self.visible_window(title), f"a window “{title}”", limit)
+
+    def visible_window(self, title):
+        """The first visible window with this title; empty when there is none."""
+        return self.xdotool("search", "--onlyvisible", "--name", f"^{title}$").split("\n")[0]
 
     def type_path(self, panel_title, path):
         """Types a path into the panel with this title, in place of what stands there, and confirms."""
         panel = self.window(panel_title)
         self.xdotool("windowactivate", "--sync", panel)
-        time.sleep(0.3)
+        eventually(lambda: self.xdotool("getactivewindow") == panel, f"the focus on “{panel_title}”")
         self.xdotool("key", "ctrl+a")
         self.xdotool("type", "--delay", 8, path)
-        time.sleep(0.2)
         self.xdotool("key", "Return")
 
 
@@ -133,8 +124,17 @@ class Program:
             stderr=self.errors,
             preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL),
         )
-        self.window = desktop.window("Stackreel")
-        eventually(lambda: len(self.colours(0, 0, 400, 100)) > 8, "a painted window")
+        try:
+            self.window = eventually(self.window_if_alive, "the program's window")
+            eventually(lambda: len(self.colours(0, 0, 400, 100)) > 8, "a painted window")
+        except BaseException:
+            self.close()
+            raise
+
+    def window_if_alive(self):
+        if self.process.poll() is not None:
+            raise AssertionError(f"the program ended with status {self.process.returncode}: {self.complaints()}")
+        return self.desktop.visible_window("Stackreel")
 
     def close(self):
         if self.process.poll() is None:
@@ -190,6 +190,11 @@ class Program:
     def progress_is_shown(self):
         return self.CORAL in self.colours(24, 118, 220, 14)
 
+    def thumbnails_are_shown(self):
+        """Whether the timeline has pictures up to its end."""
+        width, height = self.size()
+        return len(set(self.picture(width - 460, height - 80, 60, 1))) > 16
+
     def failure_is_shown(self):
         return self.CORAL in self.colours(24, 90, 400, 30)
 
@@ -198,22 +203,32 @@ class Program:
     def point(self, x, y):
         left, top, _, _ = self.place()
         self.desktop.xdotool("mousemove", left + x, top + y)
-        time.sleep(0.05)
 
     def click(self, x, y, times=1):
         self.point(x, y)
         self.desktop.xdotool("click", "--repeat", times, "--delay", 80, 1)
 
     def drag(self, x, y, by_x, by_y, steps=10):
-        """Slowly enough for a window manager to follow."""
+        """Drags something in the window. The program gets these events in order, so there is nothing to wait for."""
         self.point(x, y)
         self.desktop.xdotool("mousedown", 1)
-        for step in range(steps):
+        for _ in range(steps):
+            self.desktop.xdotool("mousemove_relative", "--", by_x // steps, by_y // steps)
+        self.desktop.xdotool("mouseup", 1)
+
+    def drag_frame(self, x, y, by_x, by_y, is_done, steps=20):
+        """Drags the window by its frame, and waits until `is_done`. At the pace of a hand: the window manager takes over
+        a moment after the first movement, and gives the pointer back a moment after the end, which the toolkit takes
+        for held until then. Neither shows when."""
+        self.point(x, y)
+        self.desktop.xdotool("mousedown", 1)
+        for _ in range(steps):
             time.sleep(0.04)
             self.desktop.xdotool("mousemove_relative", "--", by_x // steps, by_y // steps)
         time.sleep(0.1)
         self.desktop.xdotool("mouseup", 1)
-        time.sleep(0.2)
+        time.sleep(0.3)
+        eventually(is_done, f"the window dragged by {(by_x, by_y)}")
 
     def key(self, *keys):
         self.desktop.xdotool("windowactivate", "--sync", self.window)

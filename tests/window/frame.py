@@ -3,9 +3,9 @@ close."""
 
 import pathlib
 
-from desktop import Desktop, Program, eventually
+from desktop import eventually
 from tools import Tools
-from window_test import WindowTest, executable, main
+from window_test import WindowTest, main
 
 SCREEN = (1400, 900)
 FIRST = (100, 60)
@@ -13,15 +13,10 @@ BUTTON = 42  # width of each of the three title bar buttons, in points
 
 
 class Frame(WindowTest):
-    @classmethod
-    def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.addClassCleanup(cls.desktop.close)
-
     def setUp(self):
-        self.program = Program(self.desktop, executable)
-        self.addCleanup(self.program.close)
-        self.desktop.xdotool("windowmove", "--sync", self.program.window, *FIRST)
+        self.program = self.start()
+        self.desktop.xdotool("windowmove", self.program.window, *FIRST)
+        eventually(lambda: self.program.place()[:2] == FIRST, f"the window at {FIRST}")
 
     def test_resizes_by_each_edge_and_corner(self):
         for across in (-1, 0, 1):
@@ -39,9 +34,10 @@ class Frame(WindowTest):
         place = {-1: 2, 0: (right - left) // 2}.get(across, right - left - 3), {-1: 2, 0: (bottom - top) // 2}.get(
             down, bottom - top - 3
         )
-        self.program.drag(*place, -across * distance, -down * distance, steps=20)
         wanted = [side == dragged for dragged, side in ((across, -1), (down, -1), (across, 1), (down, 1))]
-        eventually(lambda: self.have_moved(before, wanted, distance), f"{before} resized; it is {self.sides()}")
+        self.program.drag_frame(
+            *place, -across * distance, -down * distance, lambda: self.have_moved(before, wanted, distance)
+        )
 
     def have_moved(self, before, wanted, distance):
         # The window manager starts the resize a few points late, more on a busy machine.
@@ -65,8 +61,7 @@ class Frame(WindowTest):
         self.press_button(2)
         eventually(lambda: self.program.place() == before, f"the window at {before} again")
         self.press_button(1)
-        self.assertEqual(self.program.wait(), 0)
-        self.assertEqual(self.program.complaints(), "")
+        self.assert_ends_well(self.program)
 
     def press_button(self, from_right):
         self.program.click(self.program.size()[0] - from_right * BUTTON + BUTTON // 2, 15)
@@ -90,12 +85,11 @@ class Frame(WindowTest):
         clip = self.desktop.home / "clip.mp4"
         pathlib.Path(clip).touch()
         self.program.close()
-        program = Program(self.desktop, executable, tools.folder, arguments=[clip])
-        self.addCleanup(program.close)
+        program = self.start(tools.folder, arguments=[clip])
         program.key("ctrl+o")
         self.desktop.xdotool("key", "--window", self.desktop.window("Choose a horizontal video"), "Escape")
         program.key("ctrl+q")
-        self.assertEqual((program.wait(), program.complaints()), (0, ""))
+        self.assert_ends_well(program)
         self.assertEqual(tools.pid("ffprobe"), "")
 
 

@@ -1,7 +1,7 @@
 """Compares the program rendered by OpenGL, with Qt's basic and threaded render loops, with the software renderer, which
 the program uses where there is no graphics processor.
 
-Usage: opengl.py EXECUTABLE FAILURE_FOLDER TEST_OF_THE_PLAYER_SURFACE
+Usage: opengl.py EXECUTABLE PICTURE_FOLDER TEST_OF_THE_PLAYER_SURFACE
 """
 
 import pathlib
@@ -9,8 +9,9 @@ import subprocess
 import sys
 
 from clips import make_clip, make_mosaic
-from desktop import CEILING, Desktop, Program, eventually
+from desktop import Desktop, Program, eventually
 from pictures import LIGHT_CORAL, Picture, shown_second
+from services import CEILING
 from window_test import WindowTest, executable, main
 
 surface_test = sys.argv.pop(3)
@@ -64,7 +65,7 @@ class OpenGL(WindowTest):
         program.click(LEFT + 18 + 300, height - 65)
         program.point(600, 20)
         eventually(lambda: cls.second(program) == 2, "the second of the clip that was clicked")
-        eventually(lambda: len(set(program.picture(LEFT + 18, height - 80, WIDTH - 36, 1))) > 64, "thumbnails")
+        eventually(program.thumbnails_are_shown, "thumbnails")
 
     @classmethod
     def second(cls, program):
@@ -98,8 +99,7 @@ class OpenGL(WindowTest):
     def resize_and_replace(self, program):
         self.rest(program)
         width, height = program.size()
-        program.drag(width - 3, height - 3, 0, 60)
-        eventually(lambda: program.size()[1] > height + 40, "a higher window")
+        program.drag_frame(width - 3, height - 3, 0, 60, lambda: program.size()[1] > height + 40)
         eventually(lambda: self.second(program) == 2, "the preview in it")
         program.key("space")
         eventually(lambda: self.second(program) not in (None, 2), "a preview that plays")

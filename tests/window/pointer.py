@@ -2,9 +2,9 @@
 clicks controls. Compares the exported pixels with the crops."""
 
 from clips import Crop, is_whole, make_mosaic
-from desktop import Desktop, Program, eventually
+from desktop import eventually
 from pictures import CORAL, LIGHT_CORAL, Picture, shown_second
-from window_test import WindowTest, executable, main
+from window_test import WindowTest, main
 
 PANEL = 1.125  # width / height of half the output
 WINDOW = (1180, 780)
@@ -23,14 +23,12 @@ def track(second):
 class Pointer(WindowTest):
     @classmethod
     def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.addClassCleanup(cls.desktop.close)
+        super().setUpClass()
         cls.clip = cls.desktop.home / "Beach day.mp4"
         make_mosaic(cls.clip)
 
     def setUp(self):
-        self.program = Program(self.desktop, executable)
-        self.addCleanup(self.program.close)
+        self.program = self.start()
         self.assertEqual(self.program.size(), WINDOW)
 
     def test_exports_a_cropped_and_trimmed_clip(self):
@@ -96,8 +94,7 @@ class Pointer(WindowTest):
         self.assert_is_export(result, (1080, 1920), last - first, sound=False)
         self.assert_shows(result, self.clip, (first, last), (upper.pixels(), lower.pixels()))
         self.program.click(WINDOW[0] - 21, 15)
-        self.assertEqual(self.program.wait(), 0)
-        self.assertEqual(self.program.complaints(), "")
+        self.assert_ends_well(self.program)
 
     def place(self, x, y):
         """Converts fractions of the picture into window coordinates."""

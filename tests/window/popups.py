@@ -1,8 +1,7 @@
 """All popups have an accessible name: menus, the picker's list, the about dialog and tool tips."""
 
 from accessible import AccessibleDesktop, AccessibleProgram, descendants, wait_until, is_showing
-from desktop import Program
-from window_test import WindowTest, executable, main
+from window_test import WindowTest, main
 
 MAIN = "Stackreel"
 MENUS = {
@@ -13,19 +12,15 @@ MENUS = {
 
 
 class Popups(WindowTest):
-    @classmethod
-    def setUpClass(cls):
-        cls.desktop = AccessibleDesktop()
-        cls.addClassCleanup(cls.desktop.close)
+    DESKTOP = AccessibleDesktop
 
     def setUp(self):
-        self.program = Program(self.desktop, executable)
-        self.addCleanup(self.program.close)
+        self.program = self.start()
         self.accessible = AccessibleProgram(self.program.process.pid)
 
     def tearDown(self):
         self.program.key("ctrl+q")
-        self.assertEqual((self.program.wait(), self.program.complaints()), (0, ""))
+        self.assert_ends_well(self.program)
 
     def items(self, role, name):
         """Waits for the popup with this role and name; returns the names of its visible contents."""

@@ -5,7 +5,7 @@ import shutil
 import signal
 
 from clips import make_clip, make_mosaic
-from desktop import Desktop, Program, eventually
+from desktop import Program, eventually
 from tools import EXPORT, PROXY, Tools, descendants_of, is_running
 from window_test import WindowTest, executable, main
 
@@ -19,8 +19,7 @@ WAYS = {
 class Quitting(WindowTest):
     @classmethod
     def setUpClass(cls):
-        cls.desktop = Desktop()
-        cls.addClassCleanup(cls.desktop.close)
+        super().setUpClass()
         cls.clip = cls.desktop.home / "Beach day.mp4"
         make_mosaic(cls.clip)
         # The player cannot play this codec, so the program makes a proxy file.
@@ -44,8 +43,7 @@ class Quitting(WindowTest):
                     begin(program)
                     children = descendants_of(program.process.pid)
                     WAYS[way](program)
-                    self.assertEqual(program.wait(), 0)
-                    self.assertEqual(program.complaints(), "")
+                    self.assert_ends_well(program)
                 finally:
                     program.close()
                 # A waiting tool has a child process `sleep`, which ends a moment later.

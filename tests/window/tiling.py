@@ -1,8 +1,8 @@
 """Tiling by a window manager: by its shortcuts, and by dragging the window to an edge of the screen. Afterwards the
 window gets its previous size back."""
 
-from desktop import Desktop, MessageBus, Program, eventually
-from window_test import WindowTest, executable, main
+from desktop import Desktop, MessageBus, eventually
+from window_test import WindowTest, main
 
 WIDTH, HEIGHT = 2560, 1440
 HALF_WIDTH, HALF_HEIGHT = WIDTH // 2, HEIGHT // 2
@@ -39,20 +39,16 @@ class TilingDesktop(Desktop):
 
 
 class Tiling(WindowTest):
-    @classmethod
-    def setUpClass(cls):
-        cls.desktop = TilingDesktop()
-        cls.addClassCleanup(cls.desktop.close)
+    DESKTOP = TilingDesktop
 
     def setUp(self):
-        self.program = Program(self.desktop, executable)
-        self.addCleanup(self.program.close)
-        self.desktop.xdotool("windowmove", "--sync", self.program.window, 600, 300)
+        self.program = self.start()
+        self.desktop.xdotool("windowmove", self.program.window, 600, 300)
         self.await_place((600, 300, *FIRST_SIZE))
 
     def tearDown(self):
         self.program.key("ctrl+q")
-        self.assertEqual((self.program.wait(), self.program.complaints()), (0, ""))
+        self.assert_ends_well(self.program)
 
     def await_place(self, expected):
         eventually(

@@ -35,7 +35,12 @@ class Tools:
         return file.read_text().strip() if file.exists() else ""
 
     def go(self):
+        """Has all tools go on, those to come as well."""
         (self.folder / "go").touch()
+
+    def stop(self):
+        """Has those to come wait again."""
+        (self.folder / "go").unlink()
 
     def let_all_pass(self):
         for tool in self.folder.iterdir():

@@ -6,14 +6,16 @@ import pathlib
 import re
 import shutil
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
 
 from accessible import AccessibilityBus, AccessibleProgram
 from clips import Crop, make_mosaic
-from desktop import CEILING, eventually
+from desktop import eventually
 from pictures import LIGHT_CORAL, Picture, shown_second
+from services import CEILING, start_service
 from window_test import WindowTest, executable, main
 
 APPLICATION = "io.github.stackreel.Stackreel"
@@ -22,7 +24,7 @@ PICTURE_WIDTH = 768  # points, of the preview in a new window
 
 
 class Compositor:
-    """Weston with a log of the Wayland protocol. `is_running` is false where it cannot start."""
+    """Weston with a log of the Wayland protocol."""
 
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="stackreel-wayland-"))
@@ -39,7 +41,7 @@ class Compositor:
         }
         self.journal = self.folder / "journal"
         # Large enough for the window at scale factor 2. --debug permits screenshots.
-        self.process = subprocess.Popen(
+        self.server = start_service(
             [
                 "weston",
                 "--backend=headless-backend.so",
@@ -53,17 +55,16 @@ class Compositor:
                 "--logger-scopes=log,proto",
                 f"--log={self.journal}",
             ],
-            env=self.environment,
-            stdout=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL,
+            lambda _: self.accepts_clients(),
+            self.environment,
         )
-        socket = self.folder / "wayland-test"
-        eventually(lambda: socket.exists() or self.process.poll() is not None, "a compositor")
-        self.is_running = self.process.poll() is None
+
+    def accepts_clients(self):
+        with socket.socket(socket.AF_UNIX) as client:
+            return client.connect_ex(str(self.folder / "wayland-test")) == 0
 
     def close(self):
-        self.process.terminate()
-        self.process.wait()
+        self.server.close()
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def start(self, scale):
@@ -156,11 +157,11 @@ class Wayland(WindowTest):
 
 
 if __name__ == "__main__":
+    if shutil.which("weston") is None:
+        print("Skipped: there is no Wayland compositor; Debian's package weston has one.")
+        sys.exit(SKIPPED)
     compositor = Compositor()
     try:
-        if not compositor.is_running:
-            print("Skipped: no Wayland compositor starts here; Debian's package weston has one.")
-            sys.exit(SKIPPED)
         bus = AccessibilityBus(compositor.environment)
         try:
             main()

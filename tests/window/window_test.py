@@ -1,7 +1,7 @@
 """What all tests of the window have in common: the program they are given, and a picture of what was seen last when
 one fails.
 
-Their usage: TEST.py EXECUTABLE FAILURE_FOLDER [TEST…]
+Their usage: TEST.py EXECUTABLE PICTURE_FOLDER [TEST…]
 """
 
 import functools
@@ -10,15 +10,23 @@ import sys
 import unittest
 
 from clips import half_difference, probe
+from desktop import Desktop, Program
 
-executable, failures = sys.argv[1], pathlib.Path(sys.argv[2])
+executable, pictures = sys.argv[1], pathlib.Path(sys.argv[2])
 
 # Of a crop that is right, after two lossy encoders; one that is off by two pixels differs by twice as much.
 ALIKE = 4
 
 
 class WindowTest(unittest.TestCase):
-    """A test with a `desktop`, whose whole screen is kept when the test fails."""
+    """A test on a `desktop` of its class's, of the kind `DESKTOP`. The whole screen is kept when the test fails."""
+
+    DESKTOP = Desktop
+
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = cls.DESKTOP()
+        cls.addClassCleanup(cls.desktop.close)
 
     def __init__(self, name="runTest"):
         super().__init__(name)
@@ -34,10 +42,20 @@ class WindowTest(unittest.TestCase):
             raise
 
     def keep_screen(self):
-        failures.mkdir(parents=True, exist_ok=True)
-        file = failures / f"{self.id().removeprefix('__main__.')}.png"
+        pictures.mkdir(parents=True, exist_ok=True)
+        file = pictures / f"{self.id().removeprefix('__main__.')}.png"
         self.desktop.screenshot(file)
         print(f"The screen when it failed: {file}", file=sys.stderr)
+
+    def start(self, tools=None, environment=None, arguments=()):
+        """The program, until the end of the test."""
+        program = Program(self.desktop, executable, tools, environment, arguments)
+        self.addCleanup(program.close)
+        return program
+
+    def assert_ends_well(self, program):
+        """Waits for the program to end by itself, which it does without a word."""
+        self.assertEqual((program.wait(), program.complaints()), (0, ""))
 
     def assert_is_export(self, result, size, seconds, sound):
         streams = probe(result)["streams"]
