@@ -48,6 +48,12 @@ void limitThreads(GstElement* element)
     }
 }
 
+bool isVideoParser(GstElementFactory* factory)
+{
+    constexpr auto type = GST_ELEMENT_FACTORY_TYPE_PARSER | GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO;
+    return factory && gst_element_factory_list_is_type(factory, type);
+}
+
 } // namespace
 
 DecodePipeline::DecodePipeline(const SourceFile& file, Content content, std::function<void()> wake)
@@ -192,6 +198,8 @@ void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpoin
     const GstPadPtr entry(gst_element_get_static_pad(element, "sink"));
     if (entry && factory && gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER))
         that->m_origin.heed(entry.get());
+    if (isVideoParser(factory))
+        that->m_firstPacket.watch(element);
     if (!GST_IS_VIDEO_DECODER(element))
         return;
     limitThreads(element);

@@ -24,11 +24,11 @@ bool areEqual(GstBuffer* one, GstBuffer* other)
 
 } // namespace
 
-void FirstPacket::watch(GstElement* decoder)
+void FirstPacket::watch(GstElement* parserOrDecoder)
 {
     if (m_watches.exchange(true))
         return;
-    const GstPadPtr pad(gst_element_get_static_pad(decoder, "sink"));
+    const GstPadPtr pad(gst_element_get_static_pad(parserOrDecoder, "sink"));
     const auto probed =
         static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_FLUSH);
     gst_pad_add_probe(pad.get(), probed, onPad, this, nullptr);

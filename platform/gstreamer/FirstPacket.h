@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// Remembers the first packet that goes into a decoder, and notices when it comes again after a seek at
-/// another time: some fragmented files are stamped later from their first fragment on once it was sought.
+/// Remembers the first packet of the pictures, and notices when it comes again after a seek at another time:
+/// some fragmented files are stamped later from their first fragment on once it was sought.
 class FirstPacket
 {
 public:
@@ -17,8 +17,10 @@ public:
     FirstPacket(const FirstPacket&) = delete;
     FirstPacket& operator=(const FirstPacket&) = delete;
 
-    /// Watches what goes into the decoder, which must not outlive this object. Only the first one is.
-    void watch(GstElement* decoder);
+    /// Watches what goes into the first element that is given, which must not outlive this object. Give it
+    /// the parser where there is one: GStreamer 1.26's puts headers into the first packet, and not after a
+    /// seek.
+    void watch(GstElement* parserOrDecoder);
     /// Whether times are wrong since the last flushing seek. Any thread; holds for what was decoded since.
     bool isDisplaced() const { return m_displaced; }
 
@@ -27,7 +29,7 @@ private:
     void compare(GstBuffer* buffer, Nanoseconds time);
 
     std::atomic<bool> m_watches = false;
-    // The decoder's streaming thread only.
+    // The streaming thread only.
     GstBufferPtr m_packet;
     Nanoseconds m_time = -1;
     bool m_compared = false; ///< the first packet since the last flush was
