@@ -48,7 +48,7 @@ const Arguments timeOptions{"-fps_mode", "vfr", "-enc_time_base", "1:720000"};
 
 // CABAC, because OpenH264 otherwise writes the baseline profile, which needs more bits for the same picture.
 // A key frame every 250 frames, because it would otherwise make only the first, and nothing could seek in the
-// file. Its rate control keeps a quality rather than the bit rate unless told so.
+// file. Its rate control keeps a quality rather than the bit rate unless `-rc_mode` says otherwise.
 const Arguments openH264Options{"-c:v", "libopenh264", "-coder", "cabac", "-g", "250", "-rc_mode", "bitrate"};
 
 const Arguments aacRequest{"-c:a", "aac"};

@@ -56,7 +56,7 @@ std::string readToEnd(int descriptor)
     }
 }
 
-// Where this process was told to ignore the ends of its children, the system reaps them and keeps no status;
+// Where this process ignores SIGCHLD, the system reaps its children and keeps no status;
 // what the child wrote is then all there is to go by.
 bool endedWell(pid_t child)
 {

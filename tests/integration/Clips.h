@@ -20,7 +20,7 @@ struct ClipRecipe {
     double seconds = 2;
     int rotation = 0; ///< 0, 90, 180 or 270: how far the stored frames are to be turned against the clock
     bool audio = true;
-    /// Whether each frame is one even grey that tells its number, instead of a picture.
+    /// Whether each frame is one even grey that encodes its number, instead of a picture.
     bool numbered = false;
 };
 

@@ -64,7 +64,7 @@ protected:
         };
         EXPECT_GT(alike(Half::top, top), 0.95);
         EXPECT_GT(alike(Half::bottom, bottom), 0.95);
-        // The measure tells the halves apart, so the two lines above mean something.
+        // The measure distinguishes the halves, so the two lines above mean something.
         EXPECT_LT(alike(Half::top, bottom), 0.9);
     }
 
@@ -97,7 +97,7 @@ TEST_P(RotatedExportTest, ShowsBothCropsUprightForAnyRotation)
 
 INSTANTIATE_TEST_SUITE_P(Rotations, RotatedExportTest, testing::Values(0, 90, 180, 270));
 
-TEST_F(ExportTest, CropsAreTakenAtTheirPixelsFromAnOddFrame)
+TEST_F(ExportTest, TakesCropsAtTheirPixelsFromAFrameOfOddSize)
 {
     const auto file = clip({.width = 641, .height = 359, .seconds = 1, .audio = false}, "odd.mkv");
     ExportRequest request =
@@ -114,7 +114,7 @@ TEST_F(ExportTest, CropsAreTakenAtTheirPixelsFromAnOddFrame)
               0.95);
 }
 
-TEST_F(ExportTest, HalvesOfAnOddHeightAreStackedWhole)
+TEST_F(ExportTest, StacksHalvesOfOddHeightWithoutLoss)
 {
     const auto file = clip({.width = 1280, .height = 720, .seconds = 1}, "landscape.mp4");
     for (const ExportSettings& settings :

@@ -10,7 +10,7 @@
 namespace stackreel::shim
 {
 
-/// How a program ended, as `waitpid` tells it, and what it wrote.
+/// How a program ended, as `waitpid` reports it, and what it wrote.
 struct Outcome {
     pid_t process = 0;
     int waitStatus = 0;

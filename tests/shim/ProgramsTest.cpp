@@ -92,7 +92,7 @@ Outcome runWithTools(const FakeSystem& system, const Arguments& arguments,
     return run(invocation);
 }
 
-/// Whether a failure was told in one line.
+/// Whether a failure is reported in one line.
 bool isOneLine(const std::string& text)
 {
     return text.size() > 1 && text.back() == '\n' && std::ranges::count(text, '\n') == 1;
@@ -156,7 +156,7 @@ TEST(ShimPrograms, AnExportGetsTheEncoderThatIsThere)
     }
 }
 
-TEST(ShimPrograms, OddBytesBesideTheRequestSurvive)
+TEST(ShimPrograms, KeepsBytesThatAreNotUtf8BesideTheRequest)
 {
     Arguments arguments = exportArguments;
     arguments[3] = " \xff'\"\n";
@@ -328,7 +328,7 @@ TEST(ShimPrograms, NoDescriptorReachesTheQuestionOrTheTool)
     EXPECT_EQ(system.record("work"), system.record("direct"));
 }
 
-TEST(ShimPrograms, OddSurroundingsDoNotHideTheEncoder)
+TEST(ShimPrograms, FindsTheEncoderWithClosedDescriptorsAndIgnoredChildren)
 {
     // Children that nobody waits for, and standard descriptors that are closed.
     for (const char* command : {"trap '' CHLD; exec \"$@\"", "exec \"$@\" <&-", "exec \"$@\" >&-",

@@ -44,7 +44,7 @@ std::string tones(int channels, const std::string& layout)
     return source.str();
 }
 
-/// A tiny clip with that sound; the name's ending and the encoder decide how the layout is told.
+/// A tiny clip with that sound; the name's ending and the encoder decide how the layout is stated.
 std::filesystem::path clip(const TemporaryDirectory& folder, const std::string& name,
                            const std::string& source, const std::string& encoder)
 {
