@@ -1,6 +1,15 @@
 """Uses the program through the accessibility bus only: without pointer, keyboard or screenshots."""
 
-from accessible import AccessibleDesktop, AccessibleProgram, Atspi, described, descendants, wait_until, is_showing
+from accessible import (
+    AccessibleDesktop,
+    AccessibleProgram,
+    Atspi,
+    described,
+    descendants,
+    role_name,
+    wait_until,
+    is_showing,
+)
 from clips import Crop, make_mosaic
 from window_test import WindowTest, main
 
@@ -134,7 +143,7 @@ class Accessibility(WindowTest):
         shown = []
         self.listen(
             "object:state-changed:showing",
-            lambda event: event.detail1 and shown.append((event.source.get_role_name(), event.source.get_name())),
+            lambda event: event.detail1 and shown.append((role_name(event.source), event.source.get_name())),
         )
         self.accessible.act(MAIN, "push button", "Choose a video", "Press")
         self.accessible.choose_file(OPEN_PANEL, self.clip, "Choose Video")
@@ -177,7 +186,7 @@ class Accessibility(WindowTest):
         self.assertGreater(len(shown), 15)
         for each in shown:
             with self.subTest(described(each)):
-                self.assertNotIn(each.get_role_name(), ("unknown", "filler", "invalid", ""))
+                self.assertNotIn(role_name(each), ("unknown", "filler", "invalid", ""))
                 self.assertTrue(each.get_name().strip() or each.get_child_count() > 0)
 
 

@@ -88,8 +88,14 @@ def is_showing(accessible):
     return accessible.get_state_set().contains(Atspi.StateType.SHOWING)
 
 
+def role_name(accessible):
+    """The role by its name in AT-SPI 2.46; 2.56 calls a push button a button."""
+    name = accessible.get_role_name()
+    return "push button" if name == "button" else name
+
+
 def described(accessible):
-    return f"{accessible.get_role_name()} “{accessible.get_name()}”"
+    return f"{role_name(accessible)} “{accessible.get_name()}”"
 
 
 class AccessibleProgram:
@@ -121,7 +127,7 @@ class AccessibleProgram:
                 (
                     each
                     for each in descendants(self.window(window))
-                    if is_showing(each) and (each.get_role_name(), each.get_name()) == (role, name)
+                    if is_showing(each) and (role_name(each), each.get_name()) == (role, name)
                 ),
                 None,
             )
@@ -131,7 +137,7 @@ class AccessibleProgram:
     def status(self, window):
         """The text of the window's status line."""
         return next(
-            (each.get_name() for each in descendants(self.window(window)) if each.get_role_name() == "status bar"), ""
+            (each.get_name() for each in descendants(self.window(window)) if role_name(each) == "status bar"), ""
         )
 
     def act(self, window, role, name, action):
@@ -159,7 +165,7 @@ class AccessibleProgram:
                     each
                     for each in descendants(self.window(window))
                     if is_showing(each)
-                    and each.get_role_name() in ("menu", "menu bar", "menu item")
+                    and role_name(each) in ("menu", "menu bar", "menu item")
                     and each.get_name() == menu
                 ),
                 None,

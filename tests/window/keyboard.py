@@ -1,6 +1,6 @@
 """Uses the program by keyboard only. The accessibility bus is used only to read the focus and values."""
 
-from accessible import AccessibleDesktop, AccessibleProgram, Atspi, descendants, wait_until
+from accessible import AccessibleDesktop, AccessibleProgram, Atspi, descendants, role_name, wait_until
 from clips import Crop, make_mosaic
 from desktop import eventually
 from window_test import WindowTest, main
@@ -97,7 +97,7 @@ class Keyboard(WindowTest):
         """Role and name of the focused object."""
         return next(
             (
-                (each.get_role_name(), each.get_name())
+                (role_name(each), each.get_name())
                 for each in descendants(self.shown.window(MAIN))
                 if each.get_state_set().contains(Atspi.StateType.FOCUSED)
             ),

@@ -1,6 +1,6 @@
 """All popups have an accessible name: menus, the picker's list, the about dialog and tool tips."""
 
-from accessible import AccessibleDesktop, AccessibleProgram, descendants, wait_until, is_showing
+from accessible import AccessibleDesktop, AccessibleProgram, descendants, role_name, wait_until, is_showing
 from window_test import WindowTest, main
 
 MAIN = "Stackreel"
@@ -56,7 +56,7 @@ class Popups(WindowTest):
     def await_gone(self, role):
         wait_until(
             lambda: not any(
-                each.get_role_name() == role and is_showing(each) for each in descendants(self.accessible.window(MAIN))
+                role_name(each) == role and is_showing(each) for each in descendants(self.accessible.window(MAIN))
             ),
             f"no {role} any more",
         )

@@ -79,8 +79,10 @@ class Compositor:
     def shows(self, application):
         """Whether a surface of the client with this application id is visible on the output."""
         said = self.journal.read_text(errors="replace")
-        client = re.search(rf'client (\w+) rq xdg_toplevel@\d+\.set_app_id\("{re.escape(application)}"\)', said)
-        return client and re.search(rf"client {client[1]} ev wl_surface@\d+\.enter\(", said)
+        process = r"(?: \(PID \d+\))?"  # Weston 14 adds it, 10 does not.
+        named = rf'xdg_toplevel@\d+\.set_app_id\("{re.escape(application)}"\)'
+        client = re.search(rf"client (\w+){process} rq {named}", said)
+        return client and re.search(rf"client {client[1]}{process} ev wl_surface@\d+\.enter\(", said)
 
     def screenshot(self, file):
         """The whole output, into a file."""
