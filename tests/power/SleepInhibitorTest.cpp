@@ -2,10 +2,10 @@
 
 #include "tests/power/FakeSleepServices.h"
 #include "tests/support/Awaited.h"
+#include "tests/support/MessageBus.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -23,19 +23,13 @@ class SleepInhibitorTest : public testing::Test
 protected:
     void SetUp() override
     {
-        m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                                                    QStringLiteral("--print-address")});
-        ASSERT_TRUE(m_bus.waitForReadyRead(60000)) << "no message bus";
-        m_address = QString::fromUtf8(m_bus.readLine()).trimmed();
-        m_services = QDBusConnection::connectToBus(m_address, QStringLiteral("services"));
+        m_services = QDBusConnection::connectToBus(m_bus.address(), QStringLiteral("services"));
         ASSERT_TRUE(m_services.isConnected());
     }
     void TearDown() override
     {
         QDBusConnection::disconnectFromBus(QStringLiteral("services"));
         QDBusConnection::disconnectFromBus(QStringLiteral("program"));
-        m_bus.terminate();
-        m_bus.waitForFinished(60000);
     }
 
     void offerLogind()
@@ -54,15 +48,14 @@ protected:
     std::unique_ptr<SleepInhibitor> inhibitor()
     {
         const auto connection = [this] {
-            return QDBusConnection::connectToBus(m_address, QStringLiteral("program"));
+            return QDBusConnection::connectToBus(m_bus.address(), QStringLiteral("program"));
         };
         return std::make_unique<SleepInhibitor>(
             QStringLiteral("Exporting a video"),
             SleepServiceBuses{.system = connection, .session = connection});
     }
 
-    QProcess m_bus;
-    QString m_address;
+    MessageBus m_bus;
     QDBusConnection m_services{QString()};
     FakeLogind m_logind;
     FakePortal m_portal;
