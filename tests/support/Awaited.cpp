@@ -24,4 +24,13 @@ bool eventually(const std::function<bool()>& condition, std::chrono::millisecond
     return held;
 }
 
+void runPendingEvents()
+{
+    constexpr int rounds = 20;
+    for (int round = 0; round < rounds; ++round) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
 } // namespace stackreel

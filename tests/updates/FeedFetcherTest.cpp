@@ -292,7 +292,7 @@ TEST(FeedFetcher, CanBeDestroyedWhileItFetches)
     fetcher->fetch(server.url());
     EXPECT_TRUE(eventually([&] { return !server.paths().isEmpty(); }));
     fetcher.reset();
-    eventually([] { return false; }, 20ms);
+    runPendingEvents();
 }
 
 } // namespace stackreel

@@ -35,7 +35,7 @@ inline FetchOutcome fetch(FeedFetcher& fetcher, const QUrl& url)
     EXPECT_EQ(signalCount, 0);
     EXPECT_TRUE(eventually([&] { return signalCount > 0; }));
     EXPECT_FALSE(fetcher.isFetching());
-    eventually([] { return false; }, std::chrono::milliseconds(20));
+    runPendingEvents();
     EXPECT_EQ(signalCount, 1);
     return outcome;
 }
