@@ -5,12 +5,12 @@
 #include "platform/SystemError.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/ChildReport.h"
+#include "tests/support/ProcessEnd.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 
 namespace stackreel
 {
@@ -51,7 +51,7 @@ using RunningChildrenDeathTest = RunningChildrenTest;
 /// Exits with status 0 if all expectations so far were met, else with 1.
 [[noreturn]] void exitWithTestResult()
 {
-    std::exit(testing::Test::HasFailure() ? 1 : 0);
+    endProcess(testing::Test::HasFailure() ? 1 : 0);
 }
 
 } // namespace

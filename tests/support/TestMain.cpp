@@ -1,3 +1,5 @@
+#include "tests/support/ProcessEnd.h"
+
 #include <QCoreApplication>
 
 #include <gtest/gtest.h>
@@ -5,7 +7,10 @@
 #include <stdlib.h>
 #include <sys/resource.h>
 
-int main(int count, char** words)
+namespace
+{
+
+int runTests(int count, char** words)
 {
     // Some tests make programs crash. They should leave no core dumps.
     const rlimit none = {};
@@ -17,4 +22,11 @@ int main(int count, char** words)
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     const QCoreApplication application(count, words);
     return RUN_ALL_TESTS();
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    stackreel::endProcess(runTests(count, words));
 }

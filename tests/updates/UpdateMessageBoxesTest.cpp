@@ -1,5 +1,7 @@
 #include "platform/updates/UpdateMessageBoxes.h"
 
+#include "tests/support/ProcessEnd.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
@@ -189,10 +191,22 @@ TEST_F(UpdateMessageBoxesTest, ClosesItsBoxWhenDestroyed)
 
 } // namespace stackreel
 
-int main(int argc, char** argv)
+namespace
+{
+
+int runTests(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
+    if (testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    stackreel::endProcess(runTests(argc, argv));
 }
