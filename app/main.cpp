@@ -64,9 +64,9 @@ int run(int& argc, char** argv, TerminationSignals& signals)
     chooseSceneGraph();
     StackreelApp app(services(), Bundle::infoDictionary(), standardUpdateServices());
     app.show();
+    const auto exit = [] { QCoreApplication::exit(); };
     const std::stop_callback quitOnSignal(signals.stopToken(), [&] {
-        QMetaObject::invokeMethod(
-            application.get(), [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(application.get(), exit, Qt::QueuedConnection);
     });
     const int status = QApplication::exec();
     app.shutDown();

@@ -185,9 +185,9 @@ void PreviewPlayback::installTimeObserver(QueuePlayer& player)
     // A queued call keeps the order of ticks and user actions. Qt drops it when the model is destroyed
     // before.
     const auto post = [this, model = QPointer(&m_model)](MediaTime time) {
+        const auto update = [this, time] { updateCurrentTime(time); };
         if (model)
-            QMetaObject::invokeMethod(
-                model, [this, time] { updateCurrentTime(time); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(model, update, Qt::QueuedConnection);
     };
     m_playerTimeObserver = player.addPeriodicTimeObserver(MediaTime::fromSeconds(observerInterval), post);
 }

@@ -197,7 +197,7 @@ void WindowModel::setCustomHeight(const QString& text)
     setCustomSide(&ExportSettings::customHeight, text);
 }
 
-void WindowModel::setCustomSide(std::int64_t ExportSettings::*side, const QString& text)
+void WindowModel::setCustomSide(Side side, const QString& text)
 {
     bool isInteger = false;
     const qlonglong value = QLocale().toLongLong(text.trimmed(), &isInteger);

@@ -138,7 +138,8 @@ Q_SIGNALS:
 
 private:
     void forwardChanges();
-    void setCustomSide(std::int64_t ExportSettings::*side, const QString& text);
+    using Side = std::int64_t ExportSettings::*;
+    void setCustomSide(Side side, const QString& text);
 
     AppModel& m_model;
 };

@@ -11,8 +11,7 @@ constexpr int wakeUp = SIGUSR2;
 
 bool isIgnored(int signal)
 {
-    struct sigaction current {
-    };
+    struct sigaction current = {};
     return ::sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
 }
 

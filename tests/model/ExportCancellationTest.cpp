@@ -62,8 +62,8 @@ TEST_F(CancellingAnExport, RunsAllStepsWhenCancelledBeforeItBegins)
     takeJournal();
     // The first queued call only queues the export's own task.
     QObject context;
-    QMetaObject::invokeMethod(
-        &context, [this] { model().exportTask()->cancel(); }, Qt::QueuedConnection);
+    const auto cancel = [this] { model().exportTask()->cancel(); };
+    QMetaObject::invokeMethod(&context, cancel, Qt::QueuedConnection);
     runQueuedTasks();
     EXPECT_EQ(takeJournal(),
               (Lines{"phase exporting", "player 1: pause", "previewPlaying false",

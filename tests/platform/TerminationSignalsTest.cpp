@@ -49,8 +49,7 @@ protected:
 
     static auto dispositionOf(int signal)
     {
-        struct sigaction current {
-        };
+        struct sigaction current = {};
         ::sigaction(signal, nullptr, &current);
         return current.sa_handler;
     }

@@ -56,8 +56,7 @@ protected:
 
 TEST_F(FeedTool, CreatesAPrivateKeyFileAndNeverReplacesOne)
 {
-    struct stat status {
-    };
+    struct stat status = {};
     ASSERT_EQ(::stat(secret.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0600U);
     EXPECT_TRUE(FeedKey::fromBase64(publicKey));
