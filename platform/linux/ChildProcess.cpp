@@ -92,7 +92,7 @@ std::shared_ptr<ChildProcess> ChildProcess::launch(const ChildProcessLaunch& lau
                                                &attributes.value, arguments.data(), environ);
     if (error != 0)
         throw SystemError(error, "start", launch.executable);
-    const auto child = std::shared_ptr<ChildProcess>(new ChildProcess(pid, launch.executable));
+    auto child = std::shared_ptr<ChildProcess>(new ChildProcess(pid, launch.executable));
     if (!ChildRegistry::shared().add(pid))
         child->terminate();
     return child;
