@@ -58,7 +58,7 @@ PlanarFramePtr ImageSearch::decodeTowards(Nanoseconds time, Tolerance tolerance,
     if (!found || found->time >= earliest - halfUnit)
         return found && found->time <= latest + halfUnit ? found : nullptr;
     // It is on screen when the tolerance begins, but started before.
-    const PlanarFramePtr next = read();
+    PlanarFramePtr next = read();
     if (next && next->time <= latest + halfUnit)
         return next;
     return next || found->time + found->duration >= earliest ? found : nullptr;
