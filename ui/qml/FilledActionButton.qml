@@ -40,8 +40,8 @@ ActionButton {
         Image {
             objectName: "symbol"
             source: button.symbol
-            width: 14
-            height: 14
+            Layout.preferredWidth: 14
+            Layout.preferredHeight: 14
             sourceSize.width: 14
             sourceSize.height: 14
             visible: status === Image.Ready && !button.busy
