@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <string>
@@ -74,11 +75,17 @@ TEST(CliSignal, EndsAProbe)
 TEST(CliSignal, WaitsForAToolThatEndsSlowly)
 {
     const CliInstallation cli;
-    cli.setTool("ffmpeg",
-                "trap 'sleep 0.3; printf finished >\"$last\"; exit 0' TERM; printf half >\"$last\"; pause");
+    cli.setTool("ffmpeg", "end() { touch \"$last.ending\"; until [ -e \"$tools/go\" ]; do sleep 0.02; done; "
+                          "rm \"$last.ending\"; printf finished >\"$last\"; exit 0; }; "
+                          "trap end TERM; printf half >\"$last\"; pause");
     RunningCli running = cli.start({"export", "clip.mov", "out.mp4"});
     const pid_t tool = cli.waitForPausedTool();
     running.signal(SIGTERM);
+    const auto isMark = [](const std::string& name) { return name.ends_with(".ending"); };
+    const auto toolIsEnding = [&] { return std::ranges::any_of(cli.names(), isMark); };
+    ASSERT_TRUE(eventually(toolIsEnding));
+    EXPECT_FALSE(running.hasEnded());
+    cli.resumeTool();
     EXPECT_EQ(running.result().status, 143);
     EXPECT_FALSE(isRunning(tool));
     EXPECT_EQ(cli.names(), Names{"clip.mov"});
