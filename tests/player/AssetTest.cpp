@@ -35,11 +35,11 @@ std::optional<int> videoTracks(const std::filesystem::path& file)
 
 } // namespace
 
-TEST(Asset, saysWhetherAFileCanBePlayedAndHowManyVideoTracksItHas)
+TEST(Asset, ReportsPlayabilityAndTheNumberOfVideoTracks)
 {
     const MarkedClip plain{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
-    const MarkedClip sounding{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
-    const MarkedClip oddName{.name = "-a 'b' %20#ü視.mp4", .frames = 5};
+    const MarkedClip clipWithSound{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
+    const MarkedClip specialName{.name = "-a 'b' %20#ü視.mp4", .frames = 5};
     const MarkedClip soundOnly{
         .name = "sound-only.m4a", .frames = 30, .sound = true, .output = "-map 1:a -t 1"};
     const struct {
@@ -48,8 +48,8 @@ TEST(Asset, saysWhetherAFileCanBePlayedAndHowManyVideoTracksItHas)
         std::optional<int> videoTracks;
     } rows[] = {
         {plain.file(), true, 1},
-        {sounding.file(), true, 1},
-        {oddName.file(), true, 1},
+        {clipWithSound.file(), true, 1},
+        {specialName.file(), true, 1},
         {soundOnly.file(), true, 0},
         {plainFile("text.mp4", "no film at all, only words and words and words"), std::nullopt, std::nullopt},
         {plainFile("empty.mp4", ""), std::nullopt, std::nullopt},
@@ -61,7 +61,7 @@ TEST(Asset, saysWhetherAFileCanBePlayedAndHowManyVideoTracksItHas)
     }
 }
 
-TEST(Asset, canBePlayedInSilenceWhenItsSoundIsBroken)
+TEST(Asset, IsPlayableWithoutSoundWhenItsSoundIsBroken)
 {
     for (const auto& file : clipsOfBrokenSound()) {
         EXPECT_EQ(playable(file), true) << file;
@@ -69,14 +69,14 @@ TEST(Asset, canBePlayedInSilenceWhenItsSoundIsBroken)
     }
 }
 
-TEST(Asset, cannotBePlayedWithoutADecoderForItsPictures)
+TEST(Asset, IsNotPlayableWithoutAVideoDecoder)
 {
     // The new name is a codec without a decoder.
     const MarkedClip clip{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
     EXPECT_EQ(playable(renamedCodec(clip.file(), "unknown-codec.mp4", "avc1", "ZYGO")), false);
 }
 
-TEST(Asset, givesUpWhenItIsStopped)
+TEST(Asset, ThrowsWhenAStopIsRequested)
 {
     const MarkedClip clip{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
     std::stop_source stop;

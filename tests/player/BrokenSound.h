@@ -13,9 +13,9 @@ namespace stackreel
 /// or is noise from its first byte on.
 inline std::vector<std::filesystem::path> clipsOfBrokenSound()
 {
-    const MarkedClip sounding{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
+    const MarkedClip clipWithSound{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
     std::vector<std::filesystem::path> files = {
-        renamedCodec(sounding.file(), "unknown-sound.mp4", "mp4a", "ZYGO")};
+        renamedCodec(clipWithSound.file(), "unknown-sound.mp4", "mp4a", "ZYGO")};
     const char* rows[][2] = {{"mp4", "aac"},        {"mp4", "ac3"},  {"mov", "libmp3lame"},
                              {"mkv", "libmp3lame"}, {"mkv", "flac"}, {"mkv", "libopus"},
                              {"avi", "mp2"},        {"ts", "aac"},   {"ts", "mp2"},

@@ -51,7 +51,7 @@ std::string sidesIn(const Matrix& matrix)
 
 } // namespace
 
-TEST(Downmix, mixesChannelsWithoutAPlaceByTheirUsualOrder)
+TEST(Downmix, MixesChannelsWithoutPositionsInTheirUsualOrder)
 {
     const char* rows[] = {"lrb", "lrlr", "lrblr", "lrb-lr", "lrb-blr", "lrb-lrlr", "lrb-lrlrlr"};
     for (const std::string sides : rows) {
@@ -62,12 +62,12 @@ TEST(Downmix, mixesChannelsWithoutAPlaceByTheirUsualOrder)
             float sum = 0;
             for (const float share : shares)
                 sum += share;
-            EXPECT_NEAR(sum, 1, 1e-5) << "no louder than a single channel can be, of " << sides;
+            EXPECT_NEAR(sum, 1, 1e-5) << "the gains add up to 1, for " << sides;
         }
     }
 }
 
-TEST(Downmix, leavesSoundAloneThatSaysWhereItBelongsOrNeedsNoMixing)
+TEST(Downmix, LeavesPositionedStereoAndMonoSoundUnchanged)
 {
     constexpr guint64 fiveAndOne = 0x3f;
     EXPECT_TRUE(matrixFor(6, fiveAndOne).empty());

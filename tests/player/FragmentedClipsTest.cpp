@@ -53,7 +53,7 @@ protected:
 
 } // namespace
 
-TEST_P(FragmentedClip, showsTheFrameThatIsUnderATimeHoweverItGotThere)
+TEST_P(FragmentedClip, ShowsTheFrameAtATimeAfterAnySeek)
 {
     const double first = beginning();
     const int end = last();
@@ -68,7 +68,7 @@ TEST_P(FragmentedClip, showsTheFrameThatIsUnderATimeHoweverItGotThere)
     }
 }
 
-TEST_P(FragmentedClip, isReadToItsEndFromAnywhere)
+TEST_P(FragmentedClip, IsReadToItsEndFromAnyTime)
 {
     const double first = beginning();
     const int end = last();

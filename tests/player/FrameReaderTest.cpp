@@ -27,7 +27,7 @@ const MarkedClip variableRate{.name = "variable.mp4", .frames = 120, .keyInterva
 
 } // namespace
 
-TEST(FrameReader, readsEveryFrameFromTheBeginning)
+TEST(FrameReader, ReadsEveryFrameFromTheBeginning)
 {
     for (const MarkedClip& clip : {longInterval, variableRate}) {
         Reading reading(clip.file());
@@ -36,7 +36,7 @@ TEST(FrameReader, readsEveryFrameFromTheBeginning)
     }
 }
 
-TEST(FrameReader, showsTheFrameThatIsOnScreenAtATime)
+TEST(FrameReader, ShowsTheFrameAtATime)
 {
     const struct {
         const MarkedClip& clip;
@@ -68,7 +68,7 @@ TEST(FrameReader, showsTheFrameThatIsOnScreenAtATime)
     }
 }
 
-TEST(FrameReader, countsTimeAsTheExportDoesWhereverAFileBegins)
+TEST(FrameReader, UsesTheExportsTimesWhereverAFileBegins)
 {
     // FFmpeg itself seeks inexactly in a transport stream, except shortly after a key frame, and at the
     // beginning of a Flash file. The rows leave those times out.
@@ -101,7 +101,7 @@ TEST(FrameReader, countsTimeAsTheExportDoesWhereverAFileBegins)
     }
 }
 
-TEST(FrameReader, waitsForNoSoundThatBeginsLongAfterThePictures)
+TEST(FrameReader, DoesNotWaitForSoundThatBeginsLongAfterTheVideo)
 {
     const MarkedClip clip{
         .name = "late-sound.mp4",
@@ -114,7 +114,7 @@ TEST(FrameReader, waitsForNoSoundThatBeginsLongAfterThePictures)
     EXPECT_EQ(reading.next(), 1);
 }
 
-TEST(FrameReader, goesOnAfterATime)
+TEST(FrameReader, ContinuesAfterATime)
 {
     Reading reading(longInterval.file());
     reading.reader.continueAfter(fromSeconds(1));
@@ -124,7 +124,7 @@ TEST(FrameReader, goesOnAfterATime)
     EXPECT_EQ(reading.next(), -1);
 }
 
-TEST(FrameReader, readsNoFurtherThanAKeyFrameThatIsWantedAlone)
+TEST(FrameReader, StopsAfterASingleKeyFrame)
 {
     Reading reading(longInterval.file());
     EXPECT_EQ(reading.next(), 0);
@@ -136,7 +136,7 @@ TEST(FrameReader, readsNoFurtherThanAKeyFrameThatIsWantedAlone)
     EXPECT_EQ(reading.next(), 252);
 }
 
-TEST(FrameReader, readsOnAfterARest)
+TEST(FrameReader, ContinuesAfterResting)
 {
     Reading reading(longInterval.file());
     EXPECT_EQ(reading.next(), 0);
@@ -152,7 +152,7 @@ TEST(FrameReader, readsOnAfterARest)
     EXPECT_EQ(reading.next(), 256);
 }
 
-TEST(FrameReader, readsNormallyWhereAKeyFrameIsExpectedInVain)
+TEST(FrameReader, ContinuesWhenTheExpectedKeyFrameDoesNotExist)
 {
     Reading reading(longInterval.file());
     EXPECT_EQ(reading.next(), 0);
@@ -163,7 +163,7 @@ TEST(FrameReader, readsNormallyWhereAKeyFrameIsExpectedInVain)
     EXPECT_EQ(reading.next(), 281);
 }
 
-TEST(FrameReader, readsToWhereATruncatedFileBreaksOff)
+TEST(FrameReader, ReadsToTheEndOfATruncatedFile)
 {
     const MarkedClip clip{
         .name = "front.mp4", .frames = 120, .keyInterval = 30, .output = "-movflags +faststart"};
@@ -181,11 +181,11 @@ TEST(FrameReader, readsToWhereATruncatedFileBreaksOff)
     EXPECT_GT(reading.next(), 10);
 }
 
-TEST(FrameReader, getsOverACorruptMiddle)
+TEST(FrameReader, ContinuesAfterACorruptPart)
 {
     const MarkedClip clip{.name = "whole.mp4", .frames = 120, .keyInterval = 30};
     const auto size = std::filesystem::file_size(clip.file());
-    Reading reading(spoiledCopy(clip.file(), "spoiled.mp4", size / 3, size / 8));
+    Reading reading(corruptedCopy(clip.file(), "spoiled.mp4", size / 3, size / 8));
     reading.reader.showFrom(0);
     int last = -1;
     for (int number : reading.all())
@@ -193,7 +193,7 @@ TEST(FrameReader, getsOverACorruptMiddle)
     EXPECT_EQ(last, 119);
 }
 
-TEST(FrameReader, failsWithoutHangingOnWhatShowsNothing)
+TEST(FrameReader, FailsForAFileWithoutFrames)
 {
     const std::filesystem::path files[] = {
         plainFile("empty.mp4", ""),
@@ -209,7 +209,7 @@ TEST(FrameReader, failsWithoutHangingOnWhatShowsNothing)
     }
 }
 
-TEST(FrameReader, findsTheFramesOnBothSidesOfAKeyFrameThatSoundOverlaps)
+TEST(FrameReader, FindsFramesAroundAKeyFrameThatSoundOverlaps)
 {
     const MarkedClip clip{.name = "sounding30.mp4", .frames = 200, .keyInterval = 30, .sound = true};
     Reading reading(clip.file());

@@ -13,9 +13,9 @@ const MarkedClip longInterval{.name = "gop250.mp4", .frames = 300, .keyInterval 
 
 } // namespace
 
-TEST(HeadOfLoop, beginsAgainWithOutdatedFramesOnlyAsLongAsOthersMayCome)
+TEST(HeadOfLoop, ReplaysOutdatedFramesUntilTheyAreDropped)
 {
-    Feeding feeding(longInterval.file(), rangeOf(2, 2.5), plenty);
+    Feeding feeding(longInterval.file(), rangeOf(2, 2.5), largeBudget);
     feeding.feeder.beginAt(fromSeconds(2));
     const auto widthInNextRun = [&feeding] {
         std::optional<QueuedFrame> frame = feeding.next();
@@ -34,9 +34,9 @@ TEST(HeadOfLoop, beginsAgainWithOutdatedFramesOnlyAsLongAsOthersMayCome)
     EXPECT_TRUE(feeding.feeder.replaysAll());
 }
 
-TEST(HeadOfLoop, hasOnlyThoseFramesMadeAnewThatCameBeforeTheSizeChanged)
+TEST(HeadOfLoop, ReplacesOnlyTheFramesFromBeforeASizeChange)
 {
-    Feeding feeding(shortInterval.file(), rangeOf(2, 3), plenty);
+    Feeding feeding(shortInterval.file(), rangeOf(2, 3), largeBudget);
     feeding.feeder.beginAt(fromSeconds(2));
     for (int number = 60; number < 65; ++number)
         EXPECT_EQ(feeding.numberOf(*feeding.next()), number);
@@ -49,7 +49,7 @@ TEST(HeadOfLoop, hasOnlyThoseFramesMadeAnewThatCameBeforeTheSizeChanged)
     EXPECT_NEAR(toSeconds(head.start), 2, 0.001);
     EXPECT_NEAR(toSeconds(head.end), 65 / 30.0, 0.001);
 
-    Feeding filling(shortInterval.file(), head, plenty);
+    Feeding filling(shortInterval.file(), head, largeBudget);
     filling.reader.setBox({160, 90});
     filling.feeder.beginAt(head.start);
     while (!filling.feeder.kept())
@@ -58,7 +58,7 @@ TEST(HeadOfLoop, hasOnlyThoseFramesMadeAnewThatCameBeforeTheSizeChanged)
     EXPECT_TRUE(feeding.feeder.adopt(filling.feeder.kept()));
     EXPECT_FALSE(feeding.feeder.needsHead());
     for (int number = 61; number < 90; ++number)
-        EXPECT_EQ(feeding.numberOf(*feeding.next()), number) << "of those kept before";
+        EXPECT_EQ(feeding.numberOf(*feeding.next()), number) << "from the frames kept before";
     for (int number = 60; number < 90; ++number) {
         const auto frame = feeding.next();
         EXPECT_EQ(feeding.numberOf(*frame), number);
@@ -67,13 +67,13 @@ TEST(HeadOfLoop, hasOnlyThoseFramesMadeAnewThatCameBeforeTheSizeChanged)
     EXPECT_TRUE(feeding.feeder.replaysAll());
 }
 
-TEST(HeadOfLoop, adoptsNoFramesThatLeadToNoneOfItsOwn)
+TEST(HeadOfLoop, RejectsFramesThatDoNotJoinItsOwn)
 {
-    Feeding filling(shortInterval.file(), rangeOf(2, 2.5), plenty);
+    Feeding filling(shortInterval.file(), rangeOf(2, 2.5), largeBudget);
     filling.feeder.beginAt(fromSeconds(2));
     while (!filling.feeder.kept())
         ASSERT_TRUE(filling.next());
-    Feeding feeding(shortInterval.file(), rangeOf(2, 3), plenty);
+    Feeding feeding(shortInterval.file(), rangeOf(2, 3), largeBudget);
     feeding.feeder.beginAt(fromSeconds(2.2));
     EXPECT_EQ(feeding.numberOf(*feeding.next()), 66);
     EXPECT_FALSE(feeding.feeder.adopt(filling.feeder.kept()));

@@ -52,7 +52,7 @@ std::vector<double> twelve(double duration)
 
 } // namespace
 
-TEST(ImageGenerator, makesAnImageWithinTheToleranceOfEachTimeInOrder)
+TEST(ImageGenerator, MakesAnImageWithinTheToleranceOfEachTimeInOrder)
 {
     for (const MarkedClip& clip : {shortInterval, longInterval, variableRate}) {
         for (double tolerance : {0.5, 0.1, 0.0}) {
@@ -73,7 +73,7 @@ TEST(ImageGenerator, makesAnImageWithinTheToleranceOfEachTimeInOrder)
     }
 }
 
-TEST(ImageGenerator, takesKeyFramesWhereTheToleranceAllowsIt)
+TEST(ImageGenerator, UsesKeyFramesWhenTheToleranceAllows)
 {
     const auto images = generate(shortInterval.file(), {0.3, 1.7, 4.4, 5.6, 8.2}, settings(0.5));
     std::vector<int> numbers;
@@ -82,7 +82,7 @@ TEST(ImageGenerator, takesKeyFramesWhereTheToleranceAllowsIt)
     EXPECT_EQ(numbers, (std::vector{0, 60, 120, 180, 240}));
 }
 
-TEST(ImageGenerator, decodesOnFromAKeyFrameThatWasTakenAlone)
+TEST(ImageGenerator, DecodesOnFromAKeyFrameThatItHasUsed)
 {
     const MarkedClip clip{
         .name = "two-key-frames.mp4", .frames = 150, .keyInterval = 250, .output = "-force_key_frames 1"};
@@ -93,7 +93,7 @@ TEST(ImageGenerator, decodesOnFromAKeyFrameThatWasTakenAlone)
     EXPECT_EQ(numbers, (std::vector{30, 59, 89}));
 }
 
-TEST(ImageGenerator, makesDifferentImagesOfAShortClip)
+TEST(ImageGenerator, MakesDifferentImagesOfAShortClip)
 {
     const MarkedClip clip{.name = "second.mp4", .frames = 30, .keyInterval = 250};
     int last = -1;
@@ -104,7 +104,7 @@ TEST(ImageGenerator, makesDifferentImagesOfAShortClip)
     }
 }
 
-TEST(ImageGenerator, takesTimesInAnyOrderAndTwice)
+TEST(ImageGenerator, AcceptsTimesInAnyOrderAndRepeated)
 {
     const auto images = generate(longInterval.file(), {9, 1, 5, 1}, settings(0));
     ASSERT_EQ(images.size(), 4U);
@@ -112,7 +112,7 @@ TEST(ImageGenerator, takesTimesInAnyOrderAndTwice)
         EXPECT_EQ(numberIn(image.frame), std::lround(image.requestedTime.seconds() * 30));
 }
 
-TEST(ImageGenerator, reportsTheTimesThatFailAndGoesOn)
+TEST(ImageGenerator, ReportsFailedTimesAndContinues)
 {
     const auto images = generate(shortInterval.file(), {-3, 1, 50}, settings(0.5));
     ASSERT_EQ(images.size(), 3U);
@@ -128,7 +128,7 @@ TEST(ImageGenerator, reportsTheTimesThatFailAndGoesOn)
     EXPECT_TRUE(generate(shortInterval.file(), {}, settings(0.5)).empty());
 }
 
-TEST(ImageGenerator, fitsImagesIntoTheSizeAndKeepsTheirShape)
+TEST(ImageGenerator, FitsImagesIntoTheSizeAndKeepsTheirAspect)
 {
     const MarkedClip wide{.name = "wide.mp4", .frames = 5, .size = "640x180"};
     const MarkedClip anamorphic{
@@ -144,13 +144,13 @@ TEST(ImageGenerator, fitsImagesIntoTheSizeAndKeepsTheirShape)
     EXPECT_EQ(generate(wide.file(), {0}, unlimited)[0].frame.width, 640);
 }
 
-TEST(ImageGenerator, turnsImagesUprightWhenAskedTo)
+TEST(ImageGenerator, AppliesTheOrientationWhenRequested)
 {
     const MarkedClip& clip = quartersClip;
     const std::array<int, 4> stored = quarters(generate(clip.file(), {0}, settings(0.5))[0].frame);
     int count = 0;
-    for (const auto& matrix : allTurns) {
-        const auto file = turnedCopy(clip.file(), "quarters-" + std::to_string(count++) + ".mp4", matrix);
+    for (const auto& matrix : allOrientations) {
+        const auto file = rotatedCopy(clip.file(), "quarters-" + std::to_string(count++) + ".mp4", matrix);
         const VideoFrame upright = generate(file, {0}, settings(0.5))[0].frame;
         EXPECT_EQ(upright.width, matrix[0] ? 320 : 100) << count;
         EXPECT_EQ(upright.height, 180) << count;
@@ -169,7 +169,7 @@ TEST(ImageGenerator, turnsImagesUprightWhenAskedTo)
     }
 }
 
-TEST(ImageGenerator, endsBetweenImagesWhenItIsStopped)
+TEST(ImageGenerator, StopsBetweenImagesWhenAStopIsRequested)
 {
     std::stop_source stop;
     int reported = 0;
@@ -183,7 +183,7 @@ TEST(ImageGenerator, endsBetweenImagesWhenItIsStopped)
     EXPECT_EQ(reported, 3);
 }
 
-TEST(ImageGenerator, givesWayToAPlayerThatBringsUpAFrame)
+TEST(ImageGenerator, WaitsForAPlayerThatPreparesAFrame)
 {
     std::optional<ForegroundWork> work(std::in_place);
     std::atomic<int> reported = 0;

@@ -13,13 +13,13 @@ namespace stackreel
 namespace
 {
 
-constexpr std::size_t fewFrames = 10 * 320 * 180 * 3 / 2;
+constexpr std::size_t smallBudget = 10 * 320 * 180 * 3 / 2;
 
 const MarkedClip shortInterval{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
 const MarkedClip longInterval{.name = "gop250.mp4", .frames = 300, .keyInterval = 250};
 const MarkedClip fast{.name = "fast.mp4", .frames = 300, .rate = 60, .keyInterval = 250};
 const MarkedClip variableRate{.name = "variable.mp4", .frames = 120, .keyInterval = 40, .variable = true};
-const MarkedClip sounding{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
+const MarkedClip clipWithSound{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
 
 /// The numbers of the frames on screen during a range.
 std::vector<int> framesOf(const MarkedClip& clip, double start, double end)
@@ -50,11 +50,11 @@ class EveryLoop : public testing::TestWithParam<Row>
 
 } // namespace
 
-TEST_P(EveryLoop, repeatsItsFramesEachAtItsTimeWhateverIsKept)
+TEST_P(EveryLoop, RepeatsEachFrameAtItsTimeWithAnyBudget)
 {
     const auto& [clip, start, end] = GetParam();
     const std::vector<int> expected = framesOf(clip, start, end);
-    for (std::size_t budget : {plenty, fewFrames, std::size_t{0}}) {
+    for (std::size_t budget : {largeBudget, smallBudget, std::size_t{0}}) {
         Feeding feeding(clip.file(), rangeOf(start, end), budget);
         feeding.feeder.beginAt(fromSeconds(start));
         for (int run = 0; run < 4; ++run) {
@@ -77,11 +77,11 @@ INSTANTIATE_TEST_SUITE_P(LoopFeeder, EveryLoop,
                                          Row{longInterval, 3, 3.05}, Row{longInterval, 4.01, 5.51},
                                          Row{fast, 2, 2.1}, Row{fast, 1, 3.5}, Row{fast, 4.5, 7},
                                          Row{variableRate, 0.5, 0.75}, Row{variableRate, 1, 3.9},
-                                         Row{sounding, 1, 2.5}, Row{sounding, 2, 4}));
+                                         Row{clipWithSound, 1, 2.5}, Row{clipWithSound, 2, 4}));
 
-TEST(LoopFeeder, decodesNothingAnyMoreOnceTheRangeIsKept)
+TEST(LoopFeeder, StopsDecodingOnceTheRangeIsKept)
 {
-    Feeding feeding(longInterval.file(), rangeOf(7, 7.5), plenty);
+    Feeding feeding(longInterval.file(), rangeOf(7, 7.5), largeBudget);
     feeding.feeder.beginAt(fromSeconds(7));
     for (int i = 0; i < 16; ++i)
         feeding.next();
@@ -92,9 +92,9 @@ TEST(LoopFeeder, decodesNothingAnyMoreOnceTheRangeIsKept)
     EXPECT_TRUE(feeding.feeder.replaysAll());
 }
 
-TEST(LoopFeeder, beginsInTheMiddleAndThenAtTheStart)
+TEST(LoopFeeder, BeginsInTheMiddleAndWrapsToTheStart)
 {
-    Feeding feeding(longInterval.file(), rangeOf(2, 3), plenty);
+    Feeding feeding(longInterval.file(), rangeOf(2, 3), largeBudget);
     feeding.feeder.beginAt(fromSeconds(2.9) + 5 * millisecond);
     EXPECT_TRUE(feeding.feeder.needsHead());
     for (int number : {87, 88, 89, 60, 61}) {
@@ -104,9 +104,9 @@ TEST(LoopFeeder, beginsInTheMiddleAndThenAtTheStart)
     EXPECT_FALSE(feeding.feeder.needsHead());
 }
 
-TEST(LoopFeeder, showsOneFrameOutsideTheRange)
+TEST(LoopFeeder, ShowsOneFrameOutsideTheRange)
 {
-    Feeding feeding(longInterval.file(), rangeOf(2, 3), plenty);
+    Feeding feeding(longInterval.file(), rangeOf(2, 3), largeBudget);
     for (double outside : {1.0, 3.0, 5.5}) {
         feeding.feeder.beginAt(fromSeconds(outside));
         const auto frame = feeding.next();
@@ -119,9 +119,9 @@ TEST(LoopFeeder, showsOneFrameOutsideTheRange)
     EXPECT_EQ(feeding.numberOf(*feeding.next()), 61);
 }
 
-TEST(LoopFeeder, beginsFromKeptFramesWhereTheyReach)
+TEST(LoopFeeder, BeginsFromKeptFramesWhenTheyCoverTheTime)
 {
-    Feeding feeding(longInterval.file(), rangeOf(2, 3), fewFrames);
+    Feeding feeding(longInterval.file(), rangeOf(2, 3), smallBudget);
     feeding.feeder.beginAt(fromSeconds(2));
     for (int i = 0; i < 40; ++i)
         feeding.next();
@@ -134,9 +134,9 @@ TEST(LoopFeeder, beginsFromKeptFramesWhereTheyReach)
     }
 }
 
-TEST(LoopFeeder, endsWithTheRangeWhenItIsNotRepeated)
+TEST(LoopFeeder, EndsWithTheRangeWhenItDoesNotRepeat)
 {
-    Feeding feeding(shortInterval.file(), rangeOf(9, 9.5), plenty);
+    Feeding feeding(shortInterval.file(), rangeOf(9, 9.5), largeBudget);
     feeding.feeder.stopRepeating();
     feeding.feeder.beginAt(fromSeconds(9));
     for (int number = 270; number < 285; ++number)
@@ -149,9 +149,9 @@ TEST(LoopFeeder, endsWithTheRangeWhenItIsNotRepeated)
     EXPECT_FALSE(feeding.next());
 }
 
-TEST(LoopFeeder, repeatsWhatThereIsOfARangeThatReachesPastTheEnd)
+TEST(LoopFeeder, RepeatsTheExistingPartOfARangePastTheEnd)
 {
-    Feeding feeding(shortInterval.file(), rangeOf(9.9, 12), plenty);
+    Feeding feeding(shortInterval.file(), rangeOf(9.9, 12), largeBudget);
     feeding.feeder.beginAt(fromSeconds(9.9));
     for (int number : {297, 298, 299, 297, 298, 299, 297}) {
         const auto frame = feeding.next();
@@ -159,9 +159,9 @@ TEST(LoopFeeder, repeatsWhatThereIsOfARangeThatReachesPastTheEnd)
     }
 }
 
-TEST(LoopFeeder, showsTheLastFrameForARangePastTheEnd)
+TEST(LoopFeeder, ShowsTheLastFrameForARangeAfterTheEnd)
 {
-    Feeding feeding(shortInterval.file(), rangeOf(11, 12), plenty);
+    Feeding feeding(shortInterval.file(), rangeOf(11, 12), largeBudget);
     feeding.feeder.beginAt(fromSeconds(11));
     for (int run = 0; run < 3; ++run) {
         const auto frame = feeding.next();
@@ -170,12 +170,12 @@ TEST(LoopFeeder, showsTheLastFrameForARangePastTheEnd)
     }
 }
 
-TEST(LoopFeeder, repeatsUpToWhereATruncatedFileBreaksOff)
+TEST(LoopFeeder, RepeatsUpToTheEndOfATruncatedFile)
 {
     const MarkedClip clip{
         .name = "front.mp4", .frames = 120, .keyInterval = 30, .output = "-movflags +faststart"};
     const auto size = std::filesystem::file_size(clip.file());
-    Feeding feeding(truncatedCopy(clip.file(), "front-loop.mp4", size / 2), rangeOf(0, 4), fewFrames);
+    Feeding feeding(truncatedCopy(clip.file(), "front-loop.mp4", size / 2), rangeOf(0, 4), smallBudget);
     feeding.feeder.beginAt(0);
     int last = -1;
     int runs = 0;
@@ -191,19 +191,19 @@ TEST(LoopFeeder, repeatsUpToWhereATruncatedFileBreaksOff)
     }
 }
 
-TEST(LoopFeeder, failsWhereNoFrameCanBeConverted)
+TEST(LoopFeeder, FailsWhenNoFrameCanBeConverted)
 {
     // These pixels are so wide that a frame without a size limit does not fit into memory.
     const std::string square("pasp\0\0\0\1", 8);
     const std::string widest("pasp\0\0\xc2\x2f", 8);
     Feeding feeding(renamedCodec(shortInterval.file(), "widest-pixels.mp4", square, widest), rangeOf(0, 1),
-                    plenty);
+                    largeBudget);
     feeding.reader.setBox({0, 0});
     feeding.feeder.beginAt(0);
     EXPECT_FALSE(feeding.next());
     feeding.reader.setBox({320, 180});
     feeding.feeder.beginAt(0);
-    EXPECT_TRUE(feeding.next()) << "in a size that is possible there is a picture";
+    EXPECT_TRUE(feeding.next()) << "a smaller size can be converted";
 }
 
 } // namespace stackreel

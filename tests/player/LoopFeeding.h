@@ -10,7 +10,7 @@
 namespace stackreel
 {
 
-inline constexpr std::size_t plenty = 64U << 20;
+inline constexpr std::size_t largeBudget = 64U << 20;
 
 inline LoopRange rangeOf(double start, double end)
 {

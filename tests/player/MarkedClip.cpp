@@ -87,7 +87,8 @@ fs::path truncatedCopy(const fs::path& file, const std::string& name, std::uintm
     return writeAll(folder() / name, readAll(file).substr(0, bytes));
 }
 
-fs::path spoiledCopy(const fs::path& file, const std::string& name, std::uintmax_t from, std::uintmax_t bytes)
+fs::path corruptedCopy(const fs::path& file, const std::string& name, std::uintmax_t from,
+                       std::uintmax_t bytes)
 {
     std::string content = readAll(file);
     for (std::uintmax_t i = from; i < from + bytes && i < content.size(); ++i)
@@ -95,7 +96,7 @@ fs::path spoiledCopy(const fs::path& file, const std::string& name, std::uintmax
     return writeAll(folder() / name, content);
 }
 
-fs::path turnedCopy(const fs::path& file, const std::string& name, const std::array<int, 4>& abcd)
+fs::path rotatedCopy(const fs::path& file, const std::string& name, const std::array<int, 4>& abcd)
 {
     constexpr std::size_t matrixInHeader = 4 + 40; // bytes from the box's type to the matrix
     std::string content = readAll(file);

@@ -43,12 +43,12 @@ inline const MarkedClip soundRamp{.name = "ramp.mov",
 /// A copy of a file, named `name`, that is cut off after `bytes`, or in which some bytes are overwritten.
 std::filesystem::path truncatedCopy(const std::filesystem::path& file, const std::string& name,
                                     std::uintmax_t bytes);
-std::filesystem::path spoiledCopy(const std::filesystem::path& file, const std::string& name,
-                                  std::uintmax_t from, std::uintmax_t bytes);
+std::filesystem::path corruptedCopy(const std::filesystem::path& file, const std::string& name,
+                                    std::uintmax_t from, std::uintmax_t bytes);
 /// A copy of an MP4 file whose first track is shown through a matrix: a point (x, y), counted from the middle
 /// of the picture to the right and down, appears at (a x + c y, b x + d y).
-std::filesystem::path turnedCopy(const std::filesystem::path& file, const std::string& name,
-                                 const std::array<int, 4>& abcd);
+std::filesystem::path rotatedCopy(const std::filesystem::path& file, const std::string& name,
+                                  const std::array<int, 4>& abcd);
 /// A copy in which every occurrence of `from` is replaced by `to`.
 std::filesystem::path renamedCodec(const std::filesystem::path& file, const std::string& name,
                                    const std::string& from, const std::string& to);

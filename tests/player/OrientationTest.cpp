@@ -17,7 +17,7 @@ namespace
 {
 
 /// The picture with the rows "abc" and "def", with the orientation applied.
-std::string turned(Orientation orientation)
+std::string oriented(Orientation orientation)
 {
     const std::array<std::uint8_t, 8> stored = {'a', 'b', 'c', '.', 'd', 'e', 'f', '.'};
     const int columns = orientation.swapsSides() ? 2 : 3;
@@ -35,7 +35,7 @@ std::string turned(Orientation orientation)
 
 } // namespace
 
-TEST(Orientation, readsTheTagAndTurnsPicturesByIt)
+TEST(Orientation, ReadsTheTagAndAppliesIt)
 {
     const struct {
         const char* tag;
@@ -57,19 +57,19 @@ TEST(Orientation, readsTheTagAndTurnsPicturesByIt)
     };
     for (const auto& row : rows) {
         EXPECT_EQ(orientationFromTag(row.tag), row.orientation) << row.tag;
-        EXPECT_EQ(turned(row.orientation), row.picture) << row.tag;
+        EXPECT_EQ(oriented(row.orientation), row.picture) << row.tag;
     }
 }
 
-TEST(TrackOrientation, isUprightForWhatIsNoFilmAndForABrokenOne)
+TEST(TrackOrientation, IsIdentityForFilesWithoutAReadableMatrix)
 {
-    const auto clip = turnedCopy(quartersClip.file(), "quarters-overlooked.mp4", {0, -1, -1, 0});
+    const auto clip = rotatedCopy(quartersClip.file(), "quarters-overlooked.mp4", {0, -1, -1, 0});
     ASSERT_EQ(overlookedOrientation(clip), (Orientation{1, true}));
     const auto size = std::filesystem::file_size(clip);
     const std::string endlessBoxes("\0\0\0\0moov", 8);
     const std::filesystem::path files[] = {
         quartersClip.file(),
-        turnedCopy(clip, "quarters-turned-back.mp4", {0, 1, 1, 0}),
+        rotatedCopy(clip, "quarters-oriented-back.mp4", {0, 1, 1, 0}),
         truncatedCopy(clip, "quarters-truncated.mp4", size / 2),
         plainFile("no-boxes.mp4", ""),
         plainFile("words.mp4", "no film at all, only words and words and words"),

@@ -5,7 +5,7 @@
 namespace stackreel
 {
 
-TEST(PictureSize, fitsThePictureIntoTheBoxAndNeverEnlargesIt)
+TEST(PictureSize, FitsThePictureIntoTheBoxAndNeverEnlargesIt)
 {
     const struct {
         int width, height, aspectWidth, aspectHeight;

@@ -15,7 +15,7 @@ using PlayerAtTheEnd = PlayerTest;
 
 } // namespace
 
-TEST_F(PlayerAtTheEnd, playsToTheEndOnceLoopingIsDisabled)
+TEST_F(PlayerAtTheEnd, PlaysToTheEndAfterLoopingIsDisabled)
 {
     loop(longInterval.file(), 7, 7.2);
     player->play();
@@ -28,7 +28,7 @@ TEST_F(PlayerAtTheEnd, playsToTheEndOnceLoopingIsDisabled)
     EXPECT_TRUE(repeats(output->numbers(), 210, 215));
 }
 
-TEST_F(PlayerAtTheEnd, doesAtTheEndWhatItWasTold)
+TEST_F(PlayerAtTheEnd, PerformsItsActionAtItemEnd)
 {
     using Action = QueuePlayer::ActionAtItemEnd;
     for (Action action : {Action::none, Action::pause, Action::advance}) {
@@ -50,7 +50,7 @@ TEST_F(PlayerAtTheEnd, doesAtTheEndWhatItWasTold)
         seek(7.1);
         ASSERT_TRUE(output->waitForNumber(213));
         if (action == Action::none) {
-            EXPECT_TRUE(output->waitForNumber(215)) << "a seek back plays on";
+            EXPECT_TRUE(output->waitForNumber(215)) << "playback continues after a seek back";
         }
         player->removeTimeObserver(token);
         if (action == Action::pause) {
@@ -63,7 +63,7 @@ TEST_F(PlayerAtTheEnd, doesAtTheEndWhatItWasTold)
     }
 }
 
-TEST_F(PlayerAtTheEnd, showsTheLastPictureInTheNewSizeWhenItChangesAfterTheEnd)
+TEST_F(PlayerAtTheEnd, ShowsTheLastFrameInANewSizeAfterTheEnd)
 {
     for (auto action : {QueuePlayer::ActionAtItemEnd::none, QueuePlayer::ActionAtItemEnd::pause}) {
         player->setActionAtItemEnd(action);

@@ -17,7 +17,7 @@ using SeekingPlayer = PlayerTest;
 
 } // namespace
 
-TEST_F(SeekingPlayer, showsTheFrameOfAnExactSeekWhilePaused)
+TEST_F(SeekingPlayer, ShowsTheFrameOfAnExactSeekWhilePaused)
 {
     loop(longInterval.file(), 0, 10);
     for (double time : {0.0, 5.0, 4.99, 9.9, 8.35, 0.016, 10.0}) {
@@ -27,7 +27,7 @@ TEST_F(SeekingPlayer, showsTheFrameOfAnExactSeekWhilePaused)
     }
 }
 
-TEST_F(SeekingPlayer, showsFramesOutsideTheRangeAndPlaysFromItsStart)
+TEST_F(SeekingPlayer, ShowsFramesOutsideTheRangeAndPlaysFromItsStart)
 {
     loop(longInterval.file(), 2, 2.5);
     for (double time : {1.0, 2.5, 7.0}) {
@@ -40,7 +40,7 @@ TEST_F(SeekingPlayer, showsFramesOutsideTheRangeAndPlaysFromItsStart)
     }
 }
 
-TEST_F(SeekingPlayer, honoursTheLastOfManySeeks)
+TEST_F(SeekingPlayer, CarriesOutTheLastOfManySeeks)
 {
     loop(longInterval.file(), 0, 10);
     for (int round = 0; round < 5; ++round) {
@@ -54,7 +54,7 @@ TEST_F(SeekingPlayer, honoursTheLastOfManySeeks)
     EXPECT_LT(output->shown().size(), 500U);
 }
 
-TEST_F(SeekingPlayer, reportsTheTimeOfJumpsAndNoneWithoutAnItem)
+TEST_F(SeekingPlayer, ReportsTheTimeOfSeeksAndNoneWithoutAnItem)
 {
     std::vector<MediaTime> times;
     const auto token =
@@ -76,9 +76,9 @@ TEST_F(SeekingPlayer, reportsTheTimeOfJumpsAndNoneWithoutAnItem)
     player->removeTimeObserver(token);
 }
 
-TEST_F(SeekingPlayer, hasOthersWaitFromWhenAFrameIsAskedForUntilItIsShown)
+TEST_F(SeekingPlayer, DelaysBackgroundWorkUntilARequestedFrameIsShown)
 {
-    const auto othersWait = [] {
+    const auto backgroundWaits = [] {
         std::chrono::nanoseconds patience(1);
         waitForForegroundWork({}, patience);
         return patience.count() == 0;
@@ -86,11 +86,11 @@ TEST_F(SeekingPlayer, hasOthersWaitFromWhenAFrameIsAskedForUntilItIsShown)
     int waited = 0;
     for (int round = 0; round < 5; ++round) {
         loop(longInterval.file(), 7, 8);
-        waited += othersWait();
-        EXPECT_TRUE(eventually([&] { return !othersWait(); }));
+        waited += backgroundWaits();
+        EXPECT_TRUE(eventually([&] { return !backgroundWaits(); }));
         EXPECT_TRUE(output->waitForNumber(210));
         player->removeAllItems();
-        EXPECT_FALSE(othersWait());
+        EXPECT_FALSE(backgroundWaits());
     }
     // Not in every round: on a busy machine the frame may be shown before this thread continues.
     EXPECT_GT(waited, 0);

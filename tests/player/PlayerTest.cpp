@@ -13,7 +13,7 @@ namespace
 
 const MarkedClip fast{.name = "fast.mp4", .frames = 300, .rate = 60, .keyInterval = 250};
 const MarkedClip variableRate{.name = "variable.mp4", .frames = 120, .keyInterval = 40, .variable = true};
-const MarkedClip sounding{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
+const MarkedClip clipWithSound{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
 
 /// Whether this process has a file open.
 bool isOpen(const std::filesystem::path& file)
@@ -28,7 +28,7 @@ bool isOpen(const std::filesystem::path& file)
 
 } // namespace
 
-TEST_F(PlayerTest, repeatsARangeWithoutLosingOrDoublingAFrame)
+TEST_F(PlayerTest, RepeatsARangeWithoutLosingOrDoublingAFrame)
 {
     const struct {
         const MarkedClip& clip;
@@ -38,7 +38,7 @@ TEST_F(PlayerTest, repeatsARangeWithoutLosingOrDoublingAFrame)
         {longInterval, 7, 7.1, 210, 212}, {longInterval, 8, 8.25, 240, 247},
         {longInterval, 4, 4.7, 120, 140}, {shortInterval, 2.95, 3.55, 88, 106},
         {fast, 3, 3.5, 180, 209},         {variableRate, 2, 2.5, 60, 74},
-        {sounding, 1.5, 2, 45, 59},
+        {clipWithSound, 1.5, 2, 45, 59},
     };
     for (const auto& row : rows) {
         output->forget();
@@ -55,7 +55,7 @@ TEST_F(PlayerTest, repeatsARangeWithoutLosingOrDoublingAFrame)
     }
 }
 
-TEST_F(PlayerTest, letsTheFileGoWhileARangeRepeatsFromMemory)
+TEST_F(PlayerTest, ClosesTheFileWhileARangeRepeatsFromMemory)
 {
     const std::filesystem::path file = longInterval.file();
     loop(file, 4, 4.5);
@@ -73,7 +73,7 @@ TEST_F(PlayerTest, letsTheFileGoWhileARangeRepeatsFromMemory)
     EXPECT_TRUE(isOpen(file));
 }
 
-TEST_F(PlayerTest, replacesTheRangeWithoutLosingThePicture)
+TEST_F(PlayerTest, ReplacesTheRangeWithoutLosingThePicture)
 {
     loop(longInterval.file(), 7, 7.5);
     player->play();
@@ -91,7 +91,7 @@ TEST_F(PlayerTest, replacesTheRangeWithoutLosingThePicture)
         EXPECT_GE(number, 0);
 }
 
-TEST_F(PlayerTest, clearsThePictureWhenItLosesItsItem)
+TEST_F(PlayerTest, ClearsThePictureWhenItsItemIsRemoved)
 {
     loop(shortInterval.file(), 0, 1);
     ASSERT_TRUE(output->waitForNumber(0));
@@ -102,7 +102,7 @@ TEST_F(PlayerTest, clearsThePictureWhenItLosesItsItem)
     EXPECT_TRUE(output->waitForNumber(90));
 }
 
-TEST_F(PlayerTest, scalesToTheSizeItIsShownAtWithoutLosingAFrame)
+TEST_F(PlayerTest, ScalesToTheShownSizeWithoutLosingAFrame)
 {
     loop(shortInterval.file(), 0, 0.5);
     player->setVideoSize(160, 160);
@@ -122,7 +122,7 @@ TEST_F(PlayerTest, scalesToTheSizeItIsShownAtWithoutLosingAFrame)
     EXPECT_TRUE(repeats(output->numbers(), 0, 14));
 }
 
-TEST_F(PlayerTest, showsNothingForWhatCannotBePlayedAndGoesOnWithTheNext)
+TEST_F(PlayerTest, ShowsNothingForAnUnplayableFileAndPlaysTheNext)
 {
     int reports = 0;
     player->addPeriodicTimeObserver(at(0.05),

@@ -19,7 +19,7 @@ using PlayerThreads = PlayerTest;
 
 // The player handles its commands in order on one thread, which here blocks in opening the file. A call that
 // waits for that thread would block until the file unblocks itself.
-TEST_F(PlayerThreads, leaveTheMainThreadFreeWhateverIsOrderedWhileAFileDoesNotOpen)
+TEST_F(PlayerThreads, DoNotBlockAnyCallWhileAFileDoesNotOpen)
 {
     const auto file = longInterval.file();
     StuckFile stuck;
@@ -41,13 +41,13 @@ TEST_F(PlayerThreads, leaveTheMainThreadFreeWhateverIsOrderedWhileAFileDoesNotOp
         player->removeAllItems();
     }
     for (int number : output->numbers())
-        EXPECT_EQ(number, -1) << "the player is not stuck";
+        EXPECT_EQ(number, -1) << "the file did not block the player";
     loop(file, 7, 8);
-    EXPECT_TRUE(stuck.letGo()) << "a call waited";
+    EXPECT_TRUE(stuck.unblock()) << "a call blocked";
     EXPECT_TRUE(output->waitForNumber(210));
 }
 
-TEST_F(PlayerThreads, leaveTheMainThreadFreeWhenThePlayerGoesWhileAFileDoesNotOpen)
+TEST_F(PlayerThreads, DoNotBlockTheDestructorWhileAFileDoesNotOpen)
 {
     StuckFile stuck;
     loop(stuck.path(), 0, 1);
@@ -55,10 +55,10 @@ TEST_F(PlayerThreads, leaveTheMainThreadFreeWhenThePlayerGoesWhileAFileDoesNotOp
     looper.reset();
     player.reset();
     player = playback.makePlayer();
-    EXPECT_TRUE(stuck.letGo()) << "a call waited";
+    EXPECT_TRUE(stuck.unblock()) << "a call blocked";
 }
 
-TEST_F(PlayerThreads, leaveThePlayersEndToAnother)
+TEST_F(PlayerThreads, DestroyTheEngineOffTheMainThread)
 {
     /// Destroyed with the player's engine.
     struct Witness {
@@ -85,7 +85,7 @@ TEST_F(PlayerThreads, leaveThePlayersEndToAnother)
     }
 }
 
-TEST_F(PlayerThreads, endWithThePlayerAtAnyMoment)
+TEST_F(PlayerThreads, EndWithThePlayerAtAnyMoment)
 {
     for (int round = 0; round < 12; ++round) {
         auto other = playback.makePlayer();

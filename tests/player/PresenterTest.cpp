@@ -58,7 +58,7 @@ protected:
 
 } // namespace
 
-TEST_F(PresenterTest, showsAJumpAtOnceAndNothingMoreWhileItStandsStill)
+TEST_F(PresenterTest, ShowsAJumpAtOnceAndNothingElseWhilePaused)
 {
     presenter.jump(due(7, second), 1);
     presenter.push(due(8, second + millisecond));
@@ -69,7 +69,7 @@ TEST_F(PresenterTest, showsAJumpAtOnceAndNothingMoreWhileItStandsStill)
     EXPECT_EQ(presenter.position(), 0);
 }
 
-TEST_F(PresenterTest, showsEachFrameNoEarlierThanItIsDue)
+TEST_F(PresenterTest, ShowsNoFrameBeforeItIsDue)
 {
     presenter.jump(due(0, 0), 1);
     for (int i = 1; i < 20; ++i)
@@ -85,7 +85,7 @@ TEST_F(PresenterTest, showsEachFrameNoEarlierThanItIsDue)
     }
 }
 
-TEST_F(PresenterTest, losesNoFrameThatComesLate)
+TEST_F(PresenterTest, ShowsFramesThatArriveLate)
 {
     presenter.jump(due(0, 0), 1);
     presenter.setRunning(true);
@@ -97,7 +97,7 @@ TEST_F(PresenterTest, losesNoFrameThatComesLate)
     EXPECT_EQ(output->numbers(), (std::vector{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
 }
 
-TEST_F(PresenterTest, givesANewOutputTheCurrentPictureAndClearsTheOldOne)
+TEST_F(PresenterTest, GivesANewOutputTheCurrentPictureAndClearsTheOldOne)
 {
     presenter.jump(due(3, 0), 1);
     ASSERT_TRUE(output->waitForNumber(3));
@@ -113,7 +113,7 @@ TEST_F(PresenterTest, givesANewOutputTheCurrentPictureAndClearsTheOldOne)
     EXPECT_TRUE(output->numbers().empty());
 }
 
-TEST_F(PresenterTest, clearsTheOutput)
+TEST_F(PresenterTest, ClearsTheOutput)
 {
     presenter.jump(due(3, 0), 1);
     ASSERT_TRUE(output->waitForNumber(3));
@@ -126,7 +126,7 @@ TEST_F(PresenterTest, clearsTheOutput)
     EXPECT_EQ(other->numbers().front(), 5);
 }
 
-TEST_F(PresenterTest, endsAfterTheRunThroughTheRangeThatIsUnderWay)
+TEST_F(PresenterTest, EndsAfterTheCurrentRun)
 {
     presenter.jump(due(0, 0), 1);
     EXPECT_FALSE(presenter.endAfterThisRun());
@@ -147,7 +147,7 @@ TEST_F(PresenterTest, endsAfterTheRunThroughTheRangeThatIsUnderWay)
     EXPECT_TRUE(presenter.isRunning());
 }
 
-TEST_F(PresenterTest, hasRoomByBytesAndByNumber)
+TEST_F(PresenterTest, LimitsItsQueueByBytesAndByNumber)
 {
     EXPECT_TRUE(presenter.hasRoom(false));
     presenter.jump(due(0, 0), 1);
@@ -165,7 +165,7 @@ TEST_F(PresenterTest, hasRoomByBytesAndByNumber)
     EXPECT_TRUE(presenter.hasRoom(false));
 }
 
-TEST_F(PresenterTest, reportsTheTimeWhileRunningAndAfterJumpsOnly)
+TEST_F(PresenterTest, ReportsTheTimeOnlyWhileRunningAndAfterJumps)
 {
     std::vector<double> times;
     observers->add(MediaTime::fromUnits(6), [&times](MediaTime time) { times.push_back(time.seconds()); });
@@ -181,7 +181,7 @@ TEST_F(PresenterTest, reportsTheTimeWhileRunningAndAfterJumpsOnly)
     presenter.setRunning(false);
 }
 
-TEST_F(PresenterTest, reportsNothingFromBeforeAJumpThatIsExpected)
+TEST_F(PresenterTest, ReportsNoTimeFromBeforeAnExpectedJump)
 {
     std::vector<double> times;
     observers->add(MediaTime::fromUnits(6), [&times](MediaTime time) { times.push_back(time.seconds()); });
@@ -193,7 +193,7 @@ TEST_F(PresenterTest, reportsNothingFromBeforeAJumpThatIsExpected)
     EXPECT_EQ(times, std::vector{3.0});
 }
 
-TEST_F(PresenterTest, reportsNothingToAnObserverThatWasRemoved)
+TEST_F(PresenterTest, ReportsNothingToARemovedObserver)
 {
     int removedCalls = 0;
     int keptCalls = 0;

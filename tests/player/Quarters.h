@@ -14,14 +14,14 @@ inline const MarkedClip quartersClip{
     .name = "quarters.mp4", .frames = 5, .luma = "60+40*gte(X\\,W/2)+80*gte(Y\\,H/2)"};
 
 /// The eight combinations of rotation by 90° and mirroring, as matrices for `rotatedCopy`.
-inline constexpr std::array<std::array<int, 4>, 8> allTurns = {{{1, 0, 0, 1},
-                                                                {0, 1, -1, 0},
-                                                                {-1, 0, 0, -1},
-                                                                {0, -1, 1, 0},
-                                                                {-1, 0, 0, 1},
-                                                                {1, 0, 0, -1},
-                                                                {0, 1, 1, 0},
-                                                                {0, -1, -1, 0}}};
+inline constexpr std::array<std::array<int, 4>, 8> allOrientations = {{{1, 0, 0, 1},
+                                                                       {0, 1, -1, 0},
+                                                                       {-1, 0, 0, -1},
+                                                                       {0, -1, 1, 0},
+                                                                       {-1, 0, 0, 1},
+                                                                       {1, 0, 0, -1},
+                                                                       {0, 1, 1, 0},
+                                                                       {0, -1, -1, 0}}};
 
 /// The green value in the middle of each quarter of a frame, row by row.
 inline std::array<int, 4> quarters(const VideoFrame& frame)

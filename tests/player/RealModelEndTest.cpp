@@ -14,9 +14,9 @@ using EndingRealModel = RealModelTest;
 
 } // namespace
 
-TEST_F(EndingRealModel, aCancelledExportLeavesNothingAndThePreviewPlays)
+TEST_F(EndingRealModel, CancellingAnExportRemovesTheFileAndPlaysThePreview)
 {
-    load(sounding);
+    load(clipWithSound);
     startWriting();
     model().exportTask()->cancel();
     ASSERT_TRUE(reaches(Phase::Kind::ready));
@@ -30,18 +30,18 @@ TEST_F(EndingRealModel, aCancelledExportLeavesNothingAndThePreviewPlays)
     expectNothingLeft();
 }
 
-TEST_F(EndingRealModel, quittingDuringAnExportLeavesNothing)
+TEST_F(EndingRealModel, QuittingDuringAnExportRemovesTheFile)
 {
-    load(sounding);
+    load(clipWithSound);
     startWriting();
     ExportShutdown::endExport(model().exportTask());
     expectNothingLeft();
     m_model.reset();
 }
 
-TEST_F(EndingRealModel, canGoDuringAnExport)
+TEST_F(EndingRealModel, CanBeDestroyedDuringAnExport)
 {
-    load(sounding);
+    load(clipWithSound);
     startWriting();
     const auto task = model().exportTask();
     m_model.reset();
@@ -49,7 +49,7 @@ TEST_F(EndingRealModel, canGoDuringAnExport)
     expectNothingLeft();
 }
 
-TEST_F(EndingRealModel, canGoAtAnyMomentOfALoad)
+TEST_F(EndingRealModel, CanBeDestroyedAtAnyMomentOfALoad)
 {
     const std::function<bool()> moments[] = {
         [] { return true; },
@@ -60,7 +60,7 @@ TEST_F(EndingRealModel, canGoAtAnyMomentOfALoad)
         [this] { return !model().timelineThumbnails().empty(); },
     };
     for (const auto& moment : moments) {
-        choose(sounding);
+        choose(clipWithSound);
         ASSERT_TRUE(eventually(moment));
         makeModel(std::make_shared<GstAssetLoader>());
     }

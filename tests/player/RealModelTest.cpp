@@ -58,9 +58,9 @@ std::vector<int> numbersIn(const std::filesystem::path& file)
 
 } // namespace
 
-TEST_F(RealModelTest, takesAClipFromThePanelToTheWrittenFile)
+TEST_F(RealModelTest, LoadsTrimsAndExportsAClip)
 {
-    load(sounding);
+    load(clipWithSound);
     EXPECT_NEAR(model().trimEnd(), 6, 0.1);
     EXPECT_TRUE(model().previewPlaying());
     EXPECT_TRUE(eventually([&] { return model().currentTime() > 0.2; })) << "it plays at once";
@@ -110,12 +110,12 @@ TEST_F(RealModelTest, takesAClipFromThePanelToTheWrittenFile)
     output->forget();
     EXPECT_TRUE(model().previewPlaying());
     ASSERT_TRUE(showsFrames(30));
-    EXPECT_TRUE(repeats(output->numbers(), 60, 74)) << "the preview goes on where it was";
+    EXPECT_TRUE(repeats(output->numbers(), 60, 74)) << "the preview continues in the same range";
 }
 
-TEST_F(RealModelTest, showsTheFrameUnderThePlayheadWhereADragStops)
+TEST_F(RealModelTest, ShowsTheFrameAtThePlayheadWhenADragStops)
 {
-    load(sounding);
+    load(clipWithSound);
     ASSERT_TRUE(eventually([&] { return model().currentTime() > 0.2; }));
     for (double stop : {5.01, 0.0, 3.3, 1.99}) {
         // Pause, so that the last frame shown is that of the last request.
@@ -133,9 +133,9 @@ TEST_F(RealModelTest, showsTheFrameUnderThePlayheadWhereADragStops)
     }
 }
 
-TEST_F(RealModelTest, replacesOneClipByAnotherWhileThumbnailsOfTheFirstAreMade)
+TEST_F(RealModelTest, ReplacesOneClipByAnotherWhileThumbnailsOfTheFirstAreMade)
 {
-    load(sounding);
+    load(clipWithSound);
     load(wide);
     ASSERT_TRUE(eventually([&] { return !model().timelineThumbnails().empty(); }));
     for (const VideoFrame& image : model().timelineThumbnails())
@@ -145,20 +145,20 @@ TEST_F(RealModelTest, replacesOneClipByAnotherWhileThumbnailsOfTheFirstAreMade)
     EXPECT_NEAR(model().trimEnd(), 2, 0.01);
 }
 
-TEST_F(RealModelTest, endsInOneOfTheClipsWhenTwoAreChosenAtOnce)
+TEST_F(RealModelTest, LoadsOneOfTwoClipsThatAreChosenAtOnce)
 {
-    choose(sounding);
+    choose(clipWithSound);
     choose(wide);
     ASSERT_TRUE(eventually([&] { return model().timelineThumbnails().size() == 12; }));
     EXPECT_EQ(model().phase(), Phase::ready());
     EXPECT_TRUE(eventually([&] { return model().currentTime() > 0.2; }));
 }
 
-TEST_F(RealModelTest, playsAProxyOfWhatThePlayerCannotPlay)
+TEST_F(RealModelTest, PlaysAProxyOfAnUnplayableSource)
 {
     const auto before = proxies();
     makeModel(std::make_shared<RefusingLoader>());
-    load(sounding);
+    load(clipWithSound);
     const auto after = proxies();
     EXPECT_EQ(before.size(), 0U);
     EXPECT_EQ(after.size(), 1U);
@@ -170,7 +170,7 @@ TEST_F(RealModelTest, playsAProxyOfWhatThePlayerCannotPlay)
     EXPECT_TRUE(repeats(output->numbers(), 120, 134));
 }
 
-TEST_F(RealModelTest, saysWhyAFileCannotBeLoaded)
+TEST_F(RealModelTest, ShowsWhyAFileCannotBeLoaded)
 {
     model().chooseSource();
     m_openPanel->choose(plainFile("words.mp4", "no film at all, only words"));

@@ -24,7 +24,7 @@
 namespace stackreel
 {
 
-inline const MarkedClip sounding{
+inline const MarkedClip clipWithSound{
     .name = "model-sounding.mp4", .frames = 180, .keyInterval = 250, .sound = true};
 inline const MarkedClip wide{.name = "model-wide.mp4", .frames = 60, .size = "400x160"};
 

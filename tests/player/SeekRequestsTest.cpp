@@ -36,7 +36,7 @@ protected:
 
 } // namespace
 
-TEST_F(SeekRequestsTest, beginAtOnceWhenNothingIsUnderWay)
+TEST_F(SeekRequestsTest, BeginAtOnceWhenNoneIsInProgress)
 {
     EXPECT_TRUE(requests.isIdle());
     EXPECT_EQ(begun(0), none);
@@ -50,7 +50,7 @@ TEST_F(SeekRequestsTest, beginAtOnceWhenNothingIsUnderWay)
     EXPECT_EQ(begun(1000), none) << "a seek is made once";
 }
 
-TEST_F(SeekRequestsTest, keepOnlyTheLatestAndAlwaysCarryItOut)
+TEST_F(SeekRequestsTest, KeepOnlyTheLatestAndAlwaysCarryItOut)
 {
     want(1, 0);
     EXPECT_EQ(begun(0), 1U);
@@ -64,7 +64,7 @@ TEST_F(SeekRequestsTest, keepOnlyTheLatestAndAlwaysCarryItOut)
     EXPECT_TRUE(requests.isIdle());
 }
 
-TEST_F(SeekRequestsTest, finishTheOneUnderWayWhileOthersKeepComing)
+TEST_F(SeekRequestsTest, FinishTheCurrentOneWhileNewOnesKeepArriving)
 {
     want(1, 0);
     EXPECT_EQ(begun(0), 1U);
@@ -78,7 +78,7 @@ TEST_F(SeekRequestsTest, finishTheOneUnderWayWhileOthersKeepComing)
     EXPECT_EQ(requests.land(), 1U);
 }
 
-TEST_F(SeekRequestsTest, giveUpTheOneUnderWayForWhereTheUserStopped)
+TEST_F(SeekRequestsTest, ReplaceTheCurrentOneWhenTheUserStops)
 {
     want(1, 0);
     EXPECT_EQ(requests.deadline(), std::nullopt) << "nothing is under way";
@@ -91,7 +91,7 @@ TEST_F(SeekRequestsTest, giveUpTheOneUnderWayForWhereTheUserStopped)
     EXPECT_EQ(requests.land(), 2U);
 }
 
-TEST_F(SeekRequestsTest, finishTheOneThatTookAnothersPlace)
+TEST_F(SeekRequestsTest, FinishTheReplacementOfAnotherOne)
 {
     want(1, 0);
     EXPECT_EQ(begun(0), 1U);
@@ -103,10 +103,10 @@ TEST_F(SeekRequestsTest, finishTheOneThatTookAnothersPlace)
     EXPECT_EQ(requests.land(), 2U);
     EXPECT_EQ(begun(10000), 3U);
     want(4, 10000);
-    EXPECT_EQ(begun(10060), 4U) << "the one before had shown its frame";
+    EXPECT_EQ(begun(10060), 4U) << "the previous one had shown its frame";
 }
 
-TEST_F(SeekRequestsTest, canBeForgottenOrLeftWaiting)
+TEST_F(SeekRequestsTest, CanBeAbandonedOrCleared)
 {
     want(1, 0);
     EXPECT_EQ(begun(0), 1U);

@@ -78,7 +78,7 @@ SoundRuns repeatedRuns(LoopRange range, std::uint64_t count)
 }
 
 /// The left channel's samples from played time 0 on. Expects no gap between them.
-std::vector<int> heard(const std::vector<SoundFeeder::DuePiece>& pieces)
+std::vector<int> leftSamples(const std::vector<SoundFeeder::DuePiece>& pieces)
 {
     std::vector<int> samples;
     for (const auto& [piece, due] : pieces) {
@@ -91,7 +91,7 @@ std::vector<int> heard(const std::vector<SoundFeeder::DuePiece>& pieces)
 }
 
 /// A clip whose samples count from 0 to 999, again and again.
-MarkedClip counting(const std::string& name)
+MarkedClip countingClip(const std::string& name)
 {
     return {.name = name,
             .frames = 120,
@@ -102,7 +102,7 @@ MarkedClip counting(const std::string& name)
 }
 
 /// A clip with a sine of 440 Hz on all channels. Half a second holds a whole number of its periods.
-MarkedClip humming(const std::string& name, int rate, int channels, const std::string& codec)
+MarkedClip sineClip(const std::string& name, int rate, int channels, const std::string& codec)
 {
     std::string each = "0.5*sin(2*PI*440*t)";
     for (int channel = 1; channel < channels; ++channel)
@@ -117,7 +117,7 @@ MarkedClip humming(const std::string& name, int rate, int channels, const std::s
 
 } // namespace
 
-TEST(SoundPieceTest, isCutToTheNearestSample)
+TEST(SoundPieceTest, IsCutToTheNearestSample)
 {
     SoundPiece piece = pieceOf(second, 480);
     EXPECT_EQ(piece.end(), second + 10 * millisecond);
@@ -131,7 +131,7 @@ TEST(SoundPieceTest, isCutToTheNearestSample)
     EXPECT_TRUE(piece.isEmpty());
 }
 
-TEST(SoundRunsTest, areThoseOfThePictures)
+TEST(SoundRunsTest, FollowTheRunsOfTheVideo)
 {
     SoundRuns runs({second, 2 * second});
     EXPECT_EQ(runs.at(0), nullptr);
@@ -149,7 +149,7 @@ TEST(SoundRunsTest, areThoseOfThePictures)
     EXPECT_NE(runs.find(2), nullptr);
 }
 
-TEST(SoundFeederTest, repeatsTheRangeToTheSample)
+TEST(SoundFeederTest, RepeatsTheRangeWithSampleAccuracy)
 {
     SoundFeeding feeding(soundRamp.file());
     const Nanoseconds start = second;
@@ -171,7 +171,7 @@ TEST(SoundFeederTest, repeatsTheRangeToTheSample)
     EXPECT_GE(toSeconds(due), 2.249);
 }
 
-TEST(SoundFeederTest, leavesOutTheRunsThatAreOverWhenItFellBehind)
+TEST(SoundFeederTest, SkipsFinishedRunsWhenItIsLate)
 {
     SoundFeeding feeding(soundRamp.file());
     const Nanoseconds length = second / 2;
@@ -187,7 +187,7 @@ TEST(SoundFeederTest, leavesOutTheRunsThatAreOverWhenItFellBehind)
     EXPECT_GT(pieces.back().due, 4 * length);
 }
 
-TEST(SoundFeederTest, beginsInTheMiddle)
+TEST(SoundFeederTest, BeginsInTheMiddle)
 {
     SoundFeeding feeding(soundRamp.file());
     SoundRuns runs({second, 3 * second});
@@ -199,14 +199,14 @@ TEST(SoundFeederTest, beginsInTheMiddle)
     EXPECT_NEAR(pieces.front().piece.samples.front() * 16 / 32768.0, 1.5, 0.001);
 }
 
-TEST(SoundFeederTest, losesNoSampleWhereTheStampsAreCoarse)
+TEST(SoundFeederTest, LosesNoSampleWithCoarseTimeStamps)
 {
     for (const char* name : {"counting.mov", "counting.mkv"}) {
-        SoundFeeding feeding(counting(name).file());
+        SoundFeeding feeding(countingClip(name).file());
         constexpr std::size_t run = 96000;
         const SoundRuns runs = repeatedRuns({second, 3 * second}, 3);
         feeding.beginAt(runs, 0);
-        const std::vector<int> samples = heard(feeding.until(runs, 4 * second));
+        const std::vector<int> samples = leftSamples(feeding.until(runs, 4 * second));
         ASSERT_GE(samples.size(), 2 * run) << name;
         EXPECT_NEAR(samples[0], 0, 48) << "a millisecond";
         int slips = 0;
@@ -217,19 +217,19 @@ TEST(SoundFeederTest, losesNoSampleWhereTheStampsAreCoarse)
     }
 }
 
-TEST(SoundFeederTest, repeatsARangeThatIsTooLongToBeKept)
+TEST(SoundFeederTest, RepeatsARangeThatIsTooLongToKeep)
 {
     constexpr std::size_t run = 24000;
-    SoundFeeding feeding(counting("counting.mov").file(), run);
+    SoundFeeding feeding(countingClip("counting.mov").file(), run);
     const SoundRuns runs = repeatedRuns({second, second * 3 / 2}, 5);
     feeding.beginAt(runs, 0);
-    const std::vector<int> samples = heard(feeding.until(runs, 2 * second));
+    const std::vector<int> samples = leftSamples(feeding.until(runs, 2 * second));
     ASSERT_GE(samples.size(), 4 * run);
     for (std::size_t i = 0; i < 4 * run; ++i)
         ASSERT_EQ(samples[i], static_cast<int>(i % run % 1000)) << i;
 }
 
-TEST(SoundFeederTest, goesOnInTheWaveWhereARangeBeginsAgain)
+TEST(SoundFeederTest, ContinuesTheWaveformAcrossAWrap)
 {
     const struct {
         const char* name;
@@ -249,10 +249,10 @@ TEST(SoundFeederTest, goesOnInTheWaveWhereARangeBeginsAgain)
     for (const auto& row : rows) {
         // Once from memory, and once decoded again for each run.
         for (const std::size_t budget : {SoundFeeder::usualBudget, std::size_t{0}}) {
-            SoundFeeding feeding(humming(row.name, row.rate, row.channels, row.codec).file(), budget);
+            SoundFeeding feeding(sineClip(row.name, row.rate, row.channels, row.codec).file(), budget);
             const SoundRuns runs = repeatedRuns({second, second * 3 / 2}, 4);
             feeding.beginAt(runs, 0);
-            const std::vector<int> samples = heard(feeding.until(runs, second * 3 / 2));
+            const std::vector<int> samples = leftSamples(feeding.until(runs, second * 3 / 2));
             ASSERT_GE(samples.size(), 72000U) << row.name;
             double worst = 0;
             std::size_t where = 0;

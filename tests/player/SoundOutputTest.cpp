@@ -15,7 +15,7 @@ SoundPiece hundredthOfASecond()
     return piece;
 }
 
-GstElementPtr another(const GstElementPtr& element)
+GstElementPtr referenceTo(const GstElementPtr& element)
 {
     return GstElementPtr(GST_ELEMENT(gst_object_ref(element.get())));
 }
@@ -36,12 +36,12 @@ guint64 waitingBytes(GstElement* sink)
 
 } // namespace
 
-TEST(SoundOutputTest, holdsNoMoreThanASecondForADeviceThatStalls)
+TEST(SoundOutputTest, QueuesAtMostASecondForAStalledDevice)
 {
     gst_init(nullptr, nullptr);
     const GstElementPtr sink = makeElement("appsink"); // nothing pulls its samples, like a stalled device
     g_object_set(sink.get(), "sync", FALSE, "max-buffers", 1, nullptr);
-    SoundOutput output([&] { return another(sink); });
+    SoundOutput output([&] { return referenceTo(sink); });
     const SoundPiece piece = hundredthOfASecond();
     for (int i = 0; i < 1000; ++i)
         output.play(piece, Clock::Instant(i * std::chrono::milliseconds(10)));

@@ -88,7 +88,7 @@ void SoundPlaying::loop(const std::filesystem::path& file, double start, double 
                                  {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
 }
 
-bool SoundPlaying::hears(std::size_t stretches) const
+bool SoundPlaying::receivesSound(std::size_t stretches) const
 {
     return eventually([&] { return sound->stretches().size() >= stretches; });
 }
@@ -112,13 +112,13 @@ void SoundPlaying::expectRuns(double start, double end, int wraps) const
         } else {
             ++found;
             EXPECT_NEAR(before.to, end, 0.001) << "cut at the range's end";
-            EXPECT_NEAR(stretches[i].from, start, 0.001) << "and begun at its start";
+            EXPECT_NEAR(stretches[i].from, start, 0.001) << "and starts at its start";
         }
     }
     EXPECT_GE(found, wraps);
 }
 
-void SoundPlaying::expectInStep() const
+void SoundPlaying::expectInSync() const
 {
     std::vector<double> off = distances();
     ASSERT_GT(off.size(), 5U);

@@ -56,12 +56,12 @@ protected:
     SoundPlaying();
 
     void loop(const std::filesystem::path& file, double start, double end);
-    bool hears(std::size_t stretches) const;
+    bool receivesSound(std::size_t stretches) const;
     bool isSilenced() const;
     /// Expects sound that starts and ends with the range, has no gap inside a run, and wraps this many times.
     void expectRuns(double start, double end, int wraps) const;
     /// Expects the sound in sync with the frames, for most of them.
-    void expectInStep() const;
+    void expectInSync() const;
     /// For each frame shown with sound, how far the sound is ahead of it, in seconds.
     std::vector<double> distances() const;
 

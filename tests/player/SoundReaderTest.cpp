@@ -36,7 +36,7 @@ Nanoseconds endOfSoundIn(const std::filesystem::path& file)
 
 } // namespace
 
-TEST(SoundReader, deliversAllThereIsOfWhatBreaksOff)
+TEST(SoundReader, DeliversAllSoundOfATruncatedFile)
 {
     const char* rows[] = {"", "-c:a pcm_s16le", "-c:a libmp3lame", "-c:a flac"};
     int number = 0;

@@ -13,7 +13,7 @@ namespace stackreel
 namespace
 {
 
-MarkedClip ramping(const std::string& name, const std::string& tone, const std::string& options)
+MarkedClip rampClip(const std::string& name, const std::string& tone, const std::string& options)
 {
     MarkedClip clip = soundRamp;
     clip.name = name;
@@ -22,16 +22,16 @@ MarkedClip ramping(const std::string& name, const std::string& tone, const std::
     return clip;
 }
 
-const MarkedClip shorter = ramping("sound_shorter.mov", "aevalsrc='t/16|t/16':s=48000:d=2", "-noshortest");
+const MarkedClip shorter = rampClip("sound_shorter.mov", "aevalsrc='t/16|t/16':s=48000:d=2", "-noshortest");
 const MarkedClip longer = [] {
     MarkedClip clip =
-        ramping("sound_longer.mov", soundRamp.tone, R"(-bf 0 -bsf:v "noise=drop='gte(n\,120)'")");
+        rampClip("sound_longer.mov", soundRamp.tone, R"(-bf 0 -bsf:v "noise=drop='gte(n\,120)'")");
     clip.frames = 180;
     return clip;
 }();
-const MarkedClip later = ramping("sound_later.mov", "aevalsrc='(t+1)/16|(t+1)/16':s=48000:d=3",
-                                 "-af asetpts=PTS+1/TB -noshortest");
-const MarkedClip streamed = ramping("sound_streamed.mkv", soundRamp.tone, "");
+const MarkedClip later = rampClip("sound_later.mov", "aevalsrc='(t+1)/16|(t+1)/16':s=48000:d=3",
+                                  "-af asetpts=PTS+1/TB -noshortest");
+const MarkedClip streamed = rampClip("sound_streamed.mkv", soundRamp.tone, "");
 
 class SoundStreamsTest : public SoundPlaying
 {
@@ -47,16 +47,16 @@ protected:
 
 } // namespace
 
-TEST_F(SoundStreamsTest, endBeforeThePictures)
+TEST_F(SoundStreamsTest, PlaysSoundThatEndsBeforeTheVideo)
 {
     loop(shorter.file(), 1.6, 2.2);
     playFrames(60);
     EXPECT_TRUE(repeats(output->numbers(), 48, 65));
     expectRuns(1.6, 2, 2);
-    expectInStep();
+    expectInSync();
 }
 
-TEST_F(SoundStreamsTest, areOverBeforeTheRange)
+TEST_F(SoundStreamsTest, PlaysNoSoundThatEndsBeforeTheRange)
 {
     loop(shorter.file(), 3, 3.4);
     playFrames(30);
@@ -64,26 +64,26 @@ TEST_F(SoundStreamsTest, areOverBeforeTheRange)
     EXPECT_TRUE(sound->stretches().empty());
 }
 
-TEST_F(SoundStreamsTest, goOnAfterThePictures)
+TEST_F(SoundStreamsTest, PlaysSoundThatEndsAfterTheVideo)
 {
     loop(longer.file(), 3.6, 4.4);
     playFrames(40);
     EXPECT_TRUE(repeats(output->numbers(), 108, 119));
-    expectInStep();
+    expectInSync();
     for (const auto& stretch : sound->stretches())
         EXPECT_GE(stretch.from, 3.599);
 }
 
-TEST_F(SoundStreamsTest, beginAfterThePictures)
+TEST_F(SoundStreamsTest, PlaysSoundThatBeginsAfterTheVideo)
 {
     loop(later.file(), 0.7, 1.3);
     playFrames(60);
     EXPECT_TRUE(repeats(output->numbers(), 21, 38));
     expectRuns(1, 1.3, 2);
-    expectInStep();
+    expectInSync();
 }
 
-TEST_F(SoundStreamsTest, areHeardAgainInTheNextRunWhenTheFileBreaksOff)
+TEST_F(SoundStreamsTest, PlaysTheSoundOfATruncatedFileInEachRun)
 {
     const auto whole = streamed.file();
     const auto size = std::filesystem::file_size(whole);
@@ -94,13 +94,13 @@ TEST_F(SoundStreamsTest, areHeardAgainInTheNextRunWhenTheFileBreaksOff)
         if (std::abs(stretch.from - 1.8) < 0.001)
             begun.push_back(stretch);
     EXPECT_GE(begun.size(), 3U);
-    expectInStep();
+    expectInSync();
 }
 
-TEST_F(SoundStreamsTest, areHeardInEachRunUpToADamagedPlace)
+TEST_F(SoundStreamsTest, PlaysTheSoundBeforeACorruptPartInEachRun)
 {
     const auto whole = streamed.file();
-    loop(spoiledCopy(whole, "sound_spoiled.mkv", std::filesystem::file_size(whole) / 2, 20000), 1, 3);
+    loop(corruptedCopy(whole, "sound_spoiled.mkv", std::filesystem::file_size(whole) / 2, 20000), 1, 3);
     player->play();
     for (int run = 0; run < 3; ++run) {
         EXPECT_TRUE(eventually([&] {
@@ -117,7 +117,7 @@ TEST_F(SoundStreamsTest, areHeardInEachRunUpToADamagedPlace)
     }
 }
 
-TEST_F(SoundStreamsTest, areDoneWithoutWhenTheyAreBrokenFromTheirBeginning)
+TEST_F(SoundStreamsTest, PlaysWithoutSoundWhenTheSoundIsBroken)
 {
     for (const auto& file : clipsOfBrokenSound()) {
         output->forget();

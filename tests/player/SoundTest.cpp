@@ -21,7 +21,7 @@ class SoundTest : public SoundPlaying
 
 } // namespace
 
-TEST_F(SoundTest, goesWithThePicturesOverManyWraps)
+TEST_F(SoundTest, StaysInSyncOverManyWraps)
 {
     loop(soundRamp.file(), 1, 1.5);
     player->play();
@@ -30,31 +30,31 @@ TEST_F(SoundTest, goesWithThePicturesOverManyWraps)
     EXPECT_GT(sound->stretches().size(), 20U);
     EXPECT_GT(distances().size(), 40U);
     expectRuns(1, 1.5, 3);
-    expectInStep();
+    expectInSync();
 }
 
-TEST_F(SoundTest, fallsSilentWhenMutedAndComesBack)
+TEST_F(SoundTest, StopsWhenMutedAndReturnsWhenUnmuted)
 {
     loop(soundRamp.file(), 0, 4);
     player->play();
-    ASSERT_TRUE(hears(3));
+    ASSERT_TRUE(receivesSound(3));
     player->setMuted(true);
     ASSERT_TRUE(isSilenced());
     sound->forget();
-    ASSERT_TRUE(output->waitForCount(output->shown().size() + 6)) << "the pictures go on";
+    ASSERT_TRUE(output->waitForCount(output->shown().size() + 6)) << "the video continues";
     EXPECT_TRUE(sound->stretches().empty());
     player->setMuted(false);
-    EXPECT_TRUE(hears(3));
+    EXPECT_TRUE(receivesSound(3));
     EXPECT_EQ(sound->sinks(), 2);
     player->pause();
     EXPECT_TRUE(isSilenced());
 }
 
-TEST_F(SoundTest, comesBackInStepAfterTheRangeBeganAgainMeanwhile)
+TEST_F(SoundTest, ReturnsInSyncAfterAWrapWhileMuted)
 {
     loop(soundRamp.file(), 1, 1.5);
     player->play();
-    ASSERT_TRUE(hears(3));
+    ASSERT_TRUE(receivesSound(3));
     player->setMuted(true);
     ASSERT_TRUE(isSilenced());
     output->forget();
@@ -62,24 +62,24 @@ TEST_F(SoundTest, comesBackInStepAfterTheRangeBeganAgainMeanwhile)
     output->forget();
     sound->forget();
     player->setMuted(false);
-    ASSERT_TRUE(hears(40));
+    ASSERT_TRUE(receivesSound(40));
     player->pause();
     expectRuns(1, 1.5, 1);
-    expectInStep();
+    expectInSync();
 }
 
-TEST_F(SoundTest, followsASeek)
+TEST_F(SoundTest, FollowsASeek)
 {
     loop(soundRamp.file(), 0, 4);
     player->play();
-    ASSERT_TRUE(hears(3));
+    ASSERT_TRUE(receivesSound(3));
     player->seek(MediaTime::fromSeconds(3.2), {}, {});
     ASSERT_TRUE(eventually([&] { return sound->stretches().back().from > 3; }));
     for (const auto& stretch : sound->stretches())
         EXPECT_TRUE(stretch.to < 2.5 || stretch.from > 3.19) << stretch.from;
 }
 
-TEST_F(SoundTest, opensNoDeviceWhileMuted)
+TEST_F(SoundTest, OpensNoDeviceWhileMuted)
 {
     player->setMuted(true);
     loop(soundRamp.file(), 0, 0.5);
@@ -88,16 +88,16 @@ TEST_F(SoundTest, opensNoDeviceWhileMuted)
     EXPECT_EQ(sound->sinks(), 0);
 }
 
-TEST_F(SoundTest, isNotThereInAClipWithout)
+TEST_F(SoundTest, OpensNoDeviceForAClipWithoutSound)
 {
     loop(silent.file(), 0, 0.5);
     player->play();
     ASSERT_TRUE(output->waitForCount(40));
     EXPECT_TRUE(repeats(output->numbers(), 0, 14));
-    EXPECT_EQ(sound->sinks(), 0) << "nor is a device opened";
+    EXPECT_EQ(sound->sinks(), 0) << "no device is opened";
 }
 
-TEST_F(SoundTest, isDoneWithoutWhenNoDeviceCanBeOpened)
+TEST_F(SoundTest, IsSkippedWhenNoDeviceCanBeOpened)
 {
     const MakeSoundSink broken[] = {
         [] {
@@ -120,7 +120,7 @@ TEST_F(SoundTest, isDoneWithoutWhenNoDeviceCanBeOpened)
     }
 }
 
-TEST_F(SoundTest, isDoneWithoutWhenTheDeviceGoes)
+TEST_F(SoundTest, IsSkippedWhenTheDeviceFails)
 {
     std::mutex mutex;
     GstElementPtr sink; // created on the sound's thread

@@ -23,17 +23,17 @@ StuckFile::StuckFile()
         m_changed.wait_for(lock, stop, ceiling, [] { return false; });
         lock.unlock();
         if (!stop.stop_requested())
-            letGo();
+            unblock();
     });
 }
 
 StuckFile::~StuckFile()
 {
     m_watchdog = {};
-    letGo();
+    unblock();
 }
 
-bool StuckFile::letGo()
+bool StuckFile::unblock()
 {
     const std::lock_guard lock(m_mutex);
     if (std::exchange(m_gone, true))

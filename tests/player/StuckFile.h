@@ -23,7 +23,7 @@ public:
     const std::filesystem::path& path() const { return m_path; }
     /// False when the file was unblocked before. It unblocks itself after a minute, so that a blocked test
     /// ends.
-    bool letGo();
+    bool unblock();
 
 private:
     TemporaryDirectory m_folder;

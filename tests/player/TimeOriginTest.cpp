@@ -17,7 +17,7 @@ namespace
 using Content = DecodePipeline::Content;
 
 /// The file's beginning on the container's time line, as found by a separate pipeline.
-Nanoseconds originSeenBy(Content content, const SourceFile& file)
+Nanoseconds originOf(Content content, const SourceFile& file)
 {
     SampleSource source(file, content, {});
     const GstSamplePtr sample = source.next();
@@ -50,14 +50,14 @@ protected:
 
 } // namespace
 
-TEST_P(TimeOriginTest, isTheSameForPicturesPacketsAndSoundOfAFile)
+TEST_P(TimeOriginTest, IsTheSameForFramesPacketsAndSound)
 {
-    const Nanoseconds pictures = originSeenBy(Content::pictures, clip.file());
-    EXPECT_EQ(originSeenBy(Content::packets, clip.file()), pictures);
-    EXPECT_EQ(originSeenBy(Content::sound, clip.file()), pictures);
+    const Nanoseconds pictures = originOf(Content::pictures, clip.file());
+    EXPECT_EQ(originOf(Content::packets, clip.file()), pictures);
+    EXPECT_EQ(originOf(Content::sound, clip.file()), pictures);
 }
 
-TEST_P(TimeOriginTest, liesWhereTheSoundBeginsThatComesBeforeThePictures)
+TEST_P(TimeOriginTest, IsTheStartOfSoundThatPrecedesTheVideo)
 {
     SampleSource source(clip.file(), Content::pictures, {});
     const GstSamplePtr sample = source.next();
@@ -66,18 +66,18 @@ TEST_P(TimeOriginTest, liesWhereTheSoundBeginsThatComesBeforeThePictures)
                 static_cast<double>(GetParam().firstPicture), 12.0 * millisecond);
 }
 
-TEST(SourceFile, tellsAllWhoReadItOfTheSameBeginning)
+TEST(SourceFile, GivesAllReadersTheSameOrigin)
 {
     const MarkedClip clip{.name = "origin.ts", .frames = 120, .keyInterval = 30, .sound = true};
     const SourceFile file(clip.file());
     EXPECT_EQ(file.origin(), std::nullopt);
-    const Nanoseconds seen = originSeenBy(Content::pictures, file);
+    const Nanoseconds seen = originOf(Content::pictures, file);
     EXPECT_EQ(file.origin(), seen);
-    const SourceFile toldOtherwise(clip.file());
-    EXPECT_EQ(toldOtherwise.settleOrigin(second / 2), second / 2);
-    EXPECT_EQ(toldOtherwise.settleOrigin(second), second / 2) << "the first to find out has the say";
+    const SourceFile otherFile(clip.file());
+    EXPECT_EQ(otherFile.settleOrigin(second / 2), second / 2);
+    EXPECT_EQ(otherFile.settleOrigin(second), second / 2) << "the first value stays";
     for (const Content content : {Content::pictures, Content::packets, Content::sound})
-        EXPECT_EQ(originSeenBy(content, toldOtherwise), second / 2);
+        EXPECT_EQ(originOf(content, otherFile), second / 2);
 }
 
 // Encoders add silence at the start of the sound, and decoders remove part of it: 21 ms with AAC, 6.5 ms with

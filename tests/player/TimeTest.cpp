@@ -9,7 +9,7 @@
 namespace stackreel
 {
 
-TEST(Nanoseconds, areTheNearestToATime)
+TEST(Nanoseconds, AreRoundedFromAMediaTime)
 {
     const struct {
         std::int64_t units;
@@ -25,7 +25,7 @@ TEST(Nanoseconds, areTheNearestToATime)
     EXPECT_LT(toNanoseconds(MediaTime::fromUnits(std::numeric_limits<std::int64_t>::min())), 0);
 }
 
-TEST(LoopRange, forgivesHalfAUnitOnBothSides)
+TEST(LoopRange, AcceptsHalfAUnitOnBothSides)
 {
     const LoopRange range{second, 2 * second};
     EXPECT_TRUE(range.contains(second));
@@ -36,7 +36,7 @@ TEST(LoopRange, forgivesHalfAUnitOnBothSides)
     EXPECT_FALSE(range.contains(2 * second));
 }
 
-TEST(Clock, standsStillRunsAndGoesOnFromWhereItStood)
+TEST(Clock, PausesAndResumesAtItsTime)
 {
     const Clock::Instant start = Clock::Instant() + std::chrono::hours(1);
     const auto after = [start](int milliseconds) { return start + std::chrono::milliseconds(milliseconds); };

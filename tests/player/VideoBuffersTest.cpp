@@ -16,13 +16,13 @@ GstVideoInfo pictures(guint width, guint height)
 }
 
 /// A weak reference to the pool of a buffer.
-class PoolOf
+class PoolReference
 {
 public:
-    explicit PoolOf(const GstBufferPtr& buffer) { g_weak_ref_init(&m_pool, buffer->pool); }
-    PoolOf(const PoolOf&) = delete;
-    PoolOf& operator=(const PoolOf&) = delete;
-    ~PoolOf() { g_weak_ref_clear(&m_pool); }
+    explicit PoolReference(const GstBufferPtr& buffer) { g_weak_ref_init(&m_pool, buffer->pool); }
+    PoolReference(const PoolReference&) = delete;
+    PoolReference& operator=(const PoolReference&) = delete;
+    ~PoolReference() { g_weak_ref_clear(&m_pool); }
 
     bool isGone()
     {
@@ -36,7 +36,7 @@ private:
 
 } // namespace
 
-TEST(VideoBuffersTest, MemoryIsUsedAgain)
+TEST(VideoBuffersTest, ReusesMemory)
 {
     VideoBuffers buffers;
     const GstVideoInfo info = pictures(64, 36);
@@ -46,35 +46,35 @@ TEST(VideoBuffersTest, MemoryIsUsedAgain)
     EXPECT_EQ(buffers.acquire(info).get(), address);
 }
 
-TEST(VideoBuffersTest, NothingIsLeftWhenTheMemoryIsReleased)
+TEST(VideoBuffersTest, FreesItsPoolOnRelease)
 {
     VideoBuffers buffers;
     GstBufferPtr buffer = buffers.acquire(pictures(64, 36));
-    PoolOf pool(buffer);
+    PoolReference pool(buffer);
     buffer.reset();
     EXPECT_FALSE(pool.isGone());
     buffers.release();
     EXPECT_TRUE(pool.isGone());
 }
 
-TEST(VideoBuffersTest, NothingIsLeftOfAnotherSize)
+TEST(VideoBuffersTest, FreesThePoolOfAnotherSize)
 {
     VideoBuffers buffers;
     GstBufferPtr buffer = buffers.acquire(pictures(64, 36));
-    PoolOf pool(buffer);
+    PoolReference pool(buffer);
     buffer.reset();
     const GstBufferPtr other = buffers.acquire(pictures(32, 18));
     EXPECT_TRUE(pool.isGone());
 }
 
-TEST(VideoBuffersTest, ABufferOutlivesItsPool)
+TEST(VideoBuffersTest, KeepsABufferValidAfterItsDestructor)
 {
     GstBufferPtr buffer;
     {
         VideoBuffers buffers;
         buffer = buffers.acquire(pictures(64, 36));
     }
-    PoolOf pool(buffer);
+    PoolReference pool(buffer);
     EXPECT_EQ(gst_buffer_memset(buffer.get(), 0, 7, 64 * 36), 64U * 36U);
     buffer.reset();
     EXPECT_TRUE(pool.isGone());

@@ -50,10 +50,10 @@ VideoFrame exportedUpright(const std::filesystem::path& file, bool swapped)
     return exportedFrame(file, 0, swapped ? 180 : 320, swapped ? 320 : 180);
 }
 
-class OddClipsTest : public testing::Test
+class UnusualClipsTest : public testing::Test
 {
 protected:
-    OddClipsTest()
+    UnusualClipsTest()
     {
         player->setActionAtItemEnd(QueuePlayer::ActionAtItemEnd::none);
         player->setMuted(true);
@@ -97,11 +97,11 @@ const MarkedClip plain{.name = "whole.mp4", .frames = 120, .keyInterval = 30};
 
 } // namespace
 
-TEST_F(OddClipsTest, turnsAndMirrorsPicturesAsTheExportDoesAlsoWhenTheRangeBeginsAgain)
+TEST_F(UnusualClipsTest, RotatesAndMirrorsAsTheExportDoesInEveryRun)
 {
-    for (std::size_t i = 0; i < allTurns.size(); ++i) {
-        const auto file =
-            turnedCopy(quartersClip.file(), "played-quarters-" + std::to_string(i) + ".mp4", allTurns.at(i));
+    for (std::size_t i = 0; i < allOrientations.size(); ++i) {
+        const auto file = rotatedCopy(quartersClip.file(), "played-quarters-" + std::to_string(i) + ".mp4",
+                                      allOrientations.at(i));
         const auto pictures = std::make_shared<PictureOutput>();
         player = playback.makePlayer(); // a new player has no picture of the previous clip
         player->setMuted(true);
@@ -111,7 +111,7 @@ TEST_F(OddClipsTest, turnsAndMirrorsPicturesAsTheExportDoesAlsoWhenTheRangeBegin
         const std::size_t enough = 12; // the clip has five frames, so this covers several runs
         ASSERT_TRUE(eventually([&] { return pictures->pictures().size() >= enough; }));
         player->setVideoOutput(nullptr);
-        const VideoFrame exported = exportedUpright(file, allTurns.at(i)[0] == 0);
+        const VideoFrame exported = exportedUpright(file, allOrientations.at(i)[0] == 0);
         for (const VideoFrame& shown : pictures->pictures()) {
             ASSERT_EQ(shown.width, exported.width) << "turn " << i;
             ASSERT_EQ(shown.height, exported.height) << "turn " << i;
@@ -121,7 +121,7 @@ TEST_F(OddClipsTest, turnsAndMirrorsPicturesAsTheExportDoesAlsoWhenTheRangeBegin
     }
 }
 
-TEST_F(OddClipsTest, repeatsARangeInEveryContainer)
+TEST_F(UnusualClipsTest, RepeatsARangeInEveryContainer)
 {
     const struct {
         const char* name;
@@ -146,7 +146,7 @@ TEST_F(OddClipsTest, repeatsARangeInEveryContainer)
     }
 }
 
-TEST_F(OddClipsTest, repeatsAClipWhoseFirstPictureComesLate)
+TEST_F(UnusualClipsTest, RepeatsAClipWhoseVideoBeginsLate)
 {
     // The sound begins at 0, the pictures at 0.77 s.
     const MarkedClip late{.name = "late-picture-pcm.mkv",
@@ -160,15 +160,15 @@ TEST_F(OddClipsTest, repeatsAClipWhoseFirstPictureComesLate)
     EXPECT_TRUE(repeats(numbersUntilRemoved(), 0, 5));
 }
 
-TEST_F(OddClipsTest, goesOnRepeatingWhatIsLeftOfADamagedClip)
+TEST_F(UnusualClipsTest, RepeatsTheReadablePartOfADamagedClip)
 {
     const MarkedClip front{
         .name = "front.mp4", .frames = 120, .keyInterval = 30, .output = "-movflags +faststart"};
     const auto size = std::filesystem::file_size(plain.file());
     const auto frontSize = std::filesystem::file_size(front.file());
     const std::filesystem::path files[] = {
-        spoiledCopy(plain.file(), "damaged-middle.mp4", size / 3, size / 8),
-        spoiledCopy(front.file(), "damaged-tail.mp4", frontSize * 4 / 5, frontSize),
+        corruptedCopy(plain.file(), "damaged-middle.mp4", size / 3, size / 8),
+        corruptedCopy(front.file(), "damaged-tail.mp4", frontSize * 4 / 5, frontSize),
         truncatedCopy(front.file(), "missing-tail.mp4", frontSize * 3 / 4),
     };
     for (const auto& file : files) {
@@ -179,7 +179,7 @@ TEST_F(OddClipsTest, goesOnRepeatingWhatIsLeftOfADamagedClip)
     }
 }
 
-TEST_F(OddClipsTest, repeatsWhatThereIsOfAClipThatSaysItIsLonger)
+TEST_F(UnusualClipsTest, RepeatsAClipThatClaimsToBeLonger)
 {
     // Change the durations of the movie and the track in the header from 4,000 ms to 10,000 ms.
     const std::string four("\0\0\x0f\xa0", 4);
@@ -189,7 +189,7 @@ TEST_F(OddClipsTest, repeatsWhatThereIsOfAClipThatSaysItIsLonger)
     EXPECT_TRUE(repeats(numbersUntilRemoved(), 105, 119));
 }
 
-TEST_F(OddClipsTest, showsNothingOfAClipWithoutASinglePictureAndPlaysTheNext)
+TEST_F(UnusualClipsTest, ShowsNothingForAClipWithoutFramesAndPlaysTheNext)
 {
     const MarkedClip none{.name = "no-picture.mkv", .frames = 30, .output = "-t 0"};
     int reports = 0;
