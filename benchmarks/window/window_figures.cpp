@@ -39,10 +39,10 @@ namespace
 using namespace stackreel;
 
 /// A panel that chooses its file at once.
-class GivenFile : public OpenPanel
+class ChoosingOpenPanel : public OpenPanel
 {
 public:
-    explicit GivenFile(std::filesystem::path file) : m_file(std::move(file)) {}
+    explicit ChoosingOpenPanel(std::filesystem::path file) : m_file(std::move(file)) {}
     void begin(const OpenPanelRequest&, PanelCompletion completion) override
     {
         completion({.accepted = true, .url = m_file});
@@ -53,7 +53,7 @@ private:
 };
 
 /// A panel that is cancelled at once.
-class NoFile : public SavePanel
+class CancellingSavePanel : public SavePanel
 {
 public:
     void begin(const SavePanelRequest&, PanelCompletion completion) override { completion({}); }
@@ -95,7 +95,7 @@ double peakMebibytes()
     return static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
-double atShare(std::vector<double> values, double share)
+double quantile(std::vector<double> values, double share)
 {
     if (values.empty())
         return 0;
@@ -105,10 +105,10 @@ double atShare(std::vector<double> values, double share)
 }
 
 /// Records when the window painted. The scene graph may paint on another thread.
-class Paints
+class PaintRecorder
 {
 public:
-    explicit Paints(QQuickWindow& window)
+    explicit PaintRecorder(QQuickWindow& window)
     {
         m_clock.start();
         QObject::connect(
@@ -138,7 +138,7 @@ private:
 };
 
 /// Sends one pointer event to the window and returns the milliseconds that took.
-double point(QQuickWindow& window, QEvent::Type type, QPointF at)
+double sendPointerEvent(QQuickWindow& window, QEvent::Type type, QPointF at)
 {
     const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
     const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
@@ -155,15 +155,15 @@ void drag(StackreelApp& app, int seconds)
     const auto* crop = window.findChild<QQuickItem*>(QStringLiteral("topCrop"));
     const auto* body = crop->findChild<QQuickItem*>(QStringLiteral("body"));
     const QPointF centre = body->mapToScene(body->boundingRect().center());
-    Paints paints(window);
+    PaintRecorder paints(window);
     std::vector<double> handling;
-    point(window, QEvent::MouseButtonPress, centre);
+    sendPointerEvent(window, QEvent::MouseButtonPress, centre);
     QTimer pointer;
     pointer.setTimerType(Qt::PreciseTimer);
     QObject::connect(&pointer, &QTimer::timeout, &window, [&] {
         const double angle = 2 * std::numbers::pi * static_cast<double>(handling.size()) / 125;
-        handling.push_back(
-            point(window, QEvent::MouseMove, centre + QPointF(60 * std::sin(angle), 60 * std::cos(angle))));
+        handling.push_back(sendPointerEvent(window, QEvent::MouseMove,
+                                            centre + QPointF(60 * std::sin(angle), 60 * std::cos(angle))));
     });
     pointer.start(8);
     wait(500);
@@ -171,18 +171,18 @@ void drag(StackreelApp& app, int seconds)
     wait(seconds * 1000);
     const std::vector<double> intervals = paints.takeIntervals();
     pointer.stop();
-    point(window, QEvent::MouseButtonRelease, centre);
+    sendPointerEvent(window, QEvent::MouseButtonRelease, centre);
     // At 60 frames a second the interval is 16.7 ms. One that is longer by half is late.
     const auto late = std::count_if(intervals.begin(), intervals.end(), [](double ms) { return ms > 25; });
     std::printf("painted %.1f a second, late %.2f %%, longest %.1f ms\n",
                 static_cast<double>(intervals.size()) / seconds,
                 100.0 * static_cast<double>(late) / static_cast<double>(intervals.size()),
-                atShare(intervals, 1));
+                quantile(intervals, 1));
     std::printf("drag event: median %.2f ms, 99th percentile %.2f ms, longest %.2f ms, %zu events\n",
-                atShare(handling, 0.5), atShare(handling, 0.99), atShare(handling, 1), handling.size());
+                quantile(handling, 0.5), quantile(handling, 0.99), quantile(handling, 1), handling.size());
 }
 
-void reportUse(int seconds)
+void reportUsage(int seconds)
 {
     const double before = processorMilliseconds();
     wait(seconds * 1000);
@@ -201,7 +201,8 @@ int main(int argc, char* argv[])
     chooseSceneGraph();
     StackreelApp app(ModelServices::system(std::make_shared<GstPlayback>(),
                                            std::make_shared<GstAssetLoader>(),
-                                           std::make_shared<GivenFile>(argv[2]), std::make_shared<NoFile>()),
+                                           std::make_shared<ChoosingOpenPanel>(argv[2]),
+                                           std::make_shared<CancellingSavePanel>()),
                      {}, standardUpdateServices());
     if (mode == "start")
         reportFirstFrame(app.window(), argv[2]);
@@ -218,7 +219,7 @@ int main(int argc, char* argv[])
         if (mode == "idle")
             app.model().togglePreviewPlayback();
         wait(1000);
-        reportUse(seconds);
+        reportUsage(seconds);
     }
     app.shutDown();
     std::fflush(nullptr);
