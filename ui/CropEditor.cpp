@@ -10,7 +10,7 @@ namespace stackreel
 namespace
 {
 
-QRectF qtRect(const CropRegion& region)
+QRectF toRectF(const CropRegion& region)
 {
     return {region.x, region.y, region.width, region.height};
 }
@@ -21,13 +21,13 @@ CropEditor::CropEditor(QObject* parent) : QObject(parent)
 {
     connect(this, &CropEditor::regionChanged, this, &CropEditor::displayRectChanged);
     connect(this, &CropEditor::viewSizeChanged, this, &CropEditor::displayRectChanged);
-    connect(this, &CropEditor::regionChanged, this, &CropEditor::placeTextChanged);
-    connect(this, &CropEditor::sourceSizeChanged, this, &CropEditor::placeTextChanged);
+    connect(this, &CropEditor::regionChanged, this, &CropEditor::geometryTextChanged);
+    connect(this, &CropEditor::sourceSizeChanged, this, &CropEditor::geometryTextChanged);
 }
 
 QRectF CropEditor::region() const
 {
-    return qtRect(m_region);
+    return toRectF(m_region);
 }
 
 void CropEditor::setRegion(const QRectF& region)
@@ -55,7 +55,7 @@ QRectF CropEditor::displayRect() const
     return {rect.x, rect.y, rect.width, rect.height};
 }
 
-QString CropEditor::placeText() const
+QString CropEditor::geometryText() const
 {
     if (m_sourceSize.isEmpty())
         return {};
@@ -70,7 +70,7 @@ QString CropEditor::placeText() const
 
 bool CropEditor::beginDrag(std::optional<CropRegion>& start, ViewTranslation translation) const
 {
-    if (!start && std::hypot(translation.x, translation.y) < smallestDrag)
+    if (!start && std::hypot(translation.x, translation.y) < dragThreshold)
         return false;
     if (!start)
         start = m_region;
@@ -83,7 +83,7 @@ void CropEditor::move(double x, double y)
     if (!beginDrag(m_moveStart, translation))
         return;
     Q_EMIT selectRequested();
-    Q_EMIT regionEdited(qtRect(CropOverlayGeometry::moved(*m_moveStart, m_view, translation)));
+    Q_EMIT regionEdited(toRectF(CropOverlayGeometry::moved(*m_moveStart, m_view, translation)));
 }
 
 void CropEditor::resize(double x, double y)
@@ -92,10 +92,10 @@ void CropEditor::resize(double x, double y)
     if (!beginDrag(m_resizeStart, translation))
         return;
     Q_EMIT regionEdited(
-        qtRect(CropOverlayGeometry::resized(*m_resizeStart, m_view, translation, m_panelAspect)));
+        toRectF(CropOverlayGeometry::resized(*m_resizeStart, m_view, translation, m_panelAspect)));
 }
 
-ViewTranslation CropEditor::pointsOf(int x, int y) const
+ViewTranslation CropEditor::pointsFromSourcePixels(int x, int y) const
 {
     if (m_sourceSize.isEmpty())
         return {};
@@ -105,17 +105,17 @@ ViewTranslation CropEditor::pointsOf(int x, int y) const
 void CropEditor::stepMove(int x, int y)
 {
     Q_EMIT selectRequested();
-    Q_EMIT regionEdited(qtRect(CropOverlayGeometry::moved(m_region, m_view, pointsOf(x, y))));
+    Q_EMIT regionEdited(toRectF(CropOverlayGeometry::moved(m_region, m_view, pointsFromSourcePixels(x, y))));
 }
 
 void CropEditor::stepResize(int x, int y)
 {
     Q_EMIT selectRequested();
     Q_EMIT regionEdited(
-        qtRect(CropOverlayGeometry::resized(m_region, m_view, pointsOf(x, y), m_panelAspect)));
+        toRectF(CropOverlayGeometry::resized(m_region, m_view, pointsFromSourcePixels(x, y), m_panelAspect)));
 }
 
-bool CropEditor::pressKey(int key, int modifiers)
+bool CropEditor::handleKey(int key, int modifiers)
 {
     const int length = (modifiers & Qt::ShiftModifier) != 0 ? LongStep : ShortStep;
     const int x = key == Qt::Key_Right ? length : key == Qt::Key_Left ? -length : 0;

@@ -31,11 +31,11 @@ class CropEditor : public QObject
     /// Where the region is drawn, in points.
     Q_PROPERTY(QRectF displayRect READ displayRect NOTIFY displayRectChanged FINAL)
     /// Position and size of the region as a text, in source pixels; for assistive technology.
-    Q_PROPERTY(QString placeText READ placeText NOTIFY placeTextChanged FINAL)
+    Q_PROPERTY(QString geometryText READ geometryText NOTIFY geometryTextChanged FINAL)
 
 public:
     /// How far the pointer must move, in points, before a press becomes a drag.
-    static constexpr double smallestDrag = 1;
+    static constexpr double dragThreshold = 1;
     /// Source pixels per key press: `ShortStep` alone, `LongStep` with Shift or by assistive technology.
     enum Step { ShortStep = 1, LongStep = 10 };
     Q_ENUM(Step)
@@ -47,7 +47,7 @@ public:
     QSizeF viewSize() const { return {m_view.width, m_view.height}; }
     void setViewSize(QSizeF size);
     QRectF displayRect() const;
-    QString placeText() const;
+    QString geometryText() const;
     bool isMoving() const { return m_moveStart.has_value(); }
     bool isResizing() const { return m_resizeStart.has_value(); }
 
@@ -63,7 +63,7 @@ public:
     Q_INVOKABLE void stepResize(int x, int y);
     /// Handles a key press: the arrow keys move the region, with Ctrl they resize it, with Shift they use
     /// `LongStep`. Returns false for any other key.
-    Q_INVOKABLE bool pressKey(int key, int modifiers);
+    Q_INVOKABLE bool handleKey(int key, int modifiers);
 
 Q_SIGNALS:
     void regionChanged();
@@ -71,14 +71,14 @@ Q_SIGNALS:
     void viewSizeChanged();
     void sourceSizeChanged();
     void displayRectChanged();
-    void placeTextChanged();
+    void geometryTextChanged();
     /// The owner should make this crop the selected one.
     void selectRequested();
     /// The owner should set the region to this value.
     void regionEdited(const QRectF& region);
 
 private:
-    ViewTranslation pointsOf(int x, int y) const;
+    ViewTranslation pointsFromSourcePixels(int x, int y) const;
     bool beginDrag(std::optional<CropRegion>& start, ViewTranslation translation) const;
 
     CropRegion m_region;

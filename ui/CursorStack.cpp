@@ -5,15 +5,15 @@ namespace stackreel
 
 void CursorStack::push(Qt::CursorShape shape)
 {
-    m_pushed.push_back(shape);
-    m_shown = shape;
+    m_stack.push_back(shape);
+    m_current = shape;
 }
 
 void CursorStack::pop()
 {
-    if (!m_pushed.empty())
-        m_pushed.pop_back();
-    m_shown = m_pushed.empty() ? Qt::ArrowCursor : m_pushed.back();
+    if (!m_stack.empty())
+        m_stack.pop_back();
+    m_current = m_stack.empty() ? Qt::ArrowCursor : m_stack.back();
 }
 
 } // namespace stackreel

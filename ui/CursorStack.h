@@ -17,14 +17,14 @@ public:
     /// Shows the previous shape of the stack, or the arrow when the stack is empty.
     void pop();
     /// Shows a shape until the next push, pop or set. Does not change the stack.
-    void set(Qt::CursorShape shape) { m_shown = shape; }
+    void set(Qt::CursorShape shape) { m_current = shape; }
 
-    Qt::CursorShape shown() const { return m_shown; }
-    std::size_t pushed() const { return m_pushed.size(); }
+    Qt::CursorShape current() const { return m_current; }
+    std::size_t depth() const { return m_stack.size(); }
 
 private:
-    std::vector<Qt::CursorShape> m_pushed;
-    Qt::CursorShape m_shown = Qt::ArrowCursor;
+    std::vector<Qt::CursorShape> m_stack;
+    Qt::CursorShape m_current = Qt::ArrowCursor;
 };
 
 } // namespace stackreel

@@ -1,7 +1,7 @@
 #include "ui/MainWindow.h"
 
 #include "platform/accessibility/AccessibleChanges.h"
-#include "ui/TextInputAccess.h"
+#include "ui/AccessibleTextInput.h"
 #include "ui/WindowActions.h"
 #include "ui/WindowModel.h"
 
@@ -15,14 +15,14 @@ namespace stackreel
 namespace
 {
 
-constexpr QSize firstSize(1180, 780);
+constexpr QSize initialSize(1180, 780);
 
 } // namespace
 
 MainWindow::MainWindow(WindowModel& model, WindowActions& actions)
 {
     installAccessibleChanges();
-    installTextInputAccess();
+    installAccessibleTextInput();
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
     m_engine.setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&model)},
                                    {QStringLiteral("actions"), QVariant::fromValue(&actions)}});
@@ -36,7 +36,7 @@ MainWindow::MainWindow(WindowModel& model, WindowActions& actions)
 void MainWindow::show()
 {
     const QSize available = m_window->screen()->availableGeometry().size();
-    m_window->resize(firstSize.boundedTo(available).expandedTo(m_window->minimumSize()));
+    m_window->resize(initialSize.boundedTo(available).expandedTo(m_window->minimumSize()));
     m_window->show();
 }
 

@@ -18,18 +18,18 @@ const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Setting
 const QString gnomeGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString gnomeKey = QStringLiteral("enable-animations");
 
-QVariant configured(const QString& file, const QString& key)
+QVariant configValue(const QString& file, const QString& key)
 {
     const QString path = QStandardPaths::locate(QStandardPaths::GenericConfigLocation, file);
     return path.isEmpty() ? QVariant() : QSettings(path, QSettings::IniFormat).value(key);
 }
 
-bool isReducedByFiles()
+bool isReducedInConfigFiles()
 {
     const QVariant gtk =
-        configured(QStringLiteral("gtk-3.0/settings.ini"), QStringLiteral("Settings/gtk-enable-animations"));
+        configValue(QStringLiteral("gtk-3.0/settings.ini"), QStringLiteral("Settings/gtk-enable-animations"));
     const QVariant plasma =
-        configured(QStringLiteral("kdeglobals"), QStringLiteral("KDE/AnimationDurationFactor"));
+        configValue(QStringLiteral("kdeglobals"), QStringLiteral("KDE/AnimationDurationFactor"));
     return (gtk.isValid() && !gtk.toBool()) || (plasma.isValid() && plasma.toDouble() == 0);
 }
 
@@ -47,40 +47,40 @@ MotionPreference::MotionPreference(QObject* parent) : MotionPreference(&sessionB
 MotionPreference::MotionPreference(const std::function<QDBusConnection()>& bus, QObject* parent)
     : QObject(parent)
 {
-    const QByteArray wish = qgetenv("STACKREEL_REDUCED_MOTION");
-    if (!wish.isEmpty()) {
-        m_reduced = wish != "0";
+    const QByteArray choice = qgetenv("STACKREEL_REDUCED_MOTION");
+    if (!choice.isEmpty()) {
+        m_reduced = choice != "0";
         return;
     }
-    m_reduced = isReducedByFiles();
+    m_reduced = isReducedInConfigFiles();
     if (const QDBusConnection connection = bus(); connection.isConnected())
-        askPortal(connection);
+        queryPortal(connection);
 }
 
-void MotionPreference::askPortal(QDBusConnection bus)
+void MotionPreference::queryPortal(QDBusConnection bus)
 {
     // Qt looks the slot up by the names of its parameter types, so the type must be registered first.
     qRegisterMetaType<QDBusVariant>();
     bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
-                SLOT(followPortal(QString, QString, QDBusVariant)));
+                SLOT(applyPortalSetting(QString, QString, QDBusVariant)));
     QDBusMessage read =
         QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, QStringLiteral("Read"));
     read << gnomeGroup << gnomeKey;
-    auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(read), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(read), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher* call) {
         const QDBusPendingReply<QDBusVariant> reply = *call;
         call->deleteLater();
         // The portal returns a variant inside a variant.
         if (reply.isValid())
-            followPortal(gnomeGroup, gnomeKey, reply.value().variant().value<QDBusVariant>());
+            applyPortalSetting(gnomeGroup, gnomeKey, reply.value().variant().value<QDBusVariant>());
     });
 }
 
-void MotionPreference::followPortal(const QString& group, const QString& key, const QDBusVariant& value)
+void MotionPreference::applyPortalSetting(const QString& group, const QString& key, const QDBusVariant& value)
 {
     const QVariant animations = value.variant();
     if (group == gnomeGroup && key == gnomeKey && animations.typeId() == QMetaType::Bool)
-        setReduced(!animations.toBool() || isReducedByFiles());
+        setReduced(!animations.toBool() || isReducedInConfigFiles());
 }
 
 void MotionPreference::setReduced(bool reduced)

@@ -10,10 +10,9 @@
 namespace stackreel
 {
 
-/// Whether the user asked the desktop for less motion. Known from the first moment where it is written in a
-/// file (GTK's and Plasma's settings) or in the environment (`STACKREEL_REDUCED_MOTION`, 1 or 0, which
-/// overrides the rest); GNOME's answer comes from the desktop portal a little later, and is followed when it
-/// changes. Main thread.
+/// Whether the user prefers reduced motion. The environment variable `STACKREEL_REDUCED_MOTION` (1 or 0)
+/// overrides all other sources. The settings files of GTK and Plasma are read by the constructor. GNOME's
+/// setting is read from the desktop portal asynchronously, and later changes of it are followed. Main thread.
 class MotionPreference : public QObject
 {
     Q_OBJECT
@@ -33,10 +32,10 @@ Q_SIGNALS:
     void reducedChanged();
 
 private Q_SLOTS:
-    void followPortal(const QString& group, const QString& key, const QDBusVariant& value);
+    void applyPortalSetting(const QString& group, const QString& key, const QDBusVariant& value);
 
 private:
-    void askPortal(QDBusConnection bus);
+    void queryPortal(QDBusConnection bus);
     void setReduced(bool reduced);
 
     bool m_reduced = false;

@@ -17,16 +17,16 @@ namespace
 
 // While the window is being resized, frames are stretched. A new video size restarts the player's pipeline,
 // so sending each intermediate size would show no frames at all.
-constexpr std::chrono::milliseconds settlingTime{120};
+constexpr std::chrono::milliseconds resizeDelay{120};
 
 } // namespace
 
 PlayerSurface::PlayerSurface(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
-    m_settling.setSingleShot(true);
-    m_settling.setInterval(settlingTime);
-    connect(&m_settling, &QTimer::timeout, this, &PlayerSurface::sendVideoSize);
+    m_resizeTimer.setSingleShot(true);
+    m_resizeTimer.setInterval(resizeDelay);
+    connect(&m_resizeTimer, &QTimer::timeout, this, &PlayerSurface::sendVideoSize);
 }
 
 PlayerSurface::~PlayerSurface()
@@ -85,24 +85,24 @@ void PlayerSurface::itemChange(ItemChange change, const ItemChangeData& data)
     if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange)
         sizeChanged();
     if (change == ItemParentHasChanged || change == ItemSceneChange)
-        followPlace();
+        connectToAncestors();
 }
 
-void PlayerSurface::followPlace()
+void PlayerSurface::connectToAncestors()
 {
-    for (const auto& place : m_places)
-        disconnect(place);
-    m_places.clear();
+    for (const auto& connection : m_ancestorConnections)
+        disconnect(connection);
+    m_ancestorConnections.clear();
     for (QQuickItem* ancestor = parentItem(); ancestor != nullptr; ancestor = ancestor->parentItem()) {
-        m_places.push_back(connect(ancestor, &QQuickItem::xChanged, this, &QQuickItem::update));
-        m_places.push_back(connect(ancestor, &QQuickItem::yChanged, this, &QQuickItem::update));
+        m_ancestorConnections.push_back(connect(ancestor, &QQuickItem::xChanged, this, &QQuickItem::update));
+        m_ancestorConnections.push_back(connect(ancestor, &QQuickItem::yChanged, this, &QQuickItem::update));
     }
 }
 
 void PlayerSurface::sizeChanged()
 {
     if (m_sentSize.isValid())
-        m_settling.start();
+        m_resizeTimer.start();
     update();
 }
 

@@ -46,18 +46,19 @@ protected:
 
 private:
     void attachPlayer();
-    void followPlace();
+    void connectToAncestors();
     void sizeChanged();
     void sendVideoSize();
     QRectF pictureRect() const;
 
     QPointer<WindowModel> m_model;
     std::weak_ptr<QueuePlayer> m_player;
-    std::shared_ptr<FrameMailbox> m_mailbox; ///< of the present player, or none
-    VideoFrame m_frame;                      ///< on screen; touched while the scene is synchronised
-    QTimer m_settling;
-    QSize m_sentSize;                              ///< what the present player was told
-    std::vector<QMetaObject::Connection> m_places; ///< of all that moves this item without its own geometry
+    std::shared_ptr<FrameMailbox> m_mailbox; ///< of the current player; null without one
+    VideoFrame m_frame; ///< the frame on screen; accessed while the scene is synchronised
+    QTimer m_resizeTimer;
+    QSize m_sentSize; ///< the video size last sent to the current player
+    /// To the positions of all ancestors: moving one moves this item without a geometry change of its own.
+    std::vector<QMetaObject::Connection> m_ancestorConnections;
 };
 
 } // namespace stackreel

@@ -23,21 +23,21 @@ void paintFrame(QPainter& painter, const VideoFrame& frame, const QRect& cell)
     const QImage image = imageOf(frame);
     if (image.isNull() || cell.isEmpty())
         return;
-    const QRect part = ThumbnailPainter::filling(image.size(), cell.size()).toAlignedRect() & image.rect();
+    const QRect part = ThumbnailPainter::cropToFill(image.size(), cell.size()).toAlignedRect() & image.rect();
     // `QImage::scaled` averages all source pixels. `QPainter` would skip some when scaling down by much.
     painter.drawImage(cell.topLeft(),
                       image.copy(part).scaled(cell.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
-QImage roundedOff(const QImage& square, double radius)
+QImage withRoundedCorners(const QImage& image, double radius)
 {
-    QImage rounded(square.size(), QImage::Format_ARGB32_Premultiplied);
+    QImage rounded(image.size(), QImage::Format_ARGB32_Premultiplied);
     rounded.fill(Qt::transparent);
     QPainter painter(&rounded);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QBrush(square));
-    painter.drawRoundedRect(QRectF(square.rect()), radius, radius);
+    painter.setBrush(QBrush(image));
+    painter.drawRoundedRect(QRectF(image.rect()), radius, radius);
     return rounded;
 }
 
@@ -55,22 +55,22 @@ QRect ThumbnailPainter::cell(int index, int count, QSizeF points, double deviceP
     return {pixel(left), 0, pixel(right) - pixel(left), pixel(points.height())};
 }
 
-QRectF ThumbnailPainter::filling(QSize picture, QSize cell)
+QRectF ThumbnailPainter::cropToFill(QSize picture, QSize cell)
 {
     const QSizeF size = QSizeF(cell).scaled(picture, Qt::KeepAspectRatio);
     return {(picture.width() - size.width()) / 2, (picture.height() - size.height()) / 2, size.width(),
             size.height()};
 }
 
-QImage ThumbnailPainter::row(const std::vector<VideoFrame>& frames, QSizeF points, double devicePixelRatio)
+QImage ThumbnailPainter::paint(const std::vector<VideoFrame>& frames, QSizeF points, double devicePixelRatio)
 {
     const QSize size = (points * devicePixelRatio).toSize();
     if (size.isEmpty())
         return {};
-    QImage square(size, QImage::Format_ARGB32_Premultiplied);
-    square.fill(QColor::fromRgbF(0, 0, 0, 0.72F));
-    QPainter painter(&square);
-    const int count = frames.empty() ? placeholders : static_cast<int>(frames.size());
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(QColor::fromRgbF(0, 0, 0, 0.72F));
+    QPainter painter(&image);
+    const int count = frames.empty() ? placeholderCount : static_cast<int>(frames.size());
     for (int index = 0; index < count; ++index) {
         const QRect area = cell(index, count, points, devicePixelRatio);
         if (frames.empty())
@@ -79,7 +79,7 @@ QImage ThumbnailPainter::row(const std::vector<VideoFrame>& frames, QSizeF point
             paintFrame(painter, frames[static_cast<std::size_t>(index)], area);
     }
     painter.end();
-    return roundedOff(square, cornerRadius * devicePixelRatio);
+    return withRoundedCorners(image, cornerRadius * devicePixelRatio);
 }
 
 } // namespace stackreel

@@ -14,16 +14,16 @@ namespace
 {
 
 // Scaling the thumbnails smoothly takes too long to be repeated for each step of a window resize.
-constexpr std::chrono::milliseconds settlingTime{120};
+constexpr std::chrono::milliseconds resizeDelay{120};
 
 } // namespace
 
 ThumbnailStrip::ThumbnailStrip(QQuickItem* parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
-    m_settling.setSingleShot(true);
-    m_settling.setInterval(settlingTime);
-    connect(&m_settling, &QTimer::timeout, this, &QQuickItem::polish);
+    m_resizeTimer.setSingleShot(true);
+    m_resizeTimer.setInterval(resizeDelay);
+    connect(&m_resizeTimer, &QTimer::timeout, this, &QQuickItem::polish);
 }
 
 void ThumbnailStrip::setModel(WindowModel* model)
@@ -45,7 +45,7 @@ void ThumbnailStrip::geometryChange(const QRectF& newGeometry, const QRectF& old
     if (m_row.isNull())
         polish();
     else if (newGeometry.size() != oldGeometry.size())
-        m_settling.start();
+        m_resizeTimer.start();
     update();
 }
 
@@ -59,8 +59,8 @@ void ThumbnailStrip::itemChange(ItemChange change, const ItemChangeData& data)
 void ThumbnailStrip::updatePolish()
 {
     static const std::vector<VideoFrame> none;
-    m_row = window() ? ThumbnailPainter::row(m_model ? m_model->model().timelineThumbnails() : none, size(),
-                                             window()->effectiveDevicePixelRatio())
+    m_row = window() ? ThumbnailPainter::paint(m_model ? m_model->model().timelineThumbnails() : none, size(),
+                                               window()->effectiveDevicePixelRatio())
                      : QImage();
     m_rowChanged = true;
     update();

@@ -37,7 +37,7 @@ protected:
 
 private:
     QPointer<WindowModel> m_model;
-    QTimer m_settling;
+    QTimer m_resizeTimer;
     QImage m_row;
     bool m_rowChanged = false;
 };

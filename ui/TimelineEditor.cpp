@@ -14,13 +14,13 @@ void TimelineEditor::setModel(WindowModel* model)
         m_model->disconnect(this);
     m_model = model;
     if (model) {
-        connect(model, &WindowModel::mediaInfoChanged, this, &TimelineEditor::announcePositions);
+        connect(model, &WindowModel::mediaInfoChanged, this, &TimelineEditor::emitPositionsChanged);
         connect(model, &WindowModel::trimStartChanged, this, &TimelineEditor::startXChanged);
         connect(model, &WindowModel::trimEndChanged, this, &TimelineEditor::endXChanged);
         connect(model, &WindowModel::currentTimeChanged, this, &TimelineEditor::playheadXChanged);
     }
     Q_EMIT modelChanged();
-    announcePositions();
+    emitPositionsChanged();
 }
 
 void TimelineEditor::setWidth(double width)
@@ -29,10 +29,10 @@ void TimelineEditor::setWidth(double width)
         return;
     m_width = width;
     Q_EMIT widthChanged();
-    announcePositions();
+    emitPositionsChanged();
 }
 
-void TimelineEditor::announcePositions()
+void TimelineEditor::emitPositionsChanged()
 {
     Q_EMIT startXChanged();
     Q_EMIT endXChanged();

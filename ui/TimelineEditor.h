@@ -32,8 +32,8 @@ class TimelineEditor : public QObject
     Q_PROPERTY(double step READ step NOTIFY stepChanged FINAL) ///< seconds
 
     /// Whether a drag moves the handle. Both are false while the playhead is dragged.
-    Q_PROPERTY(bool grabsStart READ grabsStart NOTIFY activityChanged FINAL)
-    Q_PROPERTY(bool grabsEnd READ grabsEnd NOTIFY activityChanged FINAL)
+    Q_PROPERTY(bool draggingStart READ draggingStart NOTIFY activityChanged FINAL)
+    Q_PROPERTY(bool draggingEnd READ draggingEnd NOTIFY activityChanged FINAL)
     /// Whether the handle is hovered or being dragged.
     Q_PROPERTY(bool startActive READ startActive NOTIFY activityChanged FINAL)
     Q_PROPERTY(bool endActive READ endActive NOTIFY activityChanged FINAL)
@@ -58,11 +58,11 @@ public:
     std::optional<TimelineInteraction> hoveredHandle() const { return m_hoveredHandle; }
     double dragGrabOffset() const { return m_dragGrabOffset; }
     const CursorStack& cursors() const { return m_cursors; }
-    bool grabsStart() const { return m_interaction == TimelineInteraction::trimStart; }
-    bool grabsEnd() const { return m_interaction == TimelineInteraction::trimEnd; }
+    bool draggingStart() const { return m_interaction == TimelineInteraction::trimStart; }
+    bool draggingEnd() const { return m_interaction == TimelineInteraction::trimEnd; }
     bool startActive() const { return isActive(TimelineInteraction::trimStart); }
     bool endActive() const { return isActive(TimelineInteraction::trimEnd); }
-    Qt::CursorShape cursorShape() const { return m_cursors.shown(); }
+    Qt::CursorShape cursorShape() const { return m_cursors.current(); }
 
     /// A drag: one `press`, any number of `drag`, one `release`. The press already grabs a handle or seeks.
     Q_INVOKABLE void press(double x);
@@ -89,7 +89,7 @@ Q_SIGNALS:
     void cursorShapeChanged();
 
 private:
-    void announcePositions();
+    void emitPositionsChanged();
     double x(double seconds) const;
     double seconds(double x) const;
     bool isActive(TimelineInteraction handle) const;

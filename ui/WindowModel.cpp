@@ -17,17 +17,17 @@ namespace stackreel
 namespace
 {
 
-QString qtText(std::string_view text)
+QString toQString(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QRectF qtRect(const CropRegion& region)
+QRectF toRectF(const CropRegion& region)
 {
     return {region.x, region.y, region.width, region.height};
 }
 
-CropRegion regionOf(const QRectF& rect)
+CropRegion toCropRegion(const QRectF& rect)
 {
     return {.x = rect.x(), .y = rect.y(), .width = rect.width(), .height = rect.height()};
 }
@@ -81,7 +81,7 @@ WindowModel::Phase WindowModel::phase() const
 
 QString WindowModel::phaseMessage() const
 {
-    return qtText(m_model.phaseMessage());
+    return toQString(m_model.phaseMessage());
 }
 
 double WindowModel::displayAspect() const
@@ -104,17 +104,17 @@ QSizeF WindowModel::displayedSize() const
 
 QString WindowModel::frameFact() const
 {
-    return m_model.mediaInfo() ? qtText(SourceFacts::frame(*m_model.mediaInfo())) : QString();
+    return m_model.mediaInfo() ? toQString(SourceFacts::frame(*m_model.mediaInfo())) : QString();
 }
 
 QString WindowModel::videoFact() const
 {
-    return m_model.mediaInfo() ? qtText(SourceFacts::video(*m_model.mediaInfo())) : QString();
+    return m_model.mediaInfo() ? toQString(SourceFacts::video(*m_model.mediaInfo())) : QString();
 }
 
 QString WindowModel::lengthFact() const
 {
-    return m_model.mediaInfo() ? qtText(SourceFacts::duration(m_model.mediaInfo()->duration)) : QString();
+    return m_model.mediaInfo() ? toQString(SourceFacts::duration(m_model.mediaInfo()->duration)) : QString();
 }
 
 QString WindowModel::rangeText() const
@@ -129,29 +129,29 @@ QString WindowModel::selectedText() const
 
 QRectF WindowModel::topRegion() const
 {
-    return qtRect(m_model.topRegion());
+    return toRectF(m_model.topRegion());
 }
 
 void WindowModel::setTopRegion(const QRectF& region)
 {
-    m_model.setTopRegion(regionOf(region));
+    m_model.setTopRegion(toCropRegion(region));
 }
 
 QRectF WindowModel::bottomRegion() const
 {
-    return qtRect(m_model.bottomRegion());
+    return toRectF(m_model.bottomRegion());
 }
 
 void WindowModel::setBottomRegion(const QRectF& region)
 {
-    m_model.setBottomRegion(regionOf(region));
+    m_model.setBottomRegion(toCropRegion(region));
 }
 
 QStringList WindowModel::aspectLabels() const
 {
     QStringList labels;
     for (const OutputAspect aspect : allOutputAspects)
-        labels.append(qtText(rawValue(aspect)));
+        labels.append(toQString(rawValue(aspect)));
     return labels;
 }
 
@@ -227,7 +227,7 @@ QRectF WindowModel::fittedFrame(double width, double height, double aspect)
 
 QString WindowModel::timeText(double seconds)
 {
-    return qtText(TrimTimelineGeometry::timeText(seconds));
+    return toQString(TrimTimelineGeometry::timeText(seconds));
 }
 
 } // namespace stackreel

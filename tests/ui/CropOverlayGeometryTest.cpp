@@ -17,26 +17,28 @@ using Geometry = CropOverlayGeometry;
 constexpr ViewSize view = {.width = 1000, .height = 500};
 constexpr CropRegion start = {.x = 0.1, .y = 0.2, .width = 0.225, .height = 0.4}; // 225 × 200 points
 
-double anyIn(double low, double high)
+double anyBetween(double low, double high)
 {
     return low + (high - low) * *rc::gen::inRange(0, 1000001) / 1e6;
 }
 
 ViewSize anyView()
 {
-    return {.width = anyIn(200, 4000), .height = anyIn(200, 4000)};
+    return {.width = anyBetween(200, 4000), .height = anyBetween(200, 4000)};
 }
 
 CropRegion anyRegion()
 {
-    const CropRegion region = {
-        .x = anyIn(0, 1), .y = anyIn(0, 1), .width = anyIn(0.06, 1), .height = anyIn(0.06, 1)};
+    const CropRegion region = {.x = anyBetween(0, 1),
+                               .y = anyBetween(0, 1),
+                               .width = anyBetween(0.06, 1),
+                               .height = anyBetween(0.06, 1)};
     return region.clampedToFrame();
 }
 
 ViewTranslation anyTranslation()
 {
-    return {.x = anyIn(-5000, 5000), .y = anyIn(-5000, 5000)};
+    return {.x = anyBetween(-5000, 5000), .y = anyBetween(-5000, 5000)};
 }
 
 bool isInFrame(const CropRegion& region)
@@ -91,11 +93,11 @@ TEST(CropOverlayGeometryTest, LimitsAResizeByTheNearerEdgeInBothDirections)
 {
     for (const ViewTranslation far : {ViewTranslation{.x = 900, .y = 0}, ViewTranslation{.x = 0, .y = 900}}) {
         const CropRegion low = Geometry::resized(start, view, far, 1.125);
-        EXPECT_DOUBLE_EQ(low.height * view.height, 400) << "the room to the bottom edge";
+        EXPECT_DOUBLE_EQ(low.height * view.height, 400) << "the space to the bottom edge";
         EXPECT_DOUBLE_EQ(low.width * view.width, 450);
         const CropRegion right = {.x = 0.7, .y = 0.2, .width = 0.225, .height = 0.4};
         const CropRegion narrow = Geometry::resized(right, view, far, 1.125);
-        EXPECT_DOUBLE_EQ(narrow.width * view.width, 300) << "the room to the right edge";
+        EXPECT_DOUBLE_EQ(narrow.width * view.width, 300) << "the space to the right edge";
         EXPECT_DOUBLE_EQ(narrow.height * view.height, 300 / 1.125);
     }
 }
@@ -134,7 +136,7 @@ RC_GTEST_PROP(CropOverlayGeometryProperty, MovingByNothingReturnsTheStartRegion,
 RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingStaysInTheFrameAndKeepsTheUpperLeftCornerUnlessClamped, ())
 {
     const CropRegion region = anyRegion();
-    const CropRegion resized = Geometry::resized(region, anyView(), anyTranslation(), anyIn(0.2, 5));
+    const CropRegion resized = Geometry::resized(region, anyView(), anyTranslation(), anyBetween(0.2, 5));
     RC_ASSERT(isInFrame(resized));
     RC_ASSERT(resized.x == std::min(region.x, 1 - resized.width));
     RC_ASSERT(resized.y == std::min(region.y, 1 - resized.height));
@@ -143,7 +145,7 @@ RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingStaysInTheFrameAndKeepsTheUpp
 RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingByNothingReturnsTheStartRegion, ())
 {
     const ViewSize anySize = anyView();
-    const double aspect = anyIn(0.2, 5);
+    const double aspect = anyBetween(0.2, 5);
     const CropRegion region = Geometry::resized(anyRegion(), anySize, anyTranslation(), aspect);
     RC_PRE(region.width > 0.06 && region.height > 0.06);
     const CropRegion again = Geometry::resized(region, anySize, {}, aspect);
@@ -155,7 +157,7 @@ RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingByNothingReturnsTheStartRegio
 RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingKeeps80PointsOrAllTheSpaceThereIs, ())
 {
     const ViewSize anySize = anyView();
-    const double aspect = anyIn(0.2, 5);
+    const double aspect = anyBetween(0.2, 5);
     const CropRegion region = anyRegion();
     const CropRegion resized = Geometry::resized(region, anySize, anyTranslation(), aspect);
     const double room = std::min(anySize.width * (1 - region.x), anySize.height * (1 - region.y) * aspect);
@@ -165,7 +167,7 @@ RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingKeeps80PointsOrAllTheSpaceThe
 RC_GTEST_PROP(CropOverlayGeometryProperty, ResizingKeepsThePanelAspectAboveTheMinimumSideLength, ())
 {
     const ViewSize anySize = anyView();
-    const double aspect = anyIn(0.2, 5);
+    const double aspect = anyBetween(0.2, 5);
     const CropRegion resized = Geometry::resized(anyRegion(), anySize, anyTranslation(), aspect);
     RC_PRE(resized.width > 0.06 && resized.height > 0.06);
     const double shape = resized.width * anySize.width / (resized.height * anySize.height);

@@ -80,16 +80,16 @@ TEST(TrimTimelineGeometryTest, FormatsTimesInWholeSeconds)
 }
 
 /// A random number in steps of a thousandth of the range, both ends included.
-double anyIn(double low, double high)
+double anyBetween(double low, double high)
 {
     return low + (high - low) * *rc::gen::inRange(0, 1001) / 1e3;
 }
 
 RC_GTEST_PROP(TrimTimelineGeometryProperty, MappingATimeToAPositionAndBackReturnsTheTime, ())
 {
-    const double duration = anyIn(0.1, 20000);
-    const double width = anyIn(1, 4000);
-    const double seconds = anyIn(0, duration);
+    const double duration = anyBetween(0.1, 20000);
+    const double width = anyBetween(1, 4000);
+    const double seconds = anyBetween(0, duration);
     const double x = Geometry::position(seconds, duration, width);
     RC_ASSERT(x >= 0 && x <= width);
     RC_ASSERT(std::abs(Geometry::seconds(x, duration, width) - seconds) < 1e-9 * duration);
@@ -97,13 +97,13 @@ RC_GTEST_PROP(TrimTimelineGeometryProperty, MappingATimeToAPositionAndBackReturn
 
 RC_GTEST_PROP(TrimTimelineGeometryProperty, MappingIsMonotonicInBothDirections, ())
 {
-    const double duration = anyIn(0.1, 20000);
-    const double width = anyIn(1, 4000);
-    const double earlier = anyIn(-duration, 2 * duration);
-    const double later = earlier + anyIn(0, duration);
+    const double duration = anyBetween(0.1, 20000);
+    const double width = anyBetween(1, 4000);
+    const double earlier = anyBetween(-duration, 2 * duration);
+    const double later = earlier + anyBetween(0, duration);
     RC_ASSERT(Geometry::position(earlier, duration, width) <= Geometry::position(later, duration, width));
-    const double left = anyIn(-width, 2 * width);
-    const double right = left + anyIn(0, width);
+    const double left = anyBetween(-width, 2 * width);
+    const double right = left + anyBetween(0, width);
     RC_ASSERT(Geometry::seconds(left, duration, width) <= Geometry::seconds(right, duration, width));
 }
 
@@ -124,7 +124,7 @@ RC_GTEST_PROP(TrimTimelineGeometryProperty, GrabsTheNearestHandleWithin18Points,
 RC_GTEST_PROP(TrimTimelineGeometryProperty, TheFormattedTimeParsesToTheNearestWholeSecond, ())
 {
     const int seconds = *rc::gen::inRange(0, 400000);
-    std::istringstream text(Geometry::timeText(seconds + anyIn(-0.499, 0.499)));
+    std::istringstream text(Geometry::timeText(seconds + anyBetween(-0.499, 0.499)));
     int read = 0;
     for (std::string part; std::getline(text, part, ':');)
         read = 60 * read + std::stoi(part);

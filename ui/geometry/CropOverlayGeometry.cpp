@@ -43,8 +43,9 @@ CropRegion CropOverlayGeometry::resized(const CropRegion& start, ViewSize view, 
     const bool vertical = std::abs(translation.y) > std::abs(translation.x);
     const double candidate = vertical ? panelAspect * (view.height * start.height + translation.y)
                                       : view.width * start.width + translation.x;
-    const double room = std::min(view.height * (1 - start.y) * panelAspect, view.width * (1 - start.x));
-    const double width = std::min(candidate > smallestWidth ? candidate : smallestWidth, room);
+    const double largestWidth =
+        std::min(view.height * (1 - start.y) * panelAspect, view.width * (1 - start.x));
+    const double width = std::min(candidate > smallestWidth ? candidate : smallestWidth, largestWidth);
     const double height = width / panelAspect;
     const CropRegion region = {
         .x = start.x, .y = start.y, .width = width / view.width, .height = height / view.height};

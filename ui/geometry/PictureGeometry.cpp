@@ -8,10 +8,10 @@ namespace stackreel
 namespace
 {
 
-constexpr double toleratedPixels = 2;
+constexpr double tolerancePixels = 2;
 
 /// The position nearest to `start` that lies on a boundary between two device pixels.
-double onGrid(double start, double origin, double ratio)
+double snappedToPixel(double start, double origin, double ratio)
 {
     return std::round((origin + start) * ratio) / ratio - origin;
 }
@@ -25,12 +25,12 @@ ViewRect pictureFrame(ViewSize pixels, ViewSize view, const PixelGrid& grid)
     const ViewRect fitted = fittedFrame(view, pixels.width / pixels.height);
     const ViewSize exact = {.width = pixels.width / grid.devicePixelRatio,
                             .height = pixels.height / grid.devicePixelRatio};
-    const double tolerance = toleratedPixels / grid.devicePixelRatio;
+    const double tolerance = tolerancePixels / grid.devicePixelRatio;
     if (std::abs(fitted.width - exact.width) > tolerance ||
         std::abs(fitted.height - exact.height) > tolerance)
         return fitted;
-    return {.x = onGrid((view.width - exact.width) / 2, grid.originX, grid.devicePixelRatio),
-            .y = onGrid((view.height - exact.height) / 2, grid.originY, grid.devicePixelRatio),
+    return {.x = snappedToPixel((view.width - exact.width) / 2, grid.originX, grid.devicePixelRatio),
+            .y = snappedToPixel((view.height - exact.height) / 2, grid.originY, grid.devicePixelRatio),
             .width = exact.width,
             .height = exact.height};
 }

@@ -39,10 +39,10 @@ double TrimTimelineGeometry::seconds(double x, double duration, double width)
 
 std::optional<TimelineInteraction> TrimTimelineGeometry::hitTest(double pointer, double start, double end)
 {
-    constexpr double reach = handleTarget * 0.5;
+    constexpr double grabDistance = handleTarget * 0.5;
     const double toStart = std::abs(pointer - start);
     const double toEnd = std::abs(pointer - end);
-    if (toStart > reach && toEnd > reach)
+    if (toStart > grabDistance && toEnd > grabDistance)
         return std::nullopt;
     return toStart <= toEnd ? TimelineInteraction::trimStart : TimelineInteraction::trimEnd;
 }

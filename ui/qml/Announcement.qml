@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Announces a text to screen readers: each new status, and any text passed to `say`. Screen readers do not follow
+/// Announces a text to screen readers: each new status, and any text passed to `announce`. Screen readers do not follow
 /// changes of the status line, but they read a notification when it becomes visible. The item paints nothing.
 Item {
     id: announcement
@@ -14,23 +14,23 @@ Item {
 
     Accessible.role: Accessible.Notification
 
-    function say(text: string) {
+    function announce(text: string) {
         visible = false;
         Accessible.name = text;
         visible = text.length > 0;
-        end.restart();
+        hideTimer.restart();
     }
 
     // The initial status is not announced.
-    property bool begun: false
+    property bool completed: false
 
-    Component.onCompleted: begun = true
-    onStatusChanged: if (begun) say(status)
+    Component.onCompleted: completed = true
+    onStatusChanged: if (completed) announce(status)
 
     // Long enough for a busy screen reader to read the notification. It is hidden afterwards, so that users who explore
     // the window do not find an old text.
     Timer {
-        id: end
+        id: hideTimer
 
         interval: 10000
         onTriggered: announcement.visible = false

@@ -12,7 +12,7 @@ Item {
 
     /// Announces a text to screen readers, independent of the focus.
     function announce(text: string) {
-        announcement.say(text);
+        announcement.announce(text);
     }
 
     Announcement {
@@ -21,11 +21,11 @@ Item {
         status: view.model.phaseMessage
     }
 
-    FocusSuccession {
+    FocusFallback {
         model: view.model
         content: view
-        first: workspace.firstControl
-        last: header.chooseControl
+        editingFallback: workspace.firstControl
+        otherFallback: header.chooseControl
     }
 
     Rectangle {
@@ -73,7 +73,7 @@ Item {
                 Layout.fillHeight: true
                 Layout.preferredWidth: 310
                 model: view.model
-                onTold: text => view.announce(text)
+                onAnnounceRequested: text => view.announce(text)
             }
         }
     }

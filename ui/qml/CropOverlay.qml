@@ -38,20 +38,20 @@ Item {
         height: editor.displayRect.height
 
         /// Whether an arrow key was used since the item got the focus. The description omits the help text then.
-        property bool keysKnown: false
+        property bool keysUsed: false
 
         Keys.onPressed: event => {
-            event.accepted = editor.pressKey(event.key, event.modifiers);
-            keysKnown = keysKnown || event.accepted;
+            event.accepted = editor.handleKey(event.key, event.modifiers);
+            keysUsed = keysUsed || event.accepted;
         }
-        onActiveFocusChanged: if (!activeFocus) keysKnown = false
+        onActiveFocusChanged: if (!activeFocus) keysUsed = false
 
-        readonly property string keysText: qsTr("Arrow keys move the crop, with Control they resize it")
+        readonly property string keysHelp: qsTr("Arrow keys move the crop, with Control they resize it")
 
         // A radio button, because exactly one of the two crops is selected.
         Accessible.role: Accessible.RadioButton
         Accessible.name: overlay.label
-        Accessible.description: keysKnown ? editor.placeText : editor.placeText + ". " + keysText
+        Accessible.description: keysUsed ? editor.geometryText : editor.geometryText + ". " + keysHelp
         Accessible.checkable: true
         Accessible.checked: overlay.selected
         Accessible.onPressAction: overlay.selectRequested()
@@ -80,7 +80,7 @@ Item {
         }
 
         DragArea {
-            space: overlay
+            referenceItem: overlay
             focusTarget: body
             cursorShape: Qt.SizeAllCursor
             onClicked: overlay.selectRequested()
@@ -118,7 +118,7 @@ Item {
             visible: overlay.selected
 
             DragArea {
-                space: overlay
+                referenceItem: overlay
                 focusTarget: body
                 cursorShape: Qt.SizeFDiagCursor
                 onDragged: (x, y) => editor.resize(x, y)

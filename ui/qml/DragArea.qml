@@ -1,13 +1,13 @@
 import QtQuick
 
-/// Follows a drag of its parent in the coordinates of `space`, which stays where it is when the parent moves. A press
-/// gives `focusTarget` the focus.
+/// Reports a drag of its parent in the coordinates of `referenceItem`, which does not move with the parent. A press
+/// sets the focus to `focusTarget`.
 MouseArea {
     id: area
 
-    required property Item space
+    required property Item referenceItem
     required property Item focusTarget
-    property point start
+    property point pressPosition
 
     /// The pointer moved; `x` and `y` are its distance from where it was pressed.
     signal dragged(real x, real y)
@@ -18,12 +18,12 @@ MouseArea {
     preventStealing: true
 
     onPressed: mouse => {
-        start = mapToItem(space, mouse.x, mouse.y);
+        pressPosition = mapToItem(referenceItem, mouse.x, mouse.y);
         focusTarget.forceActiveFocus(Qt.MouseFocusReason);
     }
     onPositionChanged: mouse => {
-        const now = mapToItem(space, mouse.x, mouse.y);
-        dragged(now.x - start.x, now.y - start.y);
+        const now = mapToItem(referenceItem, mouse.x, mouse.y);
+        dragged(now.x - pressPosition.x, now.y - pressPosition.y);
     }
     onReleased: ended()
     onCanceled: ended()

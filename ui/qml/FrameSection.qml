@@ -9,7 +9,7 @@ ColumnLayout {
     required property WindowModel model
 
     /// A change that no focused control reports should be announced to screen readers.
-    signal told(text: string)
+    signal announceRequested(text: string)
 
     objectName: "frameSection"
     spacing: 12
@@ -74,7 +74,7 @@ ColumnLayout {
         enabled: section.model.editable
         onClicked: {
             section.model.swapCrops();
-            section.told(qsTr("Top and bottom swapped"));
+            section.announceRequested(qsTr("Top and bottom swapped"));
         }
     }
 }

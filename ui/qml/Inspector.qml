@@ -9,7 +9,8 @@ Rectangle {
     required property WindowModel model
     readonly property bool exporting: model.phase === WindowModel.Exporting
 
-    signal told(text: string)
+    /// Should be announced to screen readers.
+    signal announceRequested(text: string)
 
     implicitWidth: 310
     implicitHeight: column.implicitHeight + 44
@@ -26,7 +27,7 @@ Rectangle {
         FrameSection {
             Layout.fillWidth: true
             model: inspector.model
-            onTold: text => inspector.told(text)
+            onAnnounceRequested: text => inspector.announceRequested(text)
         }
 
         ColumnLayout {

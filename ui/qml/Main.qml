@@ -1,8 +1,8 @@
 import QtQuick
 import Stackreel
 
-/// The main window: the title strip over the content, in a frame of our own. The desktop moves and resizes it, so that
-/// it tiles and snaps as any other.
+/// The main window, with client-side decorations: a title bar above the content, and a frame. Moves and resizes are
+/// done by the window manager, so tiling and snapping work as for any other window.
 Window {
     id: window
 
@@ -14,7 +14,7 @@ Window {
     flags: Qt.Window | Qt.FramelessWindowHint | Qt.WindowMinMaxButtonsHint | Qt.WindowCloseButtonHint
     // The content needs at least 980 × 680 points.
     minimumWidth: 980
-    minimumHeight: 680 + strip.height
+    minimumHeight: 680 + titleBar.height
 
     onClosing: actions.quit()
 
@@ -23,7 +23,7 @@ Window {
 
         objectName: "contentView"
         anchors.fill: parent
-        anchors.topMargin: strip.height
+        anchors.topMargin: titleBar.height
         model: window.model
     }
 
@@ -34,10 +34,10 @@ Window {
         window: window
     }
 
-    TitleStrip {
-        id: strip
+    TitleBar {
+        id: titleBar
 
-        objectName: "titleStrip"
+        objectName: "titleBar"
         width: parent.width
         window: window
         model: window.model

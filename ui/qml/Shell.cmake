@@ -1,13 +1,13 @@
-# The window around its content: title strip with menus, frame, about panel.
+# Adds the parts around the content: title bar with menus, frame, about panel.
 qt_target_qml_sources(stackreel_ui
   QML_FILES
     AboutPanel.qml
     FrameEdge.qml
-    StripMenu.qml
-    StripMenuBar.qml
-    StripMenuItem.qml
-    StripSeparator.qml
-    TitleStrip.qml
+    TitleBar.qml
     WindowButton.qml
     WindowFrame.qml
+    WindowMenu.qml
+    WindowMenuBar.qml
+    WindowMenuItem.qml
+    WindowMenuSeparator.qml
     WindowMoveArea.qml)

@@ -162,7 +162,7 @@ Item {
 
                 onPressed: mouse => {
                     editor.press(mouse.x);
-                    const grabbed = editor.grabsStart ? startHandle : editor.grabsEnd ? endHandle : position;
+                    const grabbed = editor.draggingStart ? startHandle : editor.draggingEnd ? endHandle : position;
                     grabbed.forceActiveFocus(Qt.MouseFocusReason);
                 }
                 onPositionChanged: mouse => {

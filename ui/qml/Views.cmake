@@ -34,7 +34,7 @@ qt_target_qml_sources(stackreel_ui
     FactRow.qml
     FilledActionButton.qml
     FocusRing.qml
-    FocusSuccession.qml
+    FocusFallback.qml
     FrameSection.qml
     Header.qml
     HoverHint.qml

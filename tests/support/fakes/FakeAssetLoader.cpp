@@ -22,7 +22,7 @@ private:
     Answer answer(const std::optional<Answer>& answer) const
     {
         m_loader.usedOn = std::this_thread::get_id();
-        return answer ? *answer : throw std::runtime_error("cannot tell");
+        return answer ? *answer : throw std::runtime_error("unknown");
     }
 
     FakeAssetLoader& m_loader;

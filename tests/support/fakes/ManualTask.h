@@ -26,7 +26,7 @@ public:
     ~ManualTask()
     {
         if (m_state && !m_state->outcome)
-            fail(std::logic_error("left hanging"));
+            fail(std::logic_error("still pending"));
     }
 
     QCoro::Task<T> task() { return awaited(m_state); }

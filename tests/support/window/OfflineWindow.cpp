@@ -27,7 +27,7 @@ QQuickItem* descendant(QQuickItem* item, const QString& objectName)
 } // namespace
 
 OfflineWindow::OfflineWindow(QSize size)
-    : m_model(m_world.services()),
+    : m_model(m_fakes.services()),
       m_windowModel(m_model),
       m_actions([this] { ++m_updateChecks; }),
       m_mainWindow(std::make_unique<MainWindow>(m_windowModel, m_actions))
@@ -53,10 +53,10 @@ MediaInfo OfflineWindow::clip(double duration)
 void OfflineWindow::load(const MediaInfo& media, const std::filesystem::path& file)
 {
     m_model.chooseSource();
-    m_world.openPanel->choose(file);
+    m_fakes.openPanel->choose(file);
     settle();
-    m_world.inspections.back().task().complete(media);
-    m_world.previews.back().task().complete(file);
+    m_fakes.inspections.back().task().complete(media);
+    m_fakes.previews.back().task().complete(file);
     settle();
 }
 
@@ -66,14 +66,14 @@ void OfflineWindow::finishThumbnails(int count)
     std::vector<VideoFrame> pictures;
     for (int index = 0; index < count; ++index)
         pictures.push_back(picture(QSize(320, 180), colours[index % 4]));
-    m_world.thumbnails.back().task().complete(std::move(pictures));
+    m_fakes.thumbnails.back().task().complete(std::move(pictures));
     settle();
 }
 
 void OfflineWindow::startExport(const std::filesystem::path& file)
 {
     m_model.chooseExportDestination();
-    m_world.savePanel->choose(file);
+    m_fakes.savePanel->choose(file);
     settle();
 }
 

@@ -22,14 +22,14 @@ namespace stackreel
 class OfflineWindow
 {
 public:
-    /// Shows the window at this size, title strip included, and waits until it is painted.
+    /// Shows the window at this size, title bar included, and waits until it is exposed.
     explicit OfflineWindow(QSize size = QSize(1180, 780));
 
     AppModel& model() { return m_model; }
     WindowModel& windowModel() { return m_windowModel; }
     QQuickWindow& window() { return m_mainWindow->window(); }
-    FakeQueuePlayer& player() { return m_world.playback->player(); }
-    FakeServices& world() { return m_world; }
+    FakeQueuePlayer& player() { return m_fakes.playback->player(); }
+    FakeServices& fakes() { return m_fakes; }
     WindowActions& actions() { return m_actions; }
     /// How often "Check for Updates…" was chosen.
     int updateChecks() const { return m_updateChecks; }
@@ -40,7 +40,7 @@ public:
     void load(const MediaInfo& media = clip(), const std::filesystem::path& file = "/clips/Beach day.MOV");
     /// Completes the thumbnail task with pictures of one colour each.
     void finishThumbnails(int count = 12);
-    /// Starts an export through the save panel, up to phase `exporting`. It is the last of `world().exports`.
+    /// Starts an export through the save panel, up to phase `exporting`. It is the last of `fakes().exports`.
     void startExport(const std::filesystem::path& file = "/clips/Beach day-vertical.mp4");
     /// Presents a picture of one colour by the current player.
     void showPicture(QSize pixels, Qt::GlobalColor colour);
@@ -69,7 +69,7 @@ public:
 private:
     QQuickItem* find(const QString& objectName);
 
-    FakeServices m_world;
+    FakeServices m_fakes;
     AppModel m_model;
     WindowModel m_windowModel;
     int m_updateChecks = 0;

@@ -15,7 +15,7 @@ void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& mes
     if (message.startsWith(QLatin1String("This plugin does not support")))
         return;
     if (type == QtWarningMsg || type == QtCriticalMsg)
-        ADD_FAILURE() << "the toolkit warned: " << message.toStdString();
+        ADD_FAILURE() << "Qt warning: " << message.toStdString();
     else
         fprintf(stderr, "%s\n", qPrintable(message));
 }

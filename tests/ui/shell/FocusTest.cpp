@@ -45,7 +45,7 @@ TEST_F(FocusTest, IsRestoredAfterAMenuCommand)
     m_offline.key(Qt::Key_Right);
     m_offline.key(Qt::Key_Down);
     m_offline.key(Qt::Key_Return);
-    ASSERT_EQ(m_offline.world().openPanel->timesShown(), 2U);
+    ASSERT_EQ(m_offline.fakes().openPanel->timesShown(), 2U);
     expectFocusIsBack();
 }
 
@@ -87,12 +87,12 @@ TEST_F(FocusTest, ShortcutsWorkWhileAMenuPickerOrDialogIsOpen)
             clickItem(m_offline, QStringLiteral("Stackreel"), QStringLiteral("aboutItem"));
     };
     QSignalSpy asked(&m_offline.actions(), &WindowActions::quitRequested);
-    std::size_t shown = m_offline.world().openPanel->timesShown();
+    std::size_t shown = m_offline.fakes().openPanel->timesShown();
     int quits = 0;
     for (const auto& what : {QStringLiteral("menu"), QStringLiteral("picker"), QStringLiteral("about")}) {
         open(what);
         m_offline.key(Qt::Key_O, Qt::ControlModifier);
-        EXPECT_EQ(m_offline.world().openPanel->timesShown(), ++shown) << what.toStdString();
+        EXPECT_EQ(m_offline.fakes().openPanel->timesShown(), ++shown) << what.toStdString();
         m_offline.key(Qt::Key_Q, Qt::ControlModifier);
         EXPECT_EQ(asked.count(), ++quits) << what.toStdString();
         m_offline.key(Qt::Key_Escape);

@@ -30,15 +30,15 @@ TEST(MainWindowTest, KeepsTheMinimumSizeOfTheContent)
 
 TEST(MainWindowTest, OpensAtItsInitialSizeLimitedByTheScreen)
 {
-    FakeServices world;
-    AppModel model(world.services());
+    FakeServices fakes;
+    AppModel model(fakes.services());
     WindowModel windowModel(model);
     WindowActions actions;
     MainWindow shown(windowModel, actions);
     const QSize screen = shown.window().screen()->availableGeometry().size();
-    ASSERT_EQ(screen, QSize(800, 800)) << "the platform without a screen has another one";
+    ASSERT_EQ(screen, QSize(800, 800)) << "the offscreen platform has another screen size";
     shown.show();
-    EXPECT_EQ(shown.window().size(), QSize(980, 780)) << "no narrower than the content needs";
+    EXPECT_EQ(shown.window().size(), QSize(980, 780)) << "limited by the minimum width of the content";
 }
 
 TEST(MainWindowTest, PassesThroughAllPhasesFromLoadToExport)
@@ -51,7 +51,7 @@ TEST(MainWindowTest, PassesThroughAllPhasesFromLoadToExport)
     EXPECT_EQ(offline.model().timelineThumbnails().size(), 12U);
     offline.startExport();
     EXPECT_EQ(offline.windowModel().phase(), WindowModel::Exporting);
-    offline.world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+    offline.fakes().exports.back().task().complete("/clips/Beach day-vertical.mp4");
     OfflineWindow::settle();
     EXPECT_EQ(offline.windowModel().phase(), WindowModel::Complete);
     EXPECT_FALSE(offline.screenshot().isNull());

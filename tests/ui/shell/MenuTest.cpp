@@ -74,7 +74,7 @@ TEST(MenuTest, ControlOOpensTheSourceChooserInEveryPhase)
     for (const Phase& phase : everyPhase()) {
         offline.model().setPhase(phase);
         offline.key(Qt::Key_O, Qt::ControlModifier);
-        EXPECT_EQ(offline.world().openPanel->timesShown(), ++shown) << offline.model().phaseMessage();
+        EXPECT_EQ(offline.fakes().openPanel->timesShown(), ++shown) << offline.model().phaseMessage();
     }
 }
 
@@ -82,7 +82,7 @@ TEST(MenuTest, ChooseVideoOpensTheSourceChooser)
 {
     OfflineWindow offline;
     clickItem(offline, QStringLiteral("File"), choose);
-    EXPECT_EQ(offline.world().openPanel->timesShown(), 1U);
+    EXPECT_EQ(offline.fakes().openPanel->timesShown(), 1U);
 }
 
 TEST(MenuTest, CheckForUpdatesAsksForACheck)
@@ -160,24 +160,24 @@ TEST(MenuTest, TheMenusWorkByKeyboardAlone)
     offline.key(Qt::Key_Left);
     offline.key(Qt::Key_Down);
     offline.key(Qt::Key_Return);
-    EXPECT_EQ(offline.world().openPanel->timesShown(), 1U);
+    EXPECT_EQ(offline.fakes().openPanel->timesShown(), 1U);
 }
 
 TEST(MenuTest, ArrowKeysSwitchMenusWhileThePointerHoversOverATitle)
 {
     OfflineWindow offline;
     const QPoint file = centre(menuTitle(offline, QStringLiteral("File")));
-    const auto tremble = [&] {
+    const auto movePointer = [&] {
         for (const int x : {-2, 2}) {
             QTest::mouseMove(&offline.window(), file + QPoint(x, 0));
             OfflineWindow::settle();
         }
     };
     clickMenu(offline, QStringLiteral("File"));
-    tremble();
+    movePointer();
     ASSERT_TRUE(offline.item(choose).isVisible());
     offline.key(Qt::Key_Right);
-    tremble();
+    movePointer();
     EXPECT_TRUE(offline.item(toggle).isVisible());
     EXPECT_FALSE(offline.item(choose).isVisible());
 }
@@ -185,7 +185,7 @@ TEST(MenuTest, ArrowKeysSwitchMenusWhileThePointerHoversOverATitle)
 TEST(MenuTest, HoveringOpensNoMenuAfterAKeyClosedOne)
 {
     OfflineWindow offline;
-    const auto point = [&](const char* title) {
+    const auto hover = [&](const char* title) {
         const QPoint place = centre(menuTitle(offline, QString::fromLatin1(title)));
         QTest::mouseMove(&offline.window(), place - QPoint(3, 0));
         QTest::mouseMove(&offline.window(), place);
@@ -193,16 +193,16 @@ TEST(MenuTest, HoveringOpensNoMenuAfterAKeyClosedOne)
         EXPECT_TRUE(menuTitle(offline, QString::fromLatin1(title)).property("hovered").toBool()) << title;
     };
     clickMenu(offline, QStringLiteral("File"));
-    point("File");
+    hover("File");
     EXPECT_TRUE(offline.item(choose).isVisible());
     offline.key(Qt::Key_Escape);
     EXPECT_FALSE(offline.item(choose).isVisible());
-    point("Playback");
+    hover("Playback");
     EXPECT_FALSE(offline.item(toggle).isVisible());
     EXPECT_FALSE(menuTitle(offline, QStringLiteral("File")).property("highlighted").toBool());
     clickMenu(offline, QStringLiteral("Playback"));
     EXPECT_TRUE(offline.item(toggle).isVisible());
-    point("File");
+    hover("File");
     EXPECT_TRUE(offline.item(choose).isVisible()) << "menus follow the pointer once one is open";
     clickMenu(offline, QStringLiteral("File"));
     EXPECT_FALSE(offline.item(choose).isVisible());

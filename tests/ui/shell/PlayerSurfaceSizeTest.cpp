@@ -11,7 +11,7 @@ using PlayerSurfaceSizeTest = PlayerSurfaceTest;
 TEST_F(PlayerSurfaceSizeTest, SetsTheVideoSizeInDevicePixelsWhenFirstPainted)
 {
     newPlayer();
-    EXPECT_EQ(m_world.journal->take(), Journal::Lines{"player 1: attach output"});
+    EXPECT_EQ(m_fakes.journal->take(), Journal::Lines{"player 1: attach output"});
     // The layout for a new clip may change the size before the first paint.
     m_surface.setSize(QSizeF(300, 170));
     EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({300, 170}))});
@@ -20,10 +20,10 @@ TEST_F(PlayerSurfaceSizeTest, SetsTheVideoSizeInDevicePixelsWhenFirstPainted)
 TEST_F(PlayerSurfaceSizeTest, SetsTheVideoSizeOfEachNewPlayer)
 {
     newPlayer();
-    m_world.journal->take();
+    m_fakes.journal->take();
     ASSERT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({320, 180}))});
     newPlayer();
-    EXPECT_EQ(m_world.journal->take(),
+    EXPECT_EQ(m_fakes.journal->take(),
               (Journal::Lines{"player 1: detach output", "player 2: attach output"}));
     std::string line = sizeLine(inPixels({320, 180}));
     EXPECT_EQ(nextLines(), Journal::Lines{line.replace(line.find('1'), 1, "2")});
@@ -33,20 +33,20 @@ TEST_F(PlayerSurfaceSizeTest, SetsNoIntermediateVideoSizeWhenAClipIsLoaded)
 {
     OfflineWindow offline;
     offline.load();
-    std::string told;
+    std::string firstLine;
     EXPECT_TRUE(eventually([&] {
-        for (const auto& line : offline.world().journal->take())
-            if (told.empty() && line.find("show at") != std::string::npos)
-                told = line;
-        return !told.empty();
+        for (const auto& line : offline.fakes().journal->take())
+            if (firstLine.empty() && line.find("show at") != std::string::npos)
+                firstLine = line;
+        return !firstLine.empty();
     }));
-    EXPECT_EQ(told, sizeLine(inPixels(offline.item(QStringLiteral("playerSurface")).size())));
+    EXPECT_EQ(firstLine, sizeLine(inPixels(offline.item(QStringLiteral("playerSurface")).size())));
 }
 
 TEST_F(PlayerSurfaceSizeTest, SetsOnlyTheFinalVideoSizeOfAResize)
 {
     newPlayer();
-    m_world.journal->take();
+    m_fakes.journal->take();
     ASSERT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({320, 180}))});
     for (int width = 319; width >= 200; --width)
         m_surface.setWidth(width);
@@ -58,7 +58,7 @@ TEST_F(PlayerSurfaceSizeTest, SetsNoVideoSizeWhileItIsEmpty)
     m_surface.setSize(QSizeF());
     newPlayer();
     at(0, 0);
-    EXPECT_EQ(m_world.journal->take(), Journal::Lines{"player 1: attach output"});
+    EXPECT_EQ(m_fakes.journal->take(), Journal::Lines{"player 1: attach output"});
     m_surface.setSize(QSizeF(100, 50));
     EXPECT_EQ(nextLines(), Journal::Lines{sizeLine(inPixels({100, 50}))});
 }

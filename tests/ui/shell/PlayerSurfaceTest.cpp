@@ -88,7 +88,7 @@ TEST_F(PlayerSurfaceTest, FollowsTheModelToANewPlayer)
     EXPECT_EQ(at(160, 90), QColor(Qt::black));
     show({320, 180}, Qt::green);
     EXPECT_EQ(at(160, 90), QColor(Qt::green));
-    EXPECT_EQ(m_world.playback->player(1).videoOutput(), nullptr);
+    EXPECT_EQ(m_fakes.playback->player(1).videoOutput(), nullptr);
 }
 
 TEST_F(PlayerSurfaceTest, DropsALatePictureOfThePreviousPlayer)
@@ -160,20 +160,20 @@ TEST_F(PlayerSurfaceTest, ReleasesPicturesOfThePreviousPlayer)
 }
 
 /// Counts how often it is painted, and the child nodes of its scene graph node.
-class WatchedSurface : public PlayerSurface
+class CountingSurface : public PlayerSurface
 {
 public:
     using PlayerSurface::PlayerSurface;
 
-    int paintings = 0;
-    int parts = 0;
+    int paintCount = 0;
+    int nodeCount = 0;
 
 protected:
     QSGNode* updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData* data) override
     {
         QSGNode* node = PlayerSurface::updatePaintNode(oldNode, data);
-        ++paintings;
-        parts = node->childCount();
+        ++paintCount;
+        nodeCount = node->childCount();
         return node;
     }
 };
@@ -181,15 +181,15 @@ protected:
 TEST_F(PlayerSurfaceTest, HasOneBackgroundNodeAndOnePictureNodeAfterManyPictures)
 {
     newPlayer();
-    WatchedSurface watched(m_window.contentItem());
-    watched.setSize(QSizeF(100, 50));
-    watched.setModel(&m_windowModel);
+    CountingSurface counting(m_window.contentItem());
+    counting.setSize(QSizeF(100, 50));
+    counting.setModel(&m_windowModel);
     at(0, 0);
-    EXPECT_EQ(watched.parts, 1);
+    EXPECT_EQ(counting.nodeCount, 1);
     for (const Qt::GlobalColor colour : {Qt::red, Qt::green, Qt::yellow}) {
         show({100, 50}, colour);
         at(0, 0);
-        EXPECT_EQ(watched.parts, 2);
+        EXPECT_EQ(counting.nodeCount, 2);
     }
 }
 
@@ -197,30 +197,30 @@ TEST_F(PlayerSurfaceTest, RepaintsWhenAnAncestorMoves)
 {
     QQuickItem outer(m_window.contentItem());
     QQuickItem inner(&outer);
-    WatchedSurface watched(m_window.contentItem());
-    watched.setSize(QSizeF(100, 50));
-    watched.setParentItem(&inner);
+    CountingSurface counting(m_window.contentItem());
+    counting.setSize(QSizeF(100, 50));
+    counting.setParentItem(&inner);
     for (QQuickItem* each : {&outer, &inner}) {
         at(0, 0);
-        watched.paintings = 0;
+        counting.paintCount = 0;
         each->setX(0.4);
         at(0, 0);
-        EXPECT_EQ(watched.paintings, 1);
+        EXPECT_EQ(counting.paintCount, 1);
         each->setY(0.7);
         at(0, 0);
-        EXPECT_EQ(watched.paintings, 2);
+        EXPECT_EQ(counting.paintCount, 2);
     }
 }
 
 TEST(PlayerSurfaceEndTest, IgnoresPicturesAfterItsDestruction)
 {
-    FakeServices world;
-    AppModel model(world.services());
+    FakeServices fakes;
+    AppModel model(fakes.services());
     WindowModel windowModel(model);
-    model.setPlayer(world.playback->makePlayer());
+    model.setPlayer(fakes.playback->makePlayer());
     auto surface = std::make_unique<PlayerSurface>();
     surface->setModel(&windowModel);
-    const auto output = world.playback->player().videoOutput();
+    const auto output = fakes.playback->player().videoOutput();
     ASSERT_NE(output, nullptr);
     surface.reset();
     output->present(OfflineWindow::picture({32, 18}, Qt::red));
@@ -230,15 +230,15 @@ TEST(PlayerSurfaceEndTest, IgnoresPicturesAfterItsDestruction)
 
 TEST(PlayerSurfaceEndTest, CanBeDestroyedWhileThePlayerPresentsPictures)
 {
-    FakeServices world;
-    AppModel model(world.services());
+    FakeServices fakes;
+    AppModel model(fakes.services());
     WindowModel windowModel(model);
-    model.setPlayer(world.playback->makePlayer());
+    model.setPlayer(fakes.playback->makePlayer());
     for (int round = 0; round < 50; ++round) {
         auto surface = std::make_unique<PlayerSurface>();
-        model.setPlayer(world.playback->makePlayer());
+        model.setPlayer(fakes.playback->makePlayer());
         surface->setModel(&windowModel);
-        const auto output = world.playback->player().videoOutput();
+        const auto output = fakes.playback->player().videoOutput();
         const VideoFrame frame = OfflineWindow::picture({32, 18}, Qt::red);
         std::jthread presenting([&](std::stop_token stop) {
             while (!stop.stop_requested())

@@ -34,12 +34,12 @@ protected:
 
     std::shared_ptr<QueuePlayer> newPlayer()
     {
-        auto player = m_world.playback->makePlayer();
-        m_world.journal->take();
+        auto player = m_fakes.playback->makePlayer();
+        m_fakes.journal->take();
         m_model.setPlayer(player);
         return player;
     }
-    FakeQueuePlayer& player() { return m_world.playback->player(); }
+    FakeQueuePlayer& player() { return m_fakes.playback->player(); }
 
     /// Presents a picture from another thread, as players do.
     void show(QSize pixels, Qt::GlobalColor colour, FakeQueuePlayer& on)
@@ -82,7 +82,7 @@ protected:
     Journal::Lines nextLines()
     {
         Journal::Lines lines;
-        EXPECT_TRUE(eventually([&] { return !(lines = m_world.journal->take()).empty(); }));
+        EXPECT_TRUE(eventually([&] { return !(lines = m_fakes.journal->take()).empty(); }));
         return lines;
     }
     std::string sizeLine(QSize pixels) const
@@ -91,8 +91,8 @@ protected:
                std::to_string(pixels.height());
     }
 
-    FakeServices m_world;
-    AppModel m_model{m_world.services()};
+    FakeServices m_fakes;
+    AppModel m_model{m_fakes.services()};
     WindowModel m_windowModel{m_model};
     QQuickWindow m_window;
     PlayerSurface m_surface;

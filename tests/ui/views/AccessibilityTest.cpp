@@ -28,21 +28,21 @@ protected:
         settle();
     }
 
-    static QAccessibleInterface& face(QObject& object)
+    static QAccessibleInterface& accessible(QObject& object)
     {
         QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&object);
         if (interface == nullptr)
-            throw std::invalid_argument("nothing to access: " + object.objectName().toStdString());
+            throw std::invalid_argument("no accessible interface: " + object.objectName().toStdString());
         return *interface;
     }
-    QAccessibleInterface& face(const char* name) { return face(item(name)); }
+    QAccessibleInterface& accessible(const char* name) { return accessible(item(name)); }
 
     /// The title of a menu in the menu bar.
     QAccessibleInterface& menuTitle(const char* text)
     {
         for (QQuickItem* title : item("menuBar").findChildren<QQuickItem*>())
             if (title->inherits("QQuickMenuBarItem") && title->property("text") == QLatin1String(text))
-                return face(*title->property("contentItem").value<QQuickItem*>());
+                return accessible(*title->property("contentItem").value<QQuickItem*>());
         throw std::invalid_argument(std::string("no menu ") + text);
     }
 
@@ -56,7 +56,7 @@ protected:
     std::vector<Node> visibleNodes()
     {
         std::vector<Node> nodes;
-        collect(face(window().window()), nodes);
+        collect(accessible(window().window()), nodes);
         return nodes;
     }
 
@@ -114,7 +114,7 @@ TEST_F(AccessibilityTest, TheEmptyWindowExposesItsInstructionsButNotItsIcon)
 TEST_F(AccessibilityTest, ThePreviewControlsAreAGroupOfTwoButtons)
 {
     enter(WindowModel::Ready);
-    QAccessibleInterface& group = face("previewControls");
+    QAccessibleInterface& group = accessible("previewControls");
     EXPECT_EQ(group.role(), QAccessible::Grouping);
     ASSERT_EQ(group.childCount(), 2);
     EXPECT_EQ(group.child(0)->text(QAccessible::Name), QStringLiteral("Pause preview"));
@@ -145,30 +145,30 @@ TEST_F(AccessibilityTest, EveryVisibleControlHasAName)
 TEST_F(AccessibilityTest, ThePressActionClicksButtons)
 {
     enter(WindowModel::Ready);
-    perform(face("playButton"), QAccessibleActionInterface::pressAction());
+    perform(accessible("playButton"), QAccessibleActionInterface::pressAction());
     EXPECT_FALSE(model().previewPlaying());
-    perform(face("muteButton"), QAccessibleActionInterface::pressAction());
+    perform(accessible("muteButton"), QAccessibleActionInterface::pressAction());
     EXPECT_FALSE(model().previewMuted());
-    perform(face("swapButton"), QAccessibleActionInterface::pressAction());
+    perform(accessible("swapButton"), QAccessibleActionInterface::pressAction());
     EXPECT_EQ(model().selectedCrop(), 1);
-    perform(face("chooseButton"), QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(world().openPanel->timesShown(), 2U);
-    perform(face("exportButton"), QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(world().savePanel->timesShown(), 1U);
+    perform(accessible("chooseButton"), QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(fakes().openPanel->timesShown(), 2U);
+    perform(accessible("exportButton"), QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(fakes().savePanel->timesShown(), 1U);
 }
 
 TEST_F(AccessibilityTest, ADisabledButtonIsDescribedAsUnavailableAndIgnoresThePressAction)
 {
-    EXPECT_EQ(face("exportButton").text(QAccessible::Description), QStringLiteral("Not available now"));
-    face("exportButton").actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(world().savePanel->timesShown(), 0U);
+    EXPECT_EQ(accessible("exportButton").text(QAccessible::Description), QStringLiteral("Not available now"));
+    accessible("exportButton").actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(fakes().savePanel->timesShown(), 0U);
     enter(WindowModel::Ready);
-    EXPECT_EQ(face("exportButton").text(QAccessible::Description), QString());
+    EXPECT_EQ(accessible("exportButton").text(QAccessible::Description), QString());
 }
 
 TEST_F(AccessibilityTest, TheSwitchExposesItsStateAndCanBeToggled)
 {
-    QAccessibleInterface& control = face("audioSwitch");
+    QAccessibleInterface& control = accessible("audioSwitch");
     EXPECT_TRUE(control.state().checkable);
     EXPECT_TRUE(control.state().checked);
     perform(control, QAccessibleActionInterface::toggleAction());
@@ -191,36 +191,36 @@ TEST_F(AccessibilityTest, SlidersExposeTheirTimesAndCanBeAdjusted)
     };
     for (const Row& row : {Row{"trimStartHandle", 5, "0:05"}, Row{"trimEndHandle", 15, "0:15"},
                            Row{"videoPosition", 10, "0:10"}}) {
-        QAccessibleInterface& slider = face(row.name);
+        QAccessibleInterface& slider = accessible(row.name);
         ASSERT_NE(slider.valueInterface(), nullptr);
         EXPECT_EQ(slider.valueInterface()->currentValue().toDouble(), row.value) << row.name;
         EXPECT_EQ(slider.valueInterface()->minimumValue().toDouble(), 0) << row.name;
         EXPECT_EQ(slider.valueInterface()->maximumValue().toDouble(), 20) << row.name;
         EXPECT_EQ(slider.text(QAccessible::Description), QString::fromLatin1(row.time)) << row.name;
     }
-    perform(face("trimStartHandle"), QAccessibleActionInterface::increaseAction());
+    perform(accessible("trimStartHandle"), QAccessibleActionInterface::increaseAction());
     EXPECT_DOUBLE_EQ(model().trimStart(), 5.25);
-    perform(face("trimEndHandle"), QAccessibleActionInterface::decreaseAction());
+    perform(accessible("trimEndHandle"), QAccessibleActionInterface::decreaseAction());
     EXPECT_DOUBLE_EQ(model().trimEnd(), 14.75);
     model().seekPreview(10);
-    perform(face("videoPosition"), QAccessibleActionInterface::increaseAction());
+    perform(accessible("videoPosition"), QAccessibleActionInterface::increaseAction());
     EXPECT_DOUBLE_EQ(model().currentTime(), 10.25);
-    EXPECT_DOUBLE_EQ(face("videoPosition").valueInterface()->currentValue().toDouble(), 10.25);
+    EXPECT_DOUBLE_EQ(accessible("videoPosition").valueInterface()->currentValue().toDouble(), 10.25);
 }
 
 TEST_F(AccessibilityTest, ASliderIgnoresASetValue)
 {
     enter(WindowModel::Ready);
-    face("trimEndHandle").valueInterface()->setCurrentValue(3);
+    accessible("trimEndHandle").valueInterface()->setCurrentValue(3);
     EXPECT_EQ(model().trimEnd(), 20);
-    EXPECT_EQ(face("trimEndHandle").valueInterface()->currentValue().toDouble(), 20);
+    EXPECT_EQ(accessible("trimEndHandle").valueInterface()->currentValue().toDouble(), 20);
 }
 
 TEST_F(AccessibilityTest, CropsExposeTheirSelectionAndCanBeSelectedMovedAndResized)
 {
     enter(WindowModel::Ready);
-    QAccessibleInterface& top = face(part("topCrop", "body"));
-    QAccessibleInterface& bottom = face(part("bottomCrop", "body"));
+    QAccessibleInterface& top = accessible(child("topCrop", "body"));
+    QAccessibleInterface& bottom = accessible(child("bottomCrop", "body"));
     EXPECT_TRUE(top.state().checked);
     EXPECT_FALSE(bottom.state().checked);
     perform(bottom, QAccessibleActionInterface::pressAction());
@@ -252,7 +252,7 @@ TEST_F(AccessibilityTest, EachActionOfACropChangesTheRegionAccordingly)
         windowModel().setBottomRegion(start);
         model().setSelectedCrop(0);
         settle();
-        perform(face(part("bottomCrop", "body")), row.action);
+        perform(accessible(child("bottomCrop", "body")), row.action);
         const QRectF now = windowModel().bottomRegion();
         EXPECT_NEAR(now.x() - start.x(), row.byX, 1e-9) << row.action.toStdString();
         EXPECT_NEAR(now.y() - start.y(), row.byY, 1e-9) << row.action.toStdString();
@@ -263,15 +263,15 @@ TEST_F(AccessibilityTest, EachActionOfACropChangesTheRegionAccordingly)
 
 TEST_F(AccessibilityTest, AnAspectRatioIsChosenFromThePicker)
 {
-    const auto told = [this] { return face("aspectPicker").text(QAccessible::Description); };
-    EXPECT_EQ(told(), QStringLiteral("9:16"));
-    perform(face("aspectPicker"), QAccessibleActionInterface::pressAction());
+    const auto description = [this] { return accessible("aspectPicker").text(QAccessible::Description); };
+    EXPECT_EQ(description(), QStringLiteral("9:16"));
+    perform(accessible("aspectPicker"), QAccessibleActionInterface::pressAction());
     settle();
-    QAccessibleInterface& row = face("pickerRow1");
+    QAccessibleInterface& row = accessible("pickerRow1");
     EXPECT_EQ(row.text(QAccessible::Name), QStringLiteral("4:5"));
     perform(row, QAccessibleActionInterface::pressAction());
     EXPECT_EQ(model().settings().aspect, OutputAspect::feed);
-    EXPECT_EQ(told(), QStringLiteral("4:5"));
+    EXPECT_EQ(description(), QStringLiteral("4:5"));
 }
 
 TEST_F(AccessibilityTest, MenusAreOpenedAndTheirItemsTriggered)
@@ -280,10 +280,10 @@ TEST_F(AccessibilityTest, MenusAreOpenedAndTheirItemsTriggered)
     perform(menuTitle("File"), QAccessibleActionInterface::pressAction());
     settle();
     EXPECT_TRUE(shows(QAccessible::MenuItem, u"Choose Video\u2026"));
-    EXPECT_EQ(face("chooseVideoItem").text(QAccessible::Description), QStringLiteral("Ctrl+O"));
-    perform(face("chooseVideoItem"), QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(accessible("chooseVideoItem").text(QAccessible::Description), QStringLiteral("Ctrl+O"));
+    perform(accessible("chooseVideoItem"), QAccessibleActionInterface::pressAction());
     settle();
-    EXPECT_EQ(world().openPanel->timesShown(), 1U);
+    EXPECT_EQ(fakes().openPanel->timesShown(), 1U);
     EXPECT_FALSE(shows(QAccessible::MenuItem, u"Choose Video\u2026"));
 }
 
@@ -291,7 +291,7 @@ TEST_F(AccessibilityTest, ADisabledMenuItemIsDescribedAsUnavailableAndIgnoresThe
 {
     perform(menuTitle("Playback"), QAccessibleActionInterface::pressAction());
     settle();
-    QAccessibleInterface& command = face("togglePreviewItem");
+    QAccessibleInterface& command = accessible("togglePreviewItem");
     EXPECT_EQ(command.text(QAccessible::Description), QStringLiteral("Not available now"));
     perform(command, QAccessibleActionInterface::pressAction());
     EXPECT_FALSE(model().previewPlaying());
@@ -310,23 +310,23 @@ TEST_F(AccessibilityTest, TheAboutDialogIsExposedWhileItIsOpen)
                            [](const Node& node) { return node.role == QAccessible::Dialog; });
     };
     EXPECT_FALSE(showsDialog());
-    perform(face("aboutItem"), QAccessibleActionInterface::pressAction());
+    perform(accessible("aboutItem"), QAccessibleActionInterface::pressAction());
     settle();
     EXPECT_TRUE(showsDialog());
     EXPECT_TRUE(
         shows(QAccessible::StaticText, QStringLiteral("Version ") + QString::fromLatin1(buildVersion())));
-    perform(face("closeAbout"), QAccessibleActionInterface::pressAction());
+    perform(accessible("closeAbout"), QAccessibleActionInterface::pressAction());
     settle();
     EXPECT_FALSE(showsDialog());
 }
 
 TEST_F(AccessibilityTest, TheAccessibleNameOfTheStatusFollowsItsText)
 {
-    const auto name = [this] { return face("status").text(QAccessible::Name); };
+    const auto name = [this] { return accessible("status").text(QAccessible::Name); };
     EXPECT_EQ(name(), QStringLiteral("Choose a horizontal video to begin."));
     enter(WindowModel::Exporting);
     EXPECT_EQ(name(), QStringLiteral("Rendering from the original video."));
-    world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+    fakes().exports.back().task().complete("/clips/Beach day-vertical.mp4");
     settle();
     EXPECT_EQ(name(), QStringLiteral("Saved Beach day-vertical.mp4"));
 }
@@ -335,7 +335,7 @@ TEST_F(AccessibilityTest, TheAccessibleNameOfAnElidedStatusIsComplete)
 {
     const std::string name = std::string(200, 'w') + ".mov";
     window().load(OfflineWindow::clip(), "/clips/" + name);
-    EXPECT_EQ(face("status").text(QAccessible::Name), QString::fromStdString(name));
+    EXPECT_EQ(accessible("status").text(QAccessible::Name), QString::fromStdString(name));
 }
 
 } // namespace

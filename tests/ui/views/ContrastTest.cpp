@@ -60,13 +60,13 @@ protected:
     {
         const QImage picture = window().screenshot();
         int texts = 0;
-        for (const QQuickItem* each : everythingIn(target)) {
+        for (const QQuickItem* each : itemAndDescendants(target)) {
             if (!each->inherits("QQuickText") || !each->isVisible() || !each->isEnabled() ||
                 text(*each).isEmpty())
                 continue;
             ++texts;
-            const QColor ground = behind(*each, picture);
-            EXPECT_GE(contrast(over(color(*each), ground), ground), 4.5) << text(*each).toStdString();
+            const QColor background = behind(*each, picture);
+            EXPECT_GE(contrast(over(color(*each), background), background), 4.5) << text(*each).toStdString();
         }
         return texts;
     }

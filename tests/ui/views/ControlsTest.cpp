@@ -27,10 +27,10 @@ protected:
 TEST_F(ControlsTest, BothChooseButtonsShowTheOpenPanel)
 {
     click("chooseFirstButton");
-    EXPECT_EQ(world().openPanel->timesShown(), 1U);
+    EXPECT_EQ(fakes().openPanel->timesShown(), 1U);
     enter(WindowModel::Ready);
     click("chooseButton");
-    EXPECT_EQ(world().openPanel->timesShown(), 3U);
+    EXPECT_EQ(fakes().openPanel->timesShown(), 3U);
 }
 
 TEST_F(ControlsTest, ThePlayButtonPausesAndPlays)
@@ -64,13 +64,13 @@ TEST_F(ControlsTest, TheExportButtonExportsAndCancelsWithoutAsking)
 {
     enter(WindowModel::Ready);
     click("exportButton");
-    ASSERT_EQ(world().savePanel->timesShown(), 1U);
-    world().savePanel->choose("/clips/out.mp4");
+    ASSERT_EQ(fakes().savePanel->timesShown(), 1U);
+    fakes().savePanel->choose("/clips/out.mp4");
     settle();
     ASSERT_EQ(windowModel().phase(), WindowModel::Exporting);
     click("exportButton");
-    EXPECT_TRUE(world().exports.back().isCancelled());
-    EXPECT_EQ(world().savePanel->timesShown(), 1U);
+    EXPECT_TRUE(fakes().exports.back().isCancelled());
+    EXPECT_EQ(fakes().savePanel->timesShown(), 1U);
 }
 
 TEST_F(ControlsTest, TheSwapButtonSwapsTheCrops)
@@ -80,8 +80,8 @@ TEST_F(ControlsTest, TheSwapButtonSwapsTheCrops)
     click("swapButton");
     EXPECT_EQ(windowModel().bottomRegion(), top);
     EXPECT_EQ(model().selectedCrop(), 1);
-    EXPECT_TRUE(part("bottomCrop", "resizeHandle").isVisible());
-    EXPECT_FALSE(part("topCrop", "resizeHandle").isVisible());
+    EXPECT_TRUE(child("bottomCrop", "resizeHandle").isVisible());
+    EXPECT_FALSE(child("topCrop", "resizeHandle").isVisible());
 }
 
 TEST_F(ControlsTest, TheSwitchSetsWhetherAudioIsIncluded)
@@ -122,7 +122,7 @@ TEST_F(ControlsTest, ChoosingAnAspectRatioStoresItAndAdaptsTheCrops)
     EXPECT_EQ(model().settings().aspect, OutputAspect::square);
     EXPECT_EQ(item("aspectPicker").property("displayText").toString(), QStringLiteral("1:1"));
     EXPECT_NE(windowModel().topRegion(), before);
-    const QRectF body = place(part("topCrop", "body"));
+    const QRectF body = geometry(child("topCrop", "body"));
     EXPECT_NEAR(body.width() / body.height(), 2, 1e-6) << "the shape of half a square";
 }
 

@@ -20,8 +20,8 @@ protected:
         release(from + distance);
     }
 
-    QQuickItem& body(const char* crop) { return part(crop, "body"); }
-    QPoint corner() { return centre(part("topCrop", "resizeHandle")); }
+    QQuickItem& body(const char* crop) { return child(crop, "body"); }
+    QPoint corner() { return centre(child("topCrop", "resizeHandle")); }
     /// The cursor shape of the mouse area in an item.
     static Qt::CursorShape cursorOver(const QQuickItem& target)
     {
@@ -55,7 +55,7 @@ TEST_F(CropDragTest, AClickDoesNotMoveACrop)
 
 TEST_F(CropDragTest, ACropFollowsThePointerAndIsSelectedByTheDrag)
 {
-    const QRectF frame = place("videoFrame");
+    const QRectF frame = geometry("videoFrame");
     const QRectF before = bottom();
     const QPoint from = centre(body("bottomCrop"));
     press(from);
@@ -97,13 +97,13 @@ TEST_F(CropDragTest, ADragContinuesAndEndsOutsideTheWindow)
     EXPECT_EQ(top(), QRectF(QPointF(0, 0), before.size()));
     release(QPoint(-900, -700));
     moveTo(from);
-    EXPECT_EQ(top(), QRectF(QPointF(0, 0), before.size())) << "it was let go";
+    EXPECT_EQ(top(), QRectF(QPointF(0, 0), before.size())) << "the drag has ended";
 }
 
 TEST_F(CropDragTest, AResizeIsLimitedByTheEdgeOfThePicture)
 {
     const QRectF before = top();
-    const QRectF frame = place("videoFrame");
+    const QRectF frame = geometry("videoFrame");
     press(corner());
     moveTo(QPoint(1179, 779));
     release(QPoint(1179, 779));
@@ -119,22 +119,22 @@ TEST_F(CropDragTest, ADragEndsWhenTheCanvasIsHidden)
     press(centre(body("topCrop")));
     moveTo(centre(body("topCrop")) + QPoint(30, 0));
     model().chooseSource();
-    world().openPanel->choose("/clips/another.mov");
+    fakes().openPanel->choose("/clips/another.mov");
     settle();
     ASSERT_FALSE(item("videoCanvas").isVisible());
     release(QPoint(10, 300));
-    world().inspections.back().task().complete(OfflineWindow::clip());
-    world().previews.back().task().complete("/clips/another.mov");
+    fakes().inspections.back().task().complete(OfflineWindow::clip());
+    fakes().previews.back().task().complete("/clips/another.mov");
     settle();
     const QRectF before = top();
     drag(centre(body("topCrop")), QPoint(30, 0));
-    EXPECT_NEAR(top().x(), before.x() + 30 / place("videoFrame").width(), 1e-9);
+    EXPECT_NEAR(top().x(), before.x() + 30 / geometry("videoFrame").width(), 1e-9);
     EXPECT_EQ(top().size(), before.size());
 }
 
 TEST_F(CropDragTest, DraggingTheHandleResizesAndKeepsTheUpperLeftCorner)
 {
-    const QRectF frame = place("videoFrame");
+    const QRectF frame = geometry("videoFrame");
     const QRectF before = top();
     drag(corner(), QPoint(-90, 20));
     EXPECT_EQ(top().topLeft(), before.topLeft());
@@ -144,7 +144,7 @@ TEST_F(CropDragTest, DraggingTheHandleResizesAndKeepsTheUpperLeftCorner)
 
 TEST_F(CropDragTest, ResizesByTheHeightInAMostlyVerticalDragAndByTheWidthOtherwise)
 {
-    const QRectF frame = place("videoFrame");
+    const QRectF frame = geometry("videoFrame");
     const QRectF before = top();
     drag(corner(), QPoint(-20, -60));
     EXPECT_NEAR(top().height(), before.height() - 60 / frame.height(), 1e-9);
@@ -156,7 +156,7 @@ TEST_F(CropDragTest, ResizesByTheHeightInAMostlyVerticalDragAndByTheWidthOtherwi
 
 TEST_F(CropDragTest, ASecondResizeStartsFromTheResultOfTheFirst)
 {
-    const QRectF frame = place("videoFrame");
+    const QRectF frame = geometry("videoFrame");
     const QRectF before = top();
     drag(corner(), QPoint(-30, 0));
     drag(corner(), QPoint(-30, 0));
@@ -167,8 +167,8 @@ TEST_F(CropDragTest, TheArrowKeysMoveAndResizeAFocusedCrop)
 {
     const QRectF before = bottom();
     body("bottomCrop").forceActiveFocus(Qt::TabFocusReason);
-    EXPECT_TRUE(part("bottomCrop", "focusRing").isVisible());
-    EXPECT_FALSE(part("topCrop", "focusRing").isVisible());
+    EXPECT_TRUE(child("bottomCrop", "focusRing").isVisible());
+    EXPECT_FALSE(child("topCrop", "focusRing").isVisible());
     key(Qt::Key_Left);
     EXPECT_NEAR(bottom().x(), before.x() - 1.0 / 1920, 1e-9);
     EXPECT_EQ(model().selectedCrop(), 1);
@@ -184,11 +184,11 @@ TEST_F(CropDragTest, TheOutlineHasTheCropsColourAndIsWiderWhenSelected)
         model().setSelectedCrop(selected);
         settle();
         for (const auto& [name, index] : {std::pair("topCrop", 0), std::pair("bottomCrop", 1)}) {
-            const QObject* line = part(name, "stroke").property("border").value<QObject*>();
+            const QObject* line = child(name, "stroke").property("border").value<QObject*>();
             ASSERT_NE(line, nullptr);
             EXPECT_EQ(line->property("width").toDouble(), index == selected ? 4 : 2) << name;
-            EXPECT_EQ(line->property("color").value<QColor>(), color(part(name, "badge"))) << name;
-            EXPECT_EQ(part(name, "stroke").property("radius").toDouble(), 0) << name;
+            EXPECT_EQ(line->property("color").value<QColor>(), color(child(name, "badge"))) << name;
+            EXPECT_EQ(child(name, "stroke").property("radius").toDouble(), 0) << name;
         }
     }
 }
@@ -196,7 +196,7 @@ TEST_F(CropDragTest, TheOutlineHasTheCropsColourAndIsWiderWhenSelected)
 TEST_F(CropDragTest, TheCursorShowsWhetherADragMovesOrResizes)
 {
     EXPECT_EQ(cursorOver(body("topCrop")), Qt::SizeAllCursor);
-    EXPECT_EQ(cursorOver(part("topCrop", "resizeHandle")), Qt::SizeFDiagCursor);
+    EXPECT_EQ(cursorOver(child("topCrop", "resizeHandle")), Qt::SizeFDiagCursor);
 }
 
 } // namespace

@@ -29,7 +29,7 @@ struct OwnedEditor {
 
     bool press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        return editor.pressKey(key, static_cast<int>(modifiers.toInt()));
+        return editor.handleKey(key, static_cast<int>(modifiers.toInt()));
     }
 
     CropEditor editor;
@@ -43,13 +43,13 @@ bool isNear(const QRectF& one, const QRectF& other)
            std::abs(one.width() - other.width()) < 1e-9 && std::abs(one.height() - other.height()) < 1e-9;
 }
 
-TEST(CropEditorTest, TheRegionIsDrawnAtItsFractionsOfTheView)
+TEST(CropEditorTest, ScalesTheRegionToTheView)
 {
     const OwnedEditor owned;
     EXPECT_EQ(owned.editor.displayRect(), QRectF(100, 100, 225, 200));
 }
 
-TEST(CropEditorTest, WhereTheRegionIsDrawnFollowsTheRegionAndTheView)
+TEST(CropEditorTest, DisplayRectChangesWithTheRegionAndTheViewSize)
 {
     OwnedEditor owned;
     QSignalSpy changes(&owned.editor, &CropEditor::displayRectChanged);
@@ -60,7 +60,7 @@ TEST(CropEditorTest, WhereTheRegionIsDrawnFollowsTheRegionAndTheView)
     EXPECT_EQ(owned.editor.displayRect(), QRectF(0, 0, 300, 200));
 }
 
-TEST(CropEditorTest, AnEditorChangesNothingUnlessTheOwnerDoes)
+TEST(CropEditorTest, DoesNotChangeItsRegionItself)
 {
     CropEditor editor;
     editor.setViewSize(QSizeF(1000, 500));
@@ -70,7 +70,7 @@ TEST(CropEditorTest, AnEditorChangesNothingUnlessTheOwnerDoes)
     EXPECT_EQ(editor.region(), start);
 }
 
-TEST(CropEditorTest, EveryChangeOfAMoveAsksForTheSelection)
+TEST(CropEditorTest, EachMoveRequestsTheSelection)
 {
     OwnedEditor owned;
     owned.editor.move(10, 0);
@@ -79,7 +79,7 @@ TEST(CropEditorTest, EveryChangeOfAMoveAsksForTheSelection)
     EXPECT_TRUE(isNear(owned.editor.region(), start.translated(0.02, 0)));
 }
 
-TEST(CropEditorTest, AResizeDoesNotAskForTheSelection)
+TEST(CropEditorTest, AResizeDoesNotRequestTheSelection)
 {
     OwnedEditor owned;
     owned.editor.resize(0, 50);
@@ -87,7 +87,7 @@ TEST(CropEditorTest, AResizeDoesNotAskForTheSelection)
     EXPECT_TRUE(isNear(owned.editor.region(), QRectF(0.1, 0.2, 0.28125, 0.5)));
 }
 
-TEST(CropEditorTest, AMovementOfLessThanAPointIsNoDrag)
+TEST(CropEditorTest, IgnoresADragOfLessThanOnePoint)
 {
     OwnedEditor owned;
     owned.editor.move(0.6, 0.6);
@@ -99,7 +99,7 @@ TEST(CropEditorTest, AMovementOfLessThanAPointIsNoDrag)
     EXPECT_EQ(owned.edits.count(), 1);
 }
 
-TEST(CropEditorTest, ADragThatComesBackWithinAPointGoesOn)
+TEST(CropEditorTest, ADragContinuesWhenThePointerReturnsToItsStart)
 {
     OwnedEditor owned;
     owned.editor.move(30, 0);
@@ -107,7 +107,7 @@ TEST(CropEditorTest, ADragThatComesBackWithinAPointGoesOn)
     EXPECT_EQ(owned.editor.region(), start);
 }
 
-TEST(CropEditorTest, AStartIsKeptUntilTheDragEnds)
+TEST(CropEditorTest, KeepsTheStartRegionUntilTheDragEnds)
 {
     OwnedEditor owned;
     owned.editor.move(100, 0);
@@ -122,7 +122,7 @@ TEST(CropEditorTest, AStartIsKeptUntilTheDragEnds)
     EXPECT_FALSE(owned.editor.isResizing());
 }
 
-TEST(CropEditorTest, TheArrowsMoveAndWithControlResizeByOneSourcePixelAndWithShiftByTen)
+TEST(CropEditorTest, ArrowKeysMoveOrResizeByOneOrTenSourcePixels)
 {
     struct Row {
         Qt::Key key;
@@ -150,7 +150,7 @@ TEST(CropEditorTest, TheArrowsMoveAndWithControlResizeByOneSourcePixelAndWithShi
     }
 }
 
-TEST(CropEditorTest, ASourcePixelIsAsWideAndAsHighAsItIsShown)
+TEST(CropEditorTest, StepsByTheWidthAndHeightOfASourcePixelOnScreen)
 {
     OwnedEditor owned;
     owned.editor.setProperty("sourceSize", QSizeF(2000, 400));
@@ -159,7 +159,7 @@ TEST(CropEditorTest, ASourcePixelIsAsWideAndAsHighAsItIsShown)
     EXPECT_TRUE(isNear(owned.editor.region(), start.translated(1.0 / 2000, 1.0 / 400)));
 }
 
-TEST(CropEditorTest, OtherKeysAreLeftToOthers)
+TEST(CropEditorTest, DoesNotHandleOtherKeys)
 {
     OwnedEditor owned;
     EXPECT_FALSE(owned.press(Qt::Key_Space));
@@ -167,7 +167,7 @@ TEST(CropEditorTest, OtherKeysAreLeftToOthers)
     EXPECT_EQ(owned.edits.count(), 0);
 }
 
-TEST(CropEditorTest, WithoutASizeOfTheSourceKeysMoveNothing)
+TEST(CropEditorTest, ArrowKeysDoNothingWithoutASourceSize)
 {
     OwnedEditor owned;
     owned.editor.setProperty("sourceSize", QSizeF());
@@ -175,46 +175,46 @@ TEST(CropEditorTest, WithoutASizeOfTheSourceKeysMoveNothing)
     EXPECT_EQ(owned.editor.region(), start);
 }
 
-double anyIn(double low, double high)
+double anyBetween(double low, double high)
 {
     return low + (high - low) * *rc::gen::inRange(0, 100001) / 1e5;
 }
 
-RC_GTEST_PROP(CropEditorProperty, AMoveDependsOnItsLastPlaceAloneAndNotOnTheWayThere, ())
+RC_GTEST_PROP(CropEditorProperty, AMoveDependsOnlyOnTheLastPosition, ())
 {
     OwnedEditor direct;
-    OwnedEditor wandering;
+    OwnedEditor indirect;
     for (int count = *rc::gen::inRange(0, 10); count > 0; --count)
-        wandering.editor.move(anyIn(-2000, 2000), anyIn(-2000, 2000));
-    const double x = anyIn(1, 2000);
-    const double y = anyIn(-2000, 2000);
-    wandering.editor.move(x, y);
+        indirect.editor.move(anyBetween(-2000, 2000), anyBetween(-2000, 2000));
+    const double x = anyBetween(1, 2000);
+    const double y = anyBetween(-2000, 2000);
+    indirect.editor.move(x, y);
     direct.editor.move(x, y);
-    RC_ASSERT(wandering.editor.region() == direct.editor.region());
+    RC_ASSERT(indirect.editor.region() == direct.editor.region());
 }
 
-RC_GTEST_PROP(CropEditorProperty, AResizeDependsOnItsLastPlaceAloneAndNotOnTheWayThere, ())
+RC_GTEST_PROP(CropEditorProperty, AResizeDependsOnlyOnTheLastPosition, ())
 {
     OwnedEditor direct;
-    OwnedEditor wandering;
+    OwnedEditor indirect;
     for (int count = *rc::gen::inRange(0, 10); count > 0; --count)
-        wandering.editor.resize(anyIn(-2000, 2000), anyIn(-2000, 2000));
-    const double x = anyIn(1, 2000);
-    const double y = anyIn(-2000, 2000);
-    wandering.editor.resize(x, y);
+        indirect.editor.resize(anyBetween(-2000, 2000), anyBetween(-2000, 2000));
+    const double x = anyBetween(1, 2000);
+    const double y = anyBetween(-2000, 2000);
+    indirect.editor.resize(x, y);
     direct.editor.resize(x, y);
-    RC_ASSERT(wandering.editor.region() == direct.editor.region());
+    RC_ASSERT(indirect.editor.region() == direct.editor.region());
 }
 
-RC_GTEST_PROP(CropEditorProperty, AMoveThatReturnsToItsStartGivesTheStartBack, ())
+RC_GTEST_PROP(CropEditorProperty, MovingBackRestoresTheStartRegion, ())
 {
     OwnedEditor owned;
-    owned.editor.move(anyIn(1, 5000), anyIn(-5000, 5000));
+    owned.editor.move(anyBetween(1, 5000), anyBetween(-5000, 5000));
     owned.editor.move(0, 0);
     RC_ASSERT(owned.editor.region() == start);
 }
 
-RC_GTEST_PROP(CropEditorProperty, KeysAndThePointerMeetAtTheSamePlace, ())
+RC_GTEST_PROP(CropEditorProperty, KeysAndPointerMoveToTheSameRegion, ())
 {
     OwnedEditor pressed;
     OwnedEditor dragged;

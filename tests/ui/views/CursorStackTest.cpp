@@ -10,7 +10,7 @@ namespace
 
 TEST(CursorStackTest, ShowsTheArrowAtFirst)
 {
-    EXPECT_EQ(CursorStack().shown(), Qt::ArrowCursor);
+    EXPECT_EQ(CursorStack().current(), Qt::ArrowCursor);
 }
 
 TEST(CursorStackTest, ShowsTheLastPushedShapeUntilItIsPopped)
@@ -18,11 +18,11 @@ TEST(CursorStackTest, ShowsTheLastPushedShapeUntilItIsPopped)
     CursorStack cursors;
     cursors.push(Qt::OpenHandCursor);
     cursors.push(Qt::ClosedHandCursor);
-    EXPECT_EQ(cursors.shown(), Qt::ClosedHandCursor);
+    EXPECT_EQ(cursors.current(), Qt::ClosedHandCursor);
     cursors.pop();
-    EXPECT_EQ(cursors.shown(), Qt::OpenHandCursor);
+    EXPECT_EQ(cursors.current(), Qt::OpenHandCursor);
     cursors.pop();
-    EXPECT_EQ(cursors.shown(), Qt::ArrowCursor);
+    EXPECT_EQ(cursors.current(), Qt::ArrowCursor);
 }
 
 TEST(CursorStackTest, SettingAShapeDoesNotChangeTheStack)
@@ -30,18 +30,18 @@ TEST(CursorStackTest, SettingAShapeDoesNotChangeTheStack)
     CursorStack cursors;
     cursors.push(Qt::OpenHandCursor);
     cursors.set(Qt::ClosedHandCursor);
-    EXPECT_EQ(cursors.shown(), Qt::ClosedHandCursor);
-    EXPECT_EQ(cursors.pushed(), 1U);
+    EXPECT_EQ(cursors.current(), Qt::ClosedHandCursor);
+    EXPECT_EQ(cursors.depth(), 1U);
     cursors.pop();
-    EXPECT_EQ(cursors.shown(), Qt::ArrowCursor);
+    EXPECT_EQ(cursors.current(), Qt::ArrowCursor);
 }
 
 TEST(CursorStackTest, PoppingAnEmptyStackShowsTheArrow)
 {
     CursorStack cursors;
     cursors.pop();
-    EXPECT_EQ(cursors.shown(), Qt::ArrowCursor);
-    EXPECT_EQ(cursors.pushed(), 0U);
+    EXPECT_EQ(cursors.current(), Qt::ArrowCursor);
+    EXPECT_EQ(cursors.depth(), 0U);
 }
 
 } // namespace

@@ -82,7 +82,7 @@ using PhasesTest = ViewsTest;
 TEST_F(PhasesTest, KeepsTheVideoAfterAFailedExport)
 {
     enter(WindowModel::Exporting);
-    world().exports.back().task().fail(std::runtime_error("no room"));
+    fakes().exports.back().task().fail(std::runtime_error("no room"));
     settle();
     EXPECT_EQ(windowModel().phase(), WindowModel::Failed);
     EXPECT_TRUE(item("videoCanvas").isVisible());
@@ -95,7 +95,7 @@ TEST_F(PhasesTest, ShowsThePreparingStateWhenAnotherClipIsLoaded)
 {
     enter(WindowModel::Ready);
     model().chooseSource();
-    world().openPanel->choose("/clips/another.mov");
+    fakes().openPanel->choose("/clips/another.mov");
     settle();
     EXPECT_FALSE(item("videoCanvas").isVisible());
     EXPECT_TRUE(item("preparingState").isVisible());

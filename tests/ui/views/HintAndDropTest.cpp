@@ -18,7 +18,7 @@ TEST_F(HintAndDropTest, ShowsAToolTipWhileHovered)
 {
     enter(WindowModel::Ready);
     moveTo(centre(item("muteButton")));
-    EXPECT_TRUE(soon([this] { return window().hasItem(QStringLiteral("hintText")); }));
+    EXPECT_TRUE(becomesTrue([this] { return window().hasItem(QStringLiteral("hintText")); }));
     EXPECT_EQ(text(item("hintText")), QStringLiteral("Unmute preview"));
 }
 
@@ -29,7 +29,7 @@ TEST_F(HintAndDropTest, ShowsAnElidedNameInFullInTheToolTip)
     settle();
     ASSERT_TRUE(item("status").property("truncated").toBool());
     moveTo(centre(item("status")));
-    EXPECT_TRUE(soon([this] { return window().hasItem(QStringLiteral("hintText")); }));
+    EXPECT_TRUE(becomesTrue([this] { return window().hasItem(QStringLiteral("hintText")); }));
     EXPECT_EQ(text(item("hintText")), QString::fromStdString(name));
 }
 
@@ -59,13 +59,13 @@ TEST_F(HintAndDropTest, IgnoresAFileDroppedOnTheWindow)
     }
     settle();
     EXPECT_EQ(windowModel().phase(), WindowModel::Empty);
-    EXPECT_EQ(world().openPanel->timesShown(), 0U);
+    EXPECT_EQ(fakes().openPanel->timesShown(), 0U);
     EXPECT_EQ(model().settings().customWidth, 1080);
 }
 
 TEST_F(HintAndDropTest, NoItemAcceptsDrops)
 {
-    const auto items = everythingIn(root());
+    const auto items = itemAndDescendants(root());
     EXPECT_GT(items.size(), 100U);
     for (const QQuickItem* each : items)
         EXPECT_FALSE(each->flags().testFlag(QQuickItem::ItemAcceptsDrops))

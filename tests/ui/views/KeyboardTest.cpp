@@ -35,9 +35,10 @@ TEST_F(KeyboardTest, TabMovesTheFocusInReadingOrder)
     enter(WindowModel::Ready);
     focus("chooseButton");
     const std::vector<QQuickItem*> order = {
-        &part("topCrop", "body"), &part("bottomCrop", "body"), &item("playButton"),    &item("muteButton"),
-        &item("videoPosition"),   &item("trimStartHandle"),    &item("trimEndHandle"), &item("aspectPicker"),
-        &item("widthField"),      &item("heightField"),        &item("swapButton"),    &item("audioSwitch"),
+        &child("topCrop", "body"), &child("bottomCrop", "body"), &item("playButton"),
+        &item("muteButton"),       &item("videoPosition"),       &item("trimStartHandle"),
+        &item("trimEndHandle"),    &item("aspectPicker"),        &item("widthField"),
+        &item("heightField"),      &item("swapButton"),          &item("audioSwitch"),
         &item("exportButton")};
     for (QQuickItem* next : order) {
         key(Qt::Key_Tab);
@@ -51,16 +52,16 @@ TEST_F(KeyboardTest, ShowsTheFocusRingOnlyAfterKeyboardFocus)
 {
     enter(WindowModel::Ready);
     focus("muteButton");
-    EXPECT_TRUE(part("muteButton", "focusRing").isVisible());
+    EXPECT_TRUE(child("muteButton", "focusRing").isVisible());
     click("playButton");
-    EXPECT_FALSE(part("muteButton", "focusRing").isVisible());
-    EXPECT_FALSE(part("playButton", "focusRing").isVisible());
+    EXPECT_FALSE(child("muteButton", "focusRing").isVisible());
+    EXPECT_FALSE(child("playButton", "focusRing").isVisible());
     focus("trimStartHandle");
-    EXPECT_TRUE(part("trimStartHandle", "focusRing").isVisible());
-    press(centre(part("topCrop", "body")));
-    release(centre(part("topCrop", "body")));
-    EXPECT_TRUE(part("topCrop", "body").hasActiveFocus());
-    EXPECT_FALSE(part("topCrop", "focusRing").isVisible());
+    EXPECT_TRUE(child("trimStartHandle", "focusRing").isVisible());
+    press(centre(child("topCrop", "body")));
+    release(centre(child("topCrop", "body")));
+    EXPECT_TRUE(child("topCrop", "body").hasActiveFocus());
+    EXPECT_FALSE(child("topCrop", "focusRing").isVisible());
 }
 
 TEST_F(KeyboardTest, ReturnAndSpacePressAFocusedButton)

@@ -45,7 +45,7 @@ void LayoutTest::expect(const Type& type)
 
 void LayoutTest::expectPlace(const char* name, const QRectF& expected)
 {
-    const QRectF actual = place(name);
+    const QRectF actual = geometry(name);
     EXPECT_NEAR(actual.x(), expected.x(), 0.01) << name;
     EXPECT_NEAR(actual.y(), expected.y(), 0.01) << name;
     EXPECT_NEAR(actual.width(), expected.width(), 0.01) << name;

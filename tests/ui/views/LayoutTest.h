@@ -35,7 +35,7 @@ protected:
     void expectPlace(const char* name, const QRectF& expected);
 
     double contentHeight() { return item("contentView").height(); }
-    double workspaceTop() { return place("header").bottom() + 18; }
+    double workspaceTop() { return geometry("header").bottom() + 18; }
 };
 
 } // namespace stackreel

@@ -16,22 +16,22 @@ namespace stackreel
 /// A timeline for a playing clip of 20 seconds. It is 836 points wide and its track 800 points: the track
 /// begins at 18, and a second is 40 points.
 struct LoadedTimeline {
-    LoadedTimeline() : model(world.services()), windowModel(model)
+    LoadedTimeline() : model(fakes.services()), windowModel(model)
     {
         timeline.setModel(&windowModel);
         timeline.setWidth(836);
         model.chooseSource();
-        world.openPanel->choose("/clips/beach.mov");
+        fakes.openPanel->choose("/clips/beach.mov");
         settle();
-        world.inspections.back().task().complete({.width = 1920,
+        fakes.inspections.back().task().complete({.width = 1920,
                                                   .height = 1080,
                                                   .rotation = 0,
                                                   .duration = 20,
                                                   .videoCodec = "h264",
                                                   .audioCodec = {}});
-        world.previews.back().task().complete("/clips/beach.mov");
+        fakes.previews.back().task().complete("/clips/beach.mov");
         settle();
-        world.journal->take();
+        fakes.journal->take();
     }
 
     static void settle()
@@ -45,7 +45,7 @@ struct LoadedTimeline {
         model.updateTrimStart(start);
         model.updateTrimEnd(end);
         model.seekPreview(start);
-        world.journal->take();
+        fakes.journal->take();
     }
 
     /// How many of the lines contain this word.
@@ -55,7 +55,7 @@ struct LoadedTimeline {
                              [&](const auto& line) { return line.find(word) != std::string::npos; });
     }
 
-    FakeServices world;
+    FakeServices fakes;
     AppModel model;
     WindowModel windowModel;
     TimelineEditor timeline;

@@ -31,52 +31,52 @@ private:
     TemporaryDirectory m_configuration;
     ScopedEnvironment m_home{"XDG_CONFIG_HOME", m_configuration.path().string()};
     ScopedEnvironment m_bus{"DBUS_SESSION_BUS_ADDRESS", {}};
-    ScopedEnvironment m_wish{"STACKREEL_REDUCED_MOTION", {}};
+    ScopedEnvironment m_setting{"STACKREEL_REDUCED_MOTION", {}};
 };
 
-TEST_F(MotionPreferenceTest, WithoutAWishThereIsMotion)
+TEST_F(MotionPreferenceTest, MotionIsNotReducedByDefault)
 {
     EXPECT_FALSE(MotionPreference().isReduced());
 }
 
-TEST_F(MotionPreferenceTest, GtksSettingCountsAsAWord)
+TEST_F(MotionPreferenceTest, ReadsGtksSettingWrittenAsFalse)
 {
     write("gtk-3.0/settings.ini", "[Settings]\ngtk-enable-animations=false\n");
     EXPECT_TRUE(MotionPreference().isReduced());
 }
 
-TEST_F(MotionPreferenceTest, GtksSettingCountsAsANumber)
+TEST_F(MotionPreferenceTest, ReadsGtksSettingWrittenAsZero)
 {
     write("gtk-3.0/settings.ini", "[Settings]\ngtk-enable-animations=0\n");
     EXPECT_TRUE(MotionPreference().isReduced());
 }
 
-TEST_F(MotionPreferenceTest, GtksSettingForMotionIsNoWishForLess)
+TEST_F(MotionPreferenceTest, MotionIsNotReducedWhenGtkEnablesAnimations)
 {
     write("gtk-3.0/settings.ini", "[Settings]\ngtk-enable-animations=1\n");
     EXPECT_FALSE(MotionPreference().isReduced());
 }
 
-TEST_F(MotionPreferenceTest, PlasmasSettingCounts)
+TEST_F(MotionPreferenceTest, MotionIsReducedByPlasmasSettingOfZero)
 {
     write("kdeglobals", "[KDE]\nAnimationDurationFactor=0\n");
     EXPECT_TRUE(MotionPreference().isReduced());
 }
 
-TEST_F(MotionPreferenceTest, FastAnimationsAreStillWanted)
+TEST_F(MotionPreferenceTest, MotionIsNotReducedByFastAnimationsInPlasma)
 {
     write("kdeglobals", "[KDE]\nAnimationDurationFactor=0.5\n");
     EXPECT_FALSE(MotionPreference().isReduced());
 }
 
-TEST_F(MotionPreferenceTest, TheEnvironmentOverridesTheDesktop)
+TEST_F(MotionPreferenceTest, TheEnvironmentVariableOverridesTheDesktopSettings)
 {
     {
-        const ScopedEnvironment wish("STACKREEL_REDUCED_MOTION", "1");
+        const ScopedEnvironment setting("STACKREEL_REDUCED_MOTION", "1");
         EXPECT_TRUE(MotionPreference().isReduced());
     }
     write("kdeglobals", "[KDE]\nAnimationDurationFactor=0\n");
-    const ScopedEnvironment wish("STACKREEL_REDUCED_MOTION", "0");
+    const ScopedEnvironment setting("STACKREEL_REDUCED_MOTION", "0");
     EXPECT_FALSE(MotionPreference().isReduced());
 }
 
@@ -136,33 +136,33 @@ private:
 const auto group = QStringLiteral("org.gnome.desktop.interface");
 const auto key = QStringLiteral("enable-animations");
 
-TEST_F(PortalTest, GnomesWishIsHeardALittleLater)
+TEST_F(PortalTest, AppliesGnomesSettingAsynchronously)
 {
     m_portal.animations = false;
-    const auto wish = preference();
-    EXPECT_FALSE(wish->isReduced());
-    EXPECT_TRUE(eventually([&] { return wish->isReduced(); }));
+    const auto setting = preference();
+    EXPECT_FALSE(setting->isReduced());
+    EXPECT_TRUE(eventually([&] { return setting->isReduced(); }));
 }
 
-TEST_F(PortalTest, GnomesWishIsFollowedWhenItChanges)
+TEST_F(PortalTest, FollowsChangesOfGnomesSetting)
 {
-    const auto wish = preference();
+    const auto setting = preference();
     int changes = 0;
-    QObject::connect(wish.get(), &MotionPreference::reducedChanged, [&changes] { ++changes; });
+    QObject::connect(setting.get(), &MotionPreference::reducedChanged, [&changes] { ++changes; });
     settle();
-    EXPECT_FALSE(wish->isReduced());
+    EXPECT_FALSE(setting->isReduced());
     m_portal.change(group, key, false);
-    EXPECT_TRUE(eventually([&] { return wish->isReduced(); }));
+    EXPECT_TRUE(eventually([&] { return setting->isReduced(); }));
     m_portal.change(group, key, true);
-    EXPECT_TRUE(eventually([&] { return !wish->isReduced(); }));
+    EXPECT_TRUE(eventually([&] { return !setting->isReduced(); }));
     EXPECT_EQ(changes, 2);
 }
 
-TEST_F(PortalTest, OtherSettingsAreNoWish)
+TEST_F(PortalTest, IgnoresOtherSettings)
 {
-    const auto wish = preference();
+    const auto setting = preference();
     bool changed = false;
-    QObject::connect(wish.get(), &MotionPreference::reducedChanged, [&changed] { changed = true; });
+    QObject::connect(setting.get(), &MotionPreference::reducedChanged, [&changed] { changed = true; });
     settle();
     m_portal.change(QStringLiteral("org.gnome.desktop.sound"), key, false);
     m_portal.change(group, QStringLiteral("enable-hot-corners"), false);
@@ -171,19 +171,19 @@ TEST_F(PortalTest, OtherSettingsAreNoWish)
     EXPECT_FALSE(changed);
 }
 
-TEST_F(PortalTest, GnomesWishForMotionLeavesThatInAFileAlone)
+TEST_F(PortalTest, StaysReducedByAFileWhenGnomeEnablesAnimations)
 {
     write("kdeglobals", "[KDE]\nAnimationDurationFactor=0\n");
-    const auto wish = preference();
+    const auto setting = preference();
     settle();
-    EXPECT_TRUE(wish->isReduced());
+    EXPECT_TRUE(setting->isReduced());
 }
 
-TEST_F(PortalTest, IsNotAskedWhereTheEnvironmentDecides)
+TEST_F(PortalTest, IsNotQueriedWhenTheEnvironmentVariableIsSet)
 {
     const ScopedEnvironment decided("STACKREEL_REDUCED_MOTION", "0");
     bool asked = false;
-    const MotionPreference wish([&asked] {
+    const MotionPreference setting([&asked] {
         asked = true;
         return QDBusConnection(QString());
     });

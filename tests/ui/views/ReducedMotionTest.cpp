@@ -10,11 +10,11 @@ namespace
 {
 
 /// A base class, so that the variable is set before the window is created.
-struct WishForLessMotion {
-    ScopedEnvironment wish{"STACKREEL_REDUCED_MOTION", "1"};
+struct ReducedMotionEnvironment {
+    ScopedEnvironment setting{"STACKREEL_REDUCED_MOTION", "1"};
 };
 
-class ReducedMotionTest : private WishForLessMotion, public ViewsTest
+class ReducedMotionTest : private ReducedMotionEnvironment, public ViewsTest
 {
 protected:
     /// The centre of the trim end handle.
@@ -31,13 +31,13 @@ TEST_F(ReducedMotionTest, AHoveredHandleGrowsWithoutAnimation)
 TEST_F(ReducedMotionTest, TheSwitchTogglesWithoutAnimation)
 {
     click("audioSwitch");
-    EXPECT_EQ(part("audioSwitch", "knob").x(), 2);
+    EXPECT_EQ(child("audioSwitch", "knob").x(), 2);
 }
 
 TEST_F(ReducedMotionTest, TheProgressBarIsFilledWithoutAnimation)
 {
     enter(WindowModel::Exporting);
-    const QQuickItem& segment = part("exportProgress", "segment");
+    const QQuickItem& segment = child("exportProgress", "segment");
     EXPECT_EQ(segment.width(), 220);
     EXPECT_EQ(segment.x(), 0);
     EXPECT_FALSE(QTest::qWaitFor([&] { return segment.x() != 0; }, 200));
@@ -46,7 +46,7 @@ TEST_F(ReducedMotionTest, TheProgressBarIsFilledWithoutAnimation)
 TEST_F(ReducedMotionTest, TheSpinnerDoesNotRotate)
 {
     enter(WindowModel::Preparing);
-    const QQuickItem& spinner = part("preparingState", "spinner");
+    const QQuickItem& spinner = child("preparingState", "spinner");
     EXPECT_FALSE(QTest::qWaitFor([&] { return spinner.property("phase").toInt() != 0; }, 300));
 }
 
@@ -55,22 +55,22 @@ using MotionTest = ViewsTest;
 TEST_F(MotionTest, SpinnerAndProgressBarAreAnimatedByDefault)
 {
     enter(WindowModel::Preparing);
-    const QQuickItem& spinner = part("preparingState", "spinner");
-    EXPECT_TRUE(soon([&] { return spinner.property("phase").toInt() != 0; }));
+    const QQuickItem& spinner = child("preparingState", "spinner");
+    EXPECT_TRUE(becomesTrue([&] { return spinner.property("phase").toInt() != 0; }));
     enter(WindowModel::Exporting);
-    const QQuickItem& segment = part("exportProgress", "segment");
-    EXPECT_TRUE(soon([&] { return segment.x() > 0; }));
+    const QQuickItem& segment = child("exportProgress", "segment");
+    EXPECT_TRUE(becomesTrue([&] { return segment.x() > 0; }));
     EXPECT_FALSE(spinner.isVisible());
 }
 
 TEST_F(MotionTest, HiddenIndicatorsAreNotAnimated)
 {
-    const int phase = part("preparingState", "spinner").property("phase").toInt();
-    const double x = part("exportProgress", "segment").x();
+    const int phase = child("preparingState", "spinner").property("phase").toInt();
+    const double x = child("exportProgress", "segment").x();
     EXPECT_FALSE(QTest::qWaitFor(
         [&] {
-            return part("preparingState", "spinner").property("phase").toInt() != phase ||
-                   part("exportProgress", "segment").x() != x;
+            return child("preparingState", "spinner").property("phase").toInt() != phase ||
+                   child("exportProgress", "segment").x() != x;
         },
         300));
 }

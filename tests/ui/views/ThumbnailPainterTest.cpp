@@ -23,7 +23,7 @@ std::vector<VideoFrame> pictures(std::initializer_list<Qt::GlobalColor> colours,
     return frames;
 }
 
-TEST(ThumbnailPainterTest, CellsShareTheRowWithTwoPointsBetween)
+TEST(ThumbnailPainterTest, CellsDivideTheRowWithASpacingOfTwoPoints)
 {
     EXPECT_EQ(Painter::cell(0, 4, QSizeF(206, 42), 1), QRect(0, 0, 50, 42));
     EXPECT_EQ(Painter::cell(1, 4, QSizeF(206, 42), 1), QRect(52, 0, 50, 42));
@@ -31,16 +31,16 @@ TEST(ThumbnailPainterTest, CellsShareTheRowWithTwoPointsBetween)
     EXPECT_EQ(Painter::cell(3, 4, QSizeF(206, 42), 2), QRect(312, 0, 100, 84));
 }
 
-TEST(ThumbnailPainterTest, APictureFillsItsCellByItsMiddle)
+TEST(ThumbnailPainterTest, CropsAPictureToTheCentreThatFillsItsCell)
 {
-    EXPECT_EQ(Painter::filling(QSize(320, 180), QSize(90, 180)), QRectF(115, 0, 90, 180));
-    EXPECT_EQ(Painter::filling(QSize(320, 180), QSize(64, 18)), QRectF(0, 45, 320, 90));
-    EXPECT_EQ(Painter::filling(QSize(320, 180), QSize(160, 90)), QRectF(0, 0, 320, 180));
+    EXPECT_EQ(Painter::cropToFill(QSize(320, 180), QSize(90, 180)), QRectF(115, 0, 90, 180));
+    EXPECT_EQ(Painter::cropToFill(QSize(320, 180), QSize(64, 18)), QRectF(0, 45, 320, 90));
+    EXPECT_EQ(Painter::cropToFill(QSize(320, 180), QSize(160, 90)), QRectF(0, 0, 320, 180));
 }
 
-TEST(ThumbnailPainterTest, PicturesStandSideBySide)
+TEST(ThumbnailPainterTest, PaintsPicturesSideBySide)
 {
-    const QImage row = Painter::row(pictures({Qt::red, Qt::green}), QSizeF(202, 42), 1);
+    const QImage row = Painter::paint(pictures({Qt::red, Qt::green}), QSizeF(202, 42), 1);
     ASSERT_EQ(row.size(), QSize(202, 42));
     EXPECT_EQ(row.pixelColor(50, 21), QColor(Qt::red));
     EXPECT_EQ(row.pixelColor(99, 21), QColor(Qt::red));
@@ -49,7 +49,7 @@ TEST(ThumbnailPainterTest, PicturesStandSideBySide)
     EXPECT_NEAR(row.pixelColor(100, 21).alphaF(), 0.72, 0.01);
 }
 
-TEST(ThumbnailPainterTest, OnlyTheMiddleOfAWidePictureIsSeen)
+TEST(ThumbnailPainterTest, PaintsOnlyTheCentreOfAWidePicture)
 {
     auto image = std::make_shared<QImage>(320, 180, QImage::Format_RGB32);
     image->fill(Qt::green);
@@ -62,14 +62,15 @@ TEST(ThumbnailPainterTest, OnlyTheMiddleOfAWidePictureIsSeen)
                               .width = 320,
                               .height = 180,
                               .bytesPerLine = shared.bytesPerLine()};
-    const QImage row = Painter::row({frame}, QSizeF(28, 42), 1); // a third of the picture's width: 100 to 220
+    const QImage row =
+        Painter::paint({frame}, QSizeF(28, 42), 1); // a third of the picture's width: 100 to 220
     EXPECT_EQ(row.pixelColor(2, 21).green(), 255);
     EXPECT_EQ(row.pixelColor(25, 21), QColor(Qt::green));
 }
 
-TEST(ThumbnailPainterTest, TheCornersAreCutRound)
+TEST(ThumbnailPainterTest, RoundsTheCornersOfTheRow)
 {
-    const QImage row = Painter::row(pictures({Qt::red}), QSizeF(100, 42), 2);
+    const QImage row = Painter::paint(pictures({Qt::red}), QSizeF(100, 42), 2);
     ASSERT_EQ(row.size(), QSize(200, 84));
     for (const QPoint corner : {QPoint(0, 0), QPoint(199, 0), QPoint(0, 83), QPoint(199, 83)})
         EXPECT_EQ(row.pixelColor(corner).alpha(), 0);
@@ -77,26 +78,26 @@ TEST(ThumbnailPainterTest, TheCornersAreCutRound)
     EXPECT_LT(row.pixelColor(5, 0).alpha(), 128) << "not yet 3 points in";
 }
 
-TEST(ThumbnailPainterTest, WithoutPicturesThereArePlaceholders)
+TEST(ThumbnailPainterTest, PaintsPlaceholdersWithoutPictures)
 {
-    const QImage row = Painter::row({}, QSizeF(622, 42), 1); // 12 cells of 50
+    const QImage row = Painter::paint({}, QSizeF(622, 42), 1); // 12 cells of 50
     EXPECT_NE(row.pixelColor(25, 21), row.pixelColor(50, 21));
     EXPECT_EQ(row.pixelColor(25, 21), row.pixelColor(77, 21));
 }
 
-TEST(ThumbnailPainterTest, WithoutASizeThereIsNoPicture)
+TEST(ThumbnailPainterTest, ReturnsANullImageForAnEmptySize)
 {
-    EXPECT_TRUE(Painter::row({}, QSizeF(0, 42), 1).isNull());
-    EXPECT_TRUE(Painter::row(pictures({Qt::red}), QSizeF(100, 0), 2).isNull());
+    EXPECT_TRUE(Painter::paint({}, QSizeF(0, 42), 1).isNull());
+    EXPECT_TRUE(Painter::paint(pictures({Qt::red}), QSizeF(100, 0), 2).isNull());
 }
 
-TEST(ThumbnailPainterTest, APictureWithoutPixelsIsLeftOut)
+TEST(ThumbnailPainterTest, LeavesACellEmptyForAPictureWithoutPixels)
 {
-    const QImage row = Painter::row({VideoFrame()}, QSizeF(100, 42), 1);
+    const QImage row = Painter::paint({VideoFrame()}, QSizeF(100, 42), 1);
     EXPECT_NEAR(row.pixelColor(50, 21).alphaF(), 0.72, 0.01);
 }
 
-RC_GTEST_PROP(ThumbnailPainterProperty, CellsLieInTheRowAndNeverOverlap, ())
+RC_GTEST_PROP(ThumbnailPainterProperty, CellsCoverTheRowWithoutOverlap, ())
 {
     const int count = *rc::gen::inRange(1, 40);
     const QSizeF size(*rc::gen::inRange(100, 20000) / 10.0, 42);

@@ -43,11 +43,11 @@ TEST_F(ThumbnailStripTest, CropsThumbnailsAgainAfterAResize)
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 55; x < 265; ++x)
             picture.setPixelColor(x, y, Qt::green);
-    world().thumbnails.back().task().complete(std::vector(12, OfflineWindow::picture(picture)));
+    fakes().thumbnails.back().task().complete(std::vector(12, OfflineWindow::picture(picture)));
     settle();
     ASSERT_GT(count(Qt::red), 24);
     window().window().resize(window().window().minimumSize());
-    EXPECT_TRUE(soon([this] { return count(Qt::red) == 0; }));
+    EXPECT_TRUE(becomesTrue([this] { return count(Qt::red) == 0; }));
     EXPECT_GT(count(Qt::green), item("thumbnails").width() / 2);
 }
 

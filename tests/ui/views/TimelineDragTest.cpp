@@ -26,7 +26,7 @@ protected:
     double pointSeconds() { return windowModel().duration() / (item("strip").width() - 36); }
 
     QCursor cursor() { return item("trimTimeline").cursor(); }
-    double shadow(const char* handle) { return part(handle, "shadow").property("strength").toDouble(); }
+    double shadow(const char* handle) { return child(handle, "shadow").property("strength").toDouble(); }
     bool isActive(const char* handle) { return item(handle).property("active").toBool(); }
     double growth(const char* handle) { return item(handle).property("growth").toDouble(); }
 };
@@ -46,7 +46,7 @@ TEST_F(TimelineDragTest, ThePlayheadFollowsThePointer)
     moveTo(at(13));
     EXPECT_NEAR(model().currentTime(), 13, pointSeconds());
     moveTo(at(4) + QPoint(0, -300));
-    EXPECT_NEAR(model().currentTime(), 4, pointSeconds()) << "however far above";
+    EXPECT_NEAR(model().currentTime(), 4, pointSeconds()) << "the vertical position does not matter";
     release(at(4));
     EXPECT_EQ(model().trimStart(), 0);
     EXPECT_EQ(model().trimEnd(), 20);
@@ -111,23 +111,24 @@ TEST_F(TimelineDragTest, AHoveredHandleGrowsAndShowsTheOpenHandCursor)
     moveTo(at(20) - QPoint(15, 0));
     EXPECT_TRUE(isActive("trimEndHandle"));
     EXPECT_EQ(cursor().shape(), Qt::OpenHandCursor);
-    EXPECT_TRUE(soon([this] { return growth("trimEndHandle") == 1.1; }));
+    EXPECT_TRUE(becomesTrue([this] { return growth("trimEndHandle") == 1.1; }));
     settle();
-    EXPECT_NEAR(place(part("trimEndHandle", "face")).width(), 13 * 1.1, 0.01);
-    EXPECT_NEAR(place(part("trimEndHandle", "face")).height(), 46 * 1.1, 0.01);
-    EXPECT_NEAR(place(part("trimEndHandle", "face")).center().x(), place("trimEndHandle").center().x(), 0.01);
+    EXPECT_NEAR(geometry(child("trimEndHandle", "face")).width(), 13 * 1.1, 0.01);
+    EXPECT_NEAR(geometry(child("trimEndHandle", "face")).height(), 46 * 1.1, 0.01);
+    EXPECT_NEAR(geometry(child("trimEndHandle", "face")).center().x(), geometry("trimEndHandle").center().x(),
+                0.01);
     press(at(20) - QPoint(15, 0));
     EXPECT_EQ(cursor().shape(), Qt::ClosedHandCursor);
     release(at(20) - QPoint(15, 0));
     EXPECT_EQ(cursor().shape(), Qt::OpenHandCursor);
     moveTo(at(10) - QPoint(0, 200));
     EXPECT_FALSE(isActive("trimEndHandle"));
-    EXPECT_TRUE(soon([this] { return growth("trimEndHandle") == 1; }));
+    EXPECT_TRUE(becomesTrue([this] { return growth("trimEndHandle") == 1; }));
 }
 
 TEST_F(TimelineDragTest, TheShadowOfAHandleIsSevenPointsWideAndDarkerWhileHovered)
 {
-    const QQuickItem& below = part("trimStartHandle", "shadow");
+    const QQuickItem& below = child("trimStartHandle", "shadow");
     double farthest = 0;
     for (const QQuickItem* layer : below.childItems())
         farthest = std::max(farthest, -layer->x());
@@ -137,7 +138,7 @@ TEST_F(TimelineDragTest, TheShadowOfAHandleIsSevenPointsWideAndDarkerWhileHovere
     EXPECT_LT(idle, 0.32);
     moveTo(at(10));
     moveTo(at(0));
-    EXPECT_TRUE(soon([this] { return growth("trimStartHandle") == 1.1; }));
+    EXPECT_TRUE(becomesTrue([this] { return growth("trimStartHandle") == 1.1; }));
     EXPECT_NEAR(shadow("trimStartHandle"), 0.32, 1e-9);
     EXPECT_NEAR(shadow("trimEndHandle"), idle, 1e-9);
 }
@@ -196,12 +197,12 @@ TEST_F(TimelineDragTest, HidingTheTimelineEndsADrag)
     press(at(20));
     moveTo(at(15));
     model().chooseSource();
-    world().openPanel->choose("/clips/another.mov");
+    fakes().openPanel->choose("/clips/another.mov");
     settle();
     ASSERT_FALSE(item("timeline").isVisible());
     release(at(15));
-    world().inspections.back().task().complete(OfflineWindow::clip());
-    world().previews.back().task().complete("/clips/another.mov");
+    fakes().inspections.back().task().complete(OfflineWindow::clip());
+    fakes().previews.back().task().complete("/clips/another.mov");
     settle();
     EXPECT_FALSE(isActive("trimEndHandle"));
     EXPECT_EQ(model().trimEnd(), 20);
@@ -231,7 +232,7 @@ TEST_F(TimelineDragTest, AClickOnATimelineItemGivesItTheFocus)
         press(at(seconds));
         release(at(seconds));
         EXPECT_TRUE(item(name).hasActiveFocus()) << name;
-        EXPECT_FALSE(part(name, "focusRing").isVisible()) << name;
+        EXPECT_FALSE(child(name, "focusRing").isVisible()) << name;
     }
     key(Qt::Key_Left);
     EXPECT_DOUBLE_EQ(model().trimEnd(), 19.75);

@@ -16,7 +16,7 @@ double anyX()
     return *rc::gen::inRange(-1000, 20000) / 10.0;
 }
 
-RC_GTEST_PROP(TimelineEditorProperty, EveryPushHasItsPopAndEveryDragItsEnd, ())
+RC_GTEST_PROP(TimelineEditorProperty, TheCursorStackIsBalancedAfterAnySequenceOfInput, ())
 {
     LoadedTimeline loaded;
     loaded.trim(*rc::gen::inRange(0, 10), *rc::gen::inRange(10, 20));
@@ -38,17 +38,17 @@ RC_GTEST_PROP(TimelineEditorProperty, EveryPushHasItsPopAndEveryDragItsEnd, ())
         default:
             timeline.leave();
         }
-        RC_ASSERT(timeline.cursors().pushed() == (timeline.hoveredHandle() ? 1U : 0U));
+        RC_ASSERT(timeline.cursors().depth() == (timeline.hoveredHandle() ? 1U : 0U));
         RC_ASSERT(timeline.interaction().has_value() != loaded.model.previewPlaying());
     }
     timeline.release();
     timeline.leave();
     RC_ASSERT(timeline.cursorShape() == Qt::ArrowCursor);
-    RC_ASSERT(timeline.cursors().pushed() == 0U);
+    RC_ASSERT(timeline.cursors().depth() == 0U);
     RC_ASSERT(loaded.model.previewPlaying());
 }
 
-RC_GTEST_PROP(TimelineEditorProperty, GrabbingAHandleMovesNothing, ())
+RC_GTEST_PROP(TimelineEditorProperty, GrabbingAHandleDoesNotMoveIt, ())
 {
     LoadedTimeline loaded;
     const double start = *rc::gen::inRange(0, 1000) / 100.0;
@@ -62,18 +62,18 @@ RC_GTEST_PROP(TimelineEditorProperty, GrabbingAHandleMovesNothing, ())
     RC_ASSERT(std::abs(loaded.model.trimEnd() - end) < 1e-9);
 }
 
-RC_GTEST_PROP(TimelineEditorProperty, ADragDependsOnItsLastPlaceAlone, ())
+RC_GTEST_PROP(TimelineEditorProperty, ADragDependsOnlyOnTheLastPosition, ())
 {
     LoadedTimeline direct;
-    LoadedTimeline wandering;
+    LoadedTimeline indirect;
     direct.timeline.press(xOf(0));
-    wandering.timeline.press(xOf(0));
+    indirect.timeline.press(xOf(0));
     for (int count = *rc::gen::inRange(0, 10); count > 0; --count)
-        wandering.timeline.drag(anyX());
+        indirect.timeline.drag(anyX());
     const double x = anyX();
     direct.timeline.drag(x);
-    wandering.timeline.drag(x);
-    RC_ASSERT(direct.model.trimStart() == wandering.model.trimStart());
+    indirect.timeline.drag(x);
+    RC_ASSERT(direct.model.trimStart() == indirect.model.trimStart());
 }
 
 } // namespace

@@ -12,7 +12,7 @@ namespace
 
 using enum TimelineInteraction;
 
-TEST(TimelineEditorTest, TimesLieOnTheTrack)
+TEST(TimelineEditorTest, MapsTimesToPositionsOnTheTrack)
 {
     LoadedTimeline loaded;
     loaded.trim(5, 15);
@@ -22,7 +22,7 @@ TEST(TimelineEditorTest, TimesLieOnTheTrack)
     EXPECT_EQ(loaded.timeline.playheadX(), xOf(5));
 }
 
-TEST(TimelineEditorTest, PlacesFollowTheLengthOfTheClipAndTheWidthOfTheStrip)
+TEST(TimelineEditorTest, PositionsFollowTheDurationAndTheWidth)
 {
     LoadedTimeline loaded;
     loaded.trim(5, 15);
@@ -43,7 +43,7 @@ TEST(TimelineEditorTest, PlacesFollowTheLengthOfTheClipAndTheWidthOfTheStrip)
     EXPECT_EQ(loaded.timeline.endX(), 18 + 75);
 }
 
-TEST(TimelineEditorTest, WithoutAModelNothingHappens)
+TEST(TimelineEditorTest, DoesNothingWithoutAModel)
 {
     TimelineEditor timeline;
     timeline.setWidth(400);
@@ -59,7 +59,7 @@ TEST(TimelineEditorTest, WithoutAModelNothingHappens)
     EXPECT_FALSE(timeline.interaction());
 }
 
-TEST(TimelineEditorTest, APressAloneSeeks)
+TEST(TimelineEditorTest, APressSeeks)
 {
     LoadedTimeline loaded;
     loaded.timeline.press(xOf(8));
@@ -71,7 +71,7 @@ TEST(TimelineEditorTest, APressAloneSeeks)
     EXPECT_EQ(loaded.model.currentTime(), 8);
 }
 
-TEST(TimelineEditorTest, NineteenPointsFromBothHandlesThePlayheadIsGrabbed)
+TEST(TimelineEditorTest, APress19PointsFromBothHandlesGrabsThePlayhead)
 {
     LoadedTimeline loaded;
     loaded.trim(5, 15);
@@ -80,7 +80,7 @@ TEST(TimelineEditorTest, NineteenPointsFromBothHandlesThePlayheadIsGrabbed)
     EXPECT_DOUBLE_EQ(loaded.model.currentTime(), 5 + 19.0 / 40);
 }
 
-TEST(TimelineEditorTest, AHandleGrabbedBesideItsCentreDoesNotJump)
+TEST(TimelineEditorTest, AHandleGrabbedOffCentreDoesNotJump)
 {
     LoadedTimeline loaded;
     loaded.trim(5, 15);
@@ -94,7 +94,7 @@ TEST(TimelineEditorTest, AHandleGrabbedBesideItsCentreDoesNotJump)
     EXPECT_EQ(loaded.timeline.dragGrabOffset(), 0);
 }
 
-TEST(TimelineEditorTest, OfHandlesAtOnePlaceTheStartIsGrabbed)
+TEST(TimelineEditorTest, APressOnBothHandlesGrabsTheStart)
 {
     for (const double offset : {-18.0, -5.0, 0.0, 5.0, 18.0}) {
         LoadedTimeline loaded;
@@ -106,7 +106,7 @@ TEST(TimelineEditorTest, OfHandlesAtOnePlaceTheStartIsGrabbed)
     }
 }
 
-TEST(TimelineEditorTest, ThePreviewPausesDuringADragAndGoesOnAfterIt)
+TEST(TimelineEditorTest, ThePreviewPausesDuringADragAndResumesAfterIt)
 {
     LoadedTimeline loaded;
     ASSERT_TRUE(loaded.model.previewPlaying());
@@ -120,29 +120,29 @@ TEST(TimelineEditorTest, ThePreviewPausesDuringADragAndGoesOnAfterIt)
     EXPECT_FALSE(loaded.model.previewPlaying());
 }
 
-TEST(TimelineEditorTest, OnlyTheDragOfAHandleRebuildsTheLoop)
+TEST(TimelineEditorTest, DraggingAHandleRebuildsTheLoop)
 {
     LoadedTimeline loaded;
     loaded.timeline.press(xOf(8));
     loaded.timeline.release();
-    EXPECT_EQ(LoadedTimeline::count(loaded.world.journal->take(), "looper"), 0);
+    EXPECT_EQ(LoadedTimeline::count(loaded.fakes.journal->take(), "looper"), 0);
     loaded.timeline.press(xOf(0));
     loaded.timeline.drag(xOf(3));
     loaded.timeline.release();
-    EXPECT_GT(LoadedTimeline::count(loaded.world.journal->take(), "looper"), 0);
+    EXPECT_GT(LoadedTimeline::count(loaded.fakes.journal->take(), "looper"), 0);
     EXPECT_EQ(loaded.model.trimStart(), 3);
 }
 
-TEST(TimelineEditorTest, AReleaseWithoutAPressIsNone)
+TEST(TimelineEditorTest, IgnoresAReleaseWithoutAPress)
 {
     LoadedTimeline loaded;
     loaded.timeline.release();
     loaded.timeline.drag(xOf(4));
-    EXPECT_TRUE(loaded.world.journal->take().empty());
+    EXPECT_TRUE(loaded.fakes.journal->take().empty());
     EXPECT_TRUE(loaded.model.previewPlaying());
 }
 
-TEST(TimelineEditorTest, AHoveredHandleShowsTheOpenHand)
+TEST(TimelineEditorTest, ShowsTheOpenHandCursorOverAHandle)
 {
     LoadedTimeline loaded;
     loaded.timeline.hover(xOf(0) + 18);
@@ -154,24 +154,24 @@ TEST(TimelineEditorTest, AHoveredHandleShowsTheOpenHand)
     EXPECT_EQ(loaded.timeline.cursorShape(), Qt::ArrowCursor);
     loaded.timeline.hover(xOf(20) - 3);
     EXPECT_EQ(loaded.timeline.hoveredHandle(), trimEnd);
-    EXPECT_EQ(loaded.timeline.cursors().pushed(), 1U);
+    EXPECT_EQ(loaded.timeline.cursors().depth(), 1U);
     loaded.timeline.leave();
-    EXPECT_EQ(loaded.timeline.cursors().pushed(), 0U);
+    EXPECT_EQ(loaded.timeline.cursors().depth(), 0U);
     EXPECT_EQ(loaded.timeline.cursorShape(), Qt::ArrowCursor);
 }
 
-TEST(TimelineEditorTest, GoingFromOneHandleToTheOtherPopsOnce)
+TEST(TimelineEditorTest, HoveringFromOneHandleToTheOtherKeepsOneCursor)
 {
     LoadedTimeline loaded;
     loaded.trim(5, 5.5);
     loaded.timeline.hover(xOf(5));
     loaded.timeline.hover(xOf(5.5));
     EXPECT_EQ(loaded.timeline.hoveredHandle(), trimEnd);
-    EXPECT_EQ(loaded.timeline.cursors().pushed(), 1U);
+    EXPECT_EQ(loaded.timeline.cursors().depth(), 1U);
     EXPECT_EQ(loaded.timeline.cursorShape(), Qt::OpenHandCursor);
 }
 
-TEST(TimelineEditorTest, DuringADragHoveringDoesNothing)
+TEST(TimelineEditorTest, HoveringHasNoEffectDuringADrag)
 {
     LoadedTimeline loaded;
     loaded.timeline.press(xOf(10));
@@ -180,21 +180,21 @@ TEST(TimelineEditorTest, DuringADragHoveringDoesNothing)
     EXPECT_EQ(loaded.timeline.cursorShape(), Qt::ArrowCursor);
 }
 
-TEST(TimelineEditorTest, ADraggedHandleIsHeldByAClosedHand)
+TEST(TimelineEditorTest, ShowsTheClosedHandCursorDuringADrag)
 {
     LoadedTimeline loaded;
     loaded.timeline.hover(xOf(0));
     loaded.timeline.press(xOf(0));
     EXPECT_EQ(loaded.timeline.cursorShape(), Qt::ClosedHandCursor);
     EXPECT_TRUE(loaded.timeline.startActive());
-    EXPECT_TRUE(loaded.timeline.grabsStart());
+    EXPECT_TRUE(loaded.timeline.draggingStart());
     loaded.timeline.release();
     EXPECT_EQ(loaded.timeline.cursorShape(), Qt::OpenHandCursor);
     loaded.timeline.leave();
     EXPECT_EQ(loaded.timeline.cursorShape(), Qt::ArrowCursor);
 }
 
-TEST(TimelineEditorTest, AHandleDraggedWithoutHoveringLeavesTheArrow)
+TEST(TimelineEditorTest, ShowsTheArrowAfterDraggingAHandleThatWasNotHovered)
 {
     LoadedTimeline loaded;
     loaded.timeline.press(xOf(20));
@@ -205,7 +205,7 @@ TEST(TimelineEditorTest, AHandleDraggedWithoutHoveringLeavesTheArrow)
     EXPECT_FALSE(loaded.timeline.endActive());
 }
 
-TEST(TimelineEditorTest, ThePlayheadStepsByAHundredthOfTheClip)
+TEST(TimelineEditorTest, ThePlayheadStepsByAHundredthOfTheClipButAtLeastAQuarterSecond)
 {
     LoadedTimeline loaded;
     loaded.model.seekPreview(10);
@@ -216,13 +216,13 @@ TEST(TimelineEditorTest, ThePlayheadStepsByAHundredthOfTheClip)
     EXPECT_TRUE(loaded.model.previewPlaying());
 }
 
-TEST(TimelineEditorTest, AStepOfAHandleRebuildsTheLoopAndPlaysOnIfItPlayed)
+TEST(TimelineEditorTest, SteppingAHandleRebuildsTheLoopAndKeepsThePlaybackState)
 {
     LoadedTimeline loaded;
     loaded.timeline.adjustTrimStart(1);
     EXPECT_DOUBLE_EQ(loaded.model.trimStart(), 0.25);
     EXPECT_TRUE(loaded.model.previewPlaying());
-    EXPECT_GT(LoadedTimeline::count(loaded.world.journal->take(), "looper"), 0);
+    EXPECT_GT(LoadedTimeline::count(loaded.fakes.journal->take(), "looper"), 0);
     loaded.model.togglePreviewPlayback();
     loaded.timeline.adjustTrimEnd(-1);
     EXPECT_DOUBLE_EQ(loaded.model.trimEnd(), 19.75);
@@ -230,14 +230,14 @@ TEST(TimelineEditorTest, AStepOfAHandleRebuildsTheLoopAndPlaysOnIfItPlayed)
     EXPECT_FALSE(loaded.model.previewPlaying());
 }
 
-TEST(TimelineEditorTest, WithoutMediaNothingSteps)
+TEST(TimelineEditorTest, DoesNotStepWithoutMedia)
 {
     LoadedTimeline loaded;
     loaded.model.setMediaInfo({});
     loaded.timeline.adjustPlayhead(1);
     loaded.timeline.adjustTrimStart(1);
     loaded.timeline.adjustTrimEnd(-1);
-    EXPECT_TRUE(loaded.world.journal->take().empty());
+    EXPECT_TRUE(loaded.fakes.journal->take().empty());
     EXPECT_EQ(loaded.timeline.endX(), 18);
 }
 

@@ -9,7 +9,7 @@
 namespace stackreel
 {
 
-QQuickItem& ViewsTest::part(const char* owner, const char* name)
+QQuickItem& ViewsTest::child(const char* owner, const char* name)
 {
     if (auto* found = item(owner).findChild<QQuickItem*>(QString::fromLatin1(name)))
         return *found;
@@ -21,10 +21,10 @@ QQuickItem& ViewsTest::overlay()
     for (QQuickItem* child : root().childItems())
         if (child->inherits("QQuickOverlay"))
             return *child;
-    throw std::invalid_argument("nothing was ever open");
+    throw std::invalid_argument("no popup was ever open");
 }
 
-std::vector<QQuickItem*> ViewsTest::everythingIn(QQuickItem& target)
+std::vector<QQuickItem*> ViewsTest::itemAndDescendants(QQuickItem& target)
 {
     std::vector<QQuickItem*> items = {&target};
     for (std::size_t next = 0; next < items.size(); ++next) {
@@ -34,7 +34,7 @@ std::vector<QQuickItem*> ViewsTest::everythingIn(QQuickItem& target)
     return items;
 }
 
-QRectF ViewsTest::place(const QQuickItem& target)
+QRectF ViewsTest::geometry(const QQuickItem& target)
 {
     return target.mapRectToItem(&item("contentView"), QRectF(0, 0, target.width(), target.height()));
 }
@@ -50,16 +50,16 @@ void ViewsTest::enter(WindowModel::Phase phase)
         return;
     if (phase == WindowModel::Preparing || phase == WindowModel::Failed) {
         model().chooseSource();
-        world().openPanel->choose("/clips/Beach day.MOV");
+        fakes().openPanel->choose("/clips/Beach day.MOV");
         settle();
         if (phase == WindowModel::Failed)
-            world().inspections.back().task().fail(MediaToolError::verticalSource());
+            fakes().inspections.back().task().fail(MediaToolError::verticalSource());
     } else {
         m_window.load();
         if (phase != WindowModel::Ready)
             m_window.startExport();
         if (phase == WindowModel::Complete)
-            world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+            fakes().exports.back().task().complete("/clips/Beach day-vertical.mp4");
     }
     settle();
     ASSERT_EQ(windowModel().phase(), phase);

@@ -22,21 +22,21 @@ protected:
 
     AppModel& model() { return m_window.model(); }
     WindowModel& windowModel() { return m_window.windowModel(); }
-    FakeServices& world() { return m_window.world(); }
+    FakeServices& fakes() { return m_window.fakes(); }
     OfflineWindow& window() { return m_window; }
 
     QQuickItem& item(const char* name) { return m_window.item(QString::fromLatin1(name)); }
     /// The item `name` inside the item `owner`.
-    QQuickItem& part(const char* owner, const char* name);
+    QQuickItem& child(const char* owner, const char* name);
     /// The root item of the window, with the overlay of its popups.
     QQuickItem& root() { return *m_window.window().contentItem(); }
     /// The overlay that contains the open popups.
     QQuickItem& overlay();
     /// An item and all its descendants, visible or not.
-    static std::vector<QQuickItem*> everythingIn(QQuickItem& target);
-    /// Where the item is, in points of the content below the title strip.
-    QRectF place(const QQuickItem& target);
-    QRectF place(const char* name) { return place(item(name)); }
+    static std::vector<QQuickItem*> itemAndDescendants(QQuickItem& target);
+    /// The item's rectangle, in points relative to the content below the title bar.
+    QRectF geometry(const QQuickItem& target);
+    QRectF geometry(const char* name) { return geometry(item(name)); }
 
     static QString text(const QQuickItem& target) { return target.property("text").toString(); }
     static QFont font(const QQuickItem& target) { return target.property("font").value<QFont>(); }
@@ -59,7 +59,7 @@ protected:
 
     /// Waits until the condition is true; false after 30 s.
     template <typename Condition>
-    static bool soon(Condition condition)
+    static bool becomesTrue(Condition condition)
     {
         return QTest::qWaitFor(condition, 30000);
     }

@@ -17,17 +17,17 @@ namespace
 class WindowModelTest : public testing::Test
 {
 protected:
-    WindowModelTest() : m_model(m_world.services()), m_window(m_model) {}
+    WindowModelTest() : m_model(m_fakes.services()), m_window(m_model) {}
     void SetUp() override { QLocale::setDefault(QLocale::c()); }
     void TearDown() override { QLocale::setDefault(QLocale::c()); }
 
     void load(const MediaInfo& media)
     {
         m_model.chooseSource();
-        m_world.openPanel->choose("/clips/Strand & Möwe.mov");
+        m_fakes.openPanel->choose("/clips/Strand & Möwe.mov");
         settle();
-        m_world.inspections.back().task().complete(media);
-        m_world.previews.back().task().complete("/clips/Strand & Möwe.mov");
+        m_fakes.inspections.back().task().complete(media);
+        m_fakes.previews.back().task().complete("/clips/Strand & Möwe.mov");
         settle();
     }
 
@@ -47,12 +47,12 @@ protected:
                 .audioCodec = {}};
     }
 
-    FakeServices m_world;
+    FakeServices m_fakes;
     AppModel m_model;
     WindowModel m_window;
 };
 
-TEST_F(WindowModelTest, WithoutAClipThereIsNothingToShow)
+TEST_F(WindowModelTest, IsEmptyWithoutAClip)
 {
     EXPECT_EQ(m_window.phase(), WindowModel::Empty);
     EXPECT_FALSE(m_window.hasMedia());
@@ -66,7 +66,7 @@ TEST_F(WindowModelTest, WithoutAClipThereIsNothingToShow)
     EXPECT_TRUE(m_window.lengthFact().isEmpty());
 }
 
-TEST_F(WindowModelTest, TheFactsOfATurnedClipAreThoseOfItsPictureAsShown)
+TEST_F(WindowModelTest, ReportsTheDisplayedSizeOfARotatedClip)
 {
     load(turnedClip());
     EXPECT_EQ(m_window.phase(), WindowModel::Ready);
@@ -78,7 +78,7 @@ TEST_F(WindowModelTest, TheFactsOfATurnedClipAreThoseOfItsPictureAsShown)
     EXPECT_EQ(m_window.phaseMessage(), QString::fromUtf8("Strand & Möwe.mov"));
 }
 
-TEST_F(WindowModelTest, TheTimesAreWrittenAsTheTimelineShowsThem)
+TEST_F(WindowModelTest, FormatsTimesForTheTimeline)
 {
     load(turnedClip());
     m_model.updateTrimStart(5);
@@ -88,14 +88,14 @@ TEST_F(WindowModelTest, TheTimesAreWrittenAsTheTimelineShowsThem)
     EXPECT_EQ(WindowModel::timeText(3725), QStringLiteral("1:02:05"));
 }
 
-TEST_F(WindowModelTest, ARangeThatIsTurnedRoundHasNoLength)
+TEST_F(WindowModelTest, AReversedRangeHasALengthOfZero)
 {
     m_model.setTrimStart(5);
     m_model.setTrimEnd(2);
     EXPECT_EQ(m_window.selectedText(), QStringLiteral("0:00 selected"));
 }
 
-TEST_F(WindowModelTest, AnAspectIsStoredAndThenTheCropsAreRefitted)
+TEST_F(WindowModelTest, StoresAnAspectRatioBeforeAdaptingTheCrops)
 {
     load(turnedClip());
     std::vector<int> aspectsAtRefit;
@@ -109,7 +109,7 @@ TEST_F(WindowModelTest, AnAspectIsStoredAndThenTheCropsAreRefitted)
     EXPECT_EQ(m_window.aspectIndex(), 3);
 }
 
-TEST_F(WindowModelTest, ASizeIsReadAndWrittenAsTheUsersLanguageDoes)
+TEST_F(WindowModelTest, ParsesAndFormatsASizeInTheUsersLocale)
 {
     QLocale::setDefault(QLocale(QLocale::German));
     m_window.setCustomWidth(QStringLiteral("1.600"));
@@ -121,7 +121,7 @@ TEST_F(WindowModelTest, ASizeIsReadAndWrittenAsTheUsersLanguageDoes)
     EXPECT_EQ(m_model.settings().customHeight, 900);
 }
 
-TEST_F(WindowModelTest, OnlyASizeThatDiffersRefitsTheCropsAndOnlyWhenItIsUsed)
+TEST_F(WindowModelTest, AdaptsTheCropsOnlyWhenAUsedSizeChanges)
 {
     load(turnedClip());
     QSignalSpy refits(&m_model, &AppModel::topRegionChanged);
@@ -135,7 +135,7 @@ TEST_F(WindowModelTest, OnlyASizeThatDiffersRefitsTheCropsAndOnlyWhenItIsUsed)
     EXPECT_EQ(refits.count(), 1);
 }
 
-TEST_F(WindowModelTest, RegionsGoBothWays)
+TEST_F(WindowModelTest, ConvertsRegionsInBothDirections)
 {
     const QRectF region(0.1, 0.2, 0.3, 0.4);
     m_window.setBottomRegion(region);
@@ -143,7 +143,7 @@ TEST_F(WindowModelTest, RegionsGoBothWays)
     EXPECT_EQ(m_window.bottomRegion(), region);
 }
 
-TEST_F(WindowModelTest, APictureIsFittedIntoAnArea)
+TEST_F(WindowModelTest, FitsAPictureIntoAnArea)
 {
     EXPECT_EQ(m_window.fittedFrame(400, 100, 2), QRectF(100, 0, 200, 100));
     EXPECT_EQ(m_window.fittedFrame(200, 300, 2), QRectF(0, 100, 200, 100));

@@ -41,7 +41,7 @@ protected:
         window.load(OfflineWindow::clip(75), file);
         window.player().videoOutput()->present(frame(QSize(1920, 1080)));
         std::vector<VideoFrame> thumbnails(12, frame(QSize(320, 180)));
-        window.world().thumbnails.back().task().complete(thumbnails);
+        window.fakes().thumbnails.back().task().complete(thumbnails);
         window.model().updateTrimStart(9);
         window.model().updateTrimEnd(52);
         window.model().seekPreview(27);
@@ -68,7 +68,7 @@ TEST_F(WindowScreenshots, Preparing)
 {
     OfflineWindow window;
     window.model().chooseSource();
-    window.world().openPanel->choose("/clips/Beach day.MOV");
+    window.fakes().openPanel->choose("/clips/Beach day.MOV");
     save(window, QStringLiteral("preparing"));
 }
 
@@ -104,7 +104,7 @@ TEST_F(WindowScreenshots, Complete)
     OfflineWindow window;
     load(window);
     window.startExport();
-    window.world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+    window.fakes().exports.back().task().complete("/clips/Beach day-vertical.mp4");
     save(window, QStringLiteral("complete"));
 }
 
@@ -127,9 +127,9 @@ TEST_F(WindowScreenshots, Failed)
 {
     OfflineWindow window;
     window.model().chooseSource();
-    window.world().openPanel->choose("/clips/Beach day.MOV");
+    window.fakes().openPanel->choose("/clips/Beach day.MOV");
     OfflineWindow::settle();
-    window.world().inspections.back().task().fail(MediaToolError::verticalSource());
+    window.fakes().inspections.back().task().fail(MediaToolError::verticalSource());
     save(window, QStringLiteral("failed"));
 }
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// A menu of the title strip.
+/// A menu of the title bar.
 T.Menu {
     id: menu
 
@@ -19,7 +19,7 @@ T.Menu {
         currentIndex: menu.currentIndex
     }
     // A menu opened by key focuses its first item. Screen readers would read nothing otherwise.
-    onOpened: if (((parent as T.MenuBarItem)?.menuBar as StripMenuBar)?.byKey) currentIndex = 0
+    onOpened: if (((parent as T.MenuBarItem)?.menuBar as WindowMenuBar)?.openedByKey) currentIndex = 0
     // Qt uses the title as accessible name for dialogs only.
     Component.onCompleted: contentItem.parent.Accessible.name = title
 

@@ -9,7 +9,7 @@ namespace
 {
 
 /// What a screen reader reads, and the focus that it follows.
-class SpokenTest : public ViewsTest
+class ScreenReaderTest : public ViewsTest
 {
 protected:
     void SetUp() override
@@ -18,17 +18,20 @@ protected:
         settle();
     }
 
-    static QAccessibleInterface& face(QQuickItem& target)
+    static QAccessibleInterface& accessible(QQuickItem& target)
     {
         return *QAccessible::queryAccessibleInterface(&target);
     }
-    static QString description(QQuickItem& target) { return face(target).text(QAccessible::Description); }
-    QQuickItem& top() { return part("topCrop", "body"); }
-    QString announced() { return face(item("announcement")).text(QAccessible::Name); }
-    QAccessibleTextInterface& widthText() { return *face(item("widthField")).textInterface(); }
+    static QString description(QQuickItem& target)
+    {
+        return accessible(target).text(QAccessible::Description);
+    }
+    QQuickItem& top() { return child("topCrop", "body"); }
+    QString announced() { return accessible(item("announcement")).text(QAccessible::Name); }
+    QAccessibleTextInterface& widthText() { return *accessible(item("widthField")).textInterface(); }
 };
 
-TEST_F(SpokenTest, ACropDescribesItsGeometryAndItsKeysUntilTheyAreUsed)
+TEST_F(ScreenReaderTest, ACropDescribesItsGeometryAndItsKeysUntilTheyAreUsed)
 {
     enter(WindowModel::Ready);
     top().forceActiveFocus(Qt::TabFocusReason);
@@ -38,16 +41,16 @@ TEST_F(SpokenTest, ACropDescribesItsGeometryAndItsKeysUntilTheyAreUsed)
     EXPECT_EQ(description(top()), QStringLiteral("Left 78, top 151, width 875, height 778"));
     key(Qt::Key_Left, Qt::ControlModifier);
     EXPECT_EQ(description(top()), QStringLiteral("Left 78, top 151, width 874, height 777"));
-    part("bottomCrop", "body").forceActiveFocus(Qt::TabFocusReason);
+    child("bottomCrop", "body").forceActiveFocus(Qt::TabFocusReason);
     EXPECT_TRUE(description(top()).contains(QStringLiteral("Arrow keys")));
 }
 
-TEST_F(SpokenTest, ACropWithoutAClipHasNoGeometryInItsDescription)
+TEST_F(ScreenReaderTest, ACropWithoutAClipHasNoGeometryInItsDescription)
 {
     EXPECT_FALSE(description(top()).contains(QStringLiteral("Left")));
 }
 
-TEST_F(SpokenTest, ThePickerDescribesTheHighlightedRowOfItsOpenList)
+TEST_F(ScreenReaderTest, ThePickerDescribesTheHighlightedRowOfItsOpenList)
 {
     focus("aspectPicker");
     key(Qt::Key_Return);
@@ -60,12 +63,12 @@ TEST_F(SpokenTest, ThePickerDescribesTheHighlightedRowOfItsOpenList)
     EXPECT_EQ(model().settings().aspect, OutputAspect::feed);
 }
 
-TEST_F(SpokenTest, AMenuOpenedByKeyHasANameAndFocusesItsFirstItem)
+TEST_F(ScreenReaderTest, AMenuOpenedByKeyHasANameAndFocusesItsFirstItem)
 {
     moveTo({600, 400}); // away from the menu bar, where hovering would switch menus
     key(Qt::Key_F10);
     EXPECT_TRUE(item("aboutItem").hasActiveFocus());
-    QAccessibleInterface* menu = face(item("aboutItem")).parent();
+    QAccessibleInterface* menu = accessible(item("aboutItem")).parent();
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(menu->role(), QAccessible::PopupMenu);
     EXPECT_EQ(menu->text(QAccessible::Name), QStringLiteral("Stackreel"));
@@ -73,19 +76,19 @@ TEST_F(SpokenTest, AMenuOpenedByKeyHasANameAndFocusesItsFirstItem)
     EXPECT_TRUE(item("chooseVideoItem").hasActiveFocus());
 }
 
-TEST_F(SpokenTest, AnnouncesEachStatusAsANotification)
+TEST_F(ScreenReaderTest, AnnouncesEachStatusAsANotification)
 {
     EXPECT_FALSE(item("announcement").isVisible());
     enter(WindowModel::Exporting);
     EXPECT_TRUE(item("announcement").isVisible());
-    EXPECT_EQ(face(item("announcement")).role(), QAccessible::Notification);
+    EXPECT_EQ(accessible(item("announcement")).role(), QAccessible::Notification);
     EXPECT_EQ(announced(), QStringLiteral("Rendering from the original video."));
-    world().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+    fakes().exports.back().task().complete("/clips/Beach day-vertical.mp4");
     settle();
     EXPECT_EQ(announced(), QStringLiteral("Saved Beach day-vertical.mp4"));
 }
 
-TEST_F(SpokenTest, AnnouncesPlayPauseAndSwapAsNotifications)
+TEST_F(ScreenReaderTest, AnnouncesPlayPauseAndSwapAsNotifications)
 {
     enter(WindowModel::Ready);
     key(Qt::Key_Space);
@@ -96,16 +99,16 @@ TEST_F(SpokenTest, AnnouncesPlayPauseAndSwapAsNotifications)
     EXPECT_EQ(announced(), QStringLiteral("Top and bottom swapped"));
 }
 
-TEST_F(SpokenTest, MovesTheFocusToTheFirstCropAfterAClipIsLoaded)
+TEST_F(ScreenReaderTest, MovesTheFocusToTheFirstCropAfterAClipIsLoaded)
 {
     focus("chooseFirstButton");
     settle();
     enter(WindowModel::Ready);
-    EXPECT_TRUE(soon([this] { return top().hasActiveFocus(); }));
+    EXPECT_TRUE(becomesTrue([this] { return top().hasActiveFocus(); }));
     EXPECT_TRUE(top().property("visualFocus").toBool());
 }
 
-TEST_F(SpokenTest, DoesNotMoveAFocusThatCameByThePointer)
+TEST_F(ScreenReaderTest, DoesNotMoveAFocusThatCameByThePointer)
 {
     item("chooseFirstButton").forceActiveFocus(Qt::MouseFocusReason);
     settle();
@@ -114,7 +117,7 @@ TEST_F(SpokenTest, DoesNotMoveAFocusThatCameByThePointer)
     EXPECT_FALSE(top().hasActiveFocus());
 }
 
-TEST_F(SpokenTest, MovesTheFocusToTheChooseButtonAfterAFailedExport)
+TEST_F(ScreenReaderTest, MovesTheFocusToTheChooseButtonAfterAFailedExport)
 {
     enter(WindowModel::Ready);
     focus("exportButton");
@@ -122,18 +125,18 @@ TEST_F(SpokenTest, MovesTheFocusToTheChooseButtonAfterAFailedExport)
     window().startExport();
     settle();
     EXPECT_TRUE(item("exportButton").hasActiveFocus());
-    world().exports.back().task().fail(std::runtime_error("The disk is full."));
-    EXPECT_TRUE(soon([this] { return item("chooseButton").hasActiveFocus(); }));
+    fakes().exports.back().task().fail(std::runtime_error("The disk is full."));
+    EXPECT_TRUE(becomesTrue([this] { return item("chooseButton").hasActiveFocus(); }));
     EXPECT_EQ(announced(), QStringLiteral("The disk is full."));
 }
 
-TEST_F(SpokenTest, AFieldExposesItsTextItsSelectionAndItsWords)
+TEST_F(ScreenReaderTest, AFieldExposesItsTextItsSelectionAndItsWords)
 {
     windowModel().setAspectIndex(3);
     focus("widthField");
     settle();
-    EXPECT_EQ(face(item("widthField")).text(QAccessible::Name), QStringLiteral("Width"));
-    EXPECT_EQ(face(item("widthField")).text(QAccessible::Value), windowModel().customWidth());
+    EXPECT_EQ(accessible(item("widthField")).text(QAccessible::Name), QStringLiteral("Width"));
+    EXPECT_EQ(accessible(item("widthField")).text(QAccessible::Value), windowModel().customWidth());
     EXPECT_EQ(widthText().text(0, widthText().characterCount()), windowModel().customWidth());
     EXPECT_EQ(widthText().selectionCount(), 1);
     int start = -1;
@@ -147,18 +150,19 @@ TEST_F(SpokenTest, AFieldExposesItsTextItsSelectionAndItsWords)
     EXPECT_FALSE(widthText().textAtOffset(0, QAccessible::WordBoundary, &start, &end).isEmpty());
 }
 
-TEST_F(SpokenTest, SuppressesValueChangesOnlyOfAPlayingPlayhead)
+TEST_F(ScreenReaderTest, SuppressesValueChangesOnlyOfAPlayingPlayhead)
 {
     enter(WindowModel::Ready);
     ASSERT_TRUE(model().previewPlaying());
     EXPECT_TRUE(item("videoPosition").property("changesByItself").toBool());
     EXPECT_FALSE(item("trimStartHandle").property("changesByItself").toBool());
-    bool toldWhileStepped = false;
-    QObject::connect(&windowModel(), &WindowModel::currentTimeChanged, &windowModel(),
-                     [&] { toldWhileStepped = !item("videoPosition").property("changesByItself").toBool(); });
+    bool reportedDuringStep = false;
+    QObject::connect(&windowModel(), &WindowModel::currentTimeChanged, &windowModel(), [&] {
+        reportedDuringStep = !item("videoPosition").property("changesByItself").toBool();
+    });
     focus("videoPosition");
     key(Qt::Key_Right);
-    EXPECT_TRUE(toldWhileStepped);
+    EXPECT_TRUE(reportedDuringStep);
     model().togglePreviewPlayback();
     EXPECT_FALSE(item("videoPosition").property("changesByItself").toBool());
 }

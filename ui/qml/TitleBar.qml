@@ -4,7 +4,7 @@ import Stackreel
 /// The title bar: the menus at the left, the window buttons at the right. Dragging the space between them moves the
 /// window. Also defines the shortcuts of the menu items, which work independent of the focus.
 Item {
-    id: strip
+    id: titleBar
 
     required property Window window
     required property WindowModel model
@@ -18,86 +18,86 @@ Item {
 
     implicitHeight: 30
 
-    onPopupShownChanged: if (!popupShown) focusKeeper.giveBack()
+    onPopupShownChanged: if (!popupShown) focusRestorer.restore()
 
-    FocusKeeper {
-        id: focusKeeper
+    FocusRestorer {
+        id: focusRestorer
 
-        content: strip.view
+        content: titleBar.view
     }
 
     WindowMoveArea {
-        objectName: "stripMoveArea"
+        objectName: "titleBarMoveArea"
         anchors.fill: parent
-        window: strip.window
+        window: titleBar.window
     }
 
-    StripMenuBar {
+    WindowMenuBar {
         id: menuBar
 
         objectName: "menuBar"
         x: 6
         height: parent.height
 
-        StripMenu {
+        WindowMenu {
             id: applicationMenu
 
             objectName: "applicationMenu"
             title: "Stackreel"
-            onAboutToShow: focusKeeper.remember()
+            onAboutToShow: focusRestorer.save()
             // Qt 6.4 treats a closed menu as open while the pointer hovers over its title, and would then open the next
             // menu without a click.
-            onAboutToHide: focusKeeper.takePointerOff(parent)
+            onAboutToHide: focusRestorer.clearHover(parent)
 
-            StripMenuItem {
+            WindowMenuItem {
                 objectName: "aboutItem"
                 text: qsTr("About Stackreel")
                 onTriggered: about.open()
             }
-            StripMenuItem {
+            WindowMenuItem {
                 objectName: "updatesItem"
                 text: qsTr("Check for Updates…")
-                onTriggered: strip.actions.checkForUpdates()
+                onTriggered: titleBar.actions.checkForUpdates()
             }
-            StripSeparator {}
-            StripMenuItem {
+            WindowMenuSeparator {}
+            WindowMenuItem {
                 objectName: "quitItem"
                 text: qsTr("Quit")
                 keys: "Ctrl+Q"
-                onTriggered: strip.actions.quit()
+                onTriggered: titleBar.actions.quit()
             }
         }
 
-        StripMenu {
+        WindowMenu {
             id: fileMenu
 
             objectName: "fileMenu"
             title: qsTr("File")
-            onAboutToShow: focusKeeper.remember()
-            onAboutToHide: focusKeeper.takePointerOff(parent)
+            onAboutToShow: focusRestorer.save()
+            onAboutToHide: focusRestorer.clearHover(parent)
 
-            StripMenuItem {
+            WindowMenuItem {
                 objectName: "chooseVideoItem"
                 text: qsTr("Choose Video…")
                 keys: "Ctrl+O"
-                onTriggered: strip.model.chooseSource()
+                onTriggered: titleBar.model.chooseSource()
             }
         }
 
-        StripMenu {
+        WindowMenu {
             id: playbackMenu
 
             objectName: "playbackMenu"
             title: qsTr("Playback")
-            onAboutToShow: focusKeeper.remember()
-            onAboutToHide: focusKeeper.takePointerOff(parent)
+            onAboutToShow: focusRestorer.save()
+            onAboutToHide: focusRestorer.clearHover(parent)
 
-            StripMenuItem {
+            WindowMenuItem {
                 objectName: "togglePreviewItem"
-                text: strip.model.previewPlaying ? qsTr("Pause Preview") : qsTr("Play Preview")
+                text: titleBar.model.previewPlaying ? qsTr("Pause Preview") : qsTr("Play Preview")
                 keys: qsTr("Space")
-                enabled: strip.model.editable
-                onTriggered: strip.model.togglePreviewPlayback()
+                enabled: titleBar.model.editable
+                onTriggered: titleBar.model.togglePreviewPlayback()
             }
         }
     }
@@ -111,14 +111,14 @@ Item {
             height: parent.height
             text: qsTr("Minimize")
             icon.source: "icons/window-minimise.svg"
-            onClicked: strip.window.showMinimized()
+            onClicked: titleBar.window.showMinimized()
         }
         WindowButton {
             objectName: "maximizeButton"
             height: parent.height
-            text: strip.maximised ? qsTr("Restore") : qsTr("Maximize")
-            icon.source: strip.maximised ? "icons/window-restore.svg" : "icons/window-maximise.svg"
-            onClicked: strip.maximised ? strip.window.showNormal() : strip.window.showMaximized()
+            text: titleBar.maximised ? qsTr("Restore") : qsTr("Maximize")
+            icon.source: titleBar.maximised ? "icons/window-restore.svg" : "icons/window-maximise.svg"
+            onClicked: titleBar.maximised ? titleBar.window.showNormal() : titleBar.window.showMaximized()
         }
         WindowButton {
             objectName: "closeButton"
@@ -126,7 +126,7 @@ Item {
             text: qsTr("Close")
             icon.source: "icons/window-close.svg"
             hoverColor: "#c42b1c"
-            onClicked: strip.window.close()
+            onClicked: titleBar.window.close()
         }
     }
 
@@ -136,29 +136,29 @@ Item {
         sequence: "Ctrl+O"
         context: Qt.ApplicationShortcut
         autoRepeat: false
-        enabled: strip.window.active
-        onActivated: strip.model.chooseSource()
+        enabled: titleBar.window.active
+        onActivated: titleBar.model.chooseSource()
     }
     Shortcut {
         sequence: "Ctrl+Q"
         context: Qt.ApplicationShortcut
-        enabled: strip.window.active
-        onActivated: strip.actions.quit()
+        enabled: titleBar.window.active
+        onActivated: titleBar.actions.quit()
     }
     // A focused text field and a button with visual focus handle this key themselves.
     Shortcut {
         sequence: "Space"
         autoRepeat: false
-        enabled: strip.model.editable
+        enabled: titleBar.model.editable
         onActivated: {
-            strip.model.togglePreviewPlayback();
-            strip.view.announce(strip.model.previewPlaying ? qsTr("Preview plays") : qsTr("Preview paused"));
+            titleBar.model.togglePreviewPlayback();
+            titleBar.view.announce(titleBar.model.previewPlaying ? qsTr("Preview plays") : qsTr("Preview paused"));
         }
     }
     Shortcut {
         sequence: "F10"
         onActivated: {
-            focusKeeper.remember();
+            focusRestorer.save();
             menuBar.openFirst();
         }
     }
@@ -166,7 +166,7 @@ Item {
     AboutPanel {
         id: about
 
-        version: strip.actions.version
-        onAboutToShow: focusKeeper.remember()
+        version: titleBar.actions.version
+        onAboutToShow: focusRestorer.save()
     }
 }

@@ -4,16 +4,16 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// The menus' titles in the title strip.
+/// The menu bar inside the title bar.
 T.MenuBar {
     id: bar
 
     /// Whether the open menu was opened by a key or by assistive technology, not by the pointer.
-    property bool byKey: false
+    property bool openedByKey: false
 
     /// Opens the first menu as by key.
     function openFirst() {
-        byKey = true;
+        openedByKey = true;
         const first = itemAt(0) as T.MenuBarItem;
         first.forceActiveFocus(Qt.ShortcutFocusReason);
         first.triggered();
@@ -27,7 +27,7 @@ T.MenuBar {
         implicitWidth: implicitContentWidth + leftPadding + rightPadding
         height: bar.height
         horizontalPadding: 9
-        onPressed: bar.byKey = false
+        onPressed: bar.openedByKey = false
         hoverEnabled: true
 
         // Qt 6.4 exposes each menu bar item as a menu bar. The content item replaces it for assistive technology.
@@ -40,7 +40,7 @@ T.MenuBar {
 
             Accessible.role: Accessible.MenuItem
             Accessible.onPressAction: {
-                bar.byKey = true;
+                bar.openedByKey = true;
                 title.triggered();
             }
         }

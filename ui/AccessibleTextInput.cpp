@@ -1,4 +1,4 @@
-#include "ui/TextInputAccess.h"
+#include "ui/AccessibleTextInput.h"
 
 #include "platform/accessibility/AccessibleLineText.h"
 
@@ -14,10 +14,12 @@ namespace
 
 /// The accessible interface of a text field. The field has the properties of `TextInput`, and `title`, its
 /// accessible name.
-class TextInputAccess : public QAccessibleObject, public AccessibleLineText, public QAccessibleActionInterface
+class AccessibleTextInput : public QAccessibleObject,
+                            public AccessibleLineText,
+                            public QAccessibleActionInterface
 {
 public:
-    explicit TextInputAccess(QQuickItem* item) : QAccessibleObject(item) {}
+    explicit AccessibleTextInput(QQuickItem* item) : QAccessibleObject(item) {}
 
     QWindow* window() const override { return item().window(); }
     QAccessibleInterface* parent() const override
@@ -102,19 +104,19 @@ private:
     QQuickItem& item() const { return *static_cast<QQuickItem*>(object()); }
 };
 
-QAccessibleInterface* textInputAccess(const QString& className, QObject* object)
+QAccessibleInterface* accessibleTextInput(const QString& className, QObject* object)
 {
     auto* const item = qobject_cast<QQuickItem*>(object);
     if (className != QLatin1String("QQuickTextInput") || item == nullptr)
         return nullptr;
-    return new TextInputAccess(item);
+    return new AccessibleTextInput(item);
 }
 
 } // namespace
 
-void installTextInputAccess()
+void installAccessibleTextInput()
 {
-    QAccessible::installFactory(textInputAccess);
+    QAccessible::installFactory(accessibleTextInput);
 }
 
 } // namespace stackreel

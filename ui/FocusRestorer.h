@@ -11,7 +11,7 @@ namespace stackreel
 /// Restores the keyboard focus to the item of `content` that had it before a menu or dialog opened. Without
 /// it, no item has the focus after the menu closes (Qt 6.4), or the item does not show that it has the focus
 /// (Qt 6.8). Main thread.
-class FocusKeeper : public QObject
+class FocusRestorer : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
@@ -23,16 +23,17 @@ public:
     QQuickItem* content() const { return m_content; }
     void setContent(QQuickItem* content);
 
-    /// To be called before the focus is taken. Keeps what it knows while the focus is outside the content.
-    Q_INVOKABLE void remember();
-    /// Moves no focus that is in the content again, and gives none to an item that is hidden or disabled by
-    /// now. The item shows its focus again if it did before.
-    Q_INVOKABLE void giveBack();
+    /// Saves the focused item. Call it before a menu or dialog opens. When the focus is outside the content,
+    /// the item saved last is kept.
+    Q_INVOKABLE void save();
+    /// Restores the focus to the saved item, with its visual focus. Does nothing when another item of the
+    /// content has the focus, or when the saved item is hidden or disabled.
+    Q_INVOKABLE void restore();
 
     /// Sends a hover leave event to the title of a menu that closes. Does nothing when the title is no longer
     /// highlighted, because another menu opens then: the pointer would enter the title again and reopen its
     /// menu.
-    Q_INVOKABLE static void takePointerOff(QQuickItem* title);
+    Q_INVOKABLE static void clearHover(QQuickItem* title);
 
 Q_SIGNALS:
     void contentChanged();
@@ -42,8 +43,8 @@ private:
     QQuickItem* focused() const;
 
     QPointer<QQuickItem> m_content;
-    QPointer<QQuickItem> m_remembered;
-    bool m_showedFocus = false;
+    QPointer<QQuickItem> m_savedItem;
+    bool m_hadVisualFocus = false;
 };
 
 } // namespace stackreel

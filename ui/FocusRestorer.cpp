@@ -1,4 +1,4 @@
-#include "ui/FocusKeeper.h"
+#include "ui/FocusRestorer.h"
 
 #include <QCoreApplication>
 #include <QHoverEvent>
@@ -7,16 +7,16 @@
 namespace stackreel
 {
 
-void FocusKeeper::setContent(QQuickItem* content)
+void FocusRestorer::setContent(QQuickItem* content)
 {
     if (content == m_content)
         return;
     m_content = content;
-    m_remembered = nullptr;
+    m_savedItem = nullptr;
     Q_EMIT contentChanged();
 }
 
-QQuickItem* FocusKeeper::focused() const
+QQuickItem* FocusRestorer::focused() const
 {
     if (!m_content || m_content->window() == nullptr)
         return nullptr;
@@ -24,28 +24,28 @@ QQuickItem* FocusKeeper::focused() const
     return item != nullptr && m_content->isAncestorOf(item) ? item : nullptr;
 }
 
-void FocusKeeper::remember()
+void FocusRestorer::save()
 {
     QQuickItem* const item = focused();
     if (item == nullptr)
         return;
-    m_remembered = item;
-    m_showedFocus = item->property("visualFocus").toBool();
+    m_savedItem = item;
+    m_hadVisualFocus = item->property("visualFocus").toBool();
 }
 
-void FocusKeeper::giveBack()
+void FocusRestorer::restore()
 {
-    const QPointer<QQuickItem> item = m_remembered;
-    m_remembered = nullptr;
+    const QPointer<QQuickItem> item = m_savedItem;
+    m_savedItem = nullptr;
     if (!item || !item->isVisible() || !item->isEnabled())
         return;
     if (focused() == nullptr)
-        item->forceActiveFocus(m_showedFocus ? Qt::ShortcutFocusReason : Qt::PopupFocusReason);
-    else if (focused() == item && m_showedFocus)
+        item->forceActiveFocus(m_hadVisualFocus ? Qt::ShortcutFocusReason : Qt::PopupFocusReason);
+    else if (focused() == item && m_hadVisualFocus)
         item->setProperty("focusReason", Qt::ShortcutFocusReason);
 }
 
-void FocusKeeper::takePointerOff(QQuickItem* title)
+void FocusRestorer::clearHover(QQuickItem* title)
 {
     if (title == nullptr || !title->property("highlighted").toBool())
         return;
