@@ -7,17 +7,31 @@ include(GoogleTest)
 # What needs no display, no clip and no child that waits (QUICK): ctest -L quick.
 add_custom_target(quick_tests)
 
+# stackreel_test_target(<target> <set>): what stackreel_target and stackreel_precompile do, for targets of the tests.
+# The tested libraries are fully optimised. The tests need not be, and when GCC 12 inlines them, it warns falsely of
+# uninitialised optional values.
+function(stackreel_test_options target)
+  stackreel_target(${target})
+  target_compile_options(${target} PRIVATE
+    $<$<CONFIG:Release>:-O1> $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Wno-maybe-uninitialized>)
+endfunction()
+
+function(stackreel_test_target target set)
+  stackreel_test_options(${target})
+  stackreel_precompile(${target} ${set})
+endfunction()
+
 function(stackreel_test name)
   cmake_parse_arguments(arg "SERIAL;QUICK" "TIMEOUT;ENVIRONMENT" "SOURCES;LIBS" ${ARGN})
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 120)
   endif()
+  set(headers test)
+  if(stackreel_test_window IN_LIST arg_LIBS)
+    set(headers window_test)
+  endif()
   add_executable(${name} ${arg_SOURCES})
-  stackreel_target(${name})
-  # The tested libraries are fully optimised. The tests need not be, and when GCC 12 inlines them, it warns falsely of
-  # uninitialised optional values.
-  target_compile_options(${name} PRIVATE
-    $<$<CONFIG:Release>:-O1> $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Wno-maybe-uninitialized>)
+  stackreel_test_target(${name} ${headers})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest)
   set(properties TIMEOUT ${arg_TIMEOUT})
@@ -33,3 +47,9 @@ function(stackreel_test name)
   endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()
+
+stackreel_precompiled_set(test Qt6::Core QCoro6::Core GTest::gtest)
+if(STACKREEL_WINDOW)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+  stackreel_precompiled_set(window_test Qt6::Quick Qt6::Widgets Qt6::Test QCoro6::Core GTest::gtest)
+endif()

@@ -1,0 +1,1 @@
+// CMake compiles precompiled headers only for targets that have a source.

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "quick.h"
+#include "test.h"
+
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
