@@ -1,7 +1,9 @@
 #include "cli/CliGrammar.h"
 
+#include "cli/UsageError.h"
 #include "platform/Version.h"
 
+#include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
@@ -28,18 +30,32 @@ void describeFlag(CLI::App* command, const char* name, bool& value, const char* 
     command->add_flag(name, value, meaning)->disable_flag_override();
 }
 
+UsageError usageError(const CLI::ParseError& error, const std::string& command)
+{
+    const std::string text = error.what();
+    if (command.empty())
+        return {"A command is missing: probe or export.", command};
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
+        return {"The source video is missing.", command};
+    if (text.ends_with("missing"))
+        return {"The option " + text.substr(0, text.find(':')) + " needs a value.", command};
+    if (text.ends_with("flag override"))
+        return {"The option --" + text.substr(0, text.find(' ')) + " takes no value.", command};
+    return {text + ".", command};
+}
+
 } // namespace
 
 CliGrammar::CliGrammar()
-    : m_app(description, "stackreel-cli"),
-      m_probe(m_app.add_subcommand("probe", "Show what a video is")),
-      m_export(m_app.add_subcommand("export", "Make the vertical video of a landscape one"))
+    : m_app(std::make_unique<CLI::App>(description, "stackreel-cli")),
+      m_probe(m_app->add_subcommand("probe", "Show what a video is")),
+      m_export(m_app->add_subcommand("export", "Make the vertical video of a landscape one"))
 {
-    m_app.set_version_flag("--version", std::string("stackreel-cli ") + buildVersion(), "Show the version");
-    m_app.require_subcommand(1);
-    m_app.allow_extras();
-    m_app.footer(footer);
-    for (CLI::App* app : {&m_app, m_probe, m_export}) {
+    m_app->set_version_flag("--version", std::string("stackreel-cli ") + buildVersion(), "Show the version");
+    m_app->require_subcommand(1);
+    m_app->allow_extras();
+    m_app->footer(footer);
+    for (CLI::App* app : {m_app.get(), m_probe, m_export}) {
         app->set_help_flag("-h,--help", "Show this help");
         app->get_formatter()->column_width(30);
         app->get_formatter()->label("SUBCOMMAND", "COMMAND ...");
@@ -52,24 +68,40 @@ CliGrammar::CliGrammar()
     describeExport();
 }
 
-void CliGrammar::parse(std::vector<std::string> arguments)
+CliGrammar::~CliGrammar() = default;
+
+std::optional<std::string> CliGrammar::parse(std::vector<std::string> arguments)
 {
     const auto separator = std::find(arguments.begin(), arguments.end(), "--");
     // CLI11 takes a lone "++" for the end of a subcommand. "./++" is the same file without that meaning.
     std::replace(arguments.begin(), separator, std::string("++"), std::string("./++"));
     std::reverse(arguments.begin(), arguments.end());
-    m_app.parse(std::move(arguments));
+    try {
+        m_app->parse(std::move(arguments));
+    } catch (const CLI::CallForHelp&) {
+        return m_app->help();
+    } catch (const CLI::CallForVersion& version) {
+        return std::string(version.what()) + "\n";
+    } catch (const CLI::ParseError& error) {
+        throw usageError(error, command());
+    }
+    return std::nullopt;
 }
 
 std::string CliGrammar::command() const
 {
-    const auto parsed = m_app.get_subcommands();
+    const auto parsed = m_app->get_subcommands();
     return parsed.empty() ? std::string() : parsed.front()->get_name();
+}
+
+bool CliGrammar::isGiven(const std::string& option) const
+{
+    return m_export->count(option) > 0;
 }
 
 std::vector<std::string> CliGrammar::extraWords() const
 {
-    std::vector<std::string> words = m_app.remaining(true);
+    std::vector<std::string> words = m_app->remaining(true);
     words.erase(std::remove(words.begin(), words.end(), "--"), words.end());
     return words;
 }
@@ -80,7 +112,7 @@ std::vector<std::string> CliGrammar::knownWords() const
     if (name.empty())
         return {"probe", "export", "--help", "--version"};
     std::vector<std::string> words;
-    for (const CLI::Option* option : m_app.get_subcommand(name)->get_options())
+    for (const CLI::Option* option : m_app->get_subcommand(name)->get_options())
         for (const std::string& word : option->get_lnames())
             words.push_back("--" + word);
     return words;

@@ -1,9 +1,14 @@
 #pragma once
 
-#include <CLI/App.hpp>
-
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+namespace CLI
+{
+class App;
+}
 
 namespace stackreel
 {
@@ -27,25 +32,25 @@ struct RawOptions {
 
 /// The grammar of the command line, and the result of parsing one command line with it. Does not interpret
 /// the values.
+/// Only the implementation includes CLI11, which takes seconds to compile.
 class CliGrammar
 {
 public:
     CliGrammar();
+    ~CliGrammar();
     CliGrammar(const CliGrammar&) = delete;
     CliGrammar& operator=(const CliGrammar&) = delete;
 
-    /// Parses the arguments, without the program's own name; once per object. Throws what CLI11 throws:
-    /// `CLI::CallForHelp`, `CLI::CallForVersion` with the version's text, and another `CLI::ParseError` when
-    /// something is missing. Words that match nothing are no error: `extraWords` has them.
-    void parse(std::vector<std::string> arguments);
+    /// Parses the arguments, without the program's own name; once per object. Returns the text that the user
+    /// asked for, the help or the version, if any. Throws `UsageError` when something is missing. Words that
+    /// match nothing are no error: `extraWords` has them.
+    std::optional<std::string> parse(std::vector<std::string> arguments);
 
     const RawOptions& values() const { return m_values; }
-    /// The help on the command in use, or on the program when there is none.
-    std::string help() const { return m_app.help(); }
     /// The command in use; empty when there is none.
     std::string command() const;
     /// Whether an option of `export`, or a file named by its placeholder, was given.
-    bool isGiven(const std::string& option) const { return m_export->count(option) > 0; }
+    bool isGiven(const std::string& option) const;
     /// The words that match neither an option nor a file of the command, in order.
     std::vector<std::string> extraWords() const;
     /// The words to suggest for an unknown one: the options of the command in use, or else the commands.
@@ -57,7 +62,7 @@ private:
     void describeValue(const char* name, std::string& value, const char* kind, const char* meaning);
 
     RawOptions m_values;
-    CLI::App m_app;
+    std::unique_ptr<CLI::App> m_app;
     CLI::App* m_probe;
     CLI::App* m_export;
 };

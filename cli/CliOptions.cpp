@@ -31,21 +31,6 @@ UsageError unknownWordError(const CliGrammar& grammar, const std::string& word)
     return {message, command};
 }
 
-UsageError usageError(const CliGrammar& grammar, const CLI::ParseError& error)
-{
-    const std::string command = grammar.command();
-    const std::string text = error.what();
-    if (command.empty())
-        return {"A command is missing: probe or export.", command};
-    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
-        return {"The source video is missing.", command};
-    if (text.ends_with("missing"))
-        return {"The option " + text.substr(0, text.find(':')) + " needs a value.", command};
-    if (text.ends_with("flag override"))
-        return {"The option --" + text.substr(0, text.find(' ')) + " takes no value.", command};
-    return {text + ".", command};
-}
-
 UsageError wrongValueError(const std::string& option, const std::string& value, const std::string& expected)
 {
     return {"The value “" + value + "” of " + option + " is not " + expected + ".", "export"};
@@ -153,13 +138,10 @@ CliOptions parseOptions(const std::vector<std::string>& arguments)
     CliGrammar grammar;
     std::optional<UsageError> problem;
     try {
-        grammar.parse(arguments);
-    } catch (const CLI::CallForHelp&) {
-        return Information{grammar.help()};
-    } catch (const CLI::CallForVersion& version) {
-        return Information{std::string(version.what()) + "\n"};
-    } catch (const CLI::ParseError& error) {
-        problem = usageError(grammar, error);
+        if (const auto text = grammar.parse(arguments))
+            return Information{*text};
+    } catch (const UsageError& error) {
+        problem = error;
     }
 
     // An unknown word usually causes the other errors, too, so it is reported first.
