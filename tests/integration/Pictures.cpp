@@ -2,7 +2,6 @@
 
 #include "tests/integration/Clips.h"
 
-#include <regex>
 #include <stdexcept>
 #include <string>
 
@@ -18,12 +17,12 @@ std::string cropFilter(PixelCrop crop)
            std::to_string(crop.x) + ":" + std::to_string(crop.y) + ":exact=1";
 }
 
-double figureIn(const std::string& text, const std::string& pattern)
+double figureAfter(const std::string& label, const std::string& text)
 {
-    std::smatch match;
-    if (!std::regex_search(text, match, std::regex(pattern)))
+    const auto found = text.find(label);
+    if (found == std::string::npos)
         throw std::runtime_error("no figure in: " + text);
-    return std::stod(match[1]);
+    return std::stod(text.substr(found + label.size()));
 }
 
 } // namespace
@@ -41,7 +40,7 @@ double similarity(const std::filesystem::path& exported, PixelSize outputSize, H
                               "[shown][wanted]ssim=shortest=1";
     const auto output = runFFmpeg({"-loglevel", "info", "-i", exported.string(), "-ss", std::to_string(start),
                                    "-i", source.string(), "-filter_complex", graph, "-f", "null", "-"});
-    return figureIn(output.standardError, "SSIM.* All:([0-9.]+)");
+    return figureAfter(" All:", output.standardError);
 }
 
 std::vector<int> greys(const std::filesystem::path& video)
@@ -58,7 +57,7 @@ double peakLevel(const std::filesystem::path& file)
 {
     const auto output = runFFmpeg({"-loglevel", "info", "-i", file.string(), "-map", "0:a:0", "-af",
                                    "volumedetect", "-f", "null", "-"});
-    return figureIn(output.standardError, "max_volume: (-?[0-9.]+) dB");
+    return figureAfter("max_volume: ", output.standardError);
 }
 
 } // namespace stackreel

@@ -5,9 +5,9 @@
 #include "platform/SystemError.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
+#include "tests/support/Uuid.h"
 #include "tests/support/fakes/FakeAssetLoader.h"
 
-#include <regex>
 #include <thread>
 
 namespace stackreel
@@ -81,10 +81,10 @@ TEST_F(PreviewProxy, IsANewFileInTheTemporaryFolderEachTime)
     const auto one = runToEnd(MediaPipeline::createPreview(source));
     const auto two = runToEnd(MediaPipeline::createPreview(source));
     EXPECT_NE(one, two);
-    const std::regex uuid("[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\.mp4");
     for (const auto& proxy : {one, two}) {
         EXPECT_EQ(proxy.parent_path(), m_temporary / "Stackreel");
-        EXPECT_TRUE(std::regex_match(proxy.filename().string(), uuid)) << proxy;
+        EXPECT_TRUE(isUpperCaseUuid(proxy.stem())) << proxy;
+        EXPECT_EQ(proxy.extension(), ".mp4");
         EXPECT_TRUE(std::filesystem::exists(proxy));
     }
 }
