@@ -9,7 +9,7 @@
 #   memory      a 4K clip looping               /  mpv --vo=x11
 # Usage: benchmarks/player.sh [--row ROW]… [--quick] [--wraps COUNT] [--lengths "SECONDS …"] [--clips DIRECTORY]
 #          [--bin DIRECTORY]
-#   after ./run or ./test has built build/release. Clips are made once; they take about 0.7 GB. --quick runs fewer
+#   after cmake --build build/release --target benchmarks. Clips are made once; they take about 0.7 GB. --quick runs fewer
 #   rounds, to check that everything works. Programs that are not installed are skipped and named.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)

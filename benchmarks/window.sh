@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Measures the window on its own display: its start compared with a minimal Qt Quick window, painting and drag handling
 # while a preview loops, an idle window, and the memory and processor time of the window with its preview.
-# Usage: benchmarks/window.sh CLIP [SECONDS]      after ./run or ./test has built build/release; needs Xvfb
+# Usage: benchmarks/window.sh CLIP [SECONDS]      needs Xvfb
+#   after cmake --build build/release --target stackreel benchmarks
 # CLIP should be 1080p60 and last ten seconds or so.
 set -euo pipefail
 clip=${1:?usage: window.sh CLIP [SECONDS]}
