@@ -4,7 +4,6 @@
 #include "tests/support/Awaited.h"
 
 #include <atomic>
-#include <chrono>
 #include <thread>
 
 namespace stackreel
@@ -24,8 +23,7 @@ TEST_F(PlayerThreads, DoNotBlockAnyCallWhileAFileDoesNotOpen)
     const auto file = longInterval.file();
     StuckFile stuck;
     loop(stuck.path(), 0, 1);
-    // Long enough for the player to block in opening the file, which no signal reports.
-    eventually([] { return false; }, std::chrono::milliseconds(200));
+    ASSERT_TRUE(eventually([&stuck] { return stuck.isWaitedFor(); }));
     for (int round = 0; round < 20; ++round) {
         loop(file, 5, 9);
         player->play();
@@ -51,7 +49,7 @@ TEST_F(PlayerThreads, DoNotBlockTheDestructorWhileAFileDoesNotOpen)
 {
     StuckFile stuck;
     loop(stuck.path(), 0, 1);
-    eventually([] { return false; }, std::chrono::milliseconds(200));
+    ASSERT_TRUE(eventually([&stuck] { return stuck.isWaitedFor(); }));
     looper.reset();
     player.reset();
     player = playback.makePlayer();

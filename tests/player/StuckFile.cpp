@@ -4,14 +4,46 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
+#include <fstream>
+#include <string>
 #include <system_error>
 #include <utility>
 
 namespace stackreel
 {
+
+namespace
+{
+
+/// The text at an address of this process, which may be gone by now.
+std::string textAt(std::uintptr_t address, std::size_t length)
+{
+    std::ifstream memory("/proc/self/mem", std::ios::binary);
+    memory.seekg(static_cast<std::streamoff>(address));
+    std::string text(length, '\0');
+    memory.read(text.data(), static_cast<std::streamsize>(length));
+    text.resize(static_cast<std::size_t>(memory.gcount()));
+    return text;
+}
+
+/// Whether the thread of this folder in `/proc` is in a call that opens the file.
+bool isOpening(const std::filesystem::path& thread, const std::string& file)
+{
+    // The number of the call, and its arguments: a folder, the path, the mode.
+    std::ifstream call(thread / "syscall");
+    long number = -1;
+    std::string folder;
+    std::string path;
+    return call >> number >> folder >> path && number == SYS_openat &&
+           textAt(std::stoull(path, nullptr, 16), file.size()) == file;
+}
+
+} // namespace
 
 // A named pipe: opening it for reading blocks until it is opened for writing.
 StuckFile::StuckFile()
@@ -31,6 +63,14 @@ StuckFile::~StuckFile()
 {
     m_watchdog = {};
     unblock();
+}
+
+bool StuckFile::isWaitedFor() const
+{
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task"))
+        if (isOpening(thread.path(), m_path.string()))
+            return true;
+    return false;
 }
 
 bool StuckFile::unblock()

@@ -21,6 +21,8 @@ public:
     ~StuckFile();
 
     const std::filesystem::path& path() const { return m_path; }
+    /// Whether a thread of this process is blocked in opening the file.
+    bool isWaitedFor() const;
     /// False when the file was unblocked before. It unblocks itself after a minute, so that a blocked test
     /// ends.
     bool unblock();

@@ -1,3 +1,5 @@
+#include "tests/support/ProcessEnd.h"
+
 #include <QApplication>
 
 #include <gtest/gtest.h>
@@ -20,16 +22,24 @@ void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& mes
         fprintf(stderr, "%s\n", qPrintable(message));
 }
 
-} // namespace
-
 /// Window tests run on the offscreen platform and the software scene graph, on any machine.
-int main(int count, char** words)
+int runTests(int count, char** words)
 {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
     ::setenv("QT_QUICK_BACKEND", "software", 0);
     ::setenv("RC_PARAMS", "max_success=1000", 0);
     testing::InitGoogleTest(&count, words);
+    // The build lists the tests without the suppressions that the sanitizers need for an application.
+    if (testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
     const QApplication application(count, words);
     qInstallMessageHandler(failOnWarning);
     return RUN_ALL_TESTS();
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    stackreel::endProcess(runTests(count, words));
 }

@@ -1,6 +1,7 @@
 #include "ui/MotionPreference.h"
 
 #include "tests/support/Awaited.h"
+#include "tests/support/MessageBus.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/ui/views/FakeSettingsPortal.h"
@@ -8,7 +9,6 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -86,11 +86,7 @@ class PortalTest : public MotionPreferenceTest
 protected:
     void SetUp() override
     {
-        m_bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                                                    QStringLiteral("--print-address")});
-        ASSERT_TRUE(m_bus.waitForReadyRead(60000)) << "no message bus";
-        m_address = QString::fromUtf8(m_bus.readLine()).trimmed();
-        auto portal = QDBusConnection::connectToBus(m_address, QStringLiteral("portal"));
+        auto portal = QDBusConnection::connectToBus(m_bus.address(), QStringLiteral("portal"));
         ASSERT_TRUE(
             portal.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), &m_portal,
                                   QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
@@ -100,14 +96,12 @@ protected:
     {
         QDBusConnection::disconnectFromBus(QStringLiteral("portal"));
         QDBusConnection::disconnectFromBus(QStringLiteral("program"));
-        m_bus.terminate();
-        m_bus.waitForFinished(60000);
     }
 
     std::unique_ptr<MotionPreference> preference()
     {
         return std::make_unique<MotionPreference>(
-            [this] { return QDBusConnection::connectToBus(m_address, QStringLiteral("program")); });
+            [this] { return QDBusConnection::connectToBus(m_bus.address(), QStringLiteral("program")); });
     }
     /// Waits until the portal was queried and all messages sent since have been received.
     void settle()
@@ -129,8 +123,7 @@ protected:
     FakeSettingsPortal m_portal;
 
 private:
-    QProcess m_bus;
-    QString m_address;
+    MessageBus m_bus;
 };
 
 const auto group = QStringLiteral("org.gnome.desktop.interface");
