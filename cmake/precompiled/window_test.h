@@ -4,5 +4,3 @@
 #include "test.h"
 
 #include <QApplication>
-#include <QSignalSpy>
-#include <QTest>
