@@ -77,8 +77,7 @@ ComparedPictures ComparedPictures::parse(std::string_view frames)
                               &pictures.resultEnd};
     for (; frames.size() >= frameBytes; frames.remove_prefix(frameBytes)) {
         const auto mark = static_cast<unsigned char>(frames[frameBytes - 1]);
-        lists.at(mark / 64U)
-            ->push_back({.pixels = std::string(frames.substr(0, 2 * SmallPicture::halfBytes))});
+        lists.at(mark / 64U)->emplace_back().pixels = frames.substr(0, 2 * SmallPicture::halfBytes);
     }
     return pictures;
 }
