@@ -3,8 +3,9 @@ function(stackreel_target target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
   target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR})
-  # GStreamer adds -pthread to what uses it. Precompiled headers need the same options in all targets.
-  target_compile_options(${target} PRIVATE -pthread)
+  # GStreamer adds -pthread to what uses it, Qt before 6.8 -fPIC, and CMake -fPIE to programs only. Precompiled headers need
+  # the same options in all targets.
+  target_compile_options(${target} PRIVATE -pthread -fPIC)
   # When it optimises, GCC 12 warns falsely of overlapping copies in string concatenation (GCC bug 105329), and with
   # precompiled headers also of copies out of bounds.
   target_compile_options(${target} PRIVATE
