@@ -190,7 +190,10 @@ TEST_F(ExportedPicturesTest, AreThoseOfTheSourceAtTheirTimesWithEveryFFmpeg)
             const double megabits = number(m_result, "bit_rate") / 1e6;
             EXPECT_GT(megabits, hasX264 ? row.megabitsAtLeast : 4);
             EXPECT_LT(megabits, row.megabitsAtMost);
-            if (hasX264) {
+            // The nominal rate of irregular pictures is a guess, and FFmpeg's versions guess differently.
+            if (hasX264 && row.filters == jittered) {
+                EXPECT_LE(number(m_result, "level"), 42);
+            } else if (hasX264) {
                 EXPECT_EQ(number(m_result, "level"), row.level);
             }
             const double length = number(m_result, "duration");
