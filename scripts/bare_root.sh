@@ -25,7 +25,8 @@ make_base() {
 }
 
 # run_in_root FOLDER USER DIRECTORY [VARIABLE=VALUE…] -- COMMAND…: runs a command inside, as root or user, with processes and
-# mounts that end with it. Packages that apt fetches are kept beside the folder, in FOLDER.archives.
+# mounts that end with it. Its shared memory is its own: libjack of another version fails on what it finds there. Packages
+# that apt fetches are kept beside the folder, in FOLDER.archives.
 run_in_root() {
   local root=$1 user=1000:1000 home=/home/user directory=$3 variables=()
   [ "$2" = user ] || { user=0:0 home=/root; }
@@ -40,6 +41,7 @@ run_in_root() {
     mount -t proc proc "$root/proc"
     mount --rbind /sys "$root/sys"
     mount --rbind /dev "$root/dev"
+    mount -t tmpfs tmpfs "$root/dev/shm"
     mount --bind "$archives" "$root/var/cache/apt/archives"
     exec chroot --userspec="$user" "$root" env -i "$@"
   ' sh "$root" "$root.archives" "$user" PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
