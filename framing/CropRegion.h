@@ -13,9 +13,9 @@ struct MediaInfo;
 /// `width` are fractions of its width, `y` and `height` of its height, so the crop's aspect on screen is
 /// (width / height) × source aspect.
 ///
-/// The functions below are pure and keep the frame invariant: sides in [0.06, 1], `x` in [0, 1 − width], `y`
-/// in [0, 1 − height]. A source aspect is displayed width / displayed height; a panel aspect is that of one
-/// half of the output (`panelAspect`).
+/// The functions below are pure. The regions that they return lie inside the frame: sides in [0.06, 1], `x`
+/// in [0, 1 − width], `y` in [0, 1 − height]. A source aspect is displayed width / displayed height; a panel
+/// aspect is that of one half of the output (`panelAspect`).
 struct CropRegion {
     double x = 0;
     double y = 0;

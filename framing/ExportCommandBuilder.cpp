@@ -12,7 +12,8 @@ namespace stackreel
 namespace
 {
 
-/// Three decimals after a full stop, in every locale. The buffer holds the longest finite double.
+/// A number with a full stop and three decimals, independent of the locale. The buffer is large enough for
+/// every finite double.
 std::string seconds(double value)
 {
     std::array<char, 384> text{};

@@ -22,8 +22,8 @@ struct ExportRequest {
     double trimEnd = 0;   ///< seconds
 };
 
-/// Builds the command line of an export. Pure; cannot fail while the regions keep the invariant of
-/// `CropRegion`.
+/// Builds the command line of an export. Pure; cannot fail if the regions lie inside the frame
+/// (`CropRegion`).
 struct ExportCommandBuilder {
     static ExportCommand build(const ExportRequest& request);
 

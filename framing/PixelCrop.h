@@ -6,7 +6,8 @@ namespace stackreel
 {
 
 /// A crop in whole pixels of the displayed source frame, origin top-left. `x` and `y` are even and not
-/// negative; the sides are even too, except where a frame with an odd side leaves a single pixel.
+/// negative. The sides are even, too, with one exception in tiny frames: a crop that starts at the last pixel
+/// of an odd side has a side of 1, for example `x` = 14 in a frame 15 pixels wide.
 struct PixelCrop {
     std::int64_t x = 0;
     std::int64_t y = 0;

@@ -15,7 +15,7 @@ struct MediaInfo {
         0;                  ///< display rotation in degrees exactly as reported, for example 90, -90 or 270
     double duration = 0;    ///< seconds; 0 when unknown
     std::string videoCodec; ///< "unknown" when not reported
-    std::optional<std::string> audioCodec; ///< none without audio, or when its codec is not reported
+    std::optional<std::string> audioCodec; ///< empty without audio, or when its codec is not reported
 
     /// Whether the picture is displayed rotated by 90° or 270°, so that the displayed width is the coded
     /// height and the other way round.

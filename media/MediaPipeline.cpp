@@ -23,7 +23,7 @@ bool isPlayable(Asset& asset, std::stop_token stop)
     try {
         return asset.isPlayable(std::move(stop));
     } catch (const std::exception&) {
-        return false; // then the preview uses a proxy
+        return false; // the preview will use a proxy
     }
 }
 
@@ -158,7 +158,8 @@ QCoro::Task<std::vector<VideoFrame>> MediaPipeline::timelineThumbnails(std::file
             return inTimeOrder(generateImages(*generator, sliceCentres(duration, count), stop));
         });
     } catch (const std::exception&) {
-        // A timeline without thumbnails is usable; a lack of memory or threads must not fail the load.
+        // The timeline also works without thumbnails, so a lack of memory or threads must not make the load
+        // fail.
         co_return std::vector<VideoFrame>();
     }
 }

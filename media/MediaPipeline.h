@@ -19,8 +19,8 @@ struct MediaPipeline {
     using Loader = std::shared_ptr<AssetLoader>;
 
     /// A file that the player can play: the source itself if the media framework can play it and finds a
-    /// video track, otherwise a new proxy. A source that the framework cannot read is no failure. Throws what
-    /// `createPreview` throws.
+    /// video track, otherwise a new proxy. A source that the framework cannot read gets a proxy, too. Throws
+    /// what `createPreview` throws.
     static QCoro::Task<std::filesystem::path> previewSource(std::filesystem::path source, Loader loader,
                                                             std::stop_token stop = {});
 
@@ -32,9 +32,9 @@ struct MediaPipeline {
                                                             std::stop_token stop = {});
 
     /// Up to `count` upright images within 320 × 180 pixels, in time order. They are taken at the middles of
-    /// `count` equal slices of the duration (seconds). An image that cannot be made is left out. The list is
-    /// empty, and the file is not opened, for a duration that is not finite and positive or a count below 1.
-    /// When the token fires, the list holds the images made so far. Never throws: without enough memory or
+    /// `count` equal slices of the duration (seconds). An image that cannot be decoded is left out. The list
+    /// is empty, and the file is not opened, for a duration that is not finite and positive or a count below
+    /// 1. When the token fires, the list holds the images made so far. Never throws: without enough memory or
     /// threads the list is empty.
     static QCoro::Task<std::vector<VideoFrame>> timelineThumbnails(std::filesystem::path file,
                                                                    double duration, int count, Loader loader,

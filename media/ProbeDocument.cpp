@@ -65,7 +65,7 @@ std::map<std::string, std::string> asTexts(const Json& value, const std::string&
     return texts;
 }
 
-/// The decoded value of a key. None when the key is absent or null.
+/// The decoded value of a key; `std::nullopt` when the key is absent or its value is null.
 template <typename Decode>
 auto optional(const Json& object, const std::string& path, const char* key, Decode decode)
 {
@@ -107,7 +107,7 @@ ProbeFormat decodeFormat(const Json& value, const std::string& path)
 
 Json parse(std::string_view json)
 {
-    // The parser takes a NUL as the end and ignores what follows.
+    // The parser treats a NUL byte as the end of the text and ignores what follows.
     const bool hasNul = json.find('\0') != std::string_view::npos;
     Json root = hasNul ? Json(Json::value_t::discarded) : Json::parse(json, nullptr, false);
     if (root.is_discarded())

@@ -41,8 +41,8 @@ struct ProbeDocument {
     std::vector<ProbeStream> streams;
     std::optional<ProbeFormat> format;
 
-    /// Throws `DecodingError` for anything that is not JSON, a missing "streams", or a value of another type
-    /// than its field here. A null counts as an absent value.
+    /// Throws `DecodingError` when the text is not JSON, when "streams" is missing, or when the type of a
+    /// value differs from that of its field here. A null counts as an absent value.
     static ProbeDocument decode(std::string_view json);
 };
 

@@ -15,8 +15,8 @@ bool isDigit(char character)
     return character >= '0' && character <= '9';
 }
 
-/// Removes a leading "+", which `std::from_chars` does not accept. None for "+-", which it would accept
-/// without the "+".
+/// Removes a leading "+", which `std::from_chars` does not accept. Returns `std::nullopt` for "+-5":
+/// `std::from_chars` would accept the remaining "-5".
 std::optional<std::string_view> withoutPlus(std::string_view text)
 {
     if (!text.starts_with('+'))

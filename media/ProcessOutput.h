@@ -13,8 +13,8 @@ struct ProcessOutput {
     std::string standardError;  ///< raw bytes
 
     /// The last 8 non-empty lines of standard error, joined by line feeds, for the user. UTF-8; invalid bytes
-    /// are replaced. Only a line feed without a carriage return before it ends a line. Lines are not trimmed.
-    /// Empty when standard error is.
+    /// are replaced. A line ends at a line feed; "\r\n" does not end a line. Lines are not trimmed. Empty
+    /// when standard error is empty.
     std::string errorText() const;
 
     bool operator==(const ProcessOutput&) const = default;

@@ -16,7 +16,8 @@ bool ProcessSession::isCancelled()
     return m_cancelled;
 }
 
-/// Sets the child that `cancel` terminates; null for none. Returns whether `cancel` was called before.
+/// Sets the child that `cancel` terminates, or null when no child runs. Returns whether `cancel` was called
+/// before.
 bool ProcessSession::storeProcess(std::shared_ptr<ChildProcess> process)
 {
     const std::lock_guard guard(m_lock);
@@ -30,7 +31,7 @@ ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
     ScratchDirectory scratch;
     const auto outputFile = scratch.file("stdout");
     const auto errorFile = scratch.file("stderr");
-    // A failure here shows when the file is opened.
+    // A failure is ignored here, because opening the file below reports it.
     Files::createEmpty(outputFile);
     Files::createEmpty(errorFile);
     const WriteHandle output(outputFile);
@@ -49,7 +50,8 @@ ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
 
     const int status = child->waitForExit();
     const bool cancelled = storeProcess(nullptr);
-    // `cancel` can no longer signal the child. Reap it now; the system may reuse its process id.
+    // `cancel` can no longer signal the child, so it can be reaped: from then on the system may reuse its
+    // process id.
     child.reset();
     if (cancelled)
         throw CancellationError();

@@ -15,8 +15,8 @@ namespace stackreel
 class ChildProcess;
 
 /// Called on the worker thread right after a child is launched, with the file that captures its standard
-/// error. The file grows while the child runs and is removed when it has ended. A handle opened in the call
-/// stays readable. Must not throw.
+/// error. The file grows while the child runs and is removed when it has ended. A handle opened during the
+/// call stays readable after that. Must not throw.
 using LaunchCallback = std::function<void(const std::filesystem::path& standardErrorFile)>;
 
 /// One run of one child. Shared by the worker thread that blocks in `run` and the threads that may cancel it.

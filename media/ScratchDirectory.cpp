@@ -19,7 +19,8 @@ ScratchDirectory::ScratchDirectory()
 ScratchDirectory::~ScratchDirectory()
 {
     std::error_code ignored;
-    // Remove the known files by name first: listing the folder needs a descriptor, and none may be left.
+    // Remove the known files by name first: listing the folder needs a descriptor, and this process may have
+    // none left.
     for (const auto& file : m_files)
         std::filesystem::remove(file, ignored);
     if (!std::filesystem::remove(m_path, ignored))

@@ -21,8 +21,8 @@ public:
 
     const std::filesystem::path& path() const { return m_path; }
 
-    /// The path of a file in the folder. Does not create the file. The destructor removes it even when no
-    /// descriptor is left to list the folder.
+    /// The path of a file in the folder. Does not create the file. The destructor removes the file even when
+    /// this process has no descriptor left, which listing the folder would need.
     std::filesystem::path file(std::string_view name);
 
 private:

@@ -14,8 +14,8 @@ namespace stackreel
 struct ToolLocator {
     /// What a search depends on. `locate` with one argument reads it from the system at each call.
     struct Environment {
-        std::optional<std::filesystem::path> resourceDirectory; ///< none when the program has none
-        std::optional<std::filesystem::path> workingDirectory;  ///< none when it was deleted while in use
+        std::optional<std::filesystem::path> resourceDirectory; ///< empty when the program has none
+        std::optional<std::filesystem::path> workingDirectory;  ///< empty when it has been deleted
         std::function<bool(const std::filesystem::path&)> isExecutable;
     };
 

@@ -13,8 +13,9 @@ struct Sequence {
     bool isValid;
 };
 
-/// Whether a byte is valid at an index of a sequence. The range of the second byte depends on the first: this
-/// excludes overlong forms, surrogates and values above U+10FFFF.
+/// Whether `byte` is valid at position `index` of the UTF-8 sequence of a character, whose first byte is
+/// `lead`. The valid range of the second byte depends on `lead`: this excludes overlong forms, surrogates and
+/// values above U+10FFFF.
 bool mayFollow(unsigned char lead, std::size_t index, unsigned char byte)
 {
     const unsigned char lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
@@ -24,7 +25,8 @@ bool mayFollow(unsigned char lead, std::size_t index, unsigned char byte)
     return byte >= 0x80 && byte <= 0xBF;
 }
 
-/// The first character of a text that is not empty, or the invalid bytes at its start.
+/// The length of the first character of a text, or of the invalid bytes at its start. The text must not be
+/// empty.
 Sequence firstSequence(std::string_view bytes)
 {
     const auto lead = static_cast<unsigned char>(bytes.front());

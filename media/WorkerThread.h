@@ -15,7 +15,7 @@
 namespace stackreel
 {
 
-/// One thread whose end resumes a coroutine on the thread that created this object. A part of
+/// Runs work on a new thread and then resumes a coroutine on the thread that created this object. Only for
 /// `onWorkerThread`.
 class ThreadCompletion : public QObject
 {
@@ -42,7 +42,8 @@ public:
     using Result = std::invoke_result_t<Work>;
 
     explicit WorkerThreadState(Work work) : m_work(std::move(work)) {}
-    // Deleted later: its `event` is still on the call stack when the resumed coroutine destroys this object.
+    // `deleteLater`, because `ThreadCompletion::event` is still on the call stack when the resumed coroutine
+    // destroys this object.
     ~WorkerThreadState() { m_completion.release()->deleteLater(); }
     WorkerThreadState(const WorkerThreadState&) = delete;
     WorkerThreadState& operator=(const WorkerThreadState&) = delete;
@@ -75,7 +76,8 @@ private:
     std::exception_ptr m_failure;
 };
 
-/// Awaits a state that it does not own. A separate type because GCC 12 copies the operand of `co_await`.
+/// The awaiter of a state, which it does not own. It is a separate type because GCC 12 copies the operand of
+/// `co_await`, and a state cannot be copied.
 template <typename Work>
 struct WorkerThreadAwaiter {
     WorkerThreadState<Work>& state;
