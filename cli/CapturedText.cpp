@@ -31,7 +31,7 @@ std::string CapturedText::readAppended() noexcept
     std::string text(static_cast<std::size_t>(std::max<std::streamoff>(end - start, 0)), '\0');
     m_file.seekg(start).read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(m_file.gcount()));
-    // Skipped text must not join the text before and after it into one line.
+    // A line feed in place of the skipped text keeps the lines before and after it apart.
     if (start > position)
         text.insert(text.begin(), '\n');
     return text;

@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// Reads a file while another process writes it, such as a child's captured standard error. Any thread;
-/// nothing throws: a file that cannot be read has no text.
+/// Reads a file while another process writes it, such as a child's captured standard error. Any thread. No
+/// function throws; a file that cannot be read counts as empty.
 class CapturedText
 {
 public:

@@ -73,7 +73,7 @@ CliGrammar::~CliGrammar() = default;
 std::optional<std::string> CliGrammar::parse(std::vector<std::string> arguments)
 {
     const auto separator = std::find(arguments.begin(), arguments.end(), "--");
-    // CLI11 takes a lone "++" for the end of a subcommand. "./++" is the same file without that meaning.
+    // For CLI11 the argument "++" ends a subcommand. "./++" names the same file and has no such meaning.
     std::replace(arguments.begin(), separator, std::string("++"), std::string("./++"));
     std::reverse(arguments.begin(), arguments.end());
     try {

@@ -13,7 +13,7 @@ class App;
 namespace stackreel
 {
 
-/// The values of the options as the user wrote them; empty for those not given.
+/// The values of the options as the user wrote them; empty for options that were not given.
 struct RawOptions {
     std::string source;
     std::string destination;
@@ -31,8 +31,7 @@ struct RawOptions {
 };
 
 /// The grammar of the command line, and the result of parsing one command line with it. Does not interpret
-/// the values.
-/// Only the implementation includes CLI11, which takes seconds to compile.
+/// the values. Only the implementation includes CLI11, which takes seconds to compile.
 class CliGrammar
 {
 public:
@@ -41,15 +40,16 @@ public:
     CliGrammar(const CliGrammar&) = delete;
     CliGrammar& operator=(const CliGrammar&) = delete;
 
-    /// Parses the arguments, without the program's own name; once per object. Returns the text that the user
-    /// asked for, the help or the version, if any. Throws `UsageError` when something is missing. Words that
-    /// match nothing are no error: `extraWords` has them.
+    /// Parses the arguments, which do not include the program's name. Call it once per object. Returns the
+    /// help or the version if the user asked for it. Throws `UsageError` when something is missing. A word
+    /// that matches nothing is not an error; `extraWords` returns it.
     std::optional<std::string> parse(std::vector<std::string> arguments);
 
     const RawOptions& values() const { return m_values; }
     /// The command in use; empty when there is none.
     std::string command() const;
-    /// Whether an option of `export`, or a file named by its placeholder, was given.
+    /// Whether an option of `export` was given ("--from"), or a file, named by its placeholder
+    /// ("DESTINATION").
     bool isGiven(const std::string& option) const;
     /// The words that match neither an option nor a file of the command, in order.
     std::vector<std::string> extraWords() const;

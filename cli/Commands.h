@@ -13,12 +13,12 @@ namespace stackreel
 /// which needs a running event loop. All throw `CancellationError` when a stop was requested, and otherwise
 /// errors whose `what()` is meant for the user.
 struct Commands {
-    /// Prints the facts of a video.
+    /// Prints the properties of a video.
     static QCoro::Task<> probe(ProbeOptions options, std::stop_token stop);
 
-    /// Makes the vertical video, or with `dryRun` prints the arguments of `ffmpeg`. When it returns, the
+    /// Makes the vertical video, or prints the arguments of `ffmpeg` if `dryRun` is set. When it returns, the
     /// destination holds the export, which has passed `checkExport`. When it throws, the destination is
-    /// unchanged and no other file is left.
+    /// unchanged and no temporary file is left.
     static QCoro::Task<> exportVideo(ExportOptions options, std::stop_token stop);
 };
 

@@ -8,7 +8,7 @@ namespace stackreel
 
 std::string fixedDecimal(double value, int decimals)
 {
-    // Holds the longest finite double.
+    // Large enough for every finite double.
     std::array<char, 384> text{};
     const auto result =
         std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);

@@ -5,7 +5,7 @@
 namespace stackreel
 {
 
-/// A finite number with a fixed count of decimals after a full stop, in every locale.
+/// A finite number with a full stop and a fixed number of decimals, independent of the locale.
 std::string fixedDecimal(double value, int decimals);
 
 } // namespace stackreel

@@ -28,7 +28,7 @@ CliError alreadyExists(const fs::path& path)
     return CliError(quoted(path) + " already exists. Replace it with --overwrite.");
 }
 
-/// The result of `query` for the path. A missing file is no error.
+/// The result of `query` for the path. A missing file is not an error.
 template <typename Query>
 fs::file_status statusOf(const fs::path& path, Query query)
 {
@@ -51,7 +51,8 @@ fs::file_status linkStatus(const fs::path& path)
         path, [](const fs::path& file, std::error_code& error) { return fs::symlink_status(file, error); });
 }
 
-/// The file that a write to the path would reach, even when that file does not exist yet.
+/// The file that a write to the path would create or change: symbolic links are followed, also to a file that
+/// does not exist yet.
 fs::path followLinks(fs::path path)
 {
     for (int links = 0; fs::is_symlink(linkStatus(path)); ++links) {
@@ -76,7 +77,7 @@ void requireFolderFor(const fs::path& file)
 
 void Destination::requireOther(const fs::path& source, const fs::path& destination)
 {
-    // The comparison reports an error for a destination that does not exist yet.
+    // The error is ignored: the comparison reports one if the destination does not exist yet.
     std::error_code error;
     if (fs::equivalent(source, destination, error) && !error)
         throw CliError(quoted(destination) + " is the source itself, which is never overwritten.");
@@ -103,7 +104,8 @@ PartialFile::PartialFile(const Destination& destination) : m_destination(destina
     m_path = destination.file.parent_path() / (".stackreel-" + uuid.toStdString() + ".mp4");
     if (const int error = Files::createEmpty(m_path); error != 0)
         throw SystemError(error, "write", destination.named);
-    // The encoder creates the file again, with the user's default permissions.
+    // Remove the file that was created to test the folder. The encoder creates it again, with the user's
+    // default permissions.
     fs::remove(m_path);
 }
 

@@ -23,8 +23,8 @@ struct Destination {
     static void requireOther(const std::filesystem::path& source, const std::filesystem::path& destination);
 };
 
-/// The hidden file that an export is rendered into until it has been checked. It lies beside its destination,
-/// so that one rename moves it there. The destructor removes it unless it was moved.
+/// The hidden file that an export is rendered into. After the file is checked, it is renamed to the
+/// destination, which is in the same folder. The destructor removes the file if it was not renamed.
 class PartialFile
 {
 public:
@@ -37,7 +37,7 @@ public:
 
     const std::filesystem::path& path() const { return m_path; }
     /// Writes the file through to disk and renames it to the destination. Throws `CliError` when a file that
-    /// must not be replaced has appeared there meanwhile, `SystemError` when the system refuses.
+    /// must not be replaced has appeared there in the meantime, and `SystemError` when the rename fails.
     void moveIntoPlace() const;
 
 private:

@@ -13,8 +13,8 @@ namespace
 // Status lines are about a hundred characters long.
 constexpr std::size_t longestLine = 1024;
 
-/// The value of "name=value", found at the start of the line or after a space. Spaces before the value are
-/// skipped. Empty when there is none.
+/// The value of a field "name=value" at the start of the line or after a space. Spaces before the value are
+/// skipped. Empty when the line has no such field.
 std::string_view field(std::string_view line, const std::string& name)
 {
     std::size_t at = line.find(name + "=");
@@ -27,7 +27,8 @@ std::string_view field(std::string_view line, const std::string& name)
     return line.substr(0, line.find(' '));
 }
 
-/// "00:01:02.50" in seconds. Before the first frame the time may be negative, which counts as 0.
+/// Parses a time such as "00:01:02.50" into seconds. Before the first frame the time may be negative; it then
+/// counts as 0.
 std::optional<double> clockSeconds(std::string_view text)
 {
     const bool negative = text.starts_with('-');

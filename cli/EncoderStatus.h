@@ -14,14 +14,15 @@ struct EncoderStatus {
     std::optional<std::int64_t> frames; ///< frames written so far
     std::optional<double> speed;        ///< seconds of output encoded per second; above 0
 
-    /// The status in a line without its ending; none for any other line. Pure.
+    /// Parses a status line, which is given without its line terminator. Returns `std::nullopt` for any other
+    /// line. Pure.
     static std::optional<EncoderStatus> parse(std::string_view line);
 
     bool operator==(const EncoderStatus&) const = default;
 };
 
-/// Finds the status lines in standard error while it grows. Its memory stays small, however much text it
-/// gets.
+/// Finds the status lines in standard error while it grows. It keeps only the start of the unfinished line,
+/// so its memory use is bounded.
 class EncoderStatusReader
 {
 public:

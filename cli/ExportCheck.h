@@ -23,12 +23,12 @@ struct ExportExpectation {
     static ExportExpectation of(const ExportRequest& request, const ProbeDocument& source);
 };
 
-/// Compares the report on a finished file with the expectation, and throws `CliError` with the difference
-/// when there is one. Pure.
+/// Compares the report on a finished file with the expected properties. Throws `CliError` with the first
+/// difference. Pure.
 ///
-/// The length may differ by half a second, or by half the length of an export shorter than one second, and by
-/// two frames more, because a cut need not fall on a frame of the source. `frames`, the number of frames in
-/// the file, gives the duration of one frame; without it that duration counts as 0.
+/// The length may differ by half a second (for an export shorter than one second: by half of its length) plus
+/// the duration of two frames, because a cut need not fall on a frame of the source. The duration of a frame
+/// is computed from `frames`, the number of frames in the file; if that is unknown, it counts as 0.
 void checkExport(const ProbeDocument& report, const ExportExpectation& expected,
                  std::optional<std::int64_t> frames);
 

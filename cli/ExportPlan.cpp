@@ -15,7 +15,7 @@ namespace stackreel
 namespace
 {
 
-// The media tools count pixels in 32 bits.
+// FFmpeg stores widths and heights as 32-bit integers.
 constexpr std::int64_t longestSide = INT32_MAX;
 
 bool isLengthKnown(const MediaInfo& media)

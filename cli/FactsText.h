@@ -7,9 +7,10 @@
 namespace stackreel
 {
 
-/// A video's facts as `probe` prints them, UTF-8, with a final line feed. Pure.
+/// A video's properties as `probe` prints them, UTF-8, with a final line feed. Pure.
 struct FactsText {
-    /// One line per fact, labelled as in the window: Frame, Video, Length, and Audio when there is sound.
+    /// One line per property, labelled as in the window: Frame, Video, Length, and Audio if there is an audio
+    /// stream.
     static std::string lines(const MediaInfo& media);
     /// One JSON object. Width and height are those of the coded frame, before rotation. A missing
     /// `audioCodec` and a number that is not finite are null.

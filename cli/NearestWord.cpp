@@ -34,7 +34,7 @@ std::optional<std::string> nearestWord(std::string_view mistyped, std::span<cons
     std::optional<std::string> nearest;
     std::size_t least = 0;
     for (const std::string& word : words) {
-        // A word this much longer cannot be near, and comparing it would be slow.
+        // A mistyped word that is twice as long cannot be near, and comparing a very long one would be slow.
         if (mistyped.size() > 2 * word.size())
             continue;
         const std::size_t distance = editDistance(mistyped, word);

@@ -8,8 +8,9 @@
 namespace stackreel
 {
 
-/// The word nearest to a mistyped one by edit distance: the fewest letters replaced, inserted or deleted; the
-/// first of several. None when the distance is more than a third of that word's length.
+/// The word with the smallest edit distance to a mistyped one; the first one if several are equally near. The
+/// edit distance is the smallest number of letters to replace, insert or delete. Returns `std::nullopt` when
+/// it is more than a third of that word's length.
 std::optional<std::string> nearestWord(std::string_view mistyped, std::span<const std::string> words);
 
 } // namespace stackreel

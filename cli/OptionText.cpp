@@ -31,7 +31,7 @@ std::optional<double> OptionText::seconds(std::string_view text)
     const auto value = parseDecimal(text);
     if (!value || *value < 0)
         return std::nullopt;
-    // Adding 0 turns a negative zero into zero.
+    // Adding 0 changes -0.0 to 0.0, which prints without a sign.
     return *value + 0.0;
 }
 

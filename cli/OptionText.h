@@ -9,15 +9,15 @@
 namespace stackreel
 {
 
-/// Parses the values of options. All functions are pure and independent of the locale, and return none for a
-/// text that is not completely such a value.
+/// Parses the values of options. All functions are pure and independent of the locale. They return
+/// `std::nullopt` if the text as a whole is not such a value.
 struct OptionText {
     /// A time in seconds, finite and not negative: "12.5".
     static std::optional<double> seconds(std::string_view text);
-    /// An output size in pixels, "1080x1920", not rounded: sides of 2 to 16384.
+    /// An output size in pixels, with sides of 2 to 16384: "1080x1920". It is not rounded to even numbers.
     static std::optional<PixelSize> size(std::string_view text);
-    /// A crop region "X,Y,W,H" in fractions of the displayed frame, any finite numbers, moved and sized into
-    /// the frame.
+    /// A crop region "X,Y,W,H" in fractions of the displayed frame. Any finite numbers are allowed; the
+    /// region is then shrunk and moved to fit inside the frame.
     static std::optional<CropRegion> region(std::string_view text);
 };
 

@@ -17,14 +17,14 @@ struct Progress {
 
     /// The progress as a line of text: "42 %, 1.31x, 0:12 left".
     std::string line() const;
-    /// The same with a bar, exactly `columns` wide. If that is too narrow for a bar, the line alone, cut to
-    /// `columns`. ASCII.
+    /// A progress bar followed by the details, exactly `columns` wide. If that is too narrow for a bar, it is
+    /// the text of `line`, cut to `columns`. ASCII.
     std::string bar(std::size_t columns) const;
 
     bool operator==(const Progress&) const = default;
 };
 
-/// Turns the encoder's statuses into progress whose percentage never decreases.
+/// Computes the progress from the encoder's statuses. The percentage never decreases.
 class ProgressEstimate
 {
 public:

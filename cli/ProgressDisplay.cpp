@@ -80,7 +80,8 @@ void ProgressDisplay::drawBar(std::size_t columns)
 {
     if (!StandardStreams::errorTerminalIsOurs())
         return;
-    // A carriage return and spaces work on every terminal, whatever control sequences it knows.
+    // Only a carriage return and spaces are used: they work on every terminal, whichever control sequences it
+    // supports.
     std::string bar = m_estimate.current().bar(columns);
     bar.resize(columns, ' ');
     bar.insert(0, 1, '\r');

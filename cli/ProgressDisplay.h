@@ -13,15 +13,15 @@
 namespace stackreel
 {
 
-/// Decides when the next plain line of progress is due: once the percentage has changed, and five seconds
-/// have passed or it has grown by ten. Pure.
+/// Decides when the next plain line of progress is printed: when the percentage has grown by ten, or when it
+/// has changed and five seconds have passed. Pure.
 class PlainLineSchedule
 {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
     explicit PlainLineSchedule(Time start) : m_lastTime(start) {}
-    /// Whether a line is due now. If so, the next one is counted from it.
+    /// Whether a line is due now. If so, the next line is scheduled from this percentage and this time.
     bool isDue(int percent, Time now);
 
 private:
@@ -41,7 +41,7 @@ public:
     ProgressDisplay(const ProgressDisplay&) = delete;
     ProgressDisplay& operator=(const ProgressDisplay&) = delete;
 
-    /// Sets the file to read. To be called once, on any thread.
+    /// Sets the file to read. Call it once, on any thread.
     void watch(const std::filesystem::path& standardErrorFile) { m_text.open(standardErrorFile); }
     /// Clears the bar, reads the rest of the encoder's text, and returns its last status.
     std::optional<EncoderStatus> finish();
@@ -57,7 +57,7 @@ private:
     ProgressEstimate m_estimate;
     PlainLineSchedule m_schedule;
     QTimer m_timer;
-    std::string m_drawn; // the bar on the terminal, with its carriage return; empty when there is none
+    std::string m_drawn; // the bar on the terminal, with its carriage return; empty when no bar is shown
 };
 
 } // namespace stackreel

@@ -6,11 +6,12 @@
 namespace stackreel
 {
 
-/// An error in the command line itself. `what()` says what is wrong, `hint()` which command shows the help.
+/// An error in the command line itself. `what()` says what is wrong; `hint()` says which command shows the
+/// help.
 class UsageError : public std::runtime_error
 {
 public:
-    /// `command` is the name of the command the user gave, empty when there is none.
+    /// `command` is the name of the command that the user gave; empty if the user gave none.
     UsageError(const std::string& message, const std::string& command)
         : std::runtime_error(message),
           m_hint("Try 'stackreel-cli " + command + (command.empty() ? "" : " ") + "--help'.")

@@ -16,7 +16,7 @@ using namespace stackreel;
 
 enum Status { done = 0, failed = 1, wrongUsage = 2, signalled = 128 };
 
-/// Runs the command in the options and throws its errors.
+/// Runs the command in the options. Throws the errors of the command.
 QCoro::Task<> perform(CliOptions options, std::stop_token stop)
 {
     if (const auto* probe = std::get_if<ProbeOptions>(&options))
@@ -43,7 +43,8 @@ QCoro::Task<int> statusOf(CliOptions options, TerminationSignals& signals)
     } catch (const std::exception& error) {
         message = error.what();
     }
-    // The same signal may have ended a tool first, so that its failure is only a consequence.
+    // The signal may also have ended a tool. The tool's error is then only a consequence, so the signal is
+    // reported instead.
     if (const int signal = signals.finish(); signal != 0) {
         status = signalled + signal;
         message = "Cancelled.";
@@ -52,7 +53,7 @@ QCoro::Task<int> statusOf(CliOptions options, TerminationSignals& signals)
     co_return status;
 }
 
-/// Drops Qt's warning about a locale that is not UTF-8: this program does not depend on the locale.
+/// Suppresses Qt's warning about a locale that is not UTF-8. The program does not depend on the locale.
 void ignoreMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 } // namespace
@@ -64,7 +65,8 @@ int main(int argc, char* argv[])
     const CliOptions options = parseOptions({argv + (argc > 0 ? 1 : 0), argv + argc});
 
     const QtMessageHandler previous = qInstallMessageHandler(ignoreMessage);
-    // Qt gets the program's name only, so that it does not remove options that it knows itself.
+    // Qt gets the program's name only. Otherwise it would remove the options that it knows from the
+    // arguments.
     int ownName = argc > 0 ? 1 : 0;
     const QCoreApplication application(ownName, argv);
     qInstallMessageHandler(previous);
