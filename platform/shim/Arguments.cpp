@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace stackreel::shim
 {
@@ -90,13 +91,14 @@ void addChannelLayouts(Arguments& output)
     filters += (filters.empty() ? "" : ",") + channelLayouts;
 }
 
-// The graphs stand before the request, as they belong to its output.
-void keepFullChroma(Arguments& arguments)
+// Replaces each value of the option by the result of `change`.
+void changeValues(Arguments& arguments, const std::string& name,
+                  std::string (*change)(const std::string& value))
 {
     auto option = arguments.begin();
-    while ((option = std::find(option, arguments.end(), "-filter_complex")) != arguments.end()) {
+    while ((option = std::find(option, arguments.end(), name)) != arguments.end()) {
         if (++option != arguments.end())
-            *option = withFullChroma(*option);
+            *option = change(*option);
     }
 }
 
@@ -148,12 +150,17 @@ bool asksForVideoToolbox(const Arguments& arguments)
 Arguments withEncoder(const Arguments& arguments, H264Encoder encoder)
 {
     const std::ptrdiff_t requests = countRequests(arguments);
-    if (encoder == H264Encoder::videoToolbox || requests == 0)
+    if (requests == 0)
         return arguments;
+    Arguments result = arguments;
+    changeValues(result, "-vf", withEvenSides);
+    if (encoder == H264Encoder::videoToolbox)
+        return result;
     // With several outputs it is open which of them a graph belongs to.
-    const Arguments prepared = requests == 1 ? withTimeStampsResetAfterEncoding(arguments) : arguments;
-    Arguments result = withOptions(prepared, encoder == H264Encoder::x264 ? x264Options : openH264Options);
-    keepFullChroma(result);
+    if (requests == 1)
+        result = withTimeStampsResetAfterEncoding(std::move(result));
+    result = withOptions(result, encoder == H264Encoder::x264 ? x264Options : openH264Options);
+    changeValues(result, "-filter_complex", withFullChroma);
     leaveOutIdleSeeks(result);
     return result;
 }

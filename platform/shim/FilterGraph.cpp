@@ -23,6 +23,15 @@ std::string withFullChroma(const std::string& graph)
     return std::regex_replace(graph, toOddHeight, "$&,format=yuv444p");
 }
 
+// `-2` gives an even height, and `force_original_aspect_ratio` then changes both sides again: 352 × 288
+// becomes 960 × 785, which x264 refuses. A picture more than 960 times as wide as high gets no height at all.
+std::string withEvenSides(const std::string& filters)
+{
+    static const std::regex fitted(
+        "scale=([0-9]*[02468]):-2:force_original_aspect_ratio=decrease(?=[,;\\[]|$)");
+    return std::regex_replace(filters, fitted, "scale=$1:'max(2,2*round($1*ih/iw/2))'");
+}
+
 bool resetsTimeStamps(const std::string& graph)
 {
     return graph.find(reset) != std::string::npos;

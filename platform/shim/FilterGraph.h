@@ -11,6 +11,10 @@ namespace stackreel::shim
 /// unchanged.
 std::string withFullChroma(const std::string& graph);
 
+/// `filters` with even sides for every picture: `scale=W:-2:force_original_aspect_ratio=decrease` with an
+/// even W becomes a scale to W and the nearest even height, at least 2. Any other filter is unchanged.
+std::string withEvenSides(const std::string& filters);
+
 /// Whether the pictures are moved to begin at 0 by `setpts=PTS-STARTPTS`.
 bool resetsTimeStamps(const std::string& graph);
 

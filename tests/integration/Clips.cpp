@@ -83,7 +83,9 @@ ProcessOutput runFFmpeg(const std::vector<std::string>& arguments)
 
 void makeClip(const std::filesystem::path& file, const ClipRecipe& recipe)
 {
-    std::vector<std::string> words = {"-f", "lavfi", "-i", picture(recipe) + storedTurn(recipe.rotation)};
+    std::vector<std::string> words = {"-f", "lavfi", "-i",
+                                      picture(recipe) + storedTurn(recipe.rotation) +
+                                          ",setsar=" + recipe.sampleAspect};
     if (recipe.audio)
         for (const std::string& word :
              {std::string("-f"), std::string("lavfi"), std::string("-i"),

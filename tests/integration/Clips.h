@@ -16,6 +16,7 @@ ProcessOutput runFFmpeg(const std::vector<std::string>& arguments);
 struct ClipRecipe {
     int width = 640; ///< displayed pixels
     int height = 360;
+    std::string sampleAspect = "1"; ///< width over height of one pixel, as in "4/3"
     std::string rate = "25";
     double seconds = 2;
     int rotation = 0; ///< 0, 90, 180 or 270: how far the stored frames are to be turned against the clock

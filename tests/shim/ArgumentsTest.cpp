@@ -77,6 +77,17 @@ TEST(Arguments, NothingChangesWhereTheEncoderIsThere)
     EXPECT_EQ(withEncoder(arguments, H264Encoder::videoToolbox), arguments);
 }
 
+TEST(Arguments, ASimpleFilterGraphGetsEvenSidesWhateverTheEncoder)
+{
+    const Arguments fitted{"-vf", "scale=960:-2:force_original_aspect_ratio=decrease,format=yuv420p"};
+    const Arguments even{"-vf", "scale=960:'max(2,2*round(960*ih/iw/2))',format=yuv420p"};
+    for (const H264Encoder encoder : {H264Encoder::videoToolbox, H264Encoder::x264, H264Encoder::openH264})
+        EXPECT_EQ(withEncoder(joined({fitted, request}), encoder), joined({even, options(encoder)}));
+    EXPECT_EQ(withEncoder(fitted, H264Encoder::x264), fitted);
+    const Arguments withoutValue = joined({request, {"-vf"}});
+    EXPECT_EQ(withEncoder(withoutValue, H264Encoder::videoToolbox), withoutValue);
+}
+
 TEST(Arguments, EachEncoderTakesThePlaceOfTheRequest)
 {
     const Arguments x264 = options(H264Encoder::x264);

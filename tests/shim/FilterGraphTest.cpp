@@ -37,6 +37,20 @@ TEST(FilterGraph, IsUnchangedWithoutHalvesOfAnOddHeight)
         EXPECT_EQ(withFullChroma(each), each);
 }
 
+TEST(FilterGraph, ScalesToEvenSides)
+{
+    const std::string fitted = "scale=960:-2:force_original_aspect_ratio=decrease";
+    const std::string even = "scale=960:'max(2,2*round(960*ih/iw/2))'";
+    EXPECT_EQ(withEvenSides(fitted), even);
+    EXPECT_EQ(withEvenSides(fitted + ",format=yuv420p"), even + ",format=yuv420p");
+    EXPECT_EQ(withEvenSides("fps=5," + fitted), "fps=5," + even);
+    for (const std::string& other :
+         {std::string(), std::string("scale=960:-2"), std::string("scale=960:540"), fitted + ":flags=area",
+          std::string("scale=961:-2:force_original_aspect_ratio=decrease"),
+          std::string("scale=960:-2:force_original_aspect_ratio=increase")})
+        EXPECT_EQ(withEvenSides(other), other);
+}
+
 TEST(FilterGraph, KeepsFullChromaWhereTheEncoderIsReplaced)
 {
     const std::string feed = graph("1080:675:flags=bicubic", "1080:675:flags=bicubic");
