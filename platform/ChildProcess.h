@@ -10,10 +10,11 @@
 namespace stackreel
 {
 
-/// The parameters of a child. The descriptors belong to the caller and may be closed once `launch` returns.
+/// The parameters of a child process. The descriptors belong to the caller, who may close them after `launch`
+/// has returned.
 struct ChildProcessLaunch {
     std::filesystem::path executable;   ///< absolute path; PATH is never searched
-    std::vector<std::string> arguments; ///< without the program's own name; bytes, passed as they are
+    std::vector<std::string> arguments; ///< without the program's name; bytes, passed unchanged
     int standardOutput;                 ///< descriptor above 2 that becomes the child's standard output
     int standardError;                  ///< descriptor above 2 that becomes the child's standard error
 };
@@ -21,8 +22,8 @@ struct ChildProcessLaunch {
 /// A running child of this process.
 ///
 /// The child is reaped when the last reference to the object is released, and not before. Until then the
-/// system cannot reuse its process id. A holder of a reference can therefore signal the child at any time,
-/// from any thread, and never reaches another process.
+/// system cannot reuse its process id. The holder of a reference can therefore signal the child at any time
+/// and from any thread, and the signal never reaches another process.
 class ChildProcess
 {
 public:
@@ -30,9 +31,9 @@ public:
     /// descriptor. It begins with default signal dispositions and an empty signal mask, whatever this process
     /// has set for itself.
     ///
-    /// Throws `SystemError` at once when the program does not exist, is a folder or is not executable, has a
-    /// missing interpreter or an unknown format, when the system cannot start another process, or after
-    /// `RunningChildren::end`.
+    /// Throws `SystemError` when the program does not exist, is a folder or is not executable, when its
+    /// interpreter is missing or its format is unknown, when the system cannot start another process, and
+    /// after `RunningChildren::end`.
     static std::shared_ptr<ChildProcess> launch(const ChildProcessLaunch& launch);
 
     /// Reaps the child; blocks while it still runs.

@@ -9,8 +9,8 @@ namespace stackreel
 {
 
 /// A file open for writing. The destructor closes it. A child never inherits the descriptor. The descriptor
-/// is never one of the three standard ones, even in a process that was started with those closed. Not
-/// copyable; any thread, one at a time.
+/// is never that of a standard stream (0 to 2), even in a process that was started with those closed. Any
+/// thread, but only one at a time.
 class WriteHandle
 {
 public:
@@ -32,23 +32,23 @@ private:
 /// File operations of the host system that the standard library lacks, or for which its error messages are
 /// not fit for users. Paths are bytes. Any thread. A failure throws `SystemError`.
 struct Files {
-    /// The user's folder for temporary files as an absolute path: TMPDIR where it is set, else /tmp. It need
-    /// not exist.
+    /// The absolute path of the user's folder for temporary files: TMPDIR if it is set, otherwise /tmp. The
+    /// folder need not exist.
     static std::filesystem::path temporaryDirectory();
-    /// Creates the folder and its missing parents; an existing folder is fine.
+    /// Creates the folder and its missing parents. Does nothing if the folder exists.
     static void createDirectories(const std::filesystem::path& path);
     /// Creates one new folder that only this user may enter, and its missing parents. An existing folder is
     /// an error.
     static void createPrivateDirectory(const std::filesystem::path& path);
-    /// Creates an empty file; an existing file stays as it is. Throws nothing: returns 0, or the errno value
-    /// of a failure. A caller that opens the file next may ignore it.
+    /// Creates an empty file; an existing file is not changed. Does not throw: returns 0, or the errno value
+    /// of the failure. A caller that opens the file next may ignore the result.
     static int createEmpty(const std::filesystem::path& path);
     /// The whole content of a file, as bytes.
     static std::string readAll(const std::filesystem::path& path);
     /// Whether the path is a file, not a folder, that the current user may execute.
     static bool isExecutable(const std::filesystem::path& path);
     /// Renames a file within one file system. With `replace` an existing destination is replaced atomically.
-    /// Without it an existing destination is an error (EEXIST) and stays as it was.
+    /// Without `replace` an existing destination is an error (EEXIST) and is not changed.
     static void moveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& to,
                               bool replace);
 };

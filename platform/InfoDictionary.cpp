@@ -11,7 +11,7 @@ namespace stackreel
 InfoDictionary InfoDictionary::read(const std::filesystem::path& file)
 {
     std::ifstream stream(file, std::ios::binary);
-    // The stream reads the file: on a read error it sets a flag, while the parser would throw.
+    // Read the file through a stream, which only sets a flag on a read error. The parser would throw.
     std::ostringstream content;
     content << stream.rdbuf();
     const auto root = nlohmann::json::parse(content.str(), nullptr, false);

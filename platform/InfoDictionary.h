@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// The application's information dictionary: values set when this build was configured, such as the address
-/// of its update feed. An immutable value; any thread.
+/// The application's information dictionary: values that are set when the build is configured, such as the
+/// address of the update feed. An immutable value; any thread.
 class InfoDictionary
 {
 public:
@@ -21,7 +21,7 @@ public:
     /// read or holds anything else.
     static InfoDictionary read(const std::filesystem::path& file);
 
-    /// The text of a key; none when the key is absent or its value is not a string.
+    /// The text of a key; `std::nullopt` when the key is absent or its value is not a string.
     std::optional<std::string> text(const std::string& key) const;
 
 private:

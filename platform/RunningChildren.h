@@ -9,7 +9,7 @@ namespace stackreel
 /// Any thread.
 struct RunningChildren {
     static std::size_t count();
-    /// Asks all of them to end (SIGTERM). From now on launching another child throws `SystemError`. This
+    /// Asks all of them to end (SIGTERM). After this call, launching a child throws `SystemError`; this
     /// cannot be undone.
     static void end();
     /// Kills those that are still running (SIGKILL).

@@ -12,7 +12,7 @@ namespace stackreel
 /// each fail.
 ///
 /// The functions have the signatures and the errno convention of the calls they are named after. Only tests
-/// replace entries, before the threads that use the table start. The program never writes it.
+/// replace entries, before they start the threads that use the table. The program never changes it.
 struct SystemCalls {
     int (*open)(const char* path, int flags, mode_t mode);
     int (*close)(int descriptor);
@@ -26,7 +26,7 @@ struct SystemCalls {
     int (*kill)(pid_t pid, int signal);
 };
 
-/// The table in use. It holds the host system's own calls unless a test replaced an entry.
+/// The table in use. It contains the host system's own calls, except for entries that a test has replaced.
 SystemCalls& systemCalls();
 
 } // namespace stackreel

@@ -7,8 +7,8 @@
 namespace stackreel
 {
 
-/// A failed system call, with a sentence for the user. `code()` holds the errno value. `what()` is the
-/// sentence: what could not be done, with which file, and the system's reason.
+/// The failure of a system call. `code()` returns the errno value. `what()` returns a sentence for the user:
+/// what could not be done, with which file, and the system's reason.
 class SystemError : public std::system_error
 {
 public:

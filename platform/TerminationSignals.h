@@ -25,13 +25,13 @@ public:
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
 
-    /// Fires at the first signal.
+    /// A stop is requested when the first signal arrives.
     std::stop_token stopToken() const { return m_source.get_token(); }
-    /// The number of the first signal that arrived, 0 before. Any thread.
+    /// The number of the first signal that arrived; 0 if none has arrived. Any thread.
     int received() const { return m_received; }
-    /// Stops receiving, and returns the number of the first signal that arrived, 0 for none. Unlike
-    /// `received` it includes every signal sent before the call. Signals that arrive later have no effect.
-    /// Call it on the thread that constructed the object.
+    /// Stops receiving, and returns the number of the first signal that arrived, or 0 if none has. Unlike
+    /// `received`, it also counts a signal that was sent before this call and is still pending. Signals that
+    /// arrive later have no effect. Call it on the thread that constructed the object.
     int finish();
 
 private:

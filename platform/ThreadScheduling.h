@@ -3,9 +3,9 @@
 namespace stackreel
 {
 
-/// Asks the scheduler for the shortest time slice, so that the calling thread runs as soon as it wakes,
-/// before threads that compute. For threads that only run for short moments. Has no effect on a system that
-/// does not support it.
+/// Requests the shortest time slice from the scheduler, so that the calling thread, as soon as it wakes, runs
+/// before threads that compute. Use it for threads that only run briefly. Has no effect on systems that do
+/// not support it.
 void requestShortTimeSlice();
 
 } // namespace stackreel

@@ -27,8 +27,9 @@ bool isSuppressed(const QAccessibleEvent& event)
            (description && isTrue(event.object(), "announcesValueOnly"));
 }
 
-/// Sends the same signal as Qt on Qt's own connection, with the new text added. Returns false when that
-/// connection does not exist: no assistive technology runs, or this version of Qt names it differently.
+/// Sends the signal that Qt would send, with the new text added, on Qt's own D-Bus connection. Returns false
+/// when that connection does not exist, because no assistive technology runs or because this version of Qt
+/// uses another name for it.
 bool sendPropertyChange(const QAccessibleEvent& event, const char* property, QAccessible::Text which)
 {
     const QDBusConnection bus(QStringLiteral("a11y"));
@@ -56,7 +57,7 @@ void update(QAccessibleEvent* event)
 {
     if (isSuppressed(*event) || sendsChangedText(*event))
         return;
-    // Without an update handler Qt processes the event itself.
+    // Qt processes an event itself only while no update handler is installed.
     QAccessible::installUpdateHandler(nullptr);
     QAccessible::updateAccessibility(event);
     QAccessible::installUpdateHandler(update);

@@ -66,7 +66,8 @@ private:
     QLineEdit& edit() const { return *qobject_cast<QLineEdit*>(object()); }
 };
 
-/// A field that hides its text keeps Qt's own interface, which does not expose the text.
+/// A field that hides its text, such as a password field, keeps Qt's own interface, which does not expose the
+/// text.
 QAccessibleInterface* accessibleLineEdit(const QString& className, QObject* object)
 {
     auto* const edit = qobject_cast<QLineEdit*>(object);

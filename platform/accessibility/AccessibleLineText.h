@@ -6,9 +6,9 @@ namespace stackreel
 {
 
 /// The text of a single-line field, as assistive technology reads and edits it. It replaces Qt's own
-/// implementation: in Qt 6.4 that loops forever when asked for the word or sentence at the end of a text. A
-/// screen reader asks for it when the cursor moves there word by word. Offsets are in UTF-16 units. Main
-/// thread.
+/// implementation: in Qt 6.4 that loops forever when it is asked for the word or sentence at the end of a
+/// text. A screen reader asks for them when the cursor is moved to the end word by word. Offsets are in
+/// UTF-16 units. Main thread.
 class AccessibleLineText : public QAccessibleTextInterface, public QAccessibleEditableTextInterface
 {
 public:
@@ -42,7 +42,7 @@ protected:
     virtual QString line() const = 0;
     virtual void setLine(const QString& text) = 0;
     virtual int cursor() const = 0;
-    /// An empty range when nothing is selected.
+    /// The selected range; an empty range when nothing is selected.
     virtual Range selected() const = 0;
     /// Selects from `start` to `end`, and puts the cursor at `end`.
     virtual void select(int start, int end) = 0;

@@ -64,7 +64,7 @@ std::vector<char*> argumentVector(std::vector<std::string>& strings)
     return pointers;
 }
 
-/// Blocks until the child has ended. Returns false, with the reason in errno, when waiting fails.
+/// Blocks until the child has ended. Returns false when waiting fails, with the reason in errno.
 bool waitFor(pid_t child, siginfo_t& info, int options)
 {
     while (systemCalls().waitid(P_PID, static_cast<id_t>(child), &info, options) != 0)
@@ -105,7 +105,8 @@ ChildProcess::ChildProcess(pid_t pid, std::filesystem::path executable)
 
 ChildProcess::~ChildProcess()
 {
-    // Leave the registry before reaping: after that another process may get the same id and the signal.
+    // Remove the child from the registry before reaping it. After that, another process may get its id, and a
+    // signal sent through the registry would reach that process.
     siginfo_t info{};
     waitFor(m_pid, info, WEXITED | WNOWAIT);
     ChildRegistry::shared().remove(m_pid);

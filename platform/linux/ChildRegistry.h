@@ -15,9 +15,10 @@ class ChildRegistry
 public:
     static ChildRegistry& shared();
 
-    /// Whether children may start.
+    /// Whether children may start: true until `close` is called.
     bool isOpen() const;
-    /// Adds a child to the list. Returns whether children may still start.
+    /// Adds a child to the list. Returns false when no child may start any more; the caller then terminates
+    /// it.
     bool add(pid_t child);
     /// Removes a child from the list. Call it before the child is reaped.
     void remove(pid_t child);

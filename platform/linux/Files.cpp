@@ -18,8 +18,9 @@ namespace stackreel
 namespace
 {
 
-// In a process started with a standard descriptor closed, the next file opened gets that number, and a child
-// would inherit it as its standard input. Duplicating the descriptor to a higher number avoids that.
+// In a process that was started with a standard stream closed, the next file that is opened gets the
+// descriptor of that stream, and a child would inherit it, for example as its standard input. Duplicating the
+// descriptor to a higher number avoids that.
 int aboveStandardDescriptors(int descriptor)
 {
     if (descriptor < 0 || descriptor > STDERR_FILENO)
@@ -86,7 +87,7 @@ void Files::createDirectories(const std::filesystem::path& path)
     std::error_code error;
     if (std::filesystem::is_directory(path, error))
         return;
-    // A single relative name has no parent to create: it lies in the working directory.
+    // A path of a single name has no parent to create, because it is in the working directory.
     if (path.has_relative_path() && path.has_parent_path())
         createDirectories(path.parent_path());
     if (systemCalls().mkdir(path.c_str(), S_IRWXU | S_IRWXG | S_IRWXO) == 0)
@@ -140,8 +141,8 @@ void Files::moveIntoPlace(const std::filesystem::path& from, const std::filesyst
 {
     if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), replace ? 0U : RENAME_NOREPLACE) == 0)
         return;
-    // Some network and FUSE file systems do not support RENAME_NOREPLACE. There the check comes first, which
-    // is not atomic.
+    // Some network and FUSE file systems do not support RENAME_NOREPLACE. On these, check first and then
+    // rename, which is not atomic.
     if (errno == EINVAL && !replace) {
         std::error_code error;
         if (std::filesystem::exists(std::filesystem::symlink_status(to, error)))

@@ -12,7 +12,8 @@ namespace stackreel
 void returnLargeBlocksAtOnce()
 {
 #if defined(__GLIBC__)
-    // Setting the threshold makes it constant. By default it grows to the largest block ever freed.
+    // A threshold that is set explicitly stays constant. By default it grows to the size of the largest block
+    // that was ever freed.
     mallopt(M_MMAP_THRESHOLD, 1 << 20);
 #endif
 }

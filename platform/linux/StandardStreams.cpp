@@ -20,8 +20,8 @@ bool isOpen(int descriptor)
     return ::fcntl(descriptor, F_GETFD) != -1;
 }
 
-/// Opens /dev/null on a descriptor that is closed. `open` takes the lowest free number, so the descriptors
-/// must be passed in rising order.
+/// Opens /dev/null as `descriptor` if that is closed. `open` uses the lowest free number, so call this
+/// function for the descriptors in ascending order.
 void openPlaceholder(int descriptor, int flags)
 {
     if (!isOpen(descriptor))

@@ -31,8 +31,8 @@ sigset_t signalsToAwait()
 TerminationSignals::TerminationSignals() : m_awaited(signalsToAwait())
 {
     ::signal(SIGPIPE, SIG_IGN);
-    // An ignored SIGCHLD is inherited through exec. The kernel would then reap the children, and waiting for
-    // them would fail.
+    // The parent process may have ignored SIGCHLD, which is inherited through exec. The kernel would then
+    // reap the children itself, and waiting for them would fail.
     ::signal(SIGCHLD, SIG_DFL);
     pthread_sigmask(SIG_BLOCK, &m_awaited, nullptr);
     m_thread = std::thread([this] { receive(); });
@@ -50,7 +50,7 @@ int TerminationSignals::finish()
     m_ended = true;
     pthread_kill(m_thread.native_handle(), wakeUp);
     m_thread.join();
-    // A signal may have arrived after the thread was woken to end.
+    // Another signal may have arrived after the thread was woken up to end.
     const timespec noTime{};
     for (int signal = 0; (signal = ::sigtimedwait(&m_awaited, nullptr, &noTime)) > 0;)
         record(signal);

@@ -23,7 +23,7 @@ constexpr unsigned long long shortestSlice = 100'000;
 void requestShortTimeSlice()
 {
     if (syscall(SYS_sched_getscheduler, 0) != SCHED_NORMAL)
-        return; // the user chose another scheduling policy for this program
+        return; // the user has set another scheduling policy for this program
     sched_attr attributes = {};
     attributes.size = sizeof attributes;
     attributes.sched_nice = getpriority(PRIO_PROCESS, 0);

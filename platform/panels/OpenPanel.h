@@ -26,7 +26,7 @@ struct OpenPanelRequest {
     bool canChooseDirectories = false;
     bool allowsMultipleSelection = false;
     std::vector<ContentType>
-        allowedContentTypes; ///< in the order they are offered; `data` makes every file choosable
+        allowedContentTypes; ///< in the order they are offered; with `data` the user can choose any file
 };
 
 /// The host's dialog for choosing a file.

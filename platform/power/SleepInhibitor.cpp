@@ -34,7 +34,8 @@ QDBusMessage portalCall(const QString& reason)
     return call;
 }
 
-/// Makes the call. `onReply` gets the reply later, unless `context` is destroyed by then.
+/// Makes the call without waiting. `onReply` is called with the reply, unless `context` is destroyed before
+/// it arrives.
 template <typename Value>
 void callAsync(const QDBusConnection& bus, const QDBusMessage& call, QObject* context,
                std::function<void(const QDBusPendingReply<Value>&)> onReply)

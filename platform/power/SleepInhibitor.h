@@ -23,11 +23,11 @@ class SleepInhibitor : public QObject
 {
     Q_OBJECT
 public:
-    /// `reason` is shown to the user; a few words.
+    /// `reason` is a few words that the desktop shows to the user.
     explicit SleepInhibitor(QString reason, SleepServiceBuses buses = {}, QObject* parent = nullptr);
     ~SleepInhibitor() override;
 
-    /// Inhibits or allows sleep. Works asynchronously; the last call takes effect.
+    /// Inhibits or allows sleep. The effect is asynchronous; the last call wins.
     void setInhibited(bool inhibited);
 
 private:
@@ -38,7 +38,7 @@ private:
     QString m_reason;
     SleepServiceBuses m_buses;
     bool m_inhibited = false;
-    quint64 m_generation = 0; ///< changes with `m_inhibited`; a reply to an older call is superseded
+    quint64 m_generation = 0; ///< incremented when `m_inhibited` changes, to recognise replies to older calls
     QDBusUnixFileDescriptor m_lock;
     QDBusObjectPath m_portalRequest;
 };

@@ -8,7 +8,7 @@ namespace stackreel
 {
 
 /// Decodes base64 with padding into `bytes`. Returns false when the text is not valid base64 or does not
-/// decode to exactly that many bytes. The bytes are then unspecified.
+/// decode to exactly `bytes.size()` bytes. The content of `bytes` is then unspecified.
 bool decodeBase64(std::string_view text, std::span<unsigned char> bytes);
 
 /// Encodes the bytes as base64 with padding.

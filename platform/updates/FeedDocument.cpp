@@ -14,13 +14,13 @@ namespace
 
 using Json = nlohmann::json;
 
-/// A parser callback that throws at the first duplicate key or too deep nesting.
+/// A parser callback that throws at the first duplicate key, and when the nesting is too deep.
 class DocumentGuard
 {
 public:
     bool operator()(int depth, Json::parse_event_t event, const Json& value)
     {
-        // The feed, its list of releases, a release, and one level for what later feeds may add.
+        // The levels are the feed, its list of releases, a release, and one that later feeds may add.
         constexpr int maxDepth = 4;
         const bool opens =
             event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
@@ -43,7 +43,7 @@ private:
 
 nlohmann::json parseFeedDocument(std::string_view json)
 {
-    // The parser takes a NUL as the end and ignores what follows.
+    // The parser treats a NUL byte as the end of the text and ignores what follows.
     if (json.find('\0') != std::string_view::npos)
         throw FeedFormatError("the document has a NUL in it");
     DocumentGuard guard;

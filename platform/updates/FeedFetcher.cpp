@@ -15,15 +15,16 @@ namespace
 QNetworkRequest feedRequest(const QUrl& url)
 {
     QNetworkRequest request(url);
-    // Qt would follow a redirect to an address with a user name, even if the reply is aborted in the
-    // meantime.
+    // `redirect` follows redirects. Qt itself would follow one to an address with a user name, even after the
+    // reply is aborted.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     request.setHeader(QNetworkRequest::UserAgentHeader, QByteArray("Stackreel/") + buildVersion());
-    // With this header Qt decompresses nothing, so the size limit applies to what the server sends.
+    // With this header Qt does not decompress the document, so the size limit applies to what the server
+    // sends.
     request.setRawHeader("Accept-Encoding", "identity");
     return request;
 }
@@ -43,7 +44,8 @@ bool isSameOrigin(const QUrl& a, const QUrl& b)
 
 FeedFailure failureFor(QNetworkReply::NetworkError error)
 {
-    // Lower codes concern the connection, a proxy or a redirect, such as that to a hotel's log-in page.
+    // Lower error codes concern the connection, a proxy or a redirect, such as one to the log-in page of a
+    // hotel's network.
     const bool isResponse = error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied;
     return isResponse ? FeedFailure::badResponse : FeedFailure::noResponse;
 }
@@ -67,7 +69,7 @@ FeedFetcher::~FeedFetcher()
 
 bool FeedFetcher::mayFetch(const QUrl& url)
 {
-    // The check is for "@" because an empty user name counts as one.
+    // Look for "@" instead of a user name, because an empty user name is not allowed either.
     if (!url.isValid() || url.host().isEmpty() || url.authority().contains(QLatin1Char('@')))
         return false;
     return url.scheme() == QLatin1String("https") ||
@@ -90,7 +92,7 @@ void FeedFetcher::fetch(const QUrl& url)
 
 void FeedFetcher::request(const QNetworkProxy& proxy)
 {
-    // The time limit may have passed before the proxy was known.
+    // The time limit may have passed while the proxy was looked up.
     if (!m_isFetching || m_reply)
         return;
     m_network.setProxy(proxy);
@@ -98,7 +100,7 @@ void FeedFetcher::request(const QNetworkProxy& proxy)
     m_reply->setReadBufferSize(m_limits.bytes + 1);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &FeedFetcher::readHeaders);
     connect(m_reply, &QNetworkReply::readyRead, this, &FeedFetcher::readBody);
-    // Queued: when one of the other handlers aborts, it returns before `finish` is called.
+    // Queued, because the other handlers may abort the reply: they return before `finish` is called.
     connect(m_reply, &QNetworkReply::finished, this, &FeedFetcher::finish, Qt::QueuedConnection);
 }
 

@@ -40,7 +40,7 @@ public:
                          QObject* parent = nullptr);
     ~FeedFetcher() override;
 
-    /// Whether an address is https, or http to a loopback address, and has no user name.
+    /// Whether an address may be fetched: it is https, or http to a loopback address, and has no user name.
     static bool mayFetch(const QUrl& url);
 
     bool isFetching() const { return m_isFetching; }
@@ -51,7 +51,7 @@ public:
 Q_SIGNALS:
     /// The complete document, as the server sent it with status 200.
     void received(const QByteArray& document);
-    /// There is no document. `sentence` is for the user.
+    /// The fetch has failed. `sentence` is shown to the user.
     void failed(const QString& sentence, FeedFailure failure);
 
 private:
@@ -67,7 +67,7 @@ private:
     QNetworkAccessManager m_network;
     QPointer<QNetworkReply> m_reply; ///< null until the proxy is known
     QTimer m_deadline;
-    QUrl m_url; ///< of the document, or the target of the last redirect
+    QUrl m_url; ///< the address to fetch: that of the document, or the target of the last redirect
     int m_redirects = 0;
     QByteArray m_document;
     bool m_isFetching = false;

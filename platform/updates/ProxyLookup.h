@@ -10,8 +10,8 @@
 namespace stackreel
 {
 
-/// Looks up the proxy for an address without blocking the calling thread. The desktop may have to fetch and
-/// run a script for it, and such a lookup cannot be cancelled. Main thread.
+/// Looks up the proxy for an address without blocking the calling thread. For the lookup, the desktop may
+/// have to fetch and run a script, which cannot be cancelled. Main thread.
 class ProxyLookup : public QObject
 {
     Q_OBJECT
@@ -27,8 +27,8 @@ public:
     /// Does not wait for a pending lookup.
     ~ProxyLookup() override;
 
-    /// Starts a lookup. `found` is emitted later, or never. While a lookup is pending this starts no other,
-    /// and the pending one also answers this call.
+    /// Starts a lookup. `found` is emitted when it has finished, which may never happen. If a lookup is
+    /// already pending, no other is started, and the pending one also serves this call.
     void start(const QUrl& url);
 
 Q_SIGNALS:

@@ -47,7 +47,8 @@ bool StandardUpdaterController::isDue() const
 {
     const auto now = m_services.now();
     const auto hasPassed = [now](const auto& last, auto interval) {
-        // A time in the future comes from a clock that was wrong, and would delay all later checks.
+        // A time in the future was stored while the clock was wrong. It would delay all later checks, so it
+        // is ignored.
         return !last || *last > now || now - *last >= interval;
     };
     return hasPassed(m_lastAttempt, m_services.schedule.retryInterval) &&

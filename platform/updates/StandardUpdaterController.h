@@ -25,8 +25,9 @@ struct UpdateConfiguration {
 };
 
 /// When background checks run. A check is due a day after the last one, whether that ran in the background or
-/// was requested. After a check without a response the next is due an hour later; this is not kept for the
-/// next run. A timer polls for a due check, as timers stop while the machine sleeps and the clock does not.
+/// was requested. After a check without a response, the next is due an hour later; this is forgotten when the
+/// program ends. A timer polls whether a check is due, because a timer of a day stops while the computer
+/// sleeps and the clock does not.
 struct UpdateSchedule {
     std::chrono::milliseconds initialDelay = std::chrono::seconds(5); ///< keeps the program's start fast
     std::chrono::milliseconds pollInterval = std::chrono::minutes(30);
@@ -48,19 +49,19 @@ struct UpdateServices {
 ///
 /// Shows a newer version with its notes and a link to its download page. Never downloads or installs
 /// anything. Shows "nothing new" and errors only when the user requested the check. Accepts a feed only if
-/// its signature is valid and its serial is not below the newest accepted one, which the store keeps. Main
-/// thread only; needs a running event loop.
+/// its signature is valid and its serial is not below the highest accepted one, which `UpdateStore` keeps.
+/// Main thread only; needs a running event loop.
 class StandardUpdaterController : public QObject
 {
     Q_OBJECT
 public:
-    /// Starts the background checks when `startingUpdater` is true. Otherwise the object does nothing, not
+    /// Starts the background checks if `startingUpdater` is true. If it is false, the object does nothing,
     /// even when the user requests a check.
     StandardUpdaterController(bool startingUpdater, UpdateConfiguration configuration,
                               UpdateServices services, QObject* parent = nullptr);
 
-    /// A check that the user requested; it ends in exactly one message. A background check that is running
-    /// counts as requested from now on. The sender is ignored and may be null.
+    /// Starts a check on the user's request, which shows exactly one message at its end. If a background
+    /// check is running, it counts as requested from now on. The sender is ignored and may be null.
     void checkForUpdates(QObject* sender);
 
 Q_SIGNALS:

@@ -5,14 +5,14 @@
 namespace stackreel
 {
 
-/// A feed that is not accepted. `what()` is a sentence for the user.
+/// Thrown when a feed is not accepted. `what()` is a sentence for the user.
 class UpdateError : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// A document that is not a valid feed. `what()` names the error and its place, for the feed's author.
+/// Thrown when a document is not a valid feed. `what()` names the error and its place, for the feed's author.
 class FeedFormatError : public std::runtime_error
 {
 public:

@@ -62,7 +62,7 @@ bool isDownloadPage(const std::string& address)
     if (!isVisibleAscii || address.size() > maxAddressLength)
         return false;
     const QUrl url(QString::fromStdString(address), QUrl::StrictMode);
-    // The check is for "@" because an empty user name counts as one.
+    // Look for "@" instead of a user name, because an empty user name is not allowed either.
     return url.isValid() && url.scheme() == QLatin1String("https") && !url.host().isEmpty() &&
            !url.authority().contains(QLatin1Char('@'));
 }
@@ -70,7 +70,7 @@ bool isDownloadPage(const std::string& address)
 std::int64_t decodeSerial(const Json& root)
 {
     const Json& value = member(root, "the feed", "serial");
-    // For the parser, an unsigned number is one without sign, fraction and exponent.
+    // An "unsigned" number in nlohmann-json has no sign, fraction or exponent.
     if (!value.is_number_unsigned())
         fail("serial", "is not a whole number above zero");
     const auto serial = value.get<std::uint64_t>();

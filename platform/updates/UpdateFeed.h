@@ -26,7 +26,7 @@ struct UpdateFeed {
     std::int64_t serial = 0;             ///< positive, and higher in each new feed
     std::vector<UpdateRelease> releases; ///< 1 to 100
 
-    /// The release of the highest version.
+    /// The release with the highest version.
     const UpdateRelease& newest() const;
 
     /// Decodes a feed's JSON: `{"serial": 7, "releases": [{"version": "0.2.0", "notes": "…", "download":
@@ -37,8 +37,9 @@ struct UpdateFeed {
     bool operator==(const UpdateFeed&) const = default;
 };
 
-/// The feed in a signed document. It is parsed only after its signature is verified. Throws `UpdateError`
-/// when the signature is wrong, when the feed cannot be read, or when its serial is below `newestSerial`.
+/// Returns the feed in a signed document. The feed is parsed only after its signature is verified. Throws
+/// `UpdateError` when the signature is wrong, when the feed cannot be read, or when its serial is below
+/// `newestSerial`.
 UpdateFeed acceptedFeed(std::string_view document, const FeedKey& key, std::int64_t newestSerial);
 
 } // namespace stackreel

@@ -32,7 +32,7 @@ void addSentence(QDialog* box, const QString& sentence)
     box->layout()->addWidget(label);
 }
 
-/// The height that the text needs, up to a limit; a longer text scrolls.
+/// The height that the text needs, up to a limit. A longer text gets a scroll bar.
 int heightFor(const QPlainTextEdit& edit, const QString& text)
 {
     constexpr int maxLines = 12;
@@ -44,7 +44,7 @@ int heightFor(const QPlainTextEdit& edit, const QString& text)
     return std::min(bounds.height(), maxLines * metrics.lineSpacing()) + metrics.lineSpacing() + margins;
 }
 
-/// Adds a read-only text that can be selected and copied, of any length and with words of any length.
+/// Adds a read-only field whose text can be selected and copied. The text and its words may be of any length.
 void addText(QDialog* box, const QString& text, const QString& name)
 {
     auto* const edit = new QPlainTextEdit(text, box);
@@ -108,7 +108,7 @@ void UpdateMessageBoxes::showError(const QString& sentence)
 
 QDialog* UpdateMessageBoxes::newBox()
 {
-    // Close instead of delete: one of the box's own buttons may be the caller.
+    // Close the box instead of deleting it, because this function may have been called by one of its buttons.
     if (m_box)
         m_box->close();
     m_box = new QDialog;

@@ -13,8 +13,8 @@ class QPushButton;
 namespace stackreel
 {
 
-/// The updater's messages as non-modal dialogs. A new message replaces the previous one. All texts are plain:
-/// markup in them is shown as it is written.
+/// The updater's messages as non-modal dialogs. A new message replaces the previous one. All texts are plain
+/// text: markup in them is not interpreted.
 class UpdateMessageBoxes : public UpdateMessages
 {
 public:
@@ -24,8 +24,8 @@ public:
     explicit UpdateMessageBoxes(PageOpener openPage);
     ~UpdateMessageBoxes() override;
 
-    /// The default button opens the page when the user requested the check, else it closes the message. A
-    /// message that the user did not request does not take the keyboard focus.
+    /// The default button opens the download page if the user requested the check; otherwise it closes the
+    /// message. A message that the user did not request does not take the keyboard focus.
     void showUpdate(const UpdateRelease& release, const QString& installedVersion,
                     bool userRequested) override;
     void showUpToDate(const QString& installedVersion) override;

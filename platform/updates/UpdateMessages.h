@@ -13,13 +13,13 @@ class UpdateMessages
 public:
     virtual ~UpdateMessages() = default;
 
-    /// There is a newer version. Shows its notes as plain text and offers to open its download page. A
-    /// message that the user did not request must not take the keyboard focus from other work.
+    /// Shows a newer version with its notes as plain text, and offers to open its download page. A message
+    /// that the user did not request must not take the keyboard focus from other work.
     virtual void showUpdate(const UpdateRelease& release, const QString& installedVersion,
                             bool userRequested) = 0;
-    /// The check that the user requested found no newer version.
+    /// Shows that the check that the user requested found no newer version.
     virtual void showUpToDate(const QString& installedVersion) = 0;
-    /// The check that the user requested failed. `sentence` is short.
+    /// Shows that the check that the user requested failed. `sentence` is the reason.
     virtual void showError(const QString& sentence) = 0;
 };
 

@@ -20,12 +20,12 @@ QString nameOf(const std::filesystem::path& file)
     return QFile::decodeName(QByteArray::fromStdString(file.string()));
 }
 
-/// The first bytes of a file, which include all that `write` writes. Empty when it cannot be read.
+/// The first bytes of a file, enough for everything that `write` writes. Empty when the file cannot be read.
 QByteArray contentOf(const QString& name)
 {
     constexpr qint64 maxBytes = 4096;
     QFile file(name);
-    // The check excludes a named pipe: opening one would block.
+    // Do not open a named pipe: that would block.
     if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
     return file.read(maxBytes);
@@ -91,7 +91,7 @@ UpdateStore::State UpdateStore::state() const
 
 UpdateStore::State UpdateStore::storedState() const
 {
-    // In the year 2255; later times would soon overflow the clock's type.
+    // This is in the year 2255. The clock's type overflows soon after that.
     constexpr std::int64_t latest = 9'000'000'000;
     const QByteArray content = contentOf(nameOf(m_file));
     State stored;

@@ -9,8 +9,8 @@ namespace stackreel
 {
 
 /// The updater's state between runs, in a small file of the user. A missing or broken file counts as empty.
-/// If the file cannot be written, the object keeps the state in memory. Several programs may share a file.
-/// Main thread; no call waits for another program.
+/// If the file cannot be written, the object keeps the state in memory. Several processes may share the file.
+/// Main thread; no call waits for another process.
 class UpdateStore
 {
 public:
@@ -43,7 +43,7 @@ private:
 
     std::filesystem::path m_file;
     std::optional<Time> m_unsavedCheck; ///< the last check, if it could not be written to the file
-    std::int64_t m_newestSerial = 0;    ///< the highest this object saw, in case the file is emptied
+    std::int64_t m_newestSerial = 0;    ///< the highest that this object saw, in case the file is emptied
 };
 
 } // namespace stackreel

@@ -9,8 +9,8 @@
 namespace stackreel
 {
 
-/// The open panel: the desktop's file dialog, or Qt's own where the desktop has none. A second `begin`
-/// cancels the dialog that is open. Needs a `QApplication`; main thread.
+/// The open panel: the desktop's file dialog, or Qt's own if the desktop has none. A second `begin` cancels
+/// the dialog that is open. Needs a `QApplication`; main thread.
 class FileOpenPanel : public OpenPanel
 {
 public:

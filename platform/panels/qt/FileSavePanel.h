@@ -9,8 +9,8 @@
 namespace stackreel
 {
 
-/// The save panel: the desktop's file dialog, or Qt's own where the desktop has none. With exactly one
-/// content type, a name without that type's suffix gets it. A second `begin` cancels the dialog that is
+/// The save panel: the desktop's file dialog, or Qt's own if the desktop has none. If there is exactly one
+/// content type, its suffix is added to a name that lacks it. A second `begin` cancels the dialog that is
 /// open. Needs a `QApplication`; main thread.
 class FileSavePanel : public SavePanel
 {

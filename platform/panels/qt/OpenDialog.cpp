@@ -14,8 +14,8 @@ OpenDialog::OpenDialog()
 {
     setAcceptMode(QFileDialog::AcceptOpen);
     setOption(QFileDialog::ReadOnly);
-    // This runs after Qt's own handler for the entered text, which disables the button. A desktop's native
-    // dialog has no such field.
+    // This slot runs after Qt's own slot for the entered text, which disables the button. A native dialog of
+    // the desktop has no such field.
     if (const auto* field = findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); field != nullptr)
         connect(field, &QLineEdit::textChanged, this, &OpenDialog::enableOpenForQuotedFile);
 }

@@ -7,14 +7,15 @@ namespace stackreel
 {
 
 /// A file dialog for opening that also accepts an entered name with quotation marks if such a file exists.
-/// Qt's own dialog takes the marks for separators between several names.
+/// Qt's own dialog interprets the marks as separators between several names.
 class OpenDialog : public QFileDialog
 {
     Q_OBJECT
 public:
     OpenDialog();
 
-    /// The absolute path of the confirmed file; the first of several. Empty when nothing was confirmed.
+    /// The absolute path of the file that the user confirmed; the first one if there are several. Empty if
+    /// nothing was confirmed.
     QString chosenFile() const;
 
 public Q_SLOTS:

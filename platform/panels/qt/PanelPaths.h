@@ -12,11 +12,12 @@ namespace stackreel
 struct PanelPaths {
     static QString text(const std::filesystem::path& path);
     static std::filesystem::path path(const QString& text);
-    /// The folder in which a panel starts: `folder` if it still exists, else the user's videos folder, else
-    /// the home folder.
+    /// The folder in which a panel starts: `folder` if it still exists, otherwise the user's videos folder,
+    /// otherwise the home folder.
     static QString startingFolder(const std::filesystem::path& folder);
-    /// The absolute path of the entered name if it has quotation marks, which Qt's own dialog takes for
-    /// separators between several names. Empty if it has none, and always for a desktop's native dialog.
+    /// The absolute path of the entered name if it has quotation marks, which Qt's own dialog interprets as
+    /// separators between several names. Empty for any other name, and always for a native dialog of the
+    /// desktop.
     static QString enteredWithQuotationMarks(const QFileDialog& dialog);
 };
 

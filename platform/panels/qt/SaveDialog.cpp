@@ -18,7 +18,7 @@ namespace
 /// The longest file name that common file systems allow, in bytes.
 constexpr qsizetype maxNameBytes = 255;
 
-/// Why the file cannot be written; empty when it can.
+/// The reason why the file cannot be written, for the user; empty if it can be written.
 QString writeProblem(const QFileInfo& file)
 {
     const QFileInfo folder(file.absolutePath());
@@ -38,7 +38,7 @@ SaveDialog::SaveDialog(std::optional<QString> suffix) : m_suffix(std::move(suffi
 {
     setAcceptMode(QFileDialog::AcceptSave);
     setFileMode(QFileDialog::AnyFile);
-    // `accept` asks instead, for the name with its suffix.
+    // Qt would look for a file without the suffix. `accept` adds the suffix and then asks.
     setOption(QFileDialog::DontConfirmOverwrite);
 }
 
@@ -59,7 +59,7 @@ void SaveDialog::accept()
 {
     const QString entered = enteredFile();
     if (entered.isEmpty() || QFileInfo(entered).isDir()) {
-        QFileDialog::accept(); // opens the folder
+        QFileDialog::accept(); // shows the folder
         return;
     }
     const QString file = withSuffix(entered);

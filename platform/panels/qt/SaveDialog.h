@@ -9,16 +9,16 @@ namespace stackreel
 {
 
 /// A file dialog for saving. It first adds a missing suffix and then asks whether to replace an existing
-/// file. It stays open while it asks, and when the answer is no. It rejects a file that cannot be written and
-/// shows the reason: otherwise the export would fail at its end.
+/// file. The dialog stays open while it asks, and also when the user declines. It rejects a file that cannot
+/// be written and shows the reason: otherwise the export would only fail at its end.
 class SaveDialog : public QFileDialog
 {
     Q_OBJECT
 public:
-    /// `suffix` is given without its dot; none adds nothing.
+    /// `suffix` has no dot; with `std::nullopt` no suffix is added.
     explicit SaveDialog(std::optional<QString> suffix);
 
-    /// The absolute path of the confirmed file; empty before.
+    /// The absolute path of the file that the user confirmed; empty before that.
     const QString& chosenFile() const { return m_chosenFile; }
 
 public Q_SLOTS:

@@ -17,7 +17,7 @@ bool isShown(const QWindow* window)
     return window != nullptr && window->isVisible() && window->type() == Qt::Window;
 }
 
-/// The focused window, else the program's first visible one. No window has the focus when assistive
+/// The focused window, or the program's first visible one if no window has the focus, as when assistive
 /// technology opens the panel.
 QWindow* ownerWindow()
 {
@@ -46,7 +46,8 @@ void ShownPanel::show(std::unique_ptr<QFileDialog> dialog, Choice choice, PanelC
                          if (m_dialog.get() == shown)
                              finish(result == QDialog::Accepted);
                      });
-    // The dialog has no parent, as the main window is not a widget. The transient parent keeps it on top.
+    // The dialog has no parent, because the main window is not a widget. The transient parent keeps the
+    // dialog above that window.
     QWindow* const owner = ownerWindow();
     m_dialog->winId();
     if (owner != nullptr && m_dialog->windowHandle() != nullptr)
@@ -62,11 +63,11 @@ void ShownPanel::finish(bool accepted)
     PanelResponse response = {.accepted = accepted, .url = std::nullopt};
     if (accepted)
         response.url = m_choice();
-    // The dialog may be the caller, so it is deleted later.
+    // This function may have been called by the dialog, so delete the dialog later.
     QFileDialog* const dialog = m_dialog.release();
     dialog->hide();
     dialog->deleteLater();
-    // The last step, as the completion may show the next dialog.
+    // Call the completion last, because it may show the next dialog.
     std::exchange(m_completion, nullptr)(response);
 }
 
