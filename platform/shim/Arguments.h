@@ -8,20 +8,20 @@
 namespace stackreel::shim
 {
 
-/// FFmpeg's arguments without the program's own name, as the bytes they were given in.
+/// The arguments of `ffmpeg` without the program's name; bytes, unchanged.
 using Arguments = std::vector<std::string>;
 
-/// Whether `arguments` hold `-c:v h264_videotoolbox -allow_sw 1`: these four, in this order, side by side.
+/// Whether the arguments request VideoToolbox: they contain `-c:v h264_videotoolbox -allow_sw 1`, these four
+/// in this order and next to each other.
 bool asksForVideoToolbox(const Arguments& arguments);
 
-/// `arguments` for an FFmpeg with `encoder`. Where they ask for VideoToolbox, the pictures of each simple
-/// filter graph (`-vf`) get even sides (`withEvenSides`). Where `encoder` is another one:
-/// - each such group of four is replaced by `encoder` with its options, and every picture keeps its time;
-/// - an AAC encode (`-c:a aac`) gets a channel layout that the encoder takes;
-/// - in a filter graph (`-filter_complex`), halves of an odd height keep full chroma (`withFullChroma`), and
-///   time stamps are reset behind the encoder instead (`withTimeStampsResetAfterEncoding`);
-/// - a seek to an input's beginning (`-ss 0.000`) is left out.
-/// Every other argument, the bit rate included, is unchanged. Without such a group nothing changes at all.
+/// Changes arguments that request VideoToolbox for an FFmpeg that has `encoder`; returns any others unchanged.
+/// The filters of `-vf` are changed by `withEvenSides`. If `encoder` is not VideoToolbox:
+/// - Each group of four is replaced by `encoder` and its options, which also keep the time of every picture.
+/// - Audio that is encoded as AAC (`-c:a aac`) gets a channel layout that the encoder supports.
+/// - The filter graph (`-filter_complex`) is changed by `withFullChroma` and, if there is one output, by
+///   `withTimeStampsResetAfterEncoding`.
+/// - A seek to the start of an input (`-ss 0.000`) is removed.
 Arguments withEncoder(const Arguments& arguments, H264Encoder encoder);
 
 } // namespace stackreel::shim

@@ -9,7 +9,8 @@
 namespace stackreel::shim
 {
 
-/// Which file a path leads to, whatever it is called: links to one file are equal, copies of it are not.
+/// Identifies a file independent of its name. Two links to one file have the same identity; a copy has
+/// another one.
 struct FileIdentity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
@@ -17,13 +18,15 @@ struct FileIdentity {
     bool operator==(const FileIdentity&) const = default;
 };
 
-/// The file behind `path`, links followed; nothing where it does not exist or cannot be asked about.
+/// The identity of the file at `path`, with symbolic links followed. Returns `std::nullopt` if the file does
+/// not exist or cannot be examined.
 std::optional<FileIdentity> identityOf(const std::string& path);
 
 /// Identities as a text for an environment variable: "device:inode" in decimal, joined by commas.
 std::string identitiesText(const std::vector<FileIdentity>& identities);
 
-/// Reads such a text back. Pieces of any other shape are left out, since anybody may write to an environment.
+/// Parses a text made by `identitiesText`. Entries in any other format are ignored, because anyone may set an
+/// environment variable.
 std::vector<FileIdentity> identitiesFromText(std::string_view text);
 
 } // namespace stackreel::shim

@@ -6,13 +6,12 @@
 namespace stackreel::shim
 {
 
-/// The H.264 encoders the substitution knows, in order of preference.
+/// The H.264 encoders that can be used, in order of preference.
 enum class H264Encoder { videoToolbox, x264, openH264 };
 
-/// The preferred encoder among those FFmpeg names in the text it prints for `-encoders`. An encoder counts
-/// only where its whole name stands in the name column of a video line: `libx264rgb`, or a description that
-/// mentions libx264, is no encoder. Lines of any other shape are passed over; a text without a known encoder
-/// gives nothing.
+/// The preferred encoder in the list that `ffmpeg -encoders` prints. The whole name has to be in the name
+/// column of a video encoder's line: neither `libx264rgb` nor a description that mentions libx264 counts.
+/// Lines in any other format are ignored. Returns `std::nullopt` if the list has none of the encoders.
 std::optional<H264Encoder> preferredEncoder(std::string_view listing);
 
 } // namespace stackreel::shim

@@ -8,21 +8,22 @@
 namespace stackreel::shim
 {
 
-/// The statuses of a command that could not be found, found but not started, or that cannot do what is asked.
-/// The first two are what a shell reports.
+/// The exit statuses when a tool was not found, when it could not be started, and when it lacks an encoder.
+/// The first two are those of a shell.
 inline constexpr int notFoundStatus = 127;
 inline constexpr int notStartedStatus = 126;
 inline constexpr int cannotEncodeStatus = 1;
 
-/// Everything the program at `path` writes to its standard output when run with `arguments` (its own name not
-/// among them), to the last byte. Its standard input is empty and its standard error is dropped. Nothing
-/// where it cannot be started, ends with another status than 0, or dies by a signal. No shell is involved and
-/// no descriptor but the three standard ones reaches it beyond those this process was itself handed down. The
-/// child is reaped.
+/// Runs the program at `path` without a shell and returns everything that it writes to standard output.
+/// `arguments` do not include the program's name. The program's standard input is empty and its standard
+/// error is discarded. It inherits the descriptors that this process inherited, and no others. Returns
+/// `std::nullopt` if the program cannot be started, exits with a status other than 0, or is ended by a
+/// signal. The child is reaped.
 std::optional<std::string> outputOf(const std::string& path, const std::vector<std::string>& arguments);
 
-/// Becomes the program at `path`: the process id, environment, descriptors and signal settings stay. Returns
-/// only where that fails, after one line on standard error, with `notStartedStatus`.
+/// Replaces this process by the program at `path` (`execv`), which keeps its process id, environment,
+/// descriptors and signal settings. Returns only if that fails: writes one line to standard error and returns
+/// `notStartedStatus`.
 int become(const std::string& path, const std::vector<std::string>& arguments);
 
 /// Writes `message` as one line to standard error and returns `status`, for `return fail(…)`.

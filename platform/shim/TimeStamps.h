@@ -6,11 +6,13 @@
 namespace stackreel::shim
 {
 
-/// The arguments of one output with `setpts=PTS-STARTPTS` in its filter graph (`-filter_complex`) replaced by
-/// a bitstream filter behind the encoder, which does the same. The output's duration (`-t` behind the last
-/// `-i`) becomes a `trim` in the graph and an `atrim` behind the audio filters (`-af`), as it has to be
-/// counted from the first picture and the first sound, and a key frame is forced a third of a second before
-/// the end. Without such a graph nothing changes.
+/// Changes the arguments of a command with one output whose filter graph (`-filter_complex`) contains
+/// `setpts=PTS-STARTPTS`; returns any others unchanged:
+/// - A bitstream filter after the encoder, which also makes the time stamps start at 0, replaces `setpts`.
+/// - A `trim` filter in the graph and an `atrim` filter after the audio filters (`-af`) replace the output's
+///   duration (`-t` after the last `-i`), because it has to be counted from the first picture and the first
+///   audio sample.
+/// - A key frame is forced a third of a second before the end.
 std::vector<std::string> withTimeStampsResetAfterEncoding(std::vector<std::string> arguments);
 
 } // namespace stackreel::shim
