@@ -10,6 +10,8 @@
 #include <QTimer>
 
 #include <cstdlib>
+#include <memory>
+#include <vector>
 
 namespace stackreel
 {
@@ -19,17 +21,21 @@ namespace
 
 constexpr std::chrono::milliseconds pollInterval{20};
 
-/// Whether the model still loads a clip. A load cannot be cancelled, but fails when its child ends.
-bool isLoading(const AppModel& model)
+using Tasks = std::vector<std::shared_ptr<TaskHandle>>;
+
+void cancel(const Tasks& tasks)
 {
-    return model.phase().kind() == Phase::Kind::preparing || RunningChildren::count() > 0;
+    for (const auto& task : tasks)
+        task->cancel();
 }
 
+/// Waits for the loads, and for children that belong to none.
 void waitForLoads(const AppModel& model, QDeadlineTimer deadline)
 {
     QTimer poll;
     poll.start(pollInterval);
-    while (isLoading(model) && !deadline.hasExpired())
+    const auto isBusy = [&] { return !model.unfinishedLoads().empty() || RunningChildren::count() > 0; };
+    while (isBusy() && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }
 
@@ -50,8 +56,8 @@ void Shutdown::run(AppModel& model, std::chrono::milliseconds gracePeriod)
     // Cancel the exports before ending the children: an export whose child ends uncancelled reports a
     // failure.
     const auto exports = model.unfinishedExports();
-    for (const auto& task : exports)
-        task->cancel();
+    cancel(exports);
+    cancel(model.unfinishedLoads());
     RunningChildren::end();
     for (const auto& task : exports)
         ExportShutdown::endExport(task);

@@ -117,6 +117,11 @@ std::vector<std::shared_ptr<TaskHandle>> AppModel::unfinishedExports() const
     return m_export->unfinishedTasks();
 }
 
+std::vector<std::shared_ptr<TaskHandle>> AppModel::unfinishedLoads() const
+{
+    return m_loading->unfinishedTasks();
+}
+
 void AppModel::chooseSource()
 {
     m_loading->chooseSource();

@@ -78,6 +78,9 @@ public:
     /// cancelled export ended after it began. Announces nothing. An export is still unfinished when it sets
     /// its last phase.
     std::vector<std::shared_ptr<TaskHandle>> unfinishedExports() const;
+    /// Every load that has not ended, also those that a later choice of a source has cancelled. Announces
+    /// nothing.
+    std::vector<std::shared_ptr<TaskHandle>> unfinishedLoads() const;
 
     void chooseSource();
     void adaptRegionsToCurrentOutput();

@@ -4,7 +4,6 @@
 #include "model/AppModel.h"
 #include "model/ExportFileName.h"
 #include "model/PreviewPlayback.h"
-#include "model/TaskHandle.h"
 #include "platform/panels/SavePanel.h"
 
 #include <QPointer>
@@ -49,15 +48,7 @@ void ExportFlow::startExport(const std::filesystem::path& source, const std::fil
     m_exportTask = TaskHandle::start(m_model, [this, source, destination, media](std::stop_token stop) {
         return exportVideo(source, destination, media, std::move(stop));
     });
-    m_started = unfinishedTasks();
-    m_started.push_back(m_exportTask);
-}
-
-std::vector<std::shared_ptr<TaskHandle>> ExportFlow::unfinishedTasks() const
-{
-    auto tasks = m_started;
-    std::erase_if(tasks, [](const auto& task) { return task->hasEnded(); });
-    return tasks;
+    m_unfinished.add(m_exportTask);
 }
 
 ExportRequest ExportFlow::snapshot(const std::filesystem::path& source,

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "model/ModelServices.h"
+#include "model/UnfinishedTasks.h"
 
 #include <filesystem>
 #include <memory>
-#include <vector>
 
 namespace stackreel
 {
@@ -12,7 +12,6 @@ namespace stackreel
 class AppModel;
 class Phase;
 class PreviewPlayback;
-class TaskHandle;
 
 /// Turns the current editing state into a written file. Owns the running export's handle. Main thread.
 class ExportFlow
@@ -26,7 +25,7 @@ public:
     /// of the export that replaced it.
     const std::shared_ptr<TaskHandle>& task() const { return m_exportTask; }
     /// Every export that was started and has not ended, in order, also those that `task` no longer returns.
-    std::vector<std::shared_ptr<TaskHandle>> unfinishedTasks() const;
+    UnfinishedTasks::Tasks unfinishedTasks() const { return m_unfinished.list(); }
 
 private:
     void startExport(const std::filesystem::path& source, const std::filesystem::path& destination,
@@ -43,8 +42,7 @@ private:
     ModelServices m_services;
     PreviewPlayback& m_playback;
     std::shared_ptr<TaskHandle> m_exportTask;
-    std::vector<std::shared_ptr<TaskHandle>>
-        m_started; ///< starting another export removes those that have ended
+    UnfinishedTasks m_unfinished;
 };
 
 } // namespace stackreel

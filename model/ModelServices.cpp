@@ -12,9 +12,14 @@ ModelServices ModelServices::system(std::shared_ptr<Playback> playback, std::sha
                                     std::shared_ptr<SavePanel> savePanel)
 {
     return {
-        .inspect = [](Path source) { return MediaProbe::inspect(std::move(source)); },
+        .inspect =
+            [](Path source, std::stop_token stop) {
+                return MediaProbe::inspect(std::move(source), std::move(stop));
+            },
         .previewSource =
-            [assets](Path source) { return MediaPipeline::previewSource(std::move(source), assets); },
+            [assets](Path source, std::stop_token stop) {
+                return MediaPipeline::previewSource(std::move(source), assets, std::move(stop));
+            },
         .timelineThumbnails =
             [assets](Path file, double duration, int count, std::stop_token stop) {
                 return MediaPipeline::timelineThumbnails(std::move(file), duration, count, assets,

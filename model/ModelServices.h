@@ -24,8 +24,8 @@ class SavePanel;
 struct ModelServices {
     using Path = std::filesystem::path;
 
-    std::function<QCoro::Task<MediaInfo>(Path source)> inspect;
-    std::function<QCoro::Task<Path>(Path source)> previewSource;
+    std::function<QCoro::Task<MediaInfo>(Path source, std::stop_token)> inspect;
+    std::function<QCoro::Task<Path>(Path source, std::stop_token)> previewSource;
     std::function<QCoro::Task<std::vector<VideoFrame>>(Path file, double duration, int count,
                                                        std::stop_token)>
         timelineThumbnails;

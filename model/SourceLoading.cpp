@@ -3,10 +3,10 @@
 #include "model/AppModel.h"
 #include "model/CropSetup.h"
 #include "model/PreviewPlayback.h"
-#include "model/TaskHandle.h"
 #include "platform/panels/OpenPanel.h"
 
 #include <exception>
+#include <utility>
 
 namespace stackreel
 {
@@ -35,25 +35,35 @@ void SourceLoading::chooseSource()
     m_services.openPanel->begin(request, [this, model = QPointer(&m_model)](const PanelResponse& response) {
         if (!model || !response.accepted || !response.url)
             return;
-        TaskHandle::start(*model, [this, url = *response.url](std::stop_token) { return loadSource(url); });
+        startLoad(*response.url);
     });
 }
 
-QCoro::Task<> SourceLoading::loadSource(std::filesystem::path url)
+void SourceLoading::startLoad(const std::filesystem::path& url)
 {
+    for (const auto& superseded : m_unfinished.list())
+        superseded->cancel();
+    m_unfinished.add(TaskHandle::start(
+        m_model, [this, url](std::stop_token stop) { return loadSource(url, std::move(stop)); }));
+}
+
+QCoro::Task<> SourceLoading::loadSource(std::filesystem::path url, std::stop_token stop)
+{
+    if (stop.stop_requested())
+        co_return;
     const QPointer model(&m_model);
     const ModelServices services = m_services;
     m_model.setPhase(Phase::preparing());
     resetForSource(url);
     try {
-        const MediaInfo media = co_await services.inspect(url);
-        if (!model)
+        const MediaInfo media = co_await services.inspect(url, stop);
+        if (!model || stop.stop_requested())
             co_return;
-        const auto previewURL = co_await services.previewSource(url);
-        if (model)
+        const auto previewURL = co_await services.previewSource(url, stop);
+        if (model && !stop.stop_requested())
             showSource(media, previewURL);
     } catch (const std::exception& error) {
-        if (model)
+        if (model && !stop.stop_requested())
             m_model.setPhase(Phase::failed(error.what()));
     }
 }

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "model/ModelServices.h"
+#include "model/UnfinishedTasks.h"
 
 #include <QPointer>
 
 #include <filesystem>
 #include <memory>
+#include <stop_token>
 
 namespace stackreel
 {
@@ -13,9 +15,12 @@ namespace stackreel
 class AppModel;
 class CropSetup;
 class PreviewPlayback;
-class TaskHandle;
 
-/// Loads a source into the model, so that it plays and can be edited. Owns the thumbnail task. Main thread.
+/// Loads a source into the model, so that it plays and can be edited. Owns the loads and the thumbnail task.
+/// Main thread.
+///
+/// The source chosen last wins, whichever load ends last: choosing a source cancels the load before it. A
+/// cancelled load ends its child process and changes nothing in the model.
 class SourceLoading
 {
 public:
@@ -24,11 +29,14 @@ public:
 
     /// Shows the open panel; a chosen file is loaded.
     void chooseSource();
+    /// Every load that has not ended, also the superseded ones.
+    UnfinishedTasks::Tasks unfinishedTasks() const { return m_unfinished.list(); }
 
 private:
-    /// Loads a file. Every failure ends in the phase `failed`. A load is not cancelled by another: when two
-    /// overlap, the later result overwrites the earlier one. Stops when the model is destroyed.
-    QCoro::Task<> loadSource(std::filesystem::path url);
+    void startLoad(const std::filesystem::path& url);
+    /// Loads a file. Every failure ends in the phase `failed`. Changes nothing once a stop is requested or
+    /// the model is destroyed.
+    QCoro::Task<> loadSource(std::filesystem::path url, std::stop_token stop);
     void resetForSource(const std::filesystem::path& url);
     void showSource(const MediaInfo& media, const std::filesystem::path& previewURL);
     void loadTimelineThumbnails(const std::filesystem::path& file, double duration);
@@ -37,6 +45,7 @@ private:
     ModelServices m_services;
     PreviewPlayback& m_playback;
     CropSetup& m_crops;
+    UnfinishedTasks m_unfinished;
     std::shared_ptr<TaskHandle> m_thumbnailTask;
 };
 

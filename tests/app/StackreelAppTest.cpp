@@ -112,17 +112,21 @@ TEST_F(StackreelAppTest, CancelsAnExportThatTheModelNoLongerTracks)
     EXPECT_FALSE(std::filesystem::exists(other));
 }
 
-TEST_F(StackreelAppTest, WaitsForALoadThatIsRunning)
+TEST_F(StackreelAppTest, CancelsARunningLoadAndWaitsForItsEnd)
 {
     m_app.model().chooseSource();
     m_world.openPanel->choose(m_folder / "clip.mov");
     OfflineWindow::settle();
     ASSERT_EQ(m_app.model().phase(), Phase::preparing());
-    QTimer::singleShot(30, &m_app.model(), [this] {
-        m_world.inspections.back().task().fail(std::runtime_error("The tool was ended."));
+    bool ended = false;
+    QTimer::singleShot(30, &m_app.model(), [&] {
+        EXPECT_TRUE(m_world.inspections.back().isCancelled());
+        ended = true;
+        m_world.inspections.back().task().fail(CancellationError());
     });
     m_app.shutDown();
-    EXPECT_EQ(m_app.model().phase(), Phase::failed("The tool was ended."));
+    EXPECT_TRUE(ended);
+    EXPECT_EQ(m_app.model().phase(), Phase::preparing()) << "a cancellation is not shown as a failure";
 }
 
 TEST_F(StackreelAppTest, DoesNothingWhenUpdatesAreCheckedWithoutAKey)

@@ -3,6 +3,7 @@
 #include "model/TaskHandle.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
+#include "tests/support/Descriptors.h"
 #include "tests/support/fakes/FakeAssetLoader.h"
 #include "tests/support/fakes/FakePanels.h"
 #include "tests/support/fakes/FakePlayback.h"
@@ -105,6 +106,20 @@ TEST_F(ModelWithToolsTest, LoadsAndExports)
                                .arguments);
     EXPECT_EQ(model().exportTask(), nullptr);
     EXPECT_TRUE(model().previewPlaying());
+}
+
+TEST_F(ModelWithToolsTest, EndsTheChildOfALoadThatAnotherSupersedes)
+{
+    installWaitingTool();
+    m_loader->playable = false;
+    choose();
+    ASSERT_TRUE(eventually([&] { return isWaiting(); }));
+    m_loader->playable = true;
+    choose();
+    ASSERT_TRUE(eventually([&] { return model().unfinishedLoads().size() < 2; }));
+    ASSERT_TRUE(eventually([&] { return model().unfinishedLoads().empty(); }));
+    EXPECT_EQ(model().phase(), Phase::ready());
+    EXPECT_FALSE(hasChildren());
 }
 
 TEST_F(ModelWithToolsTest, PlaysAProxyWhenTheSourceCannotBePlayed)

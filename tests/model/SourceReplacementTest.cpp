@@ -1,7 +1,9 @@
+#include "media/CancellationError.h"
 #include "media/MediaToolError.h"
 #include "tests/model/SourceLoadingTest.h"
 
 #include <algorithm>
+#include <functional>
 #include <stdexcept>
 
 namespace stackreel
@@ -59,13 +61,13 @@ TEST_F(LoadingTwoSources, NeverShowsTheThumbnailsOfTheFirst)
     EXPECT_EQ(model().timelineThumbnails().size(), 5U);
 }
 
-TEST_F(LoadingTwoSources, DropsThumbnailsOfTheFirstThatBeginAfterTheSecondLoad)
+TEST_F(LoadingTwoSources, DropsThumbnailsOfTheFirstThatBeginWithTheSecondLoad)
 {
     choose("/clips/a.mov");
+    finishLoad(20);
+    // The thumbnails are queued before the second load, which cancels them as soon as they have begun.
     model().chooseSource();
     m_services.openPanel->choose("/clips/b.mov");
-    // The second load is queued before the first one's thumbnails, so it cancels them before they begin.
-    finishLoad(20);
     runQueuedTasks();
     ASSERT_EQ(m_services.thumbnails.size(), 1U);
     EXPECT_TRUE(m_services.thumbnails.at(0).isCancelled());
@@ -73,43 +75,83 @@ TEST_F(LoadingTwoSources, DropsThumbnailsOfTheFirstThatBeginAfterTheSecondLoad)
     EXPECT_TRUE(model().timelineThumbnails().empty());
 }
 
-TEST_F(LoadingTwoSources, RunsEachToItsEnd)
+TEST_F(LoadingTwoSources, CancelsTheFirstWhenTheSecondIsChosen)
 {
     choose("/clips/a.mov");
-    choose("/clips/b.mov");
-    EXPECT_EQ(model().sourceURL(), "/clips/b.mov");
+    model().chooseSource();
+    EXPECT_FALSE(m_services.inspections.at(0).isCancelled()) << "the panel can still be dismissed";
+    m_services.openPanel->choose("/clips/b.mov");
+    EXPECT_TRUE(m_services.inspections.at(0).isCancelled());
+    runQueuedTasks();
+    EXPECT_FALSE(m_services.inspections.at(1).isCancelled());
 
-    // The second load finishes first. Each later step of the first load then overwrites its result.
     m_services.inspections.at(1).task().complete(clip(30));
-    m_services.previews.at(0).task().complete("/clips/b.mov");
-    EXPECT_EQ(model().trimEnd(), 30);
-    EXPECT_EQ(model().phase(), Phase::ready());
+    choose("/clips/c.mov");
+    EXPECT_TRUE(m_services.previews.at(0).isCancelled());
+}
+
+TEST_F(LoadingTwoSources, KeepsTheSecondWhenTheFirstEndsAfterIt)
+{
+    choose("/clips/a.mov");
+    m_services.inspections.at(0).task().complete(clip(10));
+    choose("/clips/b.mov");
+    m_services.inspections.at(1).task().complete(clip(30));
+    m_services.previews.at(1).task().complete("/clips/b.mov");
     runQueuedTasks();
     takeJournal();
 
-    m_services.inspections.at(0).task().complete(clip(10));
-    m_services.previews.at(1).task().complete("/clips/a.mov");
-    EXPECT_EQ(model().sourceURL(), "/clips/b.mov") << "the second load set it in its first step";
-    EXPECT_EQ(model().trimEnd(), 10);
-    EXPECT_EQ(model().mediaInfo()->duration, 10);
-    EXPECT_EQ(model().player().get(), &m_services.playback->player(2));
-    EXPECT_EQ(model().phase(), Phase::ready());
+    m_services.previews.at(0).task().complete("/tmp/Stackreel/a.mp4");
     runQueuedTasks();
-    EXPECT_TRUE(m_services.thumbnails.at(0).isCancelled());
-    EXPECT_FALSE(m_services.thumbnails.at(1).isCancelled());
-    const Lines lines = takeJournal();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), "looper 1: disable"), 1);
+    EXPECT_EQ(takeJournal(), Lines());
+    EXPECT_EQ(model().sourceURL(), "/clips/b.mov");
+    EXPECT_EQ(model().mediaInfo()->duration, 30);
+    EXPECT_EQ(model().phase(), Phase::ready());
 }
 
-TEST_F(LoadingTwoSources, ShowsAFailureThatComesLast)
+TEST_F(LoadingTwoSources, KeepsTheSecondWhenTheFirstFailsAfterIt)
 {
     choose("/clips/a.mov");
     choose("/clips/b.mov");
     m_services.inspections.at(1).task().complete(clip(30));
     m_services.previews.at(0).task().complete("/clips/b.mov");
+    takeJournal();
     m_services.inspections.at(0).task().fail(MediaToolError::noVideo());
-    EXPECT_EQ(model().phase(), Phase::failed("This file does not contain a video stream."));
-    EXPECT_EQ(model().player().get(), &m_services.playback->player(1));
+    EXPECT_EQ(takeJournal(), Lines());
+    EXPECT_EQ(model().phase(), Phase::ready());
+}
+
+TEST_F(LoadingTwoSources, StaysInPreparingWhenTheFirstEndsBeforeTheSecond)
+{
+    using End = std::function<void()>;
+    const End ends[] = {
+        [this] { m_services.inspections.back().task().complete(clip(10)); },
+        [this] { m_services.inspections.back().task().fail(MediaToolError::noVideo()); },
+        [this] { m_services.inspections.back().task().fail(CancellationError()); },
+    };
+    for (const End& end : ends) {
+        choose("/clips/a.mov");
+        model().chooseSource();
+        m_services.openPanel->choose("/clips/b.mov");
+        takeJournal();
+        end();
+        EXPECT_EQ(takeJournal(), Lines());
+        runQueuedTasks();
+        EXPECT_EQ(model().phase(), Phase::preparing());
+        EXPECT_EQ(m_services.inspections.back().arguments(), "/clips/b.mov");
+    }
+    EXPECT_EQ(m_services.previews.size(), 0U) << "a superseded load makes no preview";
+}
+
+TEST_F(LoadingTwoSources, NeverBeginsTheFirstWhenTheSecondIsChosenBefore)
+{
+    model().chooseSource();
+    m_services.openPanel->choose("/clips/a.mov");
+    model().chooseSource();
+    m_services.openPanel->choose("/clips/b.mov");
+    runQueuedTasks();
+    ASSERT_EQ(m_services.inspections.size(), 1U);
+    EXPECT_EQ(m_services.inspections.back().arguments(), "/clips/b.mov");
+    EXPECT_EQ(model().sourceURL(), "/clips/b.mov");
 }
 
 TEST_F(Thumbnails, ArePublishedWhenTheyAreReady)

@@ -9,14 +9,20 @@ QCoro::Task<T> FakeServices::call(Calls<T>& calls, const std::string& service, c
 {
     const std::string name = service + " " + std::to_string(calls.size() + 1);
     journal->note(name + ": " + arguments);
-    return calls.emplace_back(journal, name, std::move(stop)).task().task();
+    return calls.emplace_back(journal, name, arguments, std::move(stop)).task().task();
 }
 
 ModelServices FakeServices::services()
 {
     return {
-        .inspect = [this](const Path& source) { return call(inspections, "inspect", source.string()); },
-        .previewSource = [this](const Path& source) { return call(previews, "preview", source.string()); },
+        .inspect =
+            [this](const Path& source, std::stop_token stop) {
+                return call(inspections, "inspect", source.string(), std::move(stop));
+            },
+        .previewSource =
+            [this](const Path& source, std::stop_token stop) {
+                return call(previews, "preview", source.string(), std::move(stop));
+            },
         .timelineThumbnails =
             [this](const Path& file, double duration, int count, std::stop_token stop) {
                 const std::string arguments =

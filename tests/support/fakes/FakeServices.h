@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <stop_token>
+#include <string>
 #include <vector>
 
 namespace stackreel
@@ -23,11 +24,15 @@ template <typename T>
 class FakeCall
 {
 public:
-    FakeCall(std::shared_ptr<Journal> journal, std::string name, std::stop_token stop)
-        : m_stop(stop), m_cancelled(stop, Note{std::move(journal), "cancel " + std::move(name)})
+    FakeCall(std::shared_ptr<Journal> journal, std::string name, std::string arguments, std::stop_token stop)
+        : m_arguments(std::move(arguments)),
+          m_stop(stop),
+          m_cancelled(stop, Note{std::move(journal), "cancel " + std::move(name)})
     {
     }
 
+    /// The arguments as in the journal: "/clips/a.mov" for `inspect`.
+    const std::string& arguments() const { return m_arguments; }
     ManualTask<T>& task() { return m_task; }
     bool isCancelled() const { return m_stop.stop_requested(); }
 
@@ -38,6 +43,7 @@ private:
         void operator()() const { journal->note(line); }
     };
 
+    std::string m_arguments;
     std::stop_token m_stop;
     std::stop_callback<Note> m_cancelled;
     ManualTask<T> m_task;
@@ -71,7 +77,7 @@ public:
 private:
     template <typename T>
     QCoro::Task<T> call(Calls<T>& calls, const std::string& service, const std::string& arguments,
-                        std::stop_token stop = {});
+                        std::stop_token stop);
 };
 
 } // namespace stackreel
