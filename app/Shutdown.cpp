@@ -29,7 +29,7 @@ void cancel(const Tasks& tasks)
         task->cancel();
 }
 
-/// Waits for the loads, and for children that belong to none.
+/// Waits for the loads, and for all other children.
 void waitForLoads(const AppModel& model, QDeadlineTimer deadline)
 {
     QTimer poll;
@@ -47,13 +47,14 @@ void Shutdown::run(AppModel& model, std::chrono::milliseconds gracePeriod)
     killTimer.setSingleShot(true);
     QObject::connect(&killTimer, &QTimer::timeout, [] { RunningChildren::kill(); });
     killTimer.start(gracePeriod);
-    // Exit without a child that cannot be killed: it hangs in a system call, and waiting would never end.
+    // Exit even if a child cannot be killed because it hangs in a system call. Waiting for it would never
+    // end.
     QTimer exitTimer;
     exitTimer.setSingleShot(true);
     QObject::connect(&exitTimer, &QTimer::timeout, [] { std::_Exit(EXIT_FAILURE); });
     exitTimer.start(2 * gracePeriod);
 
-    // Cancel the exports before ending the children: an export whose child ends uncancelled reports a
+    // Cancel the exports before ending the children. Otherwise an export whose child ends would report a
     // failure.
     const auto exports = model.unfinishedExports();
     cancel(exports);

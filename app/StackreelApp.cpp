@@ -22,7 +22,7 @@ StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, U
     installAccessibleLineEdits();
     // `exit` instead of `quit`: `quit` first closes the windows, and one of them may be the caller.
     QObject::connect(&m_actions, &WindowActions::quitRequested, &m_actions, [] { QCoreApplication::exit(); });
-    // Queued, as an export sets its last phase shortly before it ends.
+    // Queued, because an export sets its last phase shortly before it ends.
     QObject::connect(
         &m_model, &AppModel::phaseChanged, &m_actions, [this] { keepAwakeWhileExporting(); },
         Qt::QueuedConnection);
@@ -35,7 +35,7 @@ void StackreelApp::keepAwakeWhileExporting()
 
 void StackreelApp::shutDown()
 {
-    // All windows, as a panel or a message may be open besides the main window.
+    // Hide all windows, because a panel or a message box may be open besides the main window.
     for (QWindow* window : QGuiApplication::topLevelWindows())
         window->hide();
     Shutdown::run(m_model);

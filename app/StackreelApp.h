@@ -22,7 +22,7 @@ public:
     StackreelApp(ModelServices services, const InfoDictionary& info, UpdateServices updates);
 
     void show() { m_mainWindow.show(); }
-    /// Closes the window and ends all running operations. Leaves no child and no partial file behind.
+    /// Closes the window and ends all running operations. No child process and no partial file is left.
     void shutDown();
 
     AppModel& model() { return m_model; }

@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// Owns the updater. The constructor decides whether this build has software updates; this never changes. One
-/// per process, on the main thread only.
+/// Owns the updater. The constructor decides whether this build has software updates, which never changes
+/// after that. One per process, on the main thread only.
 ///
 ///     UpdaterController updater(Bundle::infoDictionary(), standardUpdateServices());
 ///
@@ -28,8 +28,8 @@ public:
     /// The menu command. Checks for updates if they are enabled, otherwise does nothing.
     Q_INVOKABLE void checkForUpdates();
 
-    /// Whether a dictionary enables updates: its "SUPublicEDKey" is a string, not empty, and not exactly the
-    /// placeholder. The placeholder with blanks or in another case counts as a key.
+    /// Whether a dictionary enables updates: its "SUPublicEDKey" is a string that is not empty and not
+    /// exactly the placeholder. The placeholder with added blanks or in another case counts as a key.
     static bool enablesUpdates(const InfoDictionary& info);
 
 private:

@@ -31,8 +31,8 @@ void ignoreMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 {
-    // With XInput 2, Qt 6.4 misses the button release at the end of a window move by the desktop, and the
-    // next move begins with a jump.
+    // With XInput 2, Qt 6.4 misses the button release that ends a window move by the window manager, and the
+    // next move starts with a jump.
     const bool disablesXInput2 = qEnvironmentVariableIsEmpty("QT_XCB_NO_XI2");
     if (disablesXInput2)
         qputenv("QT_XCB_NO_XI2", "1");
@@ -88,7 +88,7 @@ int main(int argc, char* argv[])
     } catch (const std::exception& error) {
         StandardStreams::writeError(std::string(error.what()) + "\n");
     }
-    // Skip the destructors of static objects: a thread may still be reading a clip for thumbnails.
+    // Do not run the destructors of static objects: a thread may still be reading a clip for thumbnails.
     std::fflush(nullptr);
     std::quick_exit(status);
 }

@@ -12,8 +12,8 @@ namespace stackreel
 namespace
 {
 
-/// The accessible interface of a text field. The field has the properties of `TextInput`, and `title`, its
-/// accessible name.
+/// The accessible interface of a text field. The field has the properties of `TextInput`, and a property
+/// `title`, which is its accessible name.
 class AccessibleTextInput : public QAccessibleObject,
                             public AccessibleLineText,
                             public QAccessibleActionInterface

@@ -13,30 +13,31 @@
 namespace stackreel
 {
 
-/// Edits one crop region over a picture of `viewSize` points, by dragging and by keys. It never changes
-/// `region` itself: it emits `regionEdited`, and the owner of the region sets the new value. So each region
-/// has exactly one owner. Main thread.
+/// Edits one crop region by dragging and by keys. The region is shown over a picture of the size `viewSize`,
+/// in points (device-independent pixels). The editor never changes `region` itself: it emits `regionEdited`,
+/// and the owner of the region sets the new value. Main thread.
 class CropEditor : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
 
-    /// In fractions of the displayed frame.
+    /// The crop region, in fractions of the displayed frame.
     Q_PROPERTY(QRectF region READ region WRITE setRegion NOTIFY regionChanged FINAL)
-    /// Width / height of one half of the output. Resizing keeps this aspect ratio.
+    /// The aspect ratio (width / height) of one half of the output. Resizing keeps it.
     Q_PROPERTY(double panelAspect MEMBER m_panelAspect NOTIFY panelAspectChanged FINAL)
     Q_PROPERTY(QSizeF viewSize READ viewSize WRITE setViewSize NOTIFY viewSizeChanged FINAL)
     /// Size of the displayed frame in source pixels. The arrow keys move by source pixels.
     Q_PROPERTY(QSizeF sourceSize MEMBER m_sourceSize NOTIFY sourceSizeChanged FINAL)
-    /// Where the region is drawn, in points.
+    /// The rectangle in which the region is drawn, in points.
     Q_PROPERTY(QRectF displayRect READ displayRect NOTIFY displayRectChanged FINAL)
-    /// Position and size of the region as a text, in source pixels; for assistive technology.
+    /// The position and size of the region in source pixels, as a text for assistive technology.
     Q_PROPERTY(QString geometryText READ geometryText NOTIFY geometryTextChanged FINAL)
 
 public:
     /// How far the pointer must move, in points, before a press becomes a drag.
     static constexpr double dragThreshold = 1;
-    /// Source pixels per key press: `ShortStep` alone, `LongStep` with Shift or by assistive technology.
+    /// How many source pixels a step moves: `ShortStep` by an arrow key, `LongStep` by an arrow key with
+    /// Shift or by assistive technology.
     enum Step { ShortStep = 1, LongStep = 10 };
     Q_ENUM(Step)
 
@@ -58,7 +59,8 @@ public:
     Q_INVOKABLE void resize(double x, double y);
     Q_INVOKABLE void endResize() { m_resizeStart.reset(); }
 
-    /// Move or resize the region by source pixels, as a complete drag over that distance does.
+    /// Move or resize the region by a number of source pixels. Each call has the effect of a whole drag over
+    /// that distance.
     Q_INVOKABLE void stepMove(int x, int y);
     Q_INVOKABLE void stepResize(int x, int y);
     /// Handles a key press: the arrow keys move the region, with Ctrl they resize it, with Shift they use

@@ -7,16 +7,16 @@
 namespace stackreel
 {
 
-/// The cursor shapes of one view: a stack of pushed shapes over the arrow, and the shape shown now. Each
-/// `push` needs one `pop`.
+/// The cursor shapes of one view: a stack of shapes, with the arrow at the bottom, and the shape that is
+/// shown. Each `push` needs one `pop`.
 class CursorStack
 {
 public:
     /// Shows a shape until it is popped.
     void push(Qt::CursorShape shape);
-    /// Shows the previous shape of the stack, or the arrow when the stack is empty.
+    /// Removes the topmost shape and shows the one below it, or the arrow if no shape is left.
     void pop();
-    /// Shows a shape until the next push, pop or set. Does not change the stack.
+    /// Shows a shape until the next call of `push`, `pop` or `set`. Does not change the stack.
     void set(Qt::CursorShape shape) { m_current = shape; }
 
     Qt::CursorShape current() const { return m_current; }

@@ -11,7 +11,7 @@ FocusItem::FocusItem(QQuickItem* parent) : QQuickItem(parent)
 void FocusItem::focusInEvent(QFocusEvent* event)
 {
     QQuickItem::focusInEvent(event);
-    // When the window or a popup returns the focus, the item keeps the visual focus it had.
+    // When the item gets the focus back from another window or a popup, its visual focus stays as it was.
     const Qt::FocusReason reason = event->reason();
     if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
         setVisualFocus(reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||

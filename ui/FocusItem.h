@@ -7,8 +7,8 @@ namespace stackreel
 {
 
 /// An item that takes the focus by Tab. `visualFocus` is true when the focus came by the keyboard, and false
-/// when it came by a mouse press. Qt's controls have the same property, but on Qt 6.4 they overwrite a custom
-/// accessible role when assistive technology starts. Main thread.
+/// when it came by a mouse press. Qt's controls have the same property, but on Qt 6.4 they replace a custom
+/// accessible role by their own when assistive technology starts. Main thread.
 class FocusItem : public QQuickItem
 {
     Q_OBJECT

@@ -23,23 +23,23 @@ public:
     QQuickItem* content() const { return m_content; }
     void setContent(QQuickItem* content);
 
-    /// Saves the focused item. Call it before a menu or dialog opens. When the focus is outside the content,
-    /// the item saved last is kept.
+    /// Saves the focused item. Call it before a menu or dialog opens. If the focus is outside `content`, the
+    /// saved item does not change.
     Q_INVOKABLE void save();
-    /// Restores the focus to the saved item, with its visual focus. Does nothing when another item of the
-    /// content has the focus, or when the saved item is hidden or disabled.
+    /// Gives the focus back to the saved item, visibly if its focus was visible before. Does nothing if
+    /// another item of `content` has the focus, or if the saved item is hidden or disabled.
     Q_INVOKABLE void restore();
 
-    /// Sends a hover leave event to the title of a menu that closes. Does nothing when the title is no longer
-    /// highlighted, because another menu opens then: the pointer would enter the title again and reopen its
-    /// menu.
+    /// Sends a hover leave event to the title of a menu that closes. Does nothing if the title is no longer
+    /// highlighted, because another menu is opening: the event would make the pointer enter the title again,
+    /// which reopens the first menu.
     Q_INVOKABLE static void clearHover(QQuickItem* title);
 
 Q_SIGNALS:
     void contentChanged();
 
 private:
-    /// The item of the content that has the focus, or null.
+    /// The item inside `content` that has the focus, or null.
     QQuickItem* focused() const;
 
     QPointer<QQuickItem> m_content;

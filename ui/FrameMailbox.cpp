@@ -17,7 +17,7 @@ void FrameMailbox::clear() noexcept
 
 void FrameMailbox::put(VideoFrame frame)
 {
-    // Declared before the guard, so that the replaced frame is released after the lock.
+    // Declared before the guard, so that the replaced frame is released after the mutex is unlocked.
     std::optional<VideoFrame> replaced(std::move(frame));
     const std::lock_guard guard(m_lock);
     if (!m_changed)

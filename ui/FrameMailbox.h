@@ -9,8 +9,8 @@
 namespace stackreel
 {
 
-/// Holds the latest frame of a player until the view takes it. The player presents frames from its own
-/// thread, possibly after the view is destroyed. A new frame replaces one that was not taken.
+/// Holds the latest frame of a player until the view takes it. The player presents frames on its own thread,
+/// even after the view is destroyed. A new frame replaces a frame that was not taken.
 class FrameMailbox : public VideoOutput
 {
 public:
@@ -21,8 +21,8 @@ public:
     void present(VideoFrame frame) noexcept override;
     void clear() noexcept override;
 
-    /// Takes the frame that arrived since the last call: one without pixels means that the view should be
-    /// cleared. Returns nothing when no frame arrived. Any thread.
+    /// Takes the latest frame. A frame without pixels means that the view should be cleared. Returns
+    /// `std::nullopt` if no frame has arrived since the last call. Any thread.
     std::optional<VideoFrame> take();
     /// Drops the held frame and all later ones. After this call `changed` is not called any more. Any thread.
     void close();

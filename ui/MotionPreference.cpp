@@ -59,7 +59,7 @@ MotionPreference::MotionPreference(const std::function<QDBusConnection()>& bus, 
 
 void MotionPreference::queryPortal(QDBusConnection bus)
 {
-    // Qt looks the slot up by the names of its parameter types, so the type must be registered first.
+    // Qt finds the slot by the names of its parameter types, so the type must be registered first.
     qRegisterMetaType<QDBusVariant>();
     bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(applyPortalSetting(QString, QString, QDBusVariant)));

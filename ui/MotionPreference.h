@@ -22,8 +22,8 @@ class MotionPreference : public QObject
 
 public:
     explicit MotionPreference(QObject* parent = nullptr);
-    /// `bus` returns the message bus to find the portal on, instead of the session bus. It is not called when
-    /// the environment variable is set.
+    /// `bus` returns the message bus on which the portal is, which tests replace. It is not called if the
+    /// environment variable is set.
     explicit MotionPreference(const std::function<QDBusConnection()>& bus, QObject* parent = nullptr);
 
     bool isReduced() const { return m_reduced; }

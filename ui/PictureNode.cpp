@@ -16,7 +16,7 @@ namespace
 
 using FrameOwner = std::shared_ptr<const void>;
 
-/// The frame as an image that shares its pixels and keeps them alive.
+/// An image that shares the pixels of the frame and keeps them alive.
 QImage imageOf(const VideoFrame& frame)
 {
     const auto release = [](void* owner) { delete static_cast<FrameOwner*>(owner); };

@@ -16,7 +16,7 @@ namespace
 {
 
 // While the window is being resized, frames are stretched. A new video size restarts the player's pipeline,
-// so sending each intermediate size would show no frames at all.
+// so no frames would be shown at all if each intermediate size were sent.
 constexpr std::chrono::milliseconds resizeDelay{120};
 
 } // namespace

@@ -16,8 +16,9 @@ namespace stackreel
 
 class FrameMailbox;
 
-/// Shows the frames of the model's preview player over a black background: complete, centred and at their
-/// own aspect ratio. When the model's player changes, the surface switches to the new one. Takes no input.
+/// Shows the frames of the model's preview player over a black background: whole, centred and with their
+/// aspect ratio unchanged. When the model's player changes, the surface switches to the new one. Takes no
+/// input.
 ///
 /// The surface sets the player's video size to its own size in device pixels, when it is first painted and
 /// shortly after each resize ends, so that frames arrive at the size they are shown at. Destroying the
@@ -53,11 +54,12 @@ private:
 
     QPointer<WindowModel> m_model;
     std::weak_ptr<QueuePlayer> m_player;
-    std::shared_ptr<FrameMailbox> m_mailbox; ///< of the current player; null without one
+    std::shared_ptr<FrameMailbox> m_mailbox; ///< of the current player; null without a player
     VideoFrame m_frame; ///< the frame on screen; accessed while the scene is synchronised
     QTimer m_resizeTimer;
     QSize m_sentSize; ///< the video size last sent to the current player
-    /// To the positions of all ancestors: moving one moves this item without a geometry change of its own.
+    /// Connections to the positions of all ancestors: moving an ancestor moves this item on the screen
+    /// without a change of its own geometry.
     std::vector<QMetaObject::Connection> m_ancestorConnections;
 };
 

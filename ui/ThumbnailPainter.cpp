@@ -11,7 +11,7 @@ namespace stackreel
 namespace
 {
 
-/// The frame as an image that shares its pixels. Valid as long as the frame.
+/// An image that shares the pixels of the frame. Valid as long as the frame exists.
 QImage imageOf(const VideoFrame& frame)
 {
     return {reinterpret_cast<const uchar*>(frame.pixels), frame.width, frame.height,

@@ -20,10 +20,11 @@ struct ThumbnailPainter {
     /// The rectangle of cell `index` of `count`, in whole device pixels so that its edges are sharp. `points`
     /// is the size of the row.
     static QRect cell(int index, int count, QSizeF points, double devicePixelRatio);
-    /// The centred part of a picture that fills a cell at the picture's aspect ratio.
+    /// The centred part of a picture that has the aspect ratio of a cell, so that it fills the cell without
+    /// distortion.
     static QRectF cropToFill(QSize picture, QSize cell);
-    /// Paints the row in device pixels, over black at opacity 0.72 and with rounded corners. A null image for
-    /// an empty size.
+    /// Paints the row in device pixels, over black with an opacity of 0.72 and with rounded corners. Returns
+    /// a null image for an empty size.
     static QImage paint(const std::vector<VideoFrame>& frames, QSizeF points, double devicePixelRatio);
 };
 

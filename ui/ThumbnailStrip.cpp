@@ -13,7 +13,8 @@ namespace stackreel
 namespace
 {
 
-// Scaling the thumbnails smoothly takes too long to be repeated for each step of a window resize.
+// The row is painted once at the end of a window resize, because smooth scaling takes too long for each step
+// of it.
 constexpr std::chrono::milliseconds resizeDelay{120};
 
 } // namespace

@@ -15,7 +15,8 @@ namespace stackreel
 
 /// Translates input by pointer, keys and assistive technology on the trim timeline into operations of the
 /// model. Tracks what is dragged, which handle is hovered and which cursor to show. Positions are x
-/// coordinates in points, from 0 to `width`. Does nothing without a model. Main thread.
+/// coordinates from 0 to `width`, in points (device-independent pixels). Does nothing without a model. Main
+/// thread.
 class TimelineEditor : public QObject
 {
     Q_OBJECT
@@ -31,10 +32,10 @@ class TimelineEditor : public QObject
     Q_PROPERTY(double playheadX READ playheadX NOTIFY playheadXChanged FINAL)
     Q_PROPERTY(double step READ step NOTIFY stepChanged FINAL) ///< seconds
 
-    /// Whether a drag moves the handle. Both are false while the playhead is dragged.
+    /// Whether the start or the end handle is being dragged. Both are false while the playhead is dragged.
     Q_PROPERTY(bool draggingStart READ draggingStart NOTIFY activityChanged FINAL)
     Q_PROPERTY(bool draggingEnd READ draggingEnd NOTIFY activityChanged FINAL)
-    /// Whether the handle is hovered or being dragged.
+    /// Whether the start or the end handle is hovered or being dragged.
     Q_PROPERTY(bool startActive READ startActive NOTIFY activityChanged FINAL)
     Q_PROPERTY(bool endActive READ endActive NOTIFY activityChanged FINAL)
     Q_PROPERTY(Qt::CursorShape cursorShape READ cursorShape NOTIFY cursorShapeChanged FINAL)
@@ -64,7 +65,8 @@ public:
     bool endActive() const { return isActive(TimelineInteraction::trimEnd); }
     Qt::CursorShape cursorShape() const { return m_cursors.current(); }
 
-    /// A drag: one `press`, any number of `drag`, one `release`. The press already grabs a handle or seeks.
+    /// A drag consists of one `press`, any number of calls of `drag`, and one `release`. `press` grabs a
+    /// handle if there is one at `x`; otherwise it seeks.
     Q_INVOKABLE void press(double x);
     Q_INVOKABLE void drag(double x);
     Q_INVOKABLE void release();
@@ -73,7 +75,8 @@ public:
     Q_INVOKABLE void hover(double x);
     Q_INVOKABLE void leave();
 
-    /// Move by one step: forwards for a positive direction, backwards for a negative one.
+    /// Move the playhead or a handle by one step: forwards if `direction` is positive, backwards if it is
+    /// negative.
     Q_INVOKABLE void adjustPlayhead(int direction);
     Q_INVOKABLE void adjustTrimStart(int direction);
     Q_INVOKABLE void adjustTrimEnd(int direction);

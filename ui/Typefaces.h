@@ -14,7 +14,7 @@ class Typefaces : public QObject
     QML_ELEMENT
     QML_SINGLETON
     Q_PROPERTY(QString text READ text CONSTANT FINAL)
-    /// Rounded letters, for titles.
+    /// A family with rounded letters, for titles.
     Q_PROPERTY(QString title READ title CONSTANT FINAL)
     /// A monospaced family.
     Q_PROPERTY(QString fixed READ fixed CONSTANT FINAL)

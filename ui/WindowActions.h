@@ -18,13 +18,14 @@ class WindowActions : public QObject
     Q_PROPERTY(QString version READ version CONSTANT FINAL)
 
 public:
-    /// `checkForUpdates` is called each time the user asks for it; it may be empty, which does nothing.
+    /// `checkForUpdates` is called each time the user requests a check for updates. It may be empty.
     explicit WindowActions(std::function<void()> checkForUpdates = {}, QObject* parent = nullptr);
 
     QString version() const; ///< of the program
 
     Q_INVOKABLE void checkForUpdates() const;
-    /// Requests the end of the program: from the menu, by its shortcut, or by closing the window.
+    /// Called when the user quits by the menu, by its shortcut, or by closing the window. Emits
+    /// `quitRequested`.
     Q_INVOKABLE void quit() { Q_EMIT quitRequested(); }
 
 Q_SIGNALS:

@@ -11,8 +11,8 @@
 namespace stackreel
 {
 
-/// Exposes `AppModel` to QML: its state in QML types, the texts made from it, and its operations. Has no
-/// state of its own. Owned by the application; the model must outlive it. Main thread.
+/// Exposes `AppModel` to QML: its state converted to QML types, texts that show that state, and its
+/// operations. Has no state of its own. Owned by the application; the model must outlive it. Main thread.
 class WindowModel : public QObject
 {
     Q_OBJECT
@@ -95,7 +95,7 @@ public:
 
     QStringList aspectLabels() const;
     int aspectIndex() const { return static_cast<int>(m_model.settings().aspect); }
-    /// Sets the aspect ratio, then adapts the crops to it. An index out of range does nothing.
+    /// Sets the aspect ratio, then adapts the crops to it. Does nothing if the index is out of range.
     void setAspectIndex(int index);
     bool customSize() const { return m_model.settings().aspect == OutputAspect::custom; }
     QString customWidth() const; ///< formatted in the user's locale
@@ -104,8 +104,8 @@ public:
     void setIncludeAudio(bool include);
     double panelAspect() const;
 
-    /// Parses an integer in the user's locale. Any other text is ignored. A new value is stored, and the
-    /// crops are adapted to it once.
+    /// Parses an integer in the user's locale and ignores any other text. If the value is new, stores it and
+    /// adapts the crops to it.
     Q_INVOKABLE void setCustomWidth(const QString& text);
     Q_INVOKABLE void setCustomHeight(const QString& text);
 

@@ -15,8 +15,8 @@ using Arguments = std::vector<std::string>;
 /// in this order and next to each other.
 bool asksForVideoToolbox(const Arguments& arguments);
 
-/// Changes arguments that request VideoToolbox for an FFmpeg that has `encoder`; returns any others unchanged.
-/// The filters of `-vf` are changed by `withEvenSides`. If `encoder` is not VideoToolbox:
+/// Changes arguments that request VideoToolbox for an FFmpeg that has `encoder`; returns any others
+/// unchanged. The filters of `-vf` are changed by `withEvenSides`. If `encoder` is not VideoToolbox:
 /// - Each group of four is replaced by `encoder` and its options, which also keep the time of every picture.
 /// - Audio that is encoded as AAC (`-c:a aac`) gets a channel layout that the encoder supports.
 /// - The filter graph (`-filter_complex`) is changed by `withFullChroma` and, if there is one output, by

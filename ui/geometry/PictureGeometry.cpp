@@ -10,7 +10,7 @@ namespace
 
 constexpr double tolerancePixels = 2;
 
-/// The position nearest to `start` that lies on a boundary between two device pixels.
+/// The position on a boundary between two device pixels that is nearest to `start`.
 double snappedToPixel(double start, double origin, double ratio)
 {
     return std::round((origin + start) * ratio) / ratio - origin;

@@ -3,7 +3,7 @@
 namespace stackreel
 {
 
-/// A size in view points.
+/// A size in points (device-independent pixels).
 struct ViewSize {
     double width = 0;
     double height = 0;
@@ -11,7 +11,7 @@ struct ViewSize {
     bool operator==(const ViewSize&) const = default;
 };
 
-/// A rectangle in view points, origin top-left.
+/// A rectangle in points (device-independent pixels), origin top-left.
 struct ViewRect {
     double x = 0;
     double y = 0;
@@ -21,7 +21,7 @@ struct ViewRect {
     bool operator==(const ViewRect&) const = default;
 };
 
-/// How far a pointer has moved since its drag began, in view points.
+/// How far the pointer has moved since the drag began, in points (device-independent pixels).
 struct ViewTranslation {
     double x = 0;
     double y = 0;

@@ -9,7 +9,7 @@ T.Dialog {
     required property string version
 
     objectName: "aboutPanel"
-    // Read by assistive technology only; the dialog shows no title.
+    // Only assistive technology reads the title; the dialog does not show it.
     title: qsTr("About Stackreel")
     parent: T.Overlay.overlay
     anchors.centerIn: parent

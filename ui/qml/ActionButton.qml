@@ -20,7 +20,7 @@ T.Button {
     Accessible.description: enabled ? "" : qsTr("Not available now")
     Accessible.onPressAction: if (enabled) clicked()
 
-    // The Space key presses a button with visual focus, instead of triggering the window's shortcut.
+    // While a button has visual focus, the Space key presses it instead of triggering the window's shortcut.
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus
     // A key that is held down clicks only once. A second click could cancel what the first one started.
     Keys.onPressed: event => {

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Announces a text to screen readers: each new status, and any text passed to `announce`. Screen readers do not follow
+/// Makes screen readers read a text: each new status, and any text passed to `announce`. Screen readers do not read
 /// changes of the status line, but they read a notification when it becomes visible. The item paints nothing.
 Item {
     id: announcement
@@ -27,8 +27,8 @@ Item {
     Component.onCompleted: completed = true
     onStatusChanged: if (completed) announce(status)
 
-    // Long enough for a busy screen reader to read the notification. It is hidden afterwards, so that users who explore
-    // the window do not find an old text.
+    // The interval is long enough for a busy screen reader to read the notification. After that the notification is
+    // hidden, so that users who explore the window do not find an old text.
     Timer {
         id: hideTimer
 

@@ -25,7 +25,7 @@ T.ComboBox {
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Space && visualFocus
     Keys.onReturnPressed: openByKey()
     Keys.onEnterPressed: openByKey()
-    // Qt closes the list on any key release, also on that of the key that opened it.
+    // Qt closes the list on any key release, also when the key that opened it is released.
     Keys.onReleased: event => {
         event.accepted = openingByKey;
         openingByKey = false;

@@ -2,15 +2,15 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The content of the main window, below the title bar. `dragArea` covers the header, behind its texts and its button;
-/// the window can be moved by it.
+/// The content of the main window, below the title bar. `dragArea` lies behind the texts and the button of the header;
+/// dragging it moves the window.
 Item {
     id: view
 
     required property WindowModel model
     readonly property alias dragArea: header.dragArea
 
-    /// Announces a text to screen readers, independent of the focus.
+    /// Makes screen readers read a text, whichever item has the focus.
     function announce(text: string) {
         announcement.announce(text);
     }
@@ -34,7 +34,7 @@ Item {
         color: Theme.graphite
     }
 
-    // A press outside all controls takes the focus from a text field and so ends editing.
+    // A press outside all controls takes the focus from a text field, which ends editing.
     MouseArea {
         anchors.fill: parent
         onPressed: forceActiveFocus(Qt.MouseFocusReason)

@@ -2,7 +2,7 @@ import QtQuick
 import Stackreel
 
 /// Shows one crop over the picture and edits it by pointer, keys and assistive technology. The item covers the whole
-/// picture. It requests the selection and changes of its region by signals; the owner applies them.
+/// picture. It emits signals to request its selection and changes of its region; the owner applies them.
 Item {
     id: overlay
 
@@ -37,7 +37,7 @@ Item {
         width: editor.displayRect.width
         height: editor.displayRect.height
 
-        /// Whether an arrow key was used since the item got the focus. The description omits the help text then.
+        /// Whether an arrow key was used since the item got the focus. If so, the description omits the help text.
         property bool keysUsed: false
 
         Keys.onPressed: event => {

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// A text field for an integer. `committed` is emitted with the typed text on Return and when the field loses the
-/// focus. Then the field shows `value` again, which the owner may have changed. Escape discards the typed text.
+/// A text field for an integer. When the user presses Return or the field loses the focus, it emits `committed` with
+/// the typed text and then shows `value` again, which the owner may have changed. Escape discards the typed text.
 T.TextField {
     id: field
 

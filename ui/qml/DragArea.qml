@@ -1,7 +1,7 @@
 import QtQuick
 
 /// Reports a drag of its parent in the coordinates of `referenceItem`, which does not move with the parent. A press
-/// sets the focus to `focusTarget`.
+/// gives `focusTarget` the focus.
 MouseArea {
     id: area
 

@@ -3,8 +3,8 @@ import QtQuick.Templates as T
 import Stackreel
 
 /// Moves the keyboard focus when a change of phase hides or disables the focused control: to `editingFallback` while a
-/// clip can be edited, otherwise to `otherFallback`. Without it no item would have the focus, and screen reader users
-/// would lose their place. Applies only to visual focus.
+/// clip can be edited, otherwise to `otherFallback`. Without this, no item would have the focus, and screen reader
+/// users would not know where they are. Does nothing if the focus was not visible.
 QtObject {
     id: fallback
 
@@ -21,14 +21,14 @@ QtObject {
     onFocusedChanged: deferredUpdate.start()
     onPhaseChanged: deferredUpdate.start()
 
-    // Deferred until all bindings have shown and hidden the controls of the new phase.
+    // Deferred until all bindings are evaluated, which show and hide the controls of the new phase.
     readonly property Timer deferredUpdate: Timer {
         interval: 0
         onTriggered: fallback.update()
     }
 
     function update() {
-        // When the window is activated, Qt may restore the focus to a hidden item.
+        // When the window is activated, Qt may give the focus to a hidden item, so the item is checked here.
         if (focused && focused !== content.Window.contentItem && canTakeFocus(focused))
             recordFocus();
         else if (lastFocused && hadVisualFocus && phase !== WindowModel.Preparing && !canTakeFocus(lastFocused))
@@ -39,7 +39,7 @@ QtObject {
         return item.visible && item.enabled;
     }
 
-    /// Items outside the content are ignored: menus and dialogs restore the focus themselves.
+    /// Records the focused item if it is inside the content. Menus and dialogs restore the focus themselves.
     function recordFocus() {
         let above = focused;
         while (above && above !== content)

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A frame around its parent that marks the keyboard focus.
+/// A frame around the parent item that shows the keyboard focus.
 Rectangle {
     property real parentRadius: 7
     property real distance: 3

@@ -8,7 +8,7 @@ ColumnLayout {
 
     required property WindowModel model
 
-    /// A change that no focused control reports should be announced to screen readers.
+    /// Requests that screen readers read the text, because no focused control reports this change.
     signal announceRequested(text: string)
 
     objectName: "frameSection"

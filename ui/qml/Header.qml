@@ -7,7 +7,7 @@ Item {
     id: header
 
     required property WindowModel model
-    /// Covers the header, behind all other items. The window can be moved by it.
+    /// Lies behind all other items of the header. Dragging it moves the window.
     readonly property alias dragArea: emptyArea
     readonly property alias chooseControl: chooseButton
 

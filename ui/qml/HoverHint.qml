@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// A tool tip below its parent. Set `shown` while the parent is hovered.
+/// A tool tip below the parent item. Set `shown` to true while the parent is hovered.
 T.ToolTip {
     id: hint
 

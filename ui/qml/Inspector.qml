@@ -9,7 +9,7 @@ Rectangle {
     required property WindowModel model
     readonly property bool exporting: model.phase === WindowModel.Exporting
 
-    /// Should be announced to screen readers.
+    /// Requests that screen readers read the text.
     signal announceRequested(text: string)
 
     implicitWidth: 310

@@ -1,8 +1,8 @@
 import QtQuick
 import Stackreel
 
-/// The main window, with client-side decorations: a title bar above the content, and a frame. Moves and resizes are
-/// done by the window manager, so tiling and snapping work as for any other window.
+/// The main window, with client-side decorations: a title bar above the content, and a frame. The window manager moves
+/// and resizes it, so tiling and snapping work as for any other window.
 Window {
     id: window
 

@@ -9,8 +9,8 @@ Rectangle {
     width: 20
     height: 20
     color: "black"
-    // Slightly translucent on purpose. When only the video below changes, the software scene graph does not repaint the
-    // border pixels of an opaque item at a fractional position, so the handle would lose its edge.
+    // The handle is slightly translucent on purpose. The software scene graph does not repaint the border pixels of an
+    // opaque item at a fractional position when only the video below changes, so the handle would lose its edge.
     opacity: 0.999
 
     Rectangle {

@@ -1,4 +1,4 @@
-# Adds the parts around the content: title bar with menus, frame, about panel.
+# Adds the parts around the window's content: title bar with menus, frame, about panel.
 qt_target_qml_sources(stackreel_ui
   QML_FILES
     AboutPanel.qml

@@ -2,8 +2,9 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 
-/// A soft shadow for a rounded rectangle of the same size. It extends 7 points beyond it; `strength` is its opacity at
-/// the centre. Built from plain rectangles, because the software scene graph has no shader effects.
+/// A soft shadow for a rounded rectangle of the same size. The shadow extends 7 points beyond the rectangle; `strength`
+/// is its opacity at the centre. It consists of plain rectangles, because the software scene graph has no shader
+/// effects.
 Item {
     id: shadow
 

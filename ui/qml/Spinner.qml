@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Stackreel
 
-/// An indeterminate progress indicator of rotating spokes. Does not move when reduced motion is preferred.
+/// An indeterminate progress indicator of rotating spokes. Does not move if the user prefers reduced motion.
 Item {
     id: spinner
 

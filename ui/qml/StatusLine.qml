@@ -1,8 +1,8 @@
 import QtQuick
 import Stackreel
 
-/// The status in a single elided line. The full text is in the tool tip and in the accessible name. Assistive
-/// technology is notified of a change of the accessible name.
+/// The status in a single elided line. The full text is in the tool tip and in the accessible name, whose changes are
+/// reported to assistive technology.
 Caption {
     id: line
 

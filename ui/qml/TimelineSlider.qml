@@ -1,26 +1,26 @@
 import QtQuick
 import Stackreel
 
-/// A time on the timeline, exposed as a slider to keys and assistive technology. The timeline handles the pointer.
+/// A time on the timeline that keys and assistive technology change like a slider. The timeline handles the pointer.
 FocusItem {
     id: slider
 
     required property string name
     required property string valueText
     required property real seconds
-    // Qt exposes the properties of these names to assistive technology. They are read-only: it changes the value in
-    // steps.
+    // Qt exposes the properties with these names to assistive technology. They are read-only, because assistive
+    // technology changes the time in steps only.
     readonly property real value: seconds
     readonly property real minimumValue: 0
     required property real maximumValue
     required property real step
     // Screen readers derive the number of decimals from the step size. A step of 0.25 s would hide the second decimal.
     readonly property real stepSize: Math.min(step, announcesValueOnly ? 0.01 : 1)
-    /// Whether the time advances by itself because the preview plays.
+    /// Whether the time is changing because the preview is playing.
     property bool running: false
     property bool stepping: false
 
-    // Which changes are reported to assistive technology.
+    // These two properties determine which changes are reported to assistive technology (`AccessibleChanges.h`).
     readonly property bool changesByItself: running && !stepping
     readonly property bool announcesValueOnly: step < 1
 

@@ -9,7 +9,7 @@ Item {
     required property Window window
     required property WindowModel model
     required property WindowActions actions
-    /// Gets the focus back when a menu or dialog closes.
+    /// The item inside it that had the focus gets it back when a menu or dialog closes.
     required property ContentView view
 
     readonly property bool maximised: window.visibility === Window.Maximized
@@ -45,8 +45,8 @@ Item {
             objectName: "applicationMenu"
             title: "Stackreel"
             onAboutToShow: focusRestorer.save()
-            // Qt 6.4 treats a closed menu as open while the pointer hovers over its title, and would then open the next
-            // menu without a click.
+            // Qt 6.4 treats a closed menu as open while the pointer hovers over its title, and would open the next menu
+            // that the pointer reaches without a click.
             onAboutToHide: focusRestorer.clearHover(parent)
 
             WindowMenuItem {
@@ -130,8 +130,8 @@ Item {
         }
     }
 
-    // These two also work while a menu or dialog of this window is open, but not in a file dialog, which has shortcuts
-    // of its own.
+    // These two shortcuts also work while a menu or dialog of this window is open. They do not work in a file dialog,
+    // which has its own.
     Shortcut {
         sequence: "Ctrl+O"
         context: Qt.ApplicationShortcut

@@ -152,7 +152,7 @@ Item {
 
             MouseArea {
                 objectName: "trimTimeline"
-                // As high as the handles, which are slightly higher than the thumbnails.
+                // Has the height of the handles, which is slightly more than that of the thumbnails.
                 anchors.fill: parent
                 anchors.topMargin: -2
                 anchors.bottomMargin: -2
@@ -173,7 +173,7 @@ Item {
                 onReleased: endDrag()
                 onCanceled: endDrag()
                 onVisibleChanged: if (!visible) editor.leave()
-                // During a drag the handle stays hovered.
+                // A handle that is being dragged stays hovered.
                 onExited: if (!pressed) editor.leave()
 
                 function endDrag() {

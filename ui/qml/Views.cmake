@@ -1,4 +1,4 @@
-# Adds the views of the window to the QML module of CMakeLists.txt.
+# Adds the views of the window to the QML module that CMakeLists.txt defines.
 target_sources(stackreel_ui PRIVATE
   ../CropEditor.cpp ../CropEditor.h
   ../CursorStack.cpp

@@ -1,7 +1,7 @@
 import QtQuick
 
-/// The window's frame: a thin line that is visible on a dark desktop, and the hit areas for resizing. Hidden while the
-/// window is maximized.
+/// The window's frame: a thin line that sets the window off from a dark desktop, and the hit areas for resizing. Hidden
+/// while the window is maximized.
 Item {
     id: frame
 

@@ -18,9 +18,9 @@ T.Menu {
         interactive: false
         currentIndex: menu.currentIndex
     }
-    // A menu opened by key focuses its first item. Screen readers would read nothing otherwise.
+    // A menu that was opened by a key focuses its first item. Otherwise screen readers would read nothing.
     onOpened: if (((parent as T.MenuBarItem)?.menuBar as WindowMenuBar)?.openedByKey) currentIndex = 0
-    // Qt uses the title as accessible name for dialogs only.
+    // Qt uses the title as the accessible name of dialogs, but not of menus.
     Component.onCompleted: contentItem.parent.Accessible.name = title
 
     background: Rectangle {

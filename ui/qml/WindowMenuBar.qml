@@ -11,7 +11,7 @@ T.MenuBar {
     /// Whether the open menu was opened by a key or by assistive technology, not by the pointer.
     property bool openedByKey: false
 
-    /// Opens the first menu as by key.
+    /// Opens the first menu as if the user had opened it with a key.
     function openFirst() {
         openedByKey = true;
         const first = itemAt(0) as T.MenuBarItem;
@@ -30,7 +30,7 @@ T.MenuBar {
         onPressed: bar.openedByKey = false
         hoverEnabled: true
 
-        // Qt 6.4 exposes each menu bar item as a menu bar. The content item replaces it for assistive technology.
+        // Qt 6.4 exposes each menu bar item as a menu bar, so assistive technology gets the content item instead.
         Accessible.ignored: true
 
         contentItem: Caption {

@@ -1,7 +1,7 @@
 import QtQuick
 
-/// An area that moves the window when dragged and maximizes it on a double click. The window manager does the move. It
-/// starts when the pointer moves, not on the press, because otherwise other handlers would miss the click.
+/// An area that moves the window when dragged and maximizes it on a double click. The window manager moves the window.
+/// The move starts when the pointer moves, not when it is pressed, because other handlers would then miss the click.
 Item {
     id: area
 

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Stackreel
 
-/// The canvas, which shows the video, the preparing state or the empty state, and the trim timeline below it.
+/// The workspace: the video, the preparing state or the empty state, and below it the trim timeline.
 Rectangle {
     id: workspace
 
