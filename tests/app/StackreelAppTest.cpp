@@ -18,7 +18,7 @@ namespace stackreel
 namespace
 {
 
-/// The application with fake services. Its window is shown, and its event loop runs as in the program.
+/// The whole application with fake services. Its window is shown, and its event loop runs as in the program.
 class StackreelAppTest : public testing::Test
 {
 protected:

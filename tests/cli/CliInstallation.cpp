@@ -134,7 +134,7 @@ bool RunningCli::hasEnded()
 
 CliResult RunningCli::result()
 {
-    // The program would block on a full terminal that nobody reads.
+    // Keep reading from the terminal: otherwise its buffer fills up and the program blocks.
     const bool ended = eventually([this] {
         if (m_terminal >= 0)
             screen();

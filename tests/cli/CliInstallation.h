@@ -13,7 +13,7 @@
 namespace stackreel
 {
 
-/// The exit status of a run of the command line, and what it printed.
+/// The result of a run of the command line: the exit status and the printed text.
 struct CliResult {
     int status = -1; ///< exit status; 1000 plus the signal's number after a signal
     std::string output;
@@ -23,11 +23,12 @@ struct CliResult {
 /// The conditions that a run starts in.
 struct CliEnvironment {
     std::string output = "";       ///< a path for standard output, or "closed"; a captured file if empty
-    bool onTerminal = false;       ///< standard error is a terminal, which also controls the run
-    std::vector<int> ignored = {}; ///< signals that the run ignores from its start
+    bool onTerminal = false;       ///< standard error is a terminal, which is also the controlling terminal
+    std::vector<int> ignored = {}; ///< signals that are set to be ignored before the program starts
 };
 
-/// A running command line, which can be observed and signalled. The destructor kills it.
+/// A running `stackreel-cli` whose output a test can read and to which it can send signals. The destructor
+/// kills it.
 class RunningCli
 {
 public:
@@ -42,7 +43,7 @@ public:
     void type(std::string_view keys) const;
     /// The text that the terminal has received so far.
     const std::string& screen();
-    /// The standard error so far, without a terminal.
+    /// What the program has written to standard error so far, if that is not a terminal.
     std::string errorSoFar() const { return contentOf(m_captured / "stderr"); }
     bool hasEnded();
     /// Waits for the end. Throws when it takes too long.
@@ -61,14 +62,15 @@ private:
     std::optional<int> m_status;
 };
 
-/// A copy of the command line with fake media tools, and a folder to work in. At first ffprobe reports
-/// `clip.mov` as a landscape clip of ten seconds and any export as correct, and ffmpeg writes a short text.
+/// A copy of `stackreel-cli` with fake media tools, and a working folder. Unless the test changes it, the
+/// fake ffprobe reports `clip.mov` as a landscape clip of ten seconds and any export as correct, and the fake
+/// ffmpeg writes a short text as the output file.
 class CliInstallation
 {
 public:
     CliInstallation();
 
-    /// The folder the command line runs in, which holds `clip.mov`.
+    /// The working folder of the command line. It contains `clip.mov`.
     const std::filesystem::path& folder() const { return m_folder.path(); }
     /// The names of the files in that folder.
     std::vector<std::string> names() const { return m_folder.names(); }
@@ -78,11 +80,11 @@ public:
         m_folder.write(name, content);
     }
 
-    /// Replaces a tool by a shell script. $last is its last argument, $tools the folder of the tools, and
-    /// `pause` waits for `resumeTool`.
+    /// Replaces a tool by a shell script. In the script, $last is the last argument, $tools is the folder of
+    /// the tools, and the function `pause` waits for `resumeTool`.
     void setTool(const std::string& name, const std::string& script) const;
     void removeTool(const std::string& name) const;
-    /// Replaces the report of ffprobe on the source, or on the export.
+    /// Replace the report of ffprobe on the source, or on the export.
     void setSourceReport(const std::string& json) const { m_tree.write("lib/stackreel/source.json", json); }
     void setExportReport(const std::string& json) const { m_tree.write("lib/stackreel/export.json", json); }
     /// The arguments of the last run of ffmpeg.
@@ -93,7 +95,7 @@ public:
 
     /// Waits until a tool's script calls `pause`, and returns its process id.
     pid_t waitForPausedTool() const;
-    /// Ends the pause of a tool.
+    /// Lets a tool that waits in `pause` continue.
     void resumeTool() const { m_tree.write("lib/stackreel/go", ""); }
 
 private:
@@ -101,7 +103,7 @@ private:
     TemporaryDirectory m_folder;
 };
 
-/// The reports of the fakes.
+/// The initial reports of the fake ffprobe on the source and on the export.
 extern const char* const landscapeReport;
 extern const char* const verticalReport;
 

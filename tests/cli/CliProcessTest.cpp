@@ -297,7 +297,7 @@ TEST_F(CliProcess, FailsWhenStandardOutputCannotBeWritten)
 TEST_F(CliProcess, AToolNeverReadsTheInputOfTheCallingScript)
 {
     m_cli.setTool("ffmpeg", "cat >\"$tools/input\"; printf rendered >\"$last\"");
-    // The tool would wait for keys if its standard input were the terminal.
+    // A tool with the terminal as standard input would wait for keys.
     EXPECT_EQ(m_cli.run({"export", "clip.mov", "out.mp4"}, {.onTerminal = true}).status, 0);
 }
 

@@ -116,7 +116,7 @@ TEST_F(CliRealTools, ShowsTheToolsMessageForAFileThatIsNoVideo)
 
 TEST_F(CliRealTools, FailsForATruncatedClip)
 {
-    // The encoder itself exits with status 0 here.
+    // FFmpeg itself exits with status 0 here.
     const fs::path clip = m_folder / makeClip("clip.mp4", "320x180", "4");
     fs::resize_file(clip, fs::file_size(clip) / 2);
     const CliResult result = run({"export", "clip.mp4", "out.mp4", "--size", "180x320", "--quiet"});

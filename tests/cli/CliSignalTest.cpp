@@ -18,7 +18,7 @@ namespace
 
 using Names = std::vector<std::string>;
 
-/// A fake tool that pauses at one moment of an export.
+/// A moment of an export, and a fake tool that pauses at that moment.
 struct Moment {
     const char* name;
     const char* tool;

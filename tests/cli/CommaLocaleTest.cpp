@@ -16,7 +16,8 @@ namespace
 constexpr const char* status = "frame=  115 fps= 44 q=24.0 size=    2816kB time=00:00:01.92 "
                                "bitrate=12015.1kbits/s speed=0.735x";
 
-/// The results of all functions of the command line that parse or print numbers, as one text.
+/// Calls all functions of the command line that parse or print numbers, and returns their results as one
+/// text.
 std::string parsedAndPrintedNumbers()
 {
     const MediaInfo media = {.width = 1920,

@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 class DestinationTest : public testing::Test
 {
 protected:
-    /// The error of checking a destination in the folder; empty when it is accepted.
+    /// The error when a destination in the folder is checked; empty if it is accepted.
     std::string errorFor(const fs::path& name, bool overwrite) const
     {
         try {
@@ -208,7 +208,8 @@ TEST_F(PartialFileTest, ThrowsTheSystemsErrorWhenTheFolderCannotBeWritten)
 {
     static int reason = 0;
     ScopedSystemCalls calls;
-    // Opening the file without O_CREAT fails with ENOENT. The error shown must be that of the creation.
+    // Creating the file fails, and so does opening it afterwards, with ENOENT. The message must show the
+    // error of the creation.
     calls->open = [](const char*, int flags, mode_t) {
         errno = (flags & O_CREAT) != 0 ? reason : ENOENT;
         return -1;

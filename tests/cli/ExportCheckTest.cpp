@@ -43,7 +43,7 @@ ProbeDocument goodReport()
             .format = ProbeFormat{.duration = "10.020000"}};
 }
 
-/// The error of checking a report; empty when it is accepted.
+/// The error when a report is checked; empty if it is accepted.
 std::string errorFor(const ProbeDocument& report, const ExportExpectation& expected,
                      std::optional<std::int64_t> frames = 600)
 {
@@ -138,11 +138,11 @@ TEST(ExportCheck, AcceptsALengthWithinHalfASecondAndTwoFrames)
     EXPECT_TRUE(passes(10.5, 10, std::nullopt));
     EXPECT_FALSE(passes(9.4, 10, std::nullopt));
     EXPECT_FALSE(passes(10.6, 10, std::nullopt));
-    // One frame per second, and one per ten seconds.
+    // The frame rates are one frame per second and one per ten seconds.
     EXPECT_TRUE(passes(8, 9.6, 8));
     EXPECT_TRUE(passes(20, 35, 2));
     EXPECT_FALSE(passes(20, 45, 2));
-    // A truncated source has few frames, but they are not long.
+    // The export of a truncated source has few frames, but each of them is short.
     EXPECT_FALSE(passes(1.0 / 30, 10, 1));
     EXPECT_FALSE(passes(9.4, 10, 0));
 }

@@ -11,7 +11,7 @@ namespace stackreel
 namespace
 {
 
-/// Aspects of sources and halves from extremely tall to extremely wide.
+/// Aspect ratios of sources and halves, from extremely tall to extremely wide.
 rc::Gen<double> aspect()
 {
     return ratioBetween(1e-6, 1e6);

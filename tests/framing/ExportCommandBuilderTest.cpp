@@ -45,7 +45,7 @@ Arguments argumentsOf(const ExportRequest& request)
     return ExportCommandBuilder::build(request).arguments;
 }
 
-/// The argument after the first one of this name.
+/// The argument that follows the first argument equal to `name`.
 std::string valueOf(const ExportRequest& request, const std::string& name)
 {
     const Arguments arguments = argumentsOf(request);

@@ -13,8 +13,7 @@
 namespace stackreel
 {
 
-/// Makes large numbers as likely as small ones from the first case on. RapidCheck itself begins with small
-/// ones.
+/// Makes RapidCheck generate large numbers from the first case on. Without this, it starts with small ones.
 template <typename T>
 rc::Gen<T> atFullSize(rc::Gen<T> generator)
 {
@@ -43,14 +42,14 @@ inline rc::Gen<double> fraction()
          {1, rc::gen::just(1.0)}});
 }
 
-/// A number between two positive bounds, small ones as likely as large ones.
+/// A number between two positive bounds, with a uniform distribution of its logarithm.
 inline rc::Gen<double> ratioBetween(double lowest, double highest)
 {
     return rc::gen::map(fraction(),
                         [=](double position) { return lowest * std::pow(highest / lowest, position); });
 }
 
-/// A region that keeps the frame invariant.
+/// A region that lies inside the frame (see `CropRegion`).
 inline rc::Gen<CropRegion> regionInFrame()
 {
     return rc::gen::map(
@@ -64,7 +63,7 @@ inline rc::Gen<CropRegion> regionInFrame()
         });
 }
 
-/// Whether a region keeps the frame invariant.
+/// Whether a region lies inside the frame (see `CropRegion`).
 inline bool isInFrame(const CropRegion& region)
 {
     return region.width >= 0.06 && region.width <= 1 && region.height >= 0.06 && region.height <= 1 &&

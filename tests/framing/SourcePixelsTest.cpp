@@ -95,7 +95,7 @@ RC_GTEST_PROP(SourcePixels, AreEvenAndInsideAnyFrameOf34PixelsOrMore, ())
     RC_ASSERT(crop.x >= 0 && crop.y >= 0 && crop.width >= 2 && crop.height >= 2);
     RC_ASSERT(crop.x + crop.width <= media.displayedWidth());
     RC_ASSERT(crop.y + crop.height <= media.displayedHeight());
-    // The frame's edge cut off no pixel.
+    // The crop was not cut off at the edge of the frame.
     RC_ASSERT(crop.x == floorToEven(region.x, media.displayedWidth()));
     RC_ASSERT(crop.width == floorToEven(region.width, media.displayedWidth()));
     RC_ASSERT(crop.y == floorToEven(region.y, media.displayedHeight()));

@@ -1,5 +1,5 @@
-// Parses any bytes as command-line arguments, separated by line feeds. The result is valid options or a text
-// for the user. Nothing is thrown.
+// Parses any bytes as command-line arguments, separated by line feeds. The result has to be valid options or
+// a text for the user. No exception may be thrown.
 
 #include "cli/CliOptions.h"
 #include "tests/fuzz/Require.h"
@@ -16,7 +16,7 @@ std::vector<std::string> argumentsOf(std::string_view text)
     std::vector<std::string> arguments;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
-        // Cut at the first NUL, where a process's argument ends.
+        // Cut the text at the first NUL, because an argument of a process ends there.
         arguments.emplace_back(std::string(text.substr(0, end)).c_str());
         text.remove_prefix(std::min(end + 1, text.size()));
     }

@@ -1,5 +1,5 @@
-// Takes any bytes as standard error. The error text is at most eight lines of valid UTF-8, and the error text
-// of the error text is the same.
+// Takes any bytes as standard error. The error text made from them has to be at most eight lines of valid
+// UTF-8, and the error text made from that text has to be the same.
 
 #include "media/ProcessOutput.h"
 #include "media/Utf8.h"

@@ -1,4 +1,5 @@
-// Parses any bytes as a number and as an aspect. The result is none, or a value that its own text parses to.
+// Parses any bytes as a number and as an aspect. If the result is a value, parsing the text of that value has
+// to give the same value.
 
 #include "framing/OutputAspect.h"
 #include "media/ProbeNumbers.h"

@@ -1,5 +1,5 @@
-// Decodes any bytes as a report of ffprobe. The result is one of the known errors, or facts from which an
-// export command can be built.
+// Decodes any bytes as a report of ffprobe. The result has to be one of the known errors, or properties from
+// which an export command can be built.
 
 #include "framing/ExportCommandBuilder.h"
 #include "media/MediaProbe.h"

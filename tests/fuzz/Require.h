@@ -6,7 +6,7 @@
 namespace stackreel
 {
 
-/// Aborts the program unless the rule holds. The fuzzer reports an abort as a finding.
+/// Aborts the program if `holds` is false. The fuzzer reports an abort as a finding.
 inline void require(bool holds, const char* rule)
 {
     if (holds)

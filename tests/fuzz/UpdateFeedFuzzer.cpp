@@ -1,5 +1,5 @@
-// Decodes any bytes as an update feed, as the signed part of a document, and as a document. The result is an
-// error with a description, or a valid feed.
+// Decodes any bytes as an update feed, as the signed part of a document, and as a document. The result has to
+// be an error with a description, or a valid feed.
 
 #include "packaging/feed-tool/FeedSigningKey.h"
 #include "platform/updates/UpdateError.h"
@@ -30,12 +30,13 @@ void check(const UpdateFeed& feed)
 
 const FeedSigningKey& signingKey()
 {
-    // Always the same key, so that a finding is reproducible.
+    // The key is always the same, so that a finding is reproducible.
     static const FeedSigningKey key = FeedSigningKey::fromSecret(std::string(43, 'A') + "=").value();
     return key;
 }
 
-/// The feed in a document, as the program reads it. None when it is rejected; requires a reason then.
+/// The feed in a document, as the program reads it. Returns `std::nullopt` if the document is rejected, and
+/// then requires that the error has a description.
 std::optional<UpdateFeed> accepted(std::string_view document, std::int64_t newestSerial)
 {
     static const FeedKey key = FeedKey::fromBase64(signingKey().publicKey()).value();

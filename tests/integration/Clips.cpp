@@ -17,7 +17,8 @@ namespace stackreel
 namespace
 {
 
-/// Turns the frames the other way, so that a player that follows the tag shows them upright.
+/// The filter that rotates the stored frames in the opposite direction, so that a player that applies the
+/// rotation tag shows them upright.
 std::string storedTurn(int rotation)
 {
     switch (rotation) {
@@ -41,7 +42,7 @@ std::string picture(const ClipRecipe& recipe)
     return "testsrc2=size=" + size + timing;
 }
 
-/// One 32-bit number as MOV files store it.
+/// A 32-bit number in the byte order of MOV files.
 std::string bigEndian(std::uint32_t number)
 {
     std::string bytes;
@@ -50,7 +51,8 @@ std::string bigEndian(std::uint32_t number)
     return bytes;
 }
 
-/// Writes the display matrix of the first track. FFmpeg's options for it differ between its versions.
+/// Writes a rotation into the display matrix of the first track. The file is changed directly because
+/// FFmpeg's options for that differ between its versions.
 void tagRotation(const std::filesystem::path& file, int rotation)
 {
     constexpr std::uint32_t one = 0x10000;
@@ -58,7 +60,7 @@ void tagRotation(const std::filesystem::path& file, int rotation)
     const std::map<int, std::array<std::uint32_t, 5>> matrices = {{90, {0, minusOne, 0, one, 0}},
                                                                   {180, {minusOne, 0, 0, 0, minusOne}},
                                                                   {270, {0, one, 0, minusOne, 0}}};
-    // From the name of the track's header to the matrix.
+    // The distance from the name of the track's header ("tkhd") to the matrix, in bytes.
     constexpr std::streamoff distance = 44;
     const std::size_t header = contentOf(file).find("tkhd");
     if (header == std::string::npos)
@@ -93,7 +95,7 @@ void makeClip(const std::filesystem::path& file, const ClipRecipe& recipe)
             words.push_back(word);
     for (const char* word : {"-c:v", "libx264", "-preset", "ultrafast", "-qp", "10", "-pix_fmt", "yuv420p"})
         words.emplace_back(word);
-    // An odd size cannot be stored in 4:2:0.
+    // Odd sizes cannot be encoded with 4:2:0 chroma.
     if (recipe.width % 2 != 0 || recipe.height % 2 != 0)
         words.back() = "yuv444p";
     words.push_back(file.string());

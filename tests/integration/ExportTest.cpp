@@ -22,7 +22,7 @@ namespace
 class ExportTest : public testing::Test
 {
 protected:
-    /// The export of a whole clip with the regions a freshly loaded source starts with.
+    /// The export of a whole clip, with the regions that a newly loaded source starts with.
     ExportRequest requestFor(const std::filesystem::path& clip, ExportSettings settings = {}) const
     {
         const MediaInfo media = runToEnd(MediaProbe::inspect(clip));
@@ -53,7 +53,7 @@ protected:
         return {};
     }
 
-    /// Compares with crops of an upright copy of the source.
+    /// Compares the halves of the export with crops of an upright copy of the source.
     void expectHalvesShow(const ExportRequest& request, const std::filesystem::path& upright) const
     {
         const PixelSize size = request.settings.size();
@@ -64,7 +64,8 @@ protected:
         };
         EXPECT_GT(alike(Half::top, top), 0.95);
         EXPECT_GT(alike(Half::bottom, bottom), 0.95);
-        // The measure distinguishes the halves, so the two lines above mean something.
+        // The upper half must not resemble the other crop. Otherwise the two checks above would prove
+        // nothing.
         EXPECT_LT(alike(Half::top, bottom), 0.9);
     }
 

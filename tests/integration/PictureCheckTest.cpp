@@ -22,7 +22,7 @@ namespace
 class PictureCheckTest : public testing::Test
 {
 protected:
-    /// The export of a clip between two times, small and without sound.
+    /// A request for a small export, without sound, of a clip between two times.
     ExportRequest requestFor(const std::filesystem::path& clip, double from, double to) const
     {
         const MediaInfo media = runToEnd(MediaProbe::inspect(clip));
@@ -44,8 +44,9 @@ protected:
         return file;
     }
 
-    /// A PATH on which FFmpeg is a script that changes its arguments by a `sed` command, one argument a line,
-    /// where it encodes.
+    /// Installs a script as `ffmpeg` and returns a PATH that finds it first. If the script is called to
+    /// encode, it changes the arguments by the `sed` command `change` (one argument per line); then it runs
+    /// the system's FFmpeg.
     std::string pathWith(const std::string& change) const
     {
         m_folder.writeExecutable(
@@ -56,7 +57,8 @@ protected:
         return (m_folder / "changing").string() + ":" + std::getenv("PATH");
     }
 
-    /// What an export with such an FFmpeg fails with; empty where it succeeds.
+    /// Exports with an FFmpeg whose arguments are changed by `change`. Returns the error message; empty if
+    /// the export succeeds.
     std::string complaint(const ExportRequest& request, const std::string& change) const
     {
         const ScopedEnvironment path("PATH", pathWith(change));
@@ -76,7 +78,8 @@ const std::string begin = "The exported video does not begin with the picture of
 const std::string end =
     "The exported video does not end with the picture of the source. The encoder of FFmpeg may be at fault.";
 
-/// A change that covers the output with grey while the condition holds.
+/// A `sed` command that adds a filter to the graph: it covers the output with grey while the condition is
+/// true.
 std::string grey(const std::string& condition)
 {
     return "s/format=yuv420p\\[video\\]/drawbox=color=gray:t=fill:enable='" + condition +

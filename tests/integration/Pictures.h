@@ -9,18 +9,19 @@
 namespace stackreel
 {
 
-/// Where a panel lies in an exported picture.
+/// The upper or the lower half of an exported picture.
 enum class Half { top, bottom };
 
-/// How alike one half of an exported video and a crop of its source are: SSIM over all frames and planes, 1
-/// for the same. The source is cropped as it is displayed, from `start` seconds on.
+/// The similarity of one half of an exported video and a crop of its source: the SSIM of all frames and
+/// planes, 1 if they are the same. The crop is in displayed pixels; the source is compared from `start`
+/// seconds on.
 double similarity(const std::filesystem::path& exported, PixelSize outputSize, Half half,
                   const std::filesystem::path& source, PixelCrop crop, double start);
 
-/// The luma in the middle of each frame, 0 to 255, in order.
+/// The luma of one pixel in the middle of each frame (0 to 255), in the order of the frames.
 std::vector<int> greys(const std::filesystem::path& video);
 
-/// The loudest sample of the sound in decibels below full scale.
+/// The level of the loudest audio sample, in dBFS.
 double peakLevel(const std::filesystem::path& file);
 
 } // namespace stackreel

@@ -15,7 +15,7 @@ namespace stackreel
 namespace
 {
 
-/// A clip, and the height of its preview copy.
+/// A clip and the expected height of its preview copy.
 struct CopyOfSize {
     ClipRecipe recipe;
     int height;

@@ -34,7 +34,7 @@ TEST_F(ManyProcessesTest, EndAHundredRunsWhenAllAreCancelled)
     for (int child = 0; child < 100; ++child)
         running.emplace_back(
             run({"patient", m_directory / ("pid" + std::to_string(child)), "1"}, source.get_token()));
-    // By then some children run, some are being launched and some are not yet.
+    // At this point some children are running, some are being launched and some have not been launched yet.
     EXPECT_TRUE(eventually([this] { return m_directory.names().size() > 20; }));
     source.request_stop();
     for (auto& run : running)

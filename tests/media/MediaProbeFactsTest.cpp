@@ -16,7 +16,7 @@ MediaInfo factsOf(const std::string& json)
     return MediaProbe::facts(ProbeDocument::decode(json));
 }
 
-/// The facts of a report with one video stream of this size and the other given JSON keys.
+/// The properties in a report with one video stream of this size. `rest` is further JSON keys of the stream.
 MediaInfo factsOfVideo(int width, int height, const std::string& rest = "")
 {
     return factsOf(R"({"streams": [{"codec_type": "video", "width": )" + std::to_string(width) +

@@ -161,8 +161,8 @@ TEST_F(InstalledTest, RunsChildrenWhenItsStandardDescriptorsAreClosed)
         const char* closed;
         const char* childHas;
     };
-    // A standard descriptor that is closed in the program is closed in its child as well. The exceptions are
-    // the two outputs, which are captured.
+    // The columns are the standard streams that are closed in the program, and those that its child has. The
+    // two outputs of the child are always open, because they are captured.
     const Row rows[] = {{"0", "1\n2\n"},  {"1", "0\n1\n2\n"},  {"2", "0\n1\n2\n"},
                         {"01", "1\n2\n"}, {"12", "0\n1\n2\n"}, {"012", "1\n2\n"}};
     for (const Row& row : rows) {

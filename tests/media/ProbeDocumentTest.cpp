@@ -23,7 +23,7 @@ std::string errorOf(std::string_view json)
     return {};
 }
 
-/// A report with one stream that has only this content.
+/// A report with one stream. `content` is all JSON keys of the stream.
 std::string oneStream(const std::string& content)
 {
     return R"({"streams": [{)" + content + "}]}";

@@ -17,7 +17,8 @@ namespace
 
 using ProcessCancellationTest = RunnerTest;
 
-// Called by the replaced system calls below. A global, as these are plain functions without captures.
+// Called by the replaced system calls below. It is global because these are plain functions, which cannot
+// capture anything.
 std::function<void()> hook;
 int launches;
 
@@ -196,7 +197,8 @@ TEST_F(ProcessCancellationTest, CanBeRepeatedBeforeDuringAndAfterARun)
 
 TEST_F(ProcessCancellationTest, HoldsNoLockDuringSystemCalls)
 {
-    // One thread cannot take the session's lock twice: if any of these calls held it, the test would hang.
+    // `cancel` locks the session's mutex on the same thread: if the session held the mutex during one of
+    // these calls, the test would hang.
     ScopedSystemCalls calls;
     ProcessSession session;
     static int kills;

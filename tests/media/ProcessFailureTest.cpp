@@ -27,7 +27,7 @@ Result failWith(int errorNumber)
     return -1;
 }
 
-/// How many times a replaced call succeeds before it fails.
+/// How many more times a replaced call succeeds before it fails.
 int passes;
 
 int failOpening(const char* path, int flags, mode_t mode)
@@ -102,7 +102,7 @@ TEST_F(ProcessFailureTest, IsReportedWhenTheTemporaryFolderIsAFile)
 
 TEST_F(ProcessFailureTest, IsReportedWhenACaptureFileCannotBeOpened)
 {
-    // Both files are created, then both are opened. An error of creating is ignored.
+    // Both files are created, then both are opened. An error when a file is created is ignored.
     const std::map<int, int> errors = {{0, EMFILE}, {1, EMFILE}, {2, EMFILE}, {3, EMFILE}};
     for (const auto& [opened, expected] : errors) {
         ScopedSystemCalls calls;
@@ -182,8 +182,8 @@ TEST_F(ProcessFailureTest, LeavesNothingBehindWhenDescriptorsRunOut)
                 EXPECT_EQ(output.status, 0) << output.standardError;
                 ++finished;
             } catch (const SystemError& error) {
-                // EMFILE, or ENOENT if a file could not be created without a descriptor and one is free
-                // when it is opened.
+                // EMFILE; or ENOENT if no descriptor was free when the file was to be created, but one was
+                // when it was opened.
                 EXPECT_TRUE(error.code().value() == EMFILE || error.code().value() == ENOENT) << error.what();
                 ++failed;
             }

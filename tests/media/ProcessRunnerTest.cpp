@@ -20,7 +20,7 @@ namespace
 
 using ProcessRunnerTest = RunnerTest;
 
-/// Whether the bytes are what the test child writes when it floods an output.
+/// Whether the bytes are exactly what the test child writes to an output with the command `flood`.
 bool isFlood(const std::string& bytes, std::size_t mebibytes, char firstLetter)
 {
     constexpr std::size_t block = 64 * 1024;
@@ -122,7 +122,7 @@ TEST_F(ProcessRunnerTest, ContinuesWhenItsTaskIsDropped)
         const auto dropped = run({"touch", marker()});
     }
     EXPECT_TRUE(eventually([this] { return isMarked() && scratchNames().empty(); }));
-    // The last event of the dropped run's worker may still be queued. The next run processes it.
+    // The last event of the worker thread of the dropped run may still be queued. The next run processes it.
     EXPECT_EQ(runToEnd(run({"exit", "0"})).status, 0);
 }
 

@@ -15,8 +15,8 @@
 namespace stackreel
 {
 
-/// Runs the test child with its own temporary folder. Checks after each test that nothing is left behind: no
-/// scratch folder, no child, no descriptor.
+/// Runs the test child with a temporary folder of its own. Checks after each test that no scratch folder, no
+/// child and no open descriptor is left.
 class RunnerTest : public testing::Test
 {
 protected:
@@ -26,13 +26,13 @@ protected:
     /// A run of the test child through `ProcessRunner`.
     static QCoro::Task<ProcessOutput> run(std::vector<std::string> arguments, std::stop_token stop = {});
 
-    /// Starts a child that runs until `endPatientChild`; returns when it runs.
+    /// Starts a child that runs until `endPatientChild` is called. Returns when the child is running.
     Awaited<ProcessOutput> startPatientChild(std::stop_token stop, std::vector<std::string> more = {});
-    /// Ends that child with status 0.
+    /// Makes that child exit with status 0.
     void endPatientChild() const;
     /// The number of SIGTERMs that the child has received, as text.
     std::string terminateRequests() const { return contentOf(m_directory / "pid.requests"); }
-    /// Whether the marker file exists, which a started child creates first.
+    /// Whether the marker file exists. A child that was started creates it first.
     bool isMarked() const { return std::filesystem::exists(marker()); }
     std::filesystem::path marker() const { return m_directory / "marker"; }
 

@@ -90,7 +90,7 @@ TEST(AWorkerThread, CanBeAwaitedManyTimes)
 
 TEST(AWorkerThread, ThrowsWhenNoThreadCanStart)
 {
-    // A stack of this size fits in no address space, so creating the thread fails.
+    // A stack of this size does not fit into the address space, so creating the thread fails.
     pthread_attr_t before;
     pthread_attr_t huge;
     pthread_getattr_default_np(&before);

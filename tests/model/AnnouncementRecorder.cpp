@@ -13,7 +13,7 @@ namespace stackreel
 namespace
 {
 
-// The overloads below would hide this one.
+// The overloads below hide those of the namespace, so make them visible again.
 using stackreel::described;
 
 std::string described(bool value)

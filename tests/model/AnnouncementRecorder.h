@@ -12,8 +12,8 @@ namespace stackreel
 
 class AppModel;
 
-/// Records each change of a published property in the journal, with its new value ("trimEnd 20"). Expects one
-/// `objectWillChange` before each change, and none without a change.
+/// Records each change of a published property in the journal, with the new value ("trimEnd 20"). Expects one
+/// `objectWillChange` before each change, and no other.
 class AnnouncementRecorder : public QObject
 {
 public:

@@ -11,7 +11,8 @@ namespace
 using AFreshModel = ModelTest;
 using PreviewMuted = ModelTest;
 
-/// One published property, a way to assign a value to it, and a way to see whether it has that value.
+/// A published property, a function that assigns a value to it, and a function that checks whether it has
+/// that value.
 struct Property {
     const char* name;
     void (AppModel::*changed)();

@@ -60,7 +60,7 @@ TEST_F(CancellingAnExport, RunsAllStepsWhenCancelledBeforeItBegins)
     model().chooseExportDestination();
     m_services.savePanel->choose(destination);
     takeJournal();
-    // The first queued call only queues the export's own task.
+    // The first queued call only queues the task of the export.
     QObject context;
     const auto cancel = [this] { model().exportTask()->cancel(); };
     QMetaObject::invokeMethod(&context, cancel, Qt::QueuedConnection);
@@ -103,7 +103,7 @@ TEST_F(CancellingAnExport, DoesNothingAfterItEnded)
 
 TEST_F(CancellingAnExport, HappensWhenAnotherExportStarts)
 {
-    // Two panels can be open at once.
+    // Open two save panels at the same time.
     model().chooseExportDestination();
     model().chooseExportDestination();
     m_services.savePanel->choose(destination);

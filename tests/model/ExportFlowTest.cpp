@@ -191,7 +191,7 @@ TEST_F(Exporting, CanFailWithAnyError)
          "ffmpeg is missing. Build the bundled media tools first."},
         {std::make_exception_ptr(MediaToolError::processFailed("FFmpeg", 1, "")),
          "FFmpeg could not process this video."},
-        // Only a CancellationError counts as a cancellation.
+        // Only a `CancellationError` counts as a cancellation; every other error is shown.
         {std::make_exception_ptr(MediaToolError::cancelled()), "The export was cancelled."},
         {std::make_exception_ptr(std::runtime_error("anything")), "anything"},
     };

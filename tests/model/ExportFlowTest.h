@@ -29,7 +29,7 @@ protected:
         ASSERT_EQ(model().phase(), Phase::exporting());
         takeJournal();
     }
-    /// The export started last, which the test completes or fails.
+    /// The task of the export that was started last. The test completes it or makes it fail.
     ManualTask<std::filesystem::path>& exporting() { return m_services.exports.back().task(); }
 
     TemporaryDirectory m_directory;

@@ -52,7 +52,7 @@ TEST_F(ExportShutdownTest, DoesNotWaitForAnExportThatHasEnded)
 TEST_F(ExportShutdownTest, CancelsTheExportAndWaitsForItsEnd)
 {
     startExport();
-    // The tool ends only some time after the request.
+    // The tool ends some time after it is asked to.
     bool noticed = false;
     QTimer::singleShot(20, &model(), [&] {
         EXPECT_TRUE(m_services.exports.back().isCancelled());
@@ -91,7 +91,7 @@ TEST_F(ExportShutdownTest, EndsAnExportThatHasNotBegunYet)
     QMetaObject::invokeMethod(
         &context,
         [&] {
-            // The export's own task comes next in the queue.
+            // The task of the export is the next call in the queue.
             QTimer::singleShot(0, &model(),
                                [this] { m_services.exports.back().task().fail(CancellationError()); });
             ExportShutdown::endExport(model().exportTask());

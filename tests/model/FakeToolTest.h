@@ -13,23 +13,23 @@
 namespace stackreel
 {
 
-/// A fixture with its own working directory, where a test installs a fake `ffmpeg`, and its own folder for
-/// temporary files. For programs without a resource directory, which would be searched first.
+/// A fixture with a working directory, in which a test installs a fake `ffmpeg`, and a folder for temporary
+/// files. Only for test programs without a resource directory, because tools are looked for there first.
 class FakeToolTest : public testing::Test
 {
 protected:
     FakeToolTest();
     void TearDown() override;
 
-    /// Installs a shell script as `ffmpeg`. It first writes its arguments to a file; `$destination` is the
-    /// last.
+    /// Installs a shell script as `ffmpeg`, preceded by commands that write the arguments to a file. In the
+    /// script, `$destination` is the last argument.
     void installTool(const std::string& script) const;
     /// Installs an `ffmpeg` that writes half a file and runs until it is asked to end.
     void installWaitingTool() const;
-    /// The arguments of the last run; empty when there was none.
+    /// The arguments of the last run; empty if there was no run.
     std::vector<std::string> arguments() const;
     bool hasRun() const { return std::filesystem::exists(m_directory / "arguments"); }
-    /// Whether the tool of `installWaitingTool` has written its half file and waits.
+    /// Whether the tool of `installWaitingTool` has written half of its file and is waiting.
     bool isWaiting() const { return std::filesystem::exists(m_directory / "pid"); }
 
     TemporaryDirectory m_directory;

@@ -18,7 +18,7 @@ void ModelTest::destroyModel()
 
 void ModelTest::runQueuedTasks()
 {
-    // A queued call may queue another.
+    // Several rounds, because a queued call may queue another one.
     for (int round = 0; round < 3; ++round)
         QCoreApplication::sendPostedEvents();
 }

@@ -12,7 +12,8 @@
 namespace stackreel
 {
 
-/// A model with fake services, and one journal of its announcements and of its calls to those services.
+/// A model with fake services. One journal records the changes of its properties and its calls to the
+/// services.
 class ModelTest : public testing::Test
 {
 protected:
@@ -24,18 +25,18 @@ protected:
     /// Destroys the model, as closing its window does.
     void destroyModel();
     FakeQueuePlayer& player() { return m_services.playback->player(); }
-    /// Runs the calls queued on the main thread.
+    /// Runs the calls that are queued on the main thread.
     static void runQueuedTasks();
     /// The lines of the journal since the last call.
     Lines takeJournal() { return m_services.journal->take(); }
 
-    /// The facts of a landscape clip of this length.
+    /// The properties of a landscape clip of this duration, in seconds.
     static MediaInfo clip(double duration);
     /// Chooses a file and starts its load.
     void choose(const std::filesystem::path& file);
-    /// Completes the probe and the preview of the load started last.
+    /// Completes the probe and the preview of the load that was started last.
     void finishLoad(double duration);
-    /// Loads a clip completely, except for its thumbnails, and clears the journal.
+    /// Loads a clip, except for its thumbnails, and clears the journal.
     void load(double duration, const std::filesystem::path& file = "/clips/Beach day.MOV");
 
     FakeServices m_services;

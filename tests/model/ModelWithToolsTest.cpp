@@ -27,7 +27,8 @@ protected:
             std::make_unique<AppModel>(ModelServices::system(m_playback, m_loader, m_openPanel, m_savePanel));
     }
 
-    /// Installs an `ffprobe` that reports a video of 20 seconds with these keys.
+    /// Installs a fake `ffprobe` that reports a video of 20 seconds; `keys` is further JSON keys of the
+    /// stream.
     void installProbe(const std::string& keys) const
     {
         m_directory.writeExecutable("third_party/ffmpeg/bin/ffprobe",
@@ -41,7 +42,7 @@ protected:
     {
         return eventually([&] { return model().phase().kind() == kind; });
     }
-    /// Waits until the phase has been of this kind, even for a moment.
+    /// Waits until the model enters this phase, even if it leaves it at once.
     bool passes(Phase::Kind kind)
     {
         bool passed = false;
@@ -68,7 +69,7 @@ protected:
         m_savePanel->choose(destination);
         ASSERT_TRUE(passes(Phase::Kind::exporting));
     }
-    /// Waits for the work of a destroyed model, which sends no signal at its end.
+    /// Waits until the work of a destroyed model has ended, at which no signal is emitted.
     static bool everythingEnds(const std::weak_ptr<void>& work)
     {
         return eventually([&] { return work.expired(); });

@@ -13,7 +13,8 @@ namespace
 
 using Shade = std::function<double(int x, int y)>;
 
-/// A picture whose halves are drawn by a function of the column and the row, 0 to 63, both halves in one run.
+/// A picture whose pixels are computed by a function of the column and the row. The rows 0 to 63 run through
+/// both halves.
 SmallPicture picture(const Shade& shade)
 {
     SmallPicture drawn;
@@ -72,7 +73,8 @@ const Row rows[] = {
     {"faint structure that the encoder lost", flat(20), [](int x, int) { return 20 + x % 4; }, true},
 };
 
-/// A frame of the check: the picture and the row that marks its list.
+/// A frame as `ComparedPictures::parse` reads it: the picture and a row that marks the list to which it
+/// belongs.
 std::string frame(const SmallPicture& shown, unsigned char mark)
 {
     return shown.pixels + std::string(SmallPicture::side, static_cast<char>(mark));

@@ -25,7 +25,7 @@ protected:
         ASSERT_FALSE(model().previewPlaying());
         takeJournal();
     }
-    /// The journal of rebuilding the loop of a paused preview.
+    /// The lines in the journal when the loop of a paused preview is rebuilt.
     static Lines rebuilt(int looper, const std::string& range, const std::string& playhead,
                          const std::string& seek)
     {

@@ -151,7 +151,7 @@ TEST_F(LoadingASource, LoopsTheDurationOrTheMinimumLength)
         double duration;
         const char* range;
     };
-    // An unknown or very short length gives a loop of the minimum length.
+    // A clip whose duration is unknown or very short gets a loop of the minimum duration.
     const Row rows[] = {{20, "from 0/600 for 12000/600"}, {0.2, "from 0/600 for 120/600"},
                         {0.05, "from 0/600 for 30/600"},  {0.01, "from 0/600 for 30/600"},
                         {0, "from 0/600 for 30/600"},     {7200.5, "from 0/600 for 4320300/600"}};

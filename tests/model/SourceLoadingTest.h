@@ -12,7 +12,7 @@ namespace stackreel
 class SourceLoadingTest : public ModelTest
 {
 protected:
-    /// The changes from the start of a load until the old player is torn down.
+    /// The lines in the journal from the start of a load until the previous player is released.
     static Lines resetChanges(const std::string& source)
     {
         return {"phase preparing", "sourceURL " + source, "mediaInfo none", "timelineThumbnails 0",

@@ -37,7 +37,8 @@ TEST_F(LoadingTwoSources, DropsTheObserverOfARemovedPlayer)
     load(20, "/clips/a.mov");
     model().setPlayer(nullptr);
     choose("/clips/b.mov");
-    // Observers of different players may have equal tokens, so the old token must not be used again.
+    // The observers of two players may have the same token, so the token of the previous player must not be
+    // used any more.
     model().setPlayer(m_services.playback->makePlayer());
     takeJournal();
     choose("/clips/c.mov");
@@ -65,7 +66,8 @@ TEST_F(LoadingTwoSources, DropsThumbnailsOfTheFirstThatBeginWithTheSecondLoad)
 {
     choose("/clips/a.mov");
     finishLoad(20);
-    // The thumbnails are queued before the second load, which cancels them as soon as they have begun.
+    // The thumbnails are queued before the second load, so they begin first. The second load then cancels
+    // them.
     model().chooseSource();
     m_services.openPanel->choose("/clips/b.mov");
     runQueuedTasks();

@@ -64,7 +64,8 @@ TEST_F(TimelineThumbnails, AreFromTheMiddlesOfEqualSlices)
 
 TEST_F(TimelineThumbnails, ComputeTheQuotientBeforeTheProduct)
 {
-    // Multiplying first would give 2/600 and 20/600 for the 1st and the 7th.
+    // If the duration were multiplied before it is divided, the 1st and the 7th time would be 2/600 and
+    // 20/600.
     thumbnails(0.06, 12);
     EXPECT_EQ(m_loader->requestedTimes.back().at(0), MediaTime::fromUnits(1));
     EXPECT_EQ(m_loader->requestedTimes.back().at(6), MediaTime::fromUnits(19));
@@ -124,7 +125,7 @@ TEST_F(TimelineThumbnails, AreSortedByTheirTimes)
 
 TEST_F(TimelineThumbnails, AreSortedByRequestedTimesNotByFrameTimes)
 {
-    // The tolerance lets a later request have the earlier frame.
+    // Because of the tolerance, a later request may get an earlier frame.
     m_loader->answers = [](const std::vector<MediaTime>& times) {
         auto images = FakeAssetLoader::oneImageEach(times);
         std::swap(images.at(1).actualTime, images.at(2).actualTime);
@@ -135,7 +136,7 @@ TEST_F(TimelineThumbnails, AreSortedByRequestedTimesNotByFrameTimes)
 
 TEST_F(TimelineThumbnails, KeepTheirOrderOfArrivalAtEqualTimes)
 {
-    // A clip so short that all its slices have the same time.
+    // The clip is so short that all its slices have the same time.
     const std::vector<int> arrival = {5, 3, 11, 0, 7, 2, 9, 1, 10, 4, 8, 6, 12, 19, 14, 13, 17, 16, 15, 18};
     m_loader->answers = [&](const std::vector<MediaTime>& times) {
         std::vector<GeneratedImage> images;

@@ -117,7 +117,7 @@ TEST_F(RebuildingTheLoop, PlacesThePlayheadInsideTheRange)
     const Row rows[] = {
         {6, 8, 7, "from 3600/600 for 1200/600", 7, "4200/600"},
         {6, 8, 5, "from 3600/600 for 1200/600", 6, "3600/600"},
-        // One unit before the end, so that the loop does not wrap at once.
+        // The playhead is one unit before the end, so that the loop does not wrap at once.
         {6, 8, 8, "from 3600/600 for 1200/600", 8 - 1.0 / 600, "4799/600"},
         {6, 8, 9, "from 3600/600 for 1200/600", 8 - 1.0 / 600, "4799/600"},
         {6, 6, 6, "from 3600/600 for 150/600", 6, "3600/600"},

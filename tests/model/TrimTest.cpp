@@ -61,7 +61,7 @@ TEST_F(MovingTheTrimEnd, KeepsTheMinimumLengthAfterTheStartAndStaysInTheClip)
         {20, 0, 10, 10, 10 - 1.0 / 30, "5980/600"},
         {20, 9, 9.1, 9.25, 9.25 - 1.0 / 30, "5530/600"},
         {20, 9, -5, 9.25, 9.25 - 1.0 / 30, "5530/600"},
-        // The minimum length may reach past the end of the clip.
+        // With the minimum duration, the range may end after the clip.
         {20, 19.9, 20, 20.15, 20.15 - 1.0 / 30, "12070/600"},
         {0.2, 0, 0.01, 0.1, 0.1 - 1.0 / 30, "40/600"},
         {0.05, 0, 0.01, 0.05, 0.05 - 1.0 / 30, "10/600"},

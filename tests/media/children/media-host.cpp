@@ -1,5 +1,5 @@
-// Uses the media layer in a separate process. Tests run it for what they cannot do to their own process. The
-// first argument is the command:
+// Uses the media layer in a separate process, for what a test cannot do in its own process. The first
+// argument is the command:
 //   closed RESULT CHILD NUMBERS  closes the descriptors whose digits (0, 1, 2) are given, runs the test child
 //                                and writes its results to RESULT
 //   locate TOOL FOLDER…          prints the path of the tool that is found from each working directory
