@@ -55,7 +55,7 @@ protected:
         };
     }
 
-    /// The visible dialog; null when there is not exactly one.
+    /// The visible dialog; null if there is none or more than one.
     static QFileDialog* dialog()
     {
         QFileDialog* found = nullptr;
@@ -71,7 +71,7 @@ protected:
     }
     static void enter(const QString& name)
     {
-        // Focus the field, as a user does: the dialog then clears the selection in its list.
+        // Focus the field, as a user does, because the dialog then clears the selection in its list.
         dialog()->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog()));
         auto* field = dialog()->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -79,8 +79,8 @@ protected:
         field->setText(name);
         QCoreApplication::processEvents();
     }
-    /// Selects a file in the dialog's list, which is filled asynchronously. False when the file never
-    /// appears.
+    /// Selects a file in the dialog's list, which is filled asynchronously. Returns false if the file does
+    /// not appear.
     static bool selectInList(const QString& name)
     {
         auto* list = dialog()->findChild<QListView*>(QStringLiteral("listView"));
@@ -102,7 +102,8 @@ protected:
         return buttons->button(dialog()->acceptMode() == QFileDialog::AcceptSave ? QDialogButtonBox::Save
                                                                                  : QDialogButtonBox::Open);
     }
-    /// The message box in front of the dialog, such as the question whether to replace a file; else null.
+    /// The message box in front of the dialog, such as the question whether to replace a file; null if there
+    /// is none.
     static QMessageBox* question()
     {
         auto* box = dialog() != nullptr ? dialog()->findChild<QMessageBox*>() : nullptr;
@@ -196,7 +197,7 @@ TEST_F(PanelsTest, CompletesOnceWithoutAFileWhenCancelled)
 
 TEST_F(PanelsTest, ReturnsUnusualNamesAsTheyAreOnDisk)
 {
-    makeFile("best"); // the name that Qt would read between the quotation marks in one of the names
+    makeFile("best"); // Qt would open this file for the name My "best" day.mov
     for (const char* name : {"two  blanks.mov", "-leading.mov", "per%cent %1.mov", "quo\"te's.mov",
                              "My \"best\" day.mov", "Grüße – 東京.mov", "two..dots.mov"}) {
         const auto file = makeFile(name);
@@ -211,7 +212,7 @@ TEST_F(PanelsTest, ReturnsUnusualNamesAsTheyAreOnDisk)
 
 TEST_F(PanelsTest, OpensUnusualNamesAsTheyWereEntered)
 {
-    makeFile("best"); // the name that Qt would read between the quotation marks in two of the names
+    makeFile("best"); // Qt would open this file for the names My "best" day.mov and "best"
     std::filesystem::create_directory(m_folder.path() / "12\" master");
     for (const char* name : {"two  blanks.mov", "-leading.mov", "quo\"te's.mov", "My \"best\" day.mov",
                              "\"best\"", "12\" master/clip.mov", "Grüße – 東京.mov"}) {

@@ -23,7 +23,7 @@ namespace stackreel
 namespace
 {
 
-/// The errno value of the `SystemError` that the action throws; 0 when it throws none.
+/// The errno value of the `SystemError` that the action throws; 0 if it throws nothing.
 int errorOf(const std::function<void()>& action)
 {
     try {

@@ -18,7 +18,8 @@ namespace stackreel
 namespace
 {
 
-/// Each test prevents further children in its whole process, so the tests that do it run in child processes.
+/// `RunningChildren::end` prevents further children in the whole process, so the tests that call it run in
+/// processes of their own (death tests).
 class RunningChildrenTest : public testing::Test
 {
 protected:
@@ -31,7 +32,8 @@ protected:
                                      .standardOutput = output.descriptor(),
                                      .standardError = error.descriptor()});
     }
-    /// A child that ends at the SIGTERM with this number, or never when `requests` is empty.
+    /// A child that ends when it receives SIGTERM for the `requests`-th time; if `requests` is empty, it
+    /// ignores SIGTERM.
     std::shared_ptr<ChildProcess> launchPatient(const std::string& name, const std::string& requests = "")
     {
         const auto file = m_directory / name;
@@ -48,7 +50,7 @@ protected:
 
 using RunningChildrenDeathTest = RunningChildrenTest;
 
-/// Exits with status 0 if all expectations so far were met, else with 1.
+/// Exits with status 0 if all expectations so far were met, otherwise with 1.
 [[noreturn]] void exitWithTestResult()
 {
     endProcess(testing::Test::HasFailure() ? 1 : 0);

@@ -14,7 +14,8 @@ namespace stackreel
 namespace
 {
 
-/// Restores the signal mask and dispositions, which the object under test changes permanently.
+/// Restores the signal mask and dispositions after each test, because `TerminationSignals` does not restore
+/// them.
 class TerminationSignalsTest : public testing::Test
 {
 protected:
@@ -37,7 +38,7 @@ protected:
                signals.received() == signal;
     }
 
-    /// Whether the receiving thread has received a signal. The signal is pending until then.
+    /// Whether the receiving thread has received a signal, which is pending until then.
     static bool isReceived(int signal)
     {
         return eventually([signal] {

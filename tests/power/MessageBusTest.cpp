@@ -12,7 +12,7 @@ namespace stackreel
 namespace
 {
 
-/// A program in place of the bus, which notes each of its starts.
+/// Tests with a script in place of the D-Bus daemon. The script records each of its starts.
 class MessageBusTest : public testing::Test
 {
 protected:

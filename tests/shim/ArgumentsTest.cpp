@@ -12,7 +12,7 @@ namespace
 
 const Arguments request{"-c:v", "h264_videotoolbox", "-allow_sw", "1"};
 
-/// All lists one after the other.
+/// The concatenation of the lists.
 Arguments joined(const std::vector<Arguments>& lists)
 {
     Arguments result;
@@ -21,20 +21,20 @@ Arguments joined(const std::vector<Arguments>& lists)
     return result;
 }
 
-/// What the request alone becomes.
+/// The arguments that replace a request for VideoToolbox.
 Arguments options(H264Encoder encoder)
 {
     return withEncoder(request, encoder);
 }
 
-/// The filter that the sound of the output gets when it has none of its own.
+/// The value of `-af` that is added to an output with AAC audio and without audio filters.
 std::string layoutFilter()
 {
     const Arguments result = withEncoder(joined({request, {"-c:a", "aac"}}), H264Encoder::x264);
     return *(std::find(result.begin(), result.end(), "-af") + 1);
 }
 
-/// Arguments in which nothing asks for the encoder.
+/// Argument lists that do not request VideoToolbox.
 const Arguments withoutRequest[] = {
     {},
     {""},

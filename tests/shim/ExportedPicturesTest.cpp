@@ -1,4 +1,4 @@
-// Exports by every FFmpeg at hand, looked at picture by picture.
+// Exports by every FFmpeg that is found, and compares each picture with that of the source.
 #include "tests/shim/InstalledFFmpegs.h"
 #include "tests/shim/Invocation.h"
 
@@ -22,17 +22,17 @@ std::vector<std::string> words(const std::string& text)
     return {std::istream_iterator<std::string>(stream), {}};
 }
 
-/// A source, the part of it that is exported, and what is expected of the result.
+/// A source, the range of it that is exported, and the expected properties of the result.
 struct Row {
-    const char* name; ///< of the clip, whose ending is its format
+    const char* name; ///< of the clip's file; its suffix selects the format
     const char* rate;
-    const char* filters;    ///< of the source's pictures
+    const char* filters;    ///< that make the source's pictures
     const char* options;    ///< of the source's encoder
     int halfHeight;         ///< of the output, in pixels
     const char* start;      ///< of the range, seconds
     const char* length;     ///< of the range, seconds
-    int level;              ///< that x264 states, times ten
-    double megabitsAtLeast; ///< of the result, in a second; FFmpeg 5.1 is in the middle of the band
+    int level;              ///< the H.264 level that x264 writes, times ten
+    double megabitsAtLeast; ///< limits of the bit rate; FFmpeg 5.1's is in the middle
     double megabitsAtMost;
 };
 
@@ -56,7 +56,7 @@ const Row rows[] = {
 class ExportedPicturesTest : public testing::Test
 {
 protected:
-    /// Runs a program of the system; gives what it wrote.
+    /// Runs one of the system's programs through this project's one, and returns its output and its log.
     std::string system(const std::string& name, const std::vector<std::string>& arguments) const
     {
         const Outcome outcome = run({shimProgram(name), arguments, {}});
@@ -81,7 +81,7 @@ protected:
         return file;
     }
 
-    /// The times of all pictures in seconds, the first at 0.
+    /// The times of all pictures in seconds, relative to the first one.
     std::vector<double> times(const std::filesystem::path& file) const
     {
         std::vector<double> result;
@@ -125,8 +125,7 @@ protected:
                ";[top][bottom]vstack=inputs=2,format=yuv420p[video]";
     }
 
-    /// The structural similarity of the picture that is least like the source's, all pictures compared in
-    /// order.
+    /// The lowest structural similarity (SSIM) of a picture of the result and the same picture of the source.
     double leastSimilarity(const Row& row) const
     {
         const int height = row.halfHeight;
@@ -147,7 +146,7 @@ protected:
         return least;
     }
 
-    /// The times of the source's pictures in the range, the first at 0.
+    /// The times of the source's pictures in the range, relative to the first one.
     std::vector<double> wantedTimes(const Row& row) const
     {
         std::vector<double> wanted = times(source(row));
@@ -190,7 +189,7 @@ TEST_F(ExportedPicturesTest, AreThoseOfTheSourceAtTheirTimesWithEveryFFmpeg)
             const double megabits = number(m_result, "bit_rate") / 1e6;
             EXPECT_GT(megabits, hasX264 ? row.megabitsAtLeast : 4);
             EXPECT_LT(megabits, row.megabitsAtMost);
-            // The nominal rate of irregular pictures is a guess, and FFmpeg's versions guess differently.
+            // FFmpeg guesses the nominal rate of irregular pictures, and its versions guess differently.
             if (hasX264 && row.filters == jittered) {
                 EXPECT_LE(number(m_result, "level"), 42);
             } else if (hasX264) {

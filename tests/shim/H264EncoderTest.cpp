@@ -12,7 +12,7 @@ namespace stackreel::shim
 namespace
 {
 
-/// The text FFmpeg puts before its encoders.
+/// The text that FFmpeg prints before the list of encoders.
 const std::string legend = "Encoders:\n"
                            " V..... = Video\n"
                            " A..... = Audio\n"

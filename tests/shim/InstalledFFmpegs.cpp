@@ -26,7 +26,7 @@ std::vector<fs::path> roots()
     return found;
 }
 
-/// A shell script that becomes a program of another system.
+/// A shell script that runs a program of another Debian root by `exec`.
 std::string wrapper(const fs::path& root, const std::string& program)
 {
     const std::string text = "#!/bin/sh\nroot='" + root.string() + "'\n";

@@ -10,20 +10,20 @@ namespace stackreel::shim
 
 /// An FFmpeg that the tests run.
 struct InstalledFFmpeg {
-    std::string version; ///< as `ffmpeg -version` names it
-    std::string path;    ///< a PATH on which its programs are found first
+    std::string version; ///< as `ffmpeg -version` prints it
+    std::string path;    ///< a value of PATH with which its programs are found first
 };
 
-/// The system's FFmpeg, and those of other systems in folders below STACKREEL_ROOTS, or below `build/roots`
-/// of the source tree: each folder that holds `usr/bin/ffmpeg`. Programs of another system run with its own
-/// loader and libraries, without chroot.
+/// The system's FFmpeg, and those of other Debian releases: each root below STACKREEL_ROOTS, or below
+/// `build/roots` of the source tree, that contains `usr/bin/ffmpeg`. The programs of such a root run with its
+/// own loader and libraries, without chroot.
 class InstalledFFmpegs
 {
 public:
     InstalledFFmpegs();
 
     const std::vector<InstalledFFmpeg>& all() const { return m_all; }
-    /// The versions in one line.
+    /// The versions as one line of text.
     std::string names() const;
 
 private:

@@ -10,32 +10,32 @@
 namespace stackreel::shim
 {
 
-/// How a program ended, as `waitpid` reports it, and what it wrote.
+/// The result of a run of a program: the status that `waitpid` reports, and the output.
 struct Outcome {
     pid_t process = 0;
     int waitStatus = 0;
     std::string output;
     std::string errors;
 
-    /// The exit status; -1 for a death by a signal.
+    /// The exit status; -1 if a signal ended the program.
     int status() const;
-    /// The signal it died by; 0 for an exit.
+    /// The number of the signal that ended the program; 0 if it exited.
     int signal() const;
 };
 
-/// A program to be run with just these arguments.
+/// A program and the arguments, environment and input to run it with.
 struct Invocation {
     std::filesystem::path program;
     std::vector<std::string> arguments;
-    /// Variables that differ from this process's environment. The one that hands down visited programs is
-    /// unset.
+    /// Environment variables that differ from those of this process. STACKREEL_SHIM_VISITED is always unset,
+    /// unless it is among them.
     std::vector<std::pair<std::string, std::string>> variables;
-    /// What its standard input reads.
+    /// The file for standard input.
     std::filesystem::path input = "/dev/null";
 };
 
-/// A program started with its outputs in files. The destructor kills and collects it where `wait` was not
-/// called.
+/// A running program whose outputs are written to files. If `wait` was not called, the destructor kills and
+/// reaps it.
 class RunningProgram
 {
 public:
@@ -46,7 +46,7 @@ public:
     RunningProgram& operator=(const RunningProgram&) = delete;
 
     pid_t process() const { return m_process; }
-    /// Waits for its end; to be called once.
+    /// Waits until the program has ended. Call it once.
     Outcome wait();
 
 private:
@@ -59,7 +59,7 @@ private:
 /// Runs a program to its end.
 Outcome run(const Invocation& invocation);
 
-/// A program of this project's resource directory, "ffmpeg" or "ffprobe".
+/// The path of the program "ffmpeg" or "ffprobe" in this project's resource directory.
 std::filesystem::path shimProgram(const std::string& name);
 
 } // namespace stackreel::shim

@@ -23,14 +23,14 @@ const std::string x264Line = " V....D libx264              libx264 H.264 (codec 
 const std::string openH264Line = " V....D libopenh264          OpenH264 (codec h264)";
 const std::string videoToolboxLine = " V....D h264_videotoolbox    VideoToolbox H.264 (codec h264)";
 
-/// An export in small: what is asked of the program named `ffmpeg`.
+/// A short form of the arguments with which an export runs `ffmpeg`.
 const Arguments exportArguments{"-hide_banner", "-y",  "-i",     "in.mp4", "-c:v", "h264_videotoolbox",
                                 "-allow_sw",    "1",   "-b:v",   "12M",    "-af",  "asetpts=PTS-STARTPTS",
                                 "-c:a",         "aac", "out.mp4"};
 
-/// A script in place of FFmpeg. Asked for its encoders, it notes the question and prints FAKE_ENCODERS;
-/// otherwise it notes its arguments, each ended by a zero byte, and its process id. FAKE_QUERY and FAKE_WORK
-/// are commands that it runs at the end of either.
+/// A script in place of FFmpeg. When it is asked for its encoders, it records the query, prints FAKE_ENCODERS
+/// and runs the command FAKE_QUERY. Otherwise it records its arguments, each followed by a NUL, and its
+/// process id, and runs the command FAKE_WORK.
 constexpr const char* fakeTool = R"(#!/bin/sh
 if [ "$*" = '-hide_banner -encoders' ]; then
     echo asked >> "$FAKE_RECORD/questions"
@@ -43,11 +43,11 @@ echo $$ > "$FAKE_RECORD/process"
 eval "$FAKE_WORK"
 )";
 
-/// A folder in which scripts stand in for FFmpeg, and what they noted.
+/// A folder with scripts in place of FFmpeg and with the files that they record.
 class FakeSystem
 {
 public:
-    /// The folder of a fake `ffmpeg` and a fake `ffprobe`, as a piece of a PATH.
+    /// Installs a fake `ffmpeg` and a fake `ffprobe`, and returns their folder, for PATH.
     std::string tools() const
     {
         m_folder.writeExecutable("tools/ffmpeg", fakeTool);
@@ -55,7 +55,8 @@ public:
         return (m_folder / "tools").string();
     }
 
-    /// The folder of a copy of the program under test, a file of its own.
+    /// Copies the program under test into a folder and returns the path of that folder. The copy is another
+    /// file, not a link.
     std::string copyOfShim(const std::string& folder) const
     {
         std::filesystem::create_directories(m_folder / folder);
@@ -92,7 +93,7 @@ Outcome runWithTools(const FakeSystem& system, const Arguments& arguments,
     return run(invocation);
 }
 
-/// Whether a failure is reported in one line.
+/// Whether the text is exactly one line.
 bool isOneLine(const std::string& text)
 {
     return text.size() > 1 && text.back() == '\n' && std::ranges::count(text, '\n') == 1;
@@ -330,7 +331,7 @@ TEST(ShimPrograms, NoDescriptorReachesTheQuestionOrTheTool)
 
 TEST(ShimPrograms, FindsTheEncoderWithClosedDescriptorsAndIgnoredChildren)
 {
-    // Children that nobody waits for, and standard descriptors that are closed.
+    // The program is started with SIGCHLD ignored, or with some standard streams closed.
     for (const char* command : {"trap '' CHLD; exec \"$@\"", "exec \"$@\" <&-", "exec \"$@\" >&-",
                                 "exec \"$@\" <&- >&-", "exec \"$@\" <&- >&- 2>&-"}) {
         const FakeSystem system;
@@ -352,7 +353,8 @@ TEST(ShimPrograms, ASignalDuringTheQuestionEndsTheProgramAtOnce)
         invocation.variables.emplace_back("GATE", gate);
         invocation.variables.emplace_back("FAKE_QUERY", "read line < \"$GATE\"");
         RunningProgram program(invocation, system.folder() / "output", system.folder() / "errors");
-        // Opening the gate for writing succeeds once the question stands at it.
+        // The fake tool is being asked for its encoders and reads from the named pipe. Only then can the pipe
+        // be opened for writing without blocking.
         int opened = -1;
         EXPECT_TRUE(eventually([&] { return (opened = ::open(gate.c_str(), O_WRONLY | O_NONBLOCK)) >= 0; }));
         ::kill(program.process(), signal);

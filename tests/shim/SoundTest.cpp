@@ -16,8 +16,8 @@ namespace stackreel::shim
 namespace
 {
 
-/// Runs one of the programs under test, with the system's own FFmpeg behind it; fails the test where that
-/// fails.
+/// Runs one of the programs under test, which runs the system's FFmpeg, and returns its output. The test
+/// fails if the program fails.
 std::string tool(const std::string& name, const std::vector<std::string>& arguments)
 {
     const Outcome outcome = run({shimProgram(name), arguments, {}});
@@ -25,15 +25,15 @@ std::string tool(const std::string& name, const std::vector<std::string>& argume
     return outcome.output;
 }
 
-/// The words of a text, split at blanks.
+/// The words of a text, which are separated by blanks.
 std::vector<std::string> words(const std::string& text)
 {
     std::istringstream stream(text);
     return {std::istream_iterator<std::string>(stream), {}};
 }
 
-/// FFmpeg's source of a tone on each channel: twice, three times… as loud as on the first. The tone is low
-/// enough for a channel of low frequencies.
+/// An FFmpeg audio source with a tone on each channel, whose amplitude is 1, 2, 3… times that of the first
+/// channel. The tone is low enough for a low-frequency channel.
 std::string tones(int channels, const std::string& layout)
 {
     std::ostringstream source;
@@ -44,7 +44,8 @@ std::string tones(int channels, const std::string& layout)
     return source.str();
 }
 
-/// A tiny clip with that sound; the name's ending and the encoder decide how the layout is stated.
+/// A tiny clip with that audio source. The suffix of the name and the encoder determine how the file stores
+/// the channel layout.
 std::filesystem::path clip(const TemporaryDirectory& folder, const std::string& name,
                            const std::string& source, const std::string& encoder)
 {
@@ -69,7 +70,7 @@ std::filesystem::path exported(const TemporaryDirectory& folder, const std::file
     return file;
 }
 
-/// The number of channels and the stated layout, as "6,5.1".
+/// The number of channels and the channel layout that the file states: "6,5.1".
 std::string layoutOf(const std::filesystem::path& file)
 {
     const std::string text =
@@ -78,7 +79,7 @@ std::string layoutOf(const std::filesystem::path& file)
     return text.substr(0, text.find('\n'));
 }
 
-/// The loudness of each channel as a share of that of all.
+/// The loudness of each channel as a fraction of the sum of all.
 std::vector<double> shares(const std::filesystem::path& file, std::size_t channels)
 {
     const std::string bytes = tool("ffmpeg", {"-v", "error", "-i", file.string(), "-map", "0:a:0", "-f",
@@ -98,11 +99,12 @@ std::vector<double> shares(const std::filesystem::path& file, std::size_t channe
 
 struct Row {
     int channels;
-    /// How the sound of the source is laid out.
+    /// The channel layout of the source.
     std::string layout;
     std::string file;
     std::string encoder;
-    /// How the source is seen, and how the export must be.
+    /// The number of channels and the layout that ffprobe reports for the source, and those expected for the
+    /// export.
     std::string stated;
     std::string expected;
 };
@@ -117,7 +119,7 @@ const Row rows[] = {
     {7, "6.1", "clip.mkv", "flac", "7,6.1", "7,unknown"},
     {8, "7.1", "clip.mkv", "flac", "8,7.1", "8,7.1"},
     {16, "hexadecagonal", "clip.mov", "pcm_s16le", "16,hexadecagonal", "16,unknown"},
-    // AAC that describes its channels one by one: FFmpeg decodes it without a layout.
+    // AAC that lists its channels instead of naming a layout: FFmpeg decodes it without a layout.
     {4, "3.1", "clip.mp4", "aac", "4,unknown", "4,4.0"},
     {6, "5.1(side)", "clip.mp4", "aac", "6,unknown", "6,5.1"},
     {8, "7.1(wide)", "clip.mp4", "aac", "8,unknown", "8,7.1"},

@@ -16,7 +16,7 @@ namespace
 constexpr const char* script = "#!/bin/sh\n";
 constexpr const char* visitedVariable = "STACKREEL_SHIM_VISITED";
 
-/// The path found for a tool named "tool" in the folders; empty when there is none.
+/// The path that `findTool` returns for the name "tool"; empty if it finds nothing.
 std::string pathFound(const std::vector<std::string>& folders, const std::vector<FileIdentity>& avoided = {})
 {
     const auto tool = findTool("tool", folders, avoided);

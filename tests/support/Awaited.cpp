@@ -13,13 +13,13 @@ bool eventually(const std::function<bool()>& condition, std::chrono::millisecond
     QTimer look;
     look.start(std::chrono::milliseconds(2));
     const QDeadlineTimer deadline(limit);
-    // A condition that was true once counts, even if it is false again when the loop ends.
+    // It counts if the condition was true once, even if it is false again when the loop ends.
     bool held = condition();
     while (!held && !deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         held = condition();
     }
-    // Objects passed to deleteLater() are deleted here, because no event loop is running.
+    // Delete the objects passed to `deleteLater`, because no event loop is running that would do it.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return held;
 }

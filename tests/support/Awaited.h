@@ -23,8 +23,9 @@ inline constexpr std::chrono::seconds ceiling{60};
 /// timeout.
 bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit = ceiling);
 
-/// Processes the events that are queued on this thread, those queued by them, and so on for a fixed number of
-/// rounds, and deferred deletions. Use it to check that nothing more happens.
+/// Processes the events that are queued on this thread, then the events that these have queued, and so on for
+/// a fixed number of rounds; also deletes the objects passed to `deleteLater`. Use it to check that nothing
+/// more happens.
 void runPendingEvents();
 
 /// A running task that a test can wait for. Destroying the object does not cancel the task.

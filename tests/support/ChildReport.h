@@ -13,7 +13,7 @@ namespace stackreel
 /// The program that tests run as a child process. Its source, test-child.cpp, lists its arguments.
 std::filesystem::path testChild();
 
-/// Splits a text into its parts that end with `mark`. A rest without the mark is ignored.
+/// Splits a text into parts that end with `mark`. Text after the last mark is ignored.
 std::vector<std::string> pieces(std::string_view text, char mark);
 
 /// The lines "key: value" of a text.

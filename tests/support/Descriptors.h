@@ -13,8 +13,8 @@ std::set<int> openDescriptors();
 /// Whether this process has a child that is running, or has ended but was not waited for.
 bool hasChildren();
 
-/// Limits the number of file descriptors of this process while the object exists. Without a count, the limit
-/// is the highest one allowed.
+/// Limits the number of file descriptors of this process while the object exists. Without a count, raises the
+/// limit to the highest value that is allowed.
 class ScopedDescriptorLimit
 {
 public:

@@ -20,7 +20,7 @@ MessageBus::MessageBus(const QString& program)
     for (int attempt = 0; attempt < attempts; ++attempt) {
         m_daemon.start(program, {QStringLiteral("--session"), QStringLiteral("--nofork"),
                                  QStringLiteral("--nopidfile"), QStringLiteral("--print-address")});
-        // Returns as soon as the program has ended.
+        // This also returns as soon as the program has ended.
         if (m_daemon.waitForReadyRead(milliseconds)) {
             m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
             return;

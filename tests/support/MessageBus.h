@@ -6,18 +6,18 @@
 namespace stackreel
 {
 
-/// A message bus of a test's own, for as long as the object lives.
+/// A private D-Bus message bus for a test. The destructor ends it.
 class MessageBus
 {
 public:
-    /// Starts this program as the bus, and again when it ends before it is ready. Throws `std::runtime_error`
-    /// with what the program wrote to its standard error when it does not come up.
+    /// Starts the program, and starts it again if it ends before the bus is ready. If the bus does not start,
+    /// throws `std::runtime_error` with what the program wrote to standard error.
     explicit MessageBus(const QString& program = QStringLiteral("dbus-daemon"));
     MessageBus(const MessageBus&) = delete;
     MessageBus& operator=(const MessageBus&) = delete;
     ~MessageBus();
 
-    /// For `QDBusConnection::connectToBus`.
+    /// The address to pass to `QDBusConnection::connectToBus`.
     const QString& address() const { return m_address; }
 
 private:

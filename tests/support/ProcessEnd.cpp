@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <thread>
 
-/// Of the leak sanitizer, null in a program without it; prints the leaks it finds, and tells whether there
-/// are any.
+/// A function of the leak sanitizer, null in a program without it. It prints the leaks that it finds, and
+/// returns whether there are any.
 extern "C" [[gnu::weak]] int __lsan_do_recoverable_leak_check(); // NOLINT(bugprone-reserved-identifier)
 
 namespace stackreel
@@ -15,7 +15,8 @@ namespace stackreel
 namespace
 {
 
-/// What detached threads have not freed yet is no leak, so the check is repeated until they have ended.
+/// Whether memory has leaked. Detached threads may free memory until they have ended, so the check is
+/// repeated for some seconds.
 bool leaks()
 {
     using namespace std::chrono_literals;

@@ -3,10 +3,11 @@
 namespace stackreel
 {
 
-/// Ends the process with this status once all output is flushed, and under the address sanitizer once leaks
-/// were looked for, which make the status a failure. Runs neither the destructors of static objects nor what
-/// libraries registered with `atexit`: a thread of the toolkit's that counts as finished may still be in its
-/// last steps, in which OpenSSL uses what its own `atexit` function frees. Destroy the application before.
+/// Flushes all output and ends the process with this status. With the address sanitizer, it first looks for
+/// leaks; if there are any, the status is that of a failure. It runs neither the destructors of static
+/// objects nor functions registered by `atexit`: a Qt thread that has officially finished may still be in its
+/// last steps, in which OpenSSL uses memory that OpenSSL's `atexit` function frees. Destroy the application
+/// object before.
 [[noreturn]] void endProcess(int status);
 
 } // namespace stackreel

@@ -39,7 +39,7 @@ bool writesComma()
     return std::string(text.data()) == "0,5";
 }
 
-/// The punctuation of the C++ locale. A C++ locale by name is not used, because it leaks memory of the C
+/// The punctuation of the C++ locale. A named C++ locale is not used, because it leaks memory in the C
 /// library.
 struct CommaPunctuation : std::numpunct<char> {
     char do_decimal_point() const override { return ','; }

@@ -25,14 +25,14 @@ public:
     std::vector<std::string> names() const;
     /// Writes a file and creates its parent folders. Returns its path.
     std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const;
-    /// Writes a file that may be executed.
+    /// Writes a file with permission to execute it.
     std::filesystem::path writeExecutable(const std::filesystem::path& name, std::string_view content) const;
 
 private:
     std::filesystem::path m_path;
 };
 
-/// The whole content of a file, empty when it cannot be read.
+/// The whole content of a file; empty if it cannot be read.
 std::string contentOf(const std::filesystem::path& file);
 
 } // namespace stackreel

@@ -12,11 +12,10 @@ namespace
 
 int runTests(int count, char** words)
 {
-    // Some tests make programs crash. They should leave no core dumps.
+    // Disable core dumps, because some tests make programs crash.
     const rlimit none = {};
     ::setrlimit(RLIMIT_CORE, &none);
-    // Properties are cheap to check, so more cases than the default are tried. The environment can override
-    // it.
+    // RapidCheck tries more cases than by default, because each is fast. The environment can override it.
     ::setenv("RC_PARAMS", "max_success=1000", 0);
     testing::InitGoogleTest(&count, words);
     testing::GTEST_FLAG(death_test_style) = "threadsafe";

@@ -1,6 +1,7 @@
-// Preloaded into a program, it delays the last step of each thread, in which libraries destroy what they keep
-// for the thread, and the end of the process even more. OpenSSL takes a lock in that step. A process that
-// runs its `atexit` functions meanwhile frees that lock, and crashes in most runs, not once in a thousand.
+// This library is preloaded into a program to make a rare crash frequent. Each thread takes an OpenSSL lock
+// in its last step, in which thread-local data is destroyed. If the process runs its `atexit` functions at
+// that time, it frees the lock, and the thread crashes. The library delays the last step of each thread, and
+// the end of the process even more, so this happens in most runs instead of once in a thousand.
 
 #include <dlfcn.h>
 #include <pthread.h>
@@ -32,7 +33,7 @@ void* run(void* argument)
     return result;
 }
 
-// Registered before all others, so called after them.
+// This function is registered before all others, so it is called after them.
 [[maybe_unused]] const int registered = std::atexit([] { std::this_thread::sleep_for(4s); });
 
 } // namespace

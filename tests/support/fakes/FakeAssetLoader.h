@@ -20,7 +20,7 @@ public:
     // The results to return; without a value the call throws.
     std::optional<bool> playable = true;
     std::optional<int> videoTracks = 1;
-    /// The images that a generator reports for the requested times, in this order.
+    /// Returns the images, in the order in which a generator reports them, for the requested times.
     std::function<std::vector<GeneratedImage>(const std::vector<MediaTime>&)> answers = oneImageEach;
     bool makingGeneratorsFails = false;
 
@@ -35,9 +35,9 @@ public:
     std::unique_ptr<ImageGenerator> makeImageGenerator(const std::filesystem::path& file,
                                                        const ImageGeneratorSettings& settings) override;
 
-    /// An image of one pixel that carries a number.
+    /// An image of one pixel whose value is `number`.
     static GeneratedImage image(MediaTime requestedTime, int number = 0);
-    /// The number that such an image carries.
+    /// The number in an image made by `image`.
     static int number(const VideoFrame& frame);
     static GeneratedImage failure(MediaTime requestedTime);
     /// One image for each of the times, numbered from 0.

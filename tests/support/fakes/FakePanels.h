@@ -33,7 +33,7 @@ public:
     /// The request of the last `begin`.
     const Request& request() const { return m_requests.back(); }
     std::size_t timesShown() const { return m_requests.size(); }
-    /// Answers the panel shown last.
+    /// Answers the panel that was shown last.
     void answer(const PanelResponse& response) const { m_completions.back()(response); }
     void choose(const std::filesystem::path& file) const { answer({.accepted = true, .url = file}); }
 

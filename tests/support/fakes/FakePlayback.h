@@ -10,14 +10,15 @@
 namespace stackreel
 {
 
-/// Creates fake players and loopers, numbered from 1, that write their calls to the journal. The journal also
-/// notes when a looper is created while the previous one still exists ("beside the one before").
+/// Creates fake players and loopers, numbered from 1, that write their calls to the journal. If a looper is
+/// created while the previous one still exists, the line says so ("beside the one before").
 class FakePlayback : public Playback
 {
 public:
     explicit FakePlayback(std::shared_ptr<Journal> journal) : m_journal(std::move(journal)) {}
 
-    /// The player created last. All players are kept alive, as a window would do while it shows one.
+    /// The player that was created last. All players are kept alive, as a window keeps the player that it
+    /// shows.
     FakeQueuePlayer& player() const { return *m_players.back(); }
     FakeQueuePlayer& player(std::size_t number) const { return *m_players.at(number - 1); }
 

@@ -20,7 +20,7 @@ public:
     }
 
     const std::string& name() const { return m_name; } ///< "looper 1"
-    /// Expires with the looper.
+    /// Expires when the looper is destroyed.
     std::weak_ptr<const void> life() const { return m_life; }
     void disableLooping() override { m_journal->note(m_name + ": disable"); }
 

@@ -20,7 +20,7 @@ public:
     const std::string& name() const { return m_name; } ///< "player 1"
     /// Calls all registered time observers.
     void tick(MediaTime time) const;
-    /// The video output set last, or null.
+    /// The video output that was set last, or null.
     const std::shared_ptr<VideoOutput>& videoOutput() const { return m_output; }
 
     void play() override;

@@ -31,7 +31,7 @@ public:
     {
     }
 
-    /// The arguments as in the journal: "/clips/a.mov" for `inspect`.
+    /// The arguments as text, as they are in the journal: "/clips/a.mov" for `inspect`.
     const std::string& arguments() const { return m_arguments; }
     ManualTask<T>& task() { return m_task; }
     bool isCancelled() const { return m_stop.stop_requested(); }
@@ -49,9 +49,9 @@ private:
     ManualTask<T> m_task;
 };
 
-/// All services of a model as fakes: services that stay pending until the test completes them, a fake player
-/// and fake panels, and one journal for all of them. Must outlive the model. The destructor fails all pending
-/// tasks.
+/// Fakes of all services of a model: calls that stay pending until the test completes them, a fake player and
+/// fake panels, and one journal for all of them. Must outlive the model. The destructor makes all pending
+/// calls fail.
 class FakeServices
 {
 public:

@@ -23,7 +23,7 @@ private:
     Lines m_lines;
 };
 
-/// The shortest text that reads back as the same number: "0.25", "20".
+/// The shortest text that is parsed to the same number: "0.25", "20".
 std::string described(double value);
 /// "150/600", or "no time".
 std::string described(MediaTime time);

@@ -14,8 +14,8 @@ namespace stackreel
 {
 
 /// A task that the test ends explicitly: with a result, with a failure, or not at all. The coroutine that
-/// awaits it resumes within that call. The destructor fails a task that has not ended: a coroutine that is
-/// never resumed would leak its frame.
+/// awaits it resumes within that call. The destructor makes a task fail that has not ended, because a
+/// coroutine that never resumes leaks its frame.
 template <typename T>
 class ManualTask
 {

@@ -13,7 +13,8 @@ namespace stackreel
 namespace
 {
 
-/// Items of popups are children of the window's overlay, so the tree of items holds them all.
+/// Finds an item by its object name among the descendants of an item. The items of popups are among those of
+/// the window, because they are children of its overlay.
 QQuickItem* descendant(QQuickItem* item, const QString& objectName)
 {
     if (item->objectName() == objectName)
@@ -142,7 +143,7 @@ QImage OfflineWindow::screenshot()
 
 void OfflineWindow::settle()
 {
-    // Processing an event may post another one.
+    // Several rounds, because an event may post another one.
     for (int round = 0; round < 3; ++round) {
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();

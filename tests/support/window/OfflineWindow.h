@@ -18,11 +18,11 @@
 namespace stackreel
 {
 
-/// The program's window with fake services, media and panels, on the offscreen platform. Main thread.
+/// The program's window with fake services, player and panels, on Qt's offscreen platform. Main thread.
 class OfflineWindow
 {
 public:
-    /// Shows the window at this size, title bar included, and waits until it is exposed.
+    /// Shows the window with this size, which includes the title bar, and waits until it is exposed.
     explicit OfflineWindow(QSize size = QSize(1180, 780));
 
     AppModel& model() { return m_model; }
@@ -34,22 +34,23 @@ public:
     /// How often "Check for Updates…" was chosen.
     int updateChecks() const { return m_updateChecks; }
 
-    /// Media info of a landscape clip of this duration, 1920 × 1080 with sound.
+    /// The properties of a clip of 1920 × 1080 pixels, with audio and this duration in seconds.
     static MediaInfo clip(double duration = 20);
-    /// Opens a clip through the open panel, up to phase `ready`. The thumbnail task stays pending.
+    /// Loads a clip through the open panel, up to the phase `ready`. The thumbnails stay pending.
     void load(const MediaInfo& media = clip(), const std::filesystem::path& file = "/clips/Beach day.MOV");
-    /// Completes the thumbnail task with pictures of one colour each.
+    /// Completes the thumbnails with pictures of a single colour each.
     void finishThumbnails(int count = 12);
-    /// Starts an export through the save panel, up to phase `exporting`. It is the last of `fakes().exports`.
+    /// Starts an export through the save panel, up to the phase `exporting`. The export is the last of
+    /// `fakes().exports`.
     void startExport(const std::filesystem::path& file = "/clips/Beach day-vertical.mp4");
-    /// Presents a picture of one colour by the current player.
+    /// Makes the current player present a picture of a single colour.
     void showPicture(QSize pixels, Qt::GlobalColor colour);
 
-    /// The visible or hidden item with this object name, in the whole window, popups included; throws when
-    /// there is none.
+    /// The item with this object name, visible or hidden, in the whole window and its popups. Throws if there
+    /// is none.
     QQuickItem& item(const QString& objectName);
     bool hasItem(const QString& objectName) { return find(objectName) != nullptr; }
-    /// Where the item's centre is in the window.
+    /// The position of the item's centre in the window.
     QPoint centre(const QString& objectName);
     /// Presses and releases the left button on the item's centre.
     void click(const QString& objectName);
@@ -61,7 +62,7 @@ public:
     /// Processes the pending events of the main thread.
     static void settle();
 
-    /// A frame of one colour.
+    /// A frame of a single colour.
     static VideoFrame picture(QSize pixels, Qt::GlobalColor colour);
     /// A frame with a copy of this image.
     static VideoFrame picture(const QImage& image);

@@ -13,7 +13,8 @@ namespace
 /// property or type.
 void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
-    // The offscreen platform reports unsupported features, which are no defects.
+    // The offscreen platform warns about features that it does not support. These warnings do not report
+    // defects.
     if (message.startsWith(QLatin1String("This plugin does not support")))
         return;
     if (type == QtWarningMsg || type == QtCriticalMsg)
@@ -22,14 +23,16 @@ void failOnWarning(QtMsgType type, const QMessageLogContext&, const QString& mes
         fprintf(stderr, "%s\n", qPrintable(message));
 }
 
-/// Window tests run on the offscreen platform and the software scene graph, on any machine.
+/// Runs the tests on the offscreen platform and with the software scene graph, so that they run on any
+/// machine.
 int runTests(int count, char** words)
 {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
     ::setenv("QT_QUICK_BACKEND", "software", 0);
     ::setenv("RC_PARAMS", "max_success=1000", 0);
     testing::InitGoogleTest(&count, words);
-    // The build lists the tests without the suppressions that the sanitizers need for an application.
+    // The build runs the program to list the tests. Do not create an application then, because the sanitizers
+    // need suppressions for one, which the build does not set.
     if (testing::GTEST_FLAG(list_tests))
         return RUN_ALL_TESTS();
     const QApplication application(count, words);
