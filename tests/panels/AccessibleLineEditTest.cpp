@@ -13,7 +13,7 @@ namespace stackreel
 namespace
 {
 
-/// A labelled field in a dialog, as in the panels, and its accessible interface.
+/// A text field with a label in a dialog, as the panels have it, and the accessible interface of the field.
 class AccessibleLineEditTest : public testing::Test
 {
 protected:

@@ -30,7 +30,7 @@ TEST(PictureGeometryTest, IsEmptyForAnEmptyPictureOrView)
 
 TEST(PictureGeometryTest, DrawsAPictureScaledForTheViewPixelForPixel)
 {
-    // The player scales to even sizes, so they may differ from the view by about a pixel.
+    // The player scales pictures to even sizes, so a picture may be about a pixel smaller than the view.
     EXPECT_EQ(pictureFrame({1100, 618}, {1100, 618.75}, {}), (ViewRect{0, 0, 1100, 618}));
 }
 
@@ -66,7 +66,7 @@ RC_GTEST_PROP(PictureGeometryProperty, AlignsAPictureScaledForTheViewToDevicePix
     const double left = (originX + frame.x) * ratio;
     const double top = (originY + frame.y) * ratio;
     if (std::abs(frame.width * ratio - (width - 1)) > 1e-6)
-        return; // too far from the view's shape
+        return; // the aspect ratios differ too much, so the picture is scaled
     RC_ASSERT(std::abs(left - std::round(left)) < 1e-6);
     RC_ASSERT(std::abs(top - std::round(top)) < 1e-6);
 }

@@ -51,7 +51,8 @@ TEST(TrimTimelineGeometryTest, GrabsAHandleWithin18PointsOfItsCentre)
          {Row{100, 100, 500, trimStart}, Row{118, 100, 500, trimStart}, Row{82, 100, 500, trimStart},
           Row{119, 100, 500, std::nullopt}, Row{81, 100, 500, std::nullopt}, Row{517, 100, 500, trimEnd},
           Row{482, 100, 500, trimEnd}, Row{481, 100, 500, std::nullopt}, Row{519, 100, 500, std::nullopt},
-          // In both hit areas: the nearer handle, the start handle if the distances are equal.
+          // If the pointer is in both hit areas, the nearer handle is hit, or the start handle if both are
+          // equally near.
           Row{108, 100, 120, trimStart}, Row{112, 100, 120, trimEnd}, Row{110, 100, 120, trimStart},
           Row{90, 100, 100, trimStart}, Row{118, 100, 100, trimStart}})
         EXPECT_EQ(Geometry::hitTest(row.pointer, row.start, row.end), row.grabbed)
@@ -79,7 +80,7 @@ TEST(TrimTimelineGeometryTest, FormatsTimesInWholeSeconds)
         EXPECT_EQ(Geometry::timeText(row.seconds), row.text);
 }
 
-/// A random number in steps of a thousandth of the range, both ends included.
+/// A random number from `low` to `high`, in steps of a thousandth of the range.
 double anyBetween(double low, double high)
 {
     return low + (high - low) * *rc::gen::inRange(0, 1001) / 1e3;

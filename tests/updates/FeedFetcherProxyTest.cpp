@@ -19,7 +19,8 @@ QNetworkProxy proxyAt(const QUrl& server)
     return QNetworkProxy(QNetworkProxy::HttpProxy, server.host(), static_cast<quint16>(server.port()));
 }
 
-/// A proxy resolver that blocks until `mayReturn` is released. Each thread that runs it holds a copy.
+/// A proxy resolver that blocks until the semaphore `mayReturn` is released. Each thread that runs it has a
+/// copy.
 struct BlockingResolver {
     QSemaphore mayReturn;
     std::atomic<int> runs = 0;
@@ -32,7 +33,7 @@ struct BlockingResolver {
             return proxy;
         };
     }
-    /// How many copies of the choice there are.
+    /// The number of copies of the resolver that exist.
     long copies() const { return m_copies.use_count() - 1; }
 
 private:
@@ -68,7 +69,7 @@ TEST(FeedFetcherProxy, TimesOutAndResolvesOnceWhenResolvingBlocks)
     blocking.mayReturn.release();
     EXPECT_TRUE(eventually([&] { return blocking.copies() == 1; })) << "the thread has not ended";
     runPendingEvents();
-    // A proxy that arrives after the timeout starts no request.
+    // No request is sent when the proxy becomes known after the timeout.
     EXPECT_TRUE(proxy.paths().isEmpty());
     EXPECT_FALSE(fetcher.isFetching());
 }

@@ -123,7 +123,7 @@ TEST(FeedFetcher, FollowsNoRedirectWithAUserName)
         });
         EXPECT_EQ(fetch(server.url()).sentence, unreachable) << user;
     }
-    // No request followed later either.
+    // No further request has arrived in the meantime.
     EXPECT_EQ(server.paths(), QByteArrayList(4, "/feed"));
 }
 
@@ -183,7 +183,7 @@ TEST(FeedFetcher, AbortsAnEndlessBodySoonAfterTheLimit)
         LoopbackServer server(sendForever(QByteArray(head) + framing, block, &sent));
         const FetchOutcome outcome = fetch(server.url());
         EXPECT_FALSE(outcome.sentence.isEmpty()) << framing.toStdString();
-        // The count includes what is in the system's socket buffers.
+        // The number includes bytes in the socket buffers of the system, which the fetcher has not received.
         EXPECT_LT(sent, 16 << 20) << framing.toStdString();
     }
 }

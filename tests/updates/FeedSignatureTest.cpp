@@ -84,7 +84,7 @@ TEST(FeedSignature, RejectsAnotherKeyOrAnotherFeed)
 
 TEST(FeedSignature, RejectsWeakKeys)
 {
-    // Points of small order: some signatures would be valid for many texts.
+    // With a public key that is a point of small order, some signatures would be valid for many texts.
     const std::string zeros(32, '\0');
     const std::string one = '\1' + std::string(31, '\0');
     for (const std::string& bytes : {zeros, one}) {
@@ -128,7 +128,7 @@ TEST(FeedKey, RejectsOtherEncodingsOfTheSameBytes)
     std::iota(bytes.begin(), bytes.end(), static_cast<unsigned char>(200));
     std::string text = encodeBase64(bytes);
     ASSERT_EQ(FeedKey::fromBase64(text)->bytes, bytes);
-    // The last character before the padding has two bits that are not used.
+    // The last character before the padding has two unused bits, which must be 0.
     for (int bits = 1; bits < 4; ++bits) {
         std::string other = text;
         other[42] = static_cast<char>(other[42] + bits);

@@ -8,14 +8,14 @@
 namespace stackreel
 {
 
-/// The result of one fetch: the document, or the sentence and the failure.
+/// The result of a fetch: either the document, or the sentence for the user and the kind of failure.
 struct FetchOutcome {
     QByteArray document;
     QString sentence;
     std::optional<FeedFailure> failure;
 };
 
-/// Fetches an address and waits for its end. Expects exactly one signal.
+/// Fetches an address and waits until the fetch has ended. Expects exactly one signal.
 inline FetchOutcome fetch(FeedFetcher& fetcher, const QUrl& url)
 {
     FetchOutcome outcome;

@@ -11,8 +11,8 @@
 namespace stackreel
 {
 
-/// An HTTP server on a loopback address. A function of the test writes each response, which may be invalid.
-/// The server runs on the event loop of the test.
+/// An HTTP server on a loopback address. The test provides a function that writes the responses, valid or
+/// not. The server runs in the event loop of the test.
 class LoopbackServer
 {
 public:
@@ -20,7 +20,7 @@ public:
     using Responder = std::function<void(QTcpSocket& connection, const QByteArray& path)>;
 
     explicit LoopbackServer(Responder responder);
-    /// The same over TLS. The configuration holds the key and the certificate.
+    /// A server that uses TLS. The configuration contains the key and the certificate.
     LoopbackServer(const QSslConfiguration& tls, Responder responder);
 
     void setResponder(Responder responder) { m_responder = std::move(responder); }
@@ -40,15 +40,15 @@ private:
     std::unique_ptr<QTcpServer> m_server;
 };
 
-/// Sends a document with status 200 and its length.
+/// Sends a document with status 200 and a Content-Length header.
 LoopbackServer::Responder sendDocument(QByteArray document);
 /// Sends the bytes, then closes the connection.
 LoopbackServer::Responder sendAndClose(QByteArray bytes);
-/// Sends the start, then the bytes again and again. Adds the number of bytes sent to `sent`.
+/// Sends `start`, then `bytes` again and again. Adds the number of bytes that were sent to `sent`.
 LoopbackServer::Responder sendForever(QByteArray start, QByteArray bytes, qint64* sent = nullptr);
-/// Sends the start, then one byte every few milliseconds.
+/// Sends `start`, then one byte every few milliseconds.
 LoopbackServer::Responder sendSlowly(QByteArray start);
-/// Redirects to another address, with a body.
+/// Redirects to another address. The response has a body.
 LoopbackServer::Responder redirectTo(QByteArray location);
 /// Accepts the request and never responds.
 LoopbackServer::Responder sendNothing();

@@ -29,8 +29,8 @@ const Messages upToDate = {"up to date with 0.1.0"};
 const Messages newer = {"update 0.2.0 for 0.1.0: New. at https://example.org/0.2.0"};
 const Messages newerInBackground = {"background update 0.2.0 for 0.1.0: New. at https://example.org/0.2.0"};
 
-/// An updater of version 0.1.0 with its own server, clock and store. By default the first background check
-/// comes an hour later, so no test sees it.
+/// An updater of version 0.1.0 with a server, a clock and a store of its own. By default, the first
+/// background check is due after an hour, so it does not run during a test.
 class StandardUpdaterControllerTest : public testing::Test
 {
 protected:
@@ -62,7 +62,7 @@ protected:
         return *updater;
     }
 
-    /// Requests a check and returns the messages that the user sees.
+    /// Requests a check as the user does, and returns the messages that are shown.
     Messages checkAsUser()
     {
         if (!updater)
@@ -78,7 +78,7 @@ protected:
         return eventually([&] { return finished->size() >= count; });
     }
 
-    /// Makes the server wait until the test responds through `pendingConnection`.
+    /// Makes the server leave requests unanswered. The test responds through `pendingConnection`.
     void holdRequests()
     {
         server.setResponder(
@@ -248,7 +248,7 @@ TEST_F(StandardUpdaterControllerTest, DoesNothingUnlessStarted)
     schedule.initialDelay = 0ms;
     serve(feed("0.2.0"));
     start(false).checkForUpdates(nullptr);
-    // A request of the updater would arrive before this one.
+    // If the updater had sent a request, it would have arrived before this one.
     EXPECT_EQ(fetch(server.url("/later")).failure, std::nullopt);
     EXPECT_EQ(server.paths(), QByteArrayList({"/later"}));
     EXPECT_TRUE(messages->shown.empty());

@@ -141,7 +141,7 @@ TEST(UpdateFeed, RejectsEveryBrokenDocument)
         feedWithNotes(R"(moc.elpmaxe\u202e)"),
         feedWithNotes("\u2066"),
         feedWithNotes("\u2069"),
-        // Keys given twice.
+        // Duplicate keys.
         R"({"serial": 7, "serial": 8, "releases": [)" + std::string(release) + "]}",
         R"({"serial": 7, "releases": [], "releases": [)" + std::string(release) + "]}",
         R"({"serial": 7, "s\u0065rial": 7, "releases": [)" + std::string(release) + "]}",
@@ -154,7 +154,8 @@ TEST(UpdateFeed, RejectsEveryBrokenDocument)
         repeated("[", 100'000) + repeated("]", 100'000),
     };
     ASSERT_NO_THROW(UpdateFeed::decode(good));
-    // Neighbours of the rejected characters, and the marks that right-to-left texts need, are accepted.
+    // The characters next to the rejected ones are accepted, and so are the marks that right-to-left texts
+    // need.
     for (const char* notes : {"", "~\u00A0\u202F\u2065\u206A", "\u200E\u200F\u061C\u200D"})
         ASSERT_NO_THROW(UpdateFeed::decode(feedWithNotes(notes))) << notes;
     for (const std::string& text : bad)

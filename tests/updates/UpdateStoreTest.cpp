@@ -87,7 +87,7 @@ TEST(UpdateStore, SharesItsFileWithOtherPrograms)
 
 TEST(UpdateStore, DoesNotBlockOnAPipeOrALock)
 {
-    // A pipe without a writer would block on opening. A lock file may be left by another program.
+    // Opening a named pipe without a writer would block. The lock file may be left by another process.
     const TemporaryDirectory folder;
     folder.write("locked.ini.lock", std::to_string(::getpid()) + "\nother\nelsewhere\n");
     ASSERT_EQ(::mkfifo((folder / "pipe.ini").c_str(), 0600), 0);

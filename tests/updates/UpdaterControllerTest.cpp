@@ -15,7 +15,8 @@ namespace stackreel
 namespace
 {
 
-/// Creates controllers like the application: from the JSON text of an information dictionary.
+/// Creates controllers as the application does, from an information dictionary, which a test gives as JSON
+/// text.
 class UpdaterControllerTest : public testing::Test
 {
 protected:
@@ -75,7 +76,7 @@ TEST_F(UpdaterControllerTest, DoesNothingWithoutAKey)
                                  services());
     controller.checkForUpdates();
     controller.controller().checkForUpdates(nullptr);
-    // A request of the updater would arrive before this one.
+    // If the updater had sent a request, it would have arrived before this one.
     server.setResponder(sendDocument("later"));
     EXPECT_EQ(fetch(server.url("/later")).document, "later");
     EXPECT_EQ(server.paths(), QByteArrayList({"/later"}));

@@ -10,7 +10,8 @@ namespace stackreel
 namespace
 {
 
-/// A button has visual focus; menus and dialogs take the focus for a while.
+/// A button has visual focus before a menu or dialog opens. Each test checks that it has the focus again
+/// afterwards.
 class FocusTest : public testing::Test
 {
 protected:

@@ -15,8 +15,8 @@
 namespace stackreel
 {
 
-/// A surface in a window of its own. It shows the player that the test sets on the model. All sizes are in
-/// points and hold for any scale factor.
+/// A `PlayerSurface` in a window of its own. It shows the player that the test sets on the model. All sizes
+/// are in points, so the tests work with any scale factor.
 class PlayerSurfaceTest : public testing::Test
 {
 protected:
@@ -41,7 +41,7 @@ protected:
     }
     FakeQueuePlayer& player() { return m_fakes.playback->player(); }
 
-    /// Presents a picture from another thread, as players do.
+    /// Presents a picture on another thread, as players do.
     void show(QSize pixels, Qt::GlobalColor colour, FakeQueuePlayer& on)
     {
         std::thread([&] { on.videoOutput()->present(OfflineWindow::picture(pixels, colour)); }).join();
@@ -50,7 +50,7 @@ protected:
 
     double ratio() const { return m_window.effectiveDevicePixelRatio(); }
     QSize inPixels(QSizeF points) const { return (points * ratio()).toSize(); }
-    /// The colour on screen at a position in the surface.
+    /// The colour on the screen at a position of the surface, in points.
     QColor at(double x, double y)
     {
         OfflineWindow::settle();
@@ -58,8 +58,8 @@ protected:
         const QPointF point = (m_surface.position() + QPointF(x, y)) * ratio();
         return image.pixelColor(int(point.x()), int(point.y()));
     }
-    /// Presents a picture of the surface's size with stripes one pixel wide. The stripes change colour when
-    /// the picture is scaled or drawn between two pixels.
+    /// Presents a picture of the surface's size with stripes one pixel wide. If the picture is scaled, or not
+    /// aligned to the device pixels, the colours of the stripes change.
     void showStripes()
     {
         QImage stripes(inPixels({320, 180}) - QSize(1, 1), QImage::Format_RGB32);

@@ -10,7 +10,8 @@ namespace
 
 const auto swapButton = QStringLiteral("swapButton");
 
-/// The effect of the Space key depends on the focused item. The preview plays at the start of each test.
+/// Tests the effect of the Space key, which depends on the focused item. The preview plays at the start of
+/// each test.
 class SpaceKeyTest : public testing::Test
 {
 protected:

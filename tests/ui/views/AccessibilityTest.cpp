@@ -243,7 +243,7 @@ TEST_F(AccessibilityTest, EachActionOfACropChangesTheRegionAccordingly)
         QString action;
         double byX, byY, byWidth;
     };
-    const QRectF start(0.3, 0.2, 0.3, 0.474); // of the panel's shape, nearly
+    const QRectF start(0.3, 0.2, 0.3, 0.474); // has nearly the aspect ratio of a half
     for (const Row& row :
          {Row{Actions::scrollLeftAction(), -x, 0, 0}, Row{Actions::scrollRightAction(), x, 0, 0},
           Row{Actions::scrollUpAction(), 0, -y, 0}, Row{Actions::scrollDownAction(), 0, y, 0},
@@ -305,7 +305,8 @@ TEST_F(AccessibilityTest, TheAboutDialogIsExposedWhileItIsOpen)
 {
     const auto showsDialog = [this] {
         const auto nodes = visibleNodes();
-        // The offscreen platform never reports an active screen reader, so the dialog has no name here.
+        // Look for the role only: the dialog has no name here, because the offscreen platform never reports
+        // an active screen reader.
         return std::any_of(nodes.begin(), nodes.end(),
                            [](const Node& node) { return node.role == QAccessible::Dialog; });
     };

@@ -39,8 +39,8 @@ QColor over(const QColor& top, const QColor& bottom)
 class ContrastTest : public ViewsTest, public testing::WithParamInterface<WindowModel::Phase>
 {
 protected:
-    /// The most frequent colour in the area of a text item, which is its background: the letters cover less
-    /// than half of the area.
+    /// The background of a text item: the most frequent colour in its area, because the letters cover less
+    /// than half of it.
     static QColor behind(const QQuickItem& target, const QImage& picture)
     {
         const QRectF points = target.mapRectToScene(QRectF(0, 0, target.width(), target.height()));
@@ -55,7 +55,8 @@ protected:
         return commonest == counts.cend() ? QColor() : QColor(commonest.key());
     }
 
-    /// Checks all visible texts in an item, except those of disabled controls. Returns their number.
+    /// Checks the contrast of all visible texts in an item, except those of disabled controls. Returns the
+    /// number of these texts.
     int expectContrast(QQuickItem& target)
     {
         const QImage picture = window().screenshot();

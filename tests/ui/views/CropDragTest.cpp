@@ -11,7 +11,7 @@ class CropDragTest : public ViewsTest
 protected:
     void SetUp() override { enter(WindowModel::Ready); }
 
-    /// Drags from a point by a distance, in several steps.
+    /// Drags the pointer from a point by a distance, in several steps.
     void drag(QPoint from, QPoint distance)
     {
         press(from);

@@ -13,10 +13,10 @@ namespace stackreel
 namespace
 {
 
-const QRectF start(0.1, 0.2, 0.225, 0.4); // 225 × 200 points
+const QRectF start(0.1, 0.2, 0.225, 0.4); // 225 × 200 points in the view
 
-/// An editor over a picture of 2000 × 1000 pixels, shown at 1000 × 500 points, with an owner that applies the
-/// requested regions, as the window does.
+/// An editor over a picture of 2000 × 1000 pixels that is shown at 1000 × 500 points. As in the window, an
+/// owner applies the regions that the editor requests.
 struct OwnedEditor {
     OwnedEditor()
     {

@@ -36,7 +36,7 @@ TEST_F(HintAndDropTest, ShowsAnElidedNameInFullInTheToolTip)
 TEST_F(HintAndDropTest, ShowsNoToolTipForANameThatFits)
 {
     enter(WindowModel::Ready);
-    moveTo(centre(item("title"))); // otherwise the pointer may already be there from the test before
+    moveTo(centre(item("title"))); // the pointer may still be over the status line
     moveTo(centre(item("status")));
     EXPECT_FALSE(QTest::qWaitFor([this] { return window().hasItem(QStringLiteral("hintText")); }, 1500));
 }

@@ -12,7 +12,7 @@ namespace
 class KeyboardTest : public ViewsTest
 {
 protected:
-    /// Holds a key down until it has repeated three times.
+    /// Presses a key, repeats it three times as if it were held down, and releases it.
     void hold(Qt::Key key)
     {
         const auto send = [&](QEvent::Type type, bool repeated) {

@@ -15,10 +15,10 @@ inline const QColor stage = srgb(0.025, 0.03, 0.04);
 inline const QColor signalCoral = srgb(1.0, 0.353, 0.239);
 inline const QColor shellCoral = srgb(1.0, 0.72, 0.65);
 
-/// Equal within the precision of 8 bits per channel.
+/// Whether two colours are equal within the precision of 8 bits per channel.
 testing::AssertionResult same(const QColor& one, const QColor& other);
 
-/// Reads geometry and appearance of items from the running window.
+/// Checks the geometry and appearance of items in the running window.
 class LayoutTest : public ViewsTest
 {
 protected:

@@ -13,8 +13,8 @@
 namespace stackreel
 {
 
-/// A timeline for a playing clip of 20 seconds. It is 836 points wide and its track 800 points: the track
-/// begins at 18, and a second is 40 points.
+/// A timeline for a playing clip of 20 seconds. The timeline is 836 points wide. Its track starts at 18 and
+/// is 800 points wide, so a second is 40 points.
 struct LoadedTimeline {
     LoadedTimeline() : model(fakes.services()), windowModel(model)
     {
@@ -48,7 +48,7 @@ struct LoadedTimeline {
         fakes.journal->take();
     }
 
-    /// How many of the lines contain this word.
+    /// The number of lines that contain this word.
     static std::ptrdiff_t count(const Journal::Lines& lines, const std::string& word)
     {
         return std::count_if(lines.begin(), lines.end(),

@@ -80,7 +80,7 @@ TEST_F(MotionPreferenceTest, TheEnvironmentVariableOverridesTheDesktopSettings)
     EXPECT_FALSE(MotionPreference().isReduced());
 }
 
-/// The same with a session bus and a fake portal on it.
+/// A desktop with an empty settings folder and a session bus with a fake portal.
 class PortalTest : public MotionPreferenceTest
 {
 protected:
@@ -103,12 +103,12 @@ protected:
         return std::make_unique<MotionPreference>(
             [this] { return QDBusConnection::connectToBus(m_bus.address(), QStringLiteral("program")); });
     }
-    /// Waits until the portal was queried and all messages sent since have been received.
+    /// Waits until the portal has been queried and all messages sent so far have been received.
     void settle()
     {
         ASSERT_TRUE(eventually([this] { return m_portal.asked > 0; }));
         const QDBusConnection program(QStringLiteral("program"));
-        // The bus keeps the order, so the reply to this call arrives after all earlier messages.
+        // The bus keeps the order of messages, so the reply to this call arrives after all earlier ones.
         bool answered = false;
         QDBusMessage last = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.portal.Desktop"),
                                                            QStringLiteral("/org/freedesktop/portal/desktop"),

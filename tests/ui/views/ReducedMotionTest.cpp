@@ -9,7 +9,8 @@ namespace stackreel
 namespace
 {
 
-/// A base class, so that the variable is set before the window is created.
+/// A base class of the test, so that the variable is set before the window, a member of the other base class,
+/// is created.
 struct ReducedMotionEnvironment {
     ScopedEnvironment setting{"STACKREEL_REDUCED_MOTION", "1"};
 };

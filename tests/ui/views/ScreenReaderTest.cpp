@@ -8,7 +8,7 @@ namespace stackreel
 namespace
 {
 
-/// What a screen reader reads, and the focus that it follows.
+/// Tests what a screen reader reads, and the keyboard focus that it follows.
 class ScreenReaderTest : public ViewsTest
 {
 protected:
@@ -65,7 +65,7 @@ TEST_F(ScreenReaderTest, ThePickerDescribesTheHighlightedRowOfItsOpenList)
 
 TEST_F(ScreenReaderTest, AMenuOpenedByKeyHasANameAndFocusesItsFirstItem)
 {
-    moveTo({600, 400}); // away from the menu bar, where hovering would switch menus
+    moveTo({600, 400}); // away from the menu bar, where hovering would open another menu
     key(Qt::Key_F10);
     EXPECT_TRUE(item("aboutItem").hasActiveFocus());
     QAccessibleInterface* menu = accessible(item("aboutItem")).parent();

@@ -63,7 +63,7 @@ TEST(ThumbnailPainterTest, PaintsOnlyTheCentreOfAWidePicture)
                               .height = 180,
                               .bytesPerLine = shared.bytesPerLine()};
     const QImage row =
-        Painter::paint({frame}, QSizeF(28, 42), 1); // a third of the picture's width: 100 to 220
+        Painter::paint({frame}, QSizeF(28, 42), 1); // the cell shows the columns 100 to 220 of the picture
     EXPECT_EQ(row.pixelColor(2, 21).green(), 255);
     EXPECT_EQ(row.pixelColor(25, 21), QColor(Qt::green));
 }
@@ -80,7 +80,7 @@ TEST(ThumbnailPainterTest, RoundsTheCornersOfTheRow)
 
 TEST(ThumbnailPainterTest, PaintsPlaceholdersWithoutPictures)
 {
-    const QImage row = Painter::paint({}, QSizeF(622, 42), 1); // 12 cells of 50
+    const QImage row = Painter::paint({}, QSizeF(622, 42), 1); // 12 cells, each 50 points wide
     EXPECT_NE(row.pixelColor(25, 21), row.pixelColor(50, 21));
     EXPECT_EQ(row.pixelColor(25, 21), row.pixelColor(77, 21));
 }

@@ -11,7 +11,7 @@ class ThumbnailStripTest : public ViewsTest
 protected:
     void SetUp() override { enter(WindowModel::Ready); }
 
-    /// How many pixels in one line of the thumbnails have about this colour.
+    /// The number of pixels of about this colour in one line of the thumbnails.
     int count(const QColor& wanted)
     {
         const QImage image = window().screenshot();

@@ -14,7 +14,7 @@ class TimelineDragTest : public ViewsTest
 protected:
     void SetUp() override { enter(WindowModel::Ready); }
 
-    /// The window position of a time on the timeline.
+    /// The position in the window of a time on the timeline.
     QPoint at(double seconds)
     {
         const QQuickItem& strip = item("strip");
@@ -22,7 +22,7 @@ protected:
         return strip.mapToScene(QPointF(std::round(x), 21)).toPoint();
     }
 
-    /// The duration of one point on the timeline, in seconds.
+    /// How many seconds one point of the timeline's width stands for.
     double pointSeconds() { return windowModel().duration() / (item("strip").width() - 36); }
 
     QCursor cursor() { return item("trimTimeline").cursor(); }
@@ -148,7 +148,7 @@ TEST_F(TimelineDragTest, TheSpringAnimationHasItsResponseAndDamping)
     constexpr double step = 0.016; // seconds; the time step of SpringAnimation
     const double frequency = 2 * std::numbers::pi / 0.18;
     for (const auto& [handle, seconds] : {std::pair("trimStartHandle", 0), std::pair("trimEndHandle", 20)}) {
-        // The animation is created when the handle first grows.
+        // The animation is created when the handle grows for the first time.
         moveTo(at(10));
         moveTo(at(seconds));
         const auto* spring = item(handle).findChild<QObject*>(QStringLiteral("spring"));

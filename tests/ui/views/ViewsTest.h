@@ -14,7 +14,7 @@
 namespace stackreel
 {
 
-/// Tests the views in the complete window, with fake services. Any warning of Qt fails the test.
+/// Tests the views in the whole window, with fake services. Any warning of Qt makes the test fail.
 class ViewsTest : public testing::Test
 {
 protected:
@@ -28,7 +28,7 @@ protected:
     QQuickItem& item(const char* name) { return m_window.item(QString::fromLatin1(name)); }
     /// The item `name` inside the item `owner`.
     QQuickItem& child(const char* owner, const char* name);
-    /// The root item of the window, with the overlay of its popups.
+    /// The root item of the window; the overlay for popups is one of its children.
     QQuickItem& root() { return *m_window.window().contentItem(); }
     /// The overlay that contains the open popups.
     QQuickItem& overlay();
@@ -43,10 +43,10 @@ protected:
     static QColor color(const QQuickItem& target) { return target.property("color").value<QColor>(); }
     static QQuickItem& background(const QQuickItem& control);
 
-    /// Brings the window into a phase by the steps a user would take.
+    /// Brings the window into a phase by the same steps as a user.
     void enter(WindowModel::Phase phase);
 
-    // Pointer and keys; positions are in points of the window.
+    // Send pointer and key events. Positions are in the window, in points.
     void press(QPoint position);
     void moveTo(QPoint position);
     void release(QPoint position);

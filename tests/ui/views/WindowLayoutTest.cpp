@@ -106,7 +106,7 @@ TEST_F(WindowLayoutTest, TheFilledButtonShowsPressedAndDisabledStates)
     EXPECT_TRUE(same(color(background(button)), srgb(1.0, 0.353, 0.239, 0.8)));
     release(QPoint(600, 30));
     EXPECT_EQ(fakes().openPanel->timesShown(), 0U);
-    // Disabled without a clip.
+    // The export button is disabled while no clip is loaded.
     QQuickItem& disabled = item("exportButton");
     EXPECT_TRUE(same(color(background(disabled)), white(0.07)));
     EXPECT_TRUE(same(color(child("exportButton", "label")), white(0.42)));

@@ -13,8 +13,9 @@ namespace stackreel
 namespace
 {
 
-/// Writes screenshots of the window in each of its states to the folder `STACKREEL_SCREENSHOTS`, for review
-/// by eye. `STACKREEL_SCREENSHOT_FRAME` is the file of a picture to show as the clip.
+/// Writes screenshots of the window in each of its states, for visual review. Environment variables:
+/// STACKREEL_SCREENSHOTS is the folder for them, STACKREEL_SCREENSHOT_FRAME is a file with the picture to
+/// show as the clip.
 class WindowScreenshots : public testing::Test
 {
 protected:
