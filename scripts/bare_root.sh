@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# Sourced: bare Debian systems in folders, to try things where nothing else is installed. All of it takes root.
+# Sourced by other scripts: functions that make and use bare Debian systems in folders. They need root.
 
-# why_no_root: says why no such system can be made here; fails when it can.
+# why_no_root: prints why no such system can be made on this machine; returns 1 if one can be made.
 why_no_root() {
   [ "$(id -u)" -eq 0 ] || { echo "making one takes root"; return; }
   command -v debootstrap >/dev/null || { echo "there is no debootstrap"; return; }
@@ -9,14 +9,14 @@ why_no_root() {
   return 1
 }
 
-# make_base SUITE FOLDER: a Debian of that name with nothing installed in it, unless the folder has one.
+# make_base SUITE FOLDER: makes a minimal system of this release of Debian in the folder, unless the folder exists.
 make_base() {
   local suite=$1 folder=$2
   [ -d "$folder" ] && return 0
   rm -rf --one-file-system "$folder.new"
   mkdir -p "$(dirname "$folder")"
   debootstrap --variant=minbase "$suite" "$folder.new" >"$folder.log" 2>&1 || { tail -n 5 "$folder.log" >&2; return 1; }
-  # Packages must not start services in it.
+  # With this policy, packages that are installed in it start no services.
   printf '#!/bin/sh\nexit 101\n' >"$folder.new/usr/sbin/policy-rc.d"
   chmod 755 "$folder.new/usr/sbin/policy-rc.d"
   mkdir -p "$folder.new/home/user"
@@ -24,9 +24,9 @@ make_base() {
   mv "$folder.new" "$folder"
 }
 
-# run_in_root FOLDER USER DIRECTORY [VARIABLE=VALUE…] -- COMMAND…: runs a command inside, as root or user, with processes and
-# mounts that end with it. Its shared memory is its own: libjack of another version fails on what it finds there. Packages
-# that apt fetches are kept beside the folder, in FOLDER.archives.
+# run_in_root FOLDER USER DIRECTORY [VARIABLE=VALUE…] -- COMMAND…: runs a command in the system, as root or as user. Its
+# processes and mounts end with the command. The system has a /dev/shm of its own, because libjack fails on files that
+# another version of it has left there. Packages that apt downloads are kept in FOLDER.archives.
 run_in_root() {
   local root=$1 user=1000:1000 home=/home/user directory=$3 variables=()
   [ "$2" = user ] || { user=0:0 home=/root; }

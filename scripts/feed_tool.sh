@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# Sourced by the scripts for update feeds: feed_tool ARGUMENT… builds and runs stackreel-feed. STACKREEL_BUILD sets the
-# build folder, by default build/release.
+# Sourced by the scripts for update feeds. feed_tool ARGUMENT…: builds stackreel-feed and runs it. STACKREEL_BUILD sets
+# the build folder, by default build/release.
 feed_tool() {
   local root build log
   root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

@@ -1,6 +1,7 @@
 # shellcheck shell=bash disable=SC2034 # the lists are for the scripts that source this one
-# Sourced by the scripts: the packages this project needs, and their installation on Debian and Ubuntu.
-# "a|b" stands for the first of these names that is installed, or else that the system offers: releases differ.
+# Sourced by other scripts: the packages that this project needs, and functions that install them on Debian and Ubuntu.
+# An entry "a|b" stands for the first of these packages that is installed, or otherwise the first that the system offers,
+# because the names differ between releases.
 
 # To build the programs and run them.
 run_packages=(
@@ -8,12 +9,13 @@ run_packages=(
   qt6-base-dev qcoro-qt6-dev nlohmann-json3-dev libcli11-dev libsodium-dev
   ffmpeg
 )
-# To build the player and play with it.
+# To build the player and to play clips.
 player_packages=(
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-libav
 )
-# To build the window and show it. The icons need Qt's SVG plugins, which came with the library before Qt 6.6.
+# To build the window and show it. The icons need Qt's SVG plugins, which were in the package of the library before Qt
+# 6.6.
 window_packages=(
   qt6-declarative-dev qt6-declarative-dev-tools
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript
@@ -21,7 +23,7 @@ window_packages=(
   qml6-module-qtquick-templates qml6-module-qtquick-window
   "qt6-svg-plugins|libqt6svg6" fonts-inter fonts-dosis fonts-jetbrains-mono
 )
-# To build and run the tests, fuzzers and benchmarks as well. The three of clang are of one version.
+# Also to build and run the tests, fuzzers and benchmarks. The three packages of clang must have the same version.
 test_packages=(
   libgtest-dev librapidcheck-dev libbenchmark-dev
   "clang-16|clang-19|clang-21|clang-22|clang-23"
@@ -36,12 +38,12 @@ test_packages=(
 )
 # To check how the sources are written.
 lint_packages=(git shellcheck black clang-format clang-tidy)
-# To build the Debian package and try it in a bare system.
+# To build the Debian package and test it in a bare system.
 package_packages=(git dpkg-dev lintian debootstrap util-linux xvfb xdotool)
 
 is_installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
 
-# missing_packages NAME…: those that are not installed, alternatives as they were given.
+# missing_packages ENTRY…: prints the entries of which no package is installed.
 missing_packages() {
   local entry name
   for entry in "$@"; do
@@ -52,7 +54,8 @@ missing_packages() {
   done
 }
 
-# offered_name ENTRY: the first of its names that can be installed here; the last one where none can.
+# offered_name ENTRY: prints the first name of the entry that can be installed on this system; the last name if none
+# can.
 offered_name() {
   local name
   for name in ${1//|/ }; do
@@ -61,7 +64,8 @@ offered_name() {
   echo "$name"
 }
 
-# require_packages NAME…: installs what is missing, as root or through sudo; says what is needed where it may not.
+# require_packages ENTRY…: installs the missing packages, as root or through sudo. If neither is possible, prints their
+# names.
 require_packages() {
   local missing names=() entry as_root=()
   if ! command -v apt-get >/dev/null; then

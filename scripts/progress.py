@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Shows how far a build or a test run has come: progress.py TITLE LOG < output
+"""Shows the progress of a build or a test run: progress.py TITLE LOG < output
 
-Everything goes into LOG. A terminal gets one line that changes; anything else gets a line every tenth of the way. Steps are
-counted as Ninja ("[12/34] …") and CTest ("12/34 Test …") count them.
+Writes the whole input to LOG. On a terminal it updates a single line; elsewhere it prints a line after every tenth of
+the steps. The steps are those that Ninja ("[12/34] …") and CTest ("12/34 Test …") number.
 """
 import re
 import sys

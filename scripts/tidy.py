@@ -1,9 +1,10 @@
-"""Runs clang-tidy over the product's sources, several at a time, and skips those that passed as they are.
+"""Runs clang-tidy on the product's sources, several at a time. Skips sources that passed before and have not changed.
 
     tidy.py CLANG_TIDY COMPILE_COMMANDS FOLDER
 
-A source that passed leaves a file in FOLDER/passed. Its name is a hash of all that the result depends on within this
-project: the source, the project's headers it includes, its compile command, .clang-tidy and the tool's version.
+For a source that passed, a file is created in FOLDER/passed. Its name is a hash of everything in this project that the
+result depends on: the source, the project's headers that it includes, its compile command, .clang-tidy and the version
+of clang-tidy.
 """
 
 import hashlib
@@ -16,14 +17,14 @@ import sys
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
-# The tests would double the time; the sanitizer builds run them.
+# The tests are not checked, because that would double the time. The sanitizer builds run them.
 PRODUCT = ("app", "cli", "framing", "media", "model", "packaging", "platform", "ui")
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 ROOT = Path(__file__).resolve().parent.parent
 
 
 def for_clang(command):
-    """GCC's command without what clang does not know: the compiler cache, options, and GCC's precompiled header."""
+    """A command of GCC without the compiler cache, the options that clang does not know, and the precompiled header."""
     words = shlex.split(command)
     while Path(words[0]).name in ("ccache", "sccache"):
         words = words[1:]
@@ -45,7 +46,7 @@ def product_commands(compile_commands):
 
 
 def with_headers(source):
-    """The source and the project's headers that it includes, directly or not."""
+    """The source and the headers of this project that it includes, directly or indirectly."""
     found, waiting = set(), [source]
     while waiting:
         path = waiting.pop()

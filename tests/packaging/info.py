@@ -1,5 +1,5 @@
 """info.py INFO.JSON INFO.PLIST VERSION [FEED KEY]: checks that both forms of the information dictionary are readable
-and equal, and hold the configured values."""
+and equal, and contain the configured values."""
 
 import json
 import plistlib

@@ -72,7 +72,7 @@ updates_are_fetched() {
 removal_is_complete() {
   local path left=0
   in_root root apt-get purge -y --autoremove stackreel >"$folder/purge.log" 2>&1 || { tail "$folder/purge.log"; return 1; }
-  # A folder stays while other packages have files in it.
+  # A folder may be left if other packages have files in it.
   while read -r path; do
     [ -d "$root$path" ] || [ ! -e "$root$path" ] || { echo "left behind: $path"; left=1; }
   done <"$folder/files"

@@ -12,7 +12,7 @@ trusted=$root/usr/local/share/ca-certificates/test.crt
 info=$root/usr/lib/stackreel/Info.json
 
 finish() {
-  # Ending the process that made the namespaces, a child of the background shell, ends all processes inside.
+  # Kill the process that created the namespaces, a child of the background shell, which ends all processes in them.
   [ -z "${program:-}" ] || kill -KILL $(pgrep -P "$program") 2>/dev/null
   kill -TERM "$server" 2>/dev/null
   wait 2>/dev/null

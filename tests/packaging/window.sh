@@ -31,21 +31,21 @@ visible() { xdotool search --onlyvisible --class "^$class\$" 2>/dev/null; }
 windows() { visible | wc -l; }
 has_windows() { [ "$(windows)" -ge "$1" ]; }
 has_windows_at_most() { [ "$(windows)" -le "$1" ]; }
-# Without a window manager, nothing else focuses a new window.
+# There is no window manager that would focus a new window.
 focus_on_newest() { xdotool windowfocus --sync "$(visible | tail -n 1)"; }
 shows_colours() { [ "$(colours "$2")" -gt "$1" ]; }
 moves_on() { picture "$folder/later.png" && ! cmp -s "$folder/playing.png" "$folder/later.png"; }
 has_ended() { ! kill -0 "$program" 2>/dev/null; }
 
 finish() {
-  # Ending the process that made the namespaces, a child of the background shell, ends all processes inside.
+  # Kill the process that created the namespaces, a child of the background shell, which ends all processes in them.
   kill -KILL $(pgrep -P "$program") 2>/dev/null
   kill -TERM "$server" 2>/dev/null
   wait 2>/dev/null
 }
 
-# A server that ends closes its output, so nothing waits for one that does not come up. Without -noreset it resets itself
-# when its last client disconnects, and drops whoever is just connecting.
+# A server that ends closes its output, so `read` does not wait for a server that fails to start. Without -noreset it
+# resets itself when its last client disconnects, and closes the connection of a client that is just connecting.
 start_server() {
   coproc XSERVER { exec Xvfb -displayfd 1 -screen 0 1280x900x24 -nolisten tcp -noreset 2>"$folder/xvfb.log"; }
   server=$XSERVER_PID

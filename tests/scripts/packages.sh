@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# packages.sh SOURCE: how scripts/packages.sh installs packages, with programs of this test in place of apt and dpkg.
+# packages.sh SOURCE: tests how scripts/packages.sh installs packages, with fakes of apt and dpkg.
 set -uo pipefail
 source=$1
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 status=0
 
-# INSTALLED and OFFERED are lists of names; what apt-get is asked for ends up in the file `asked`.
+# Fake tools: INSTALLED and OFFERED are lists of package names; apt-get appends its arguments to the file `asked`.
 tool() { printf '#!/bin/bash\n%s\n' "$2" >"$folder/$1" && chmod +x "$folder/$1"; }
 # shellcheck disable=SC2016 # expanded by the tool
 tool dpkg-query 'case " $INSTALLED " in *" ${!#} "*) echo -n installed ;; *) exit 1 ;; esac'
@@ -27,7 +27,7 @@ require() { # INSTALLED OFFERED NAME…
   INSTALLED=$1 OFFERED=$2 PATH=$folder:/usr/bin:/bin bash -c '. "$1/scripts/packages.sh"; shift; require_packages "$@"' \
     bash "$source" "${@:3}" 2>/dev/null
 }
-# The names that apt-get was asked to install; nothing where it was not started.
+# The names that apt-get was asked to install; empty if apt-get was not run.
 installed() { sed -n 's/^install -y -qq --no-install-recommends //p' "$folder/asked" 2>/dev/null; }
 
 require "one two" "" one two

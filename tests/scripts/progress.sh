@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# progress.sh SOURCE: what scripts/progress.py shows and keeps of a build and of a test run.
+# progress.sh SOURCE: tests what scripts/progress.py prints and logs for a build and for a test run.
 set -uo pipefail
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT

@@ -1,7 +1,7 @@
 """quit_during_lookup.py PROGRAM INFO.JSON: checks that the program ends at once while a host name lookup is pending.
 
 The test runs in its own namespaces. A name server on a loopback address accepts every query and never responds. Another
-information dictionary is mounted over the program's own. The exit status is 77 where namespaces are not allowed."""
+information dictionary is mounted over the program's own. The exit status is 77 if namespaces are not allowed."""
 
 import fcntl
 import json

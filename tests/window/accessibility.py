@@ -115,7 +115,7 @@ class Accessibility(WindowTest):
         self.listen("object:property-change:accessible-name", lambda event: texts.append(event.any_data))
         self.listen("object:property-change:accessible-description", lambda event: texts.append(event.any_data))
 
-        # While the preview plays, its time can be queried but causes no events.
+        # While the preview plays, its time can be queried but sends no events.
         before = position.get_value_iface().get_current_value()
         wait_until(lambda: position.get_value_iface().get_current_value() != before, "a preview that plays")
         self.accessible.act(MAIN, "push button", "Pause preview", "Press")

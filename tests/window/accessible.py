@@ -1,4 +1,4 @@
-"""A private accessibility bus, and access to the program on it, as a screen reader has."""
+"""A private accessibility bus, and access to the program on it, like that of a screen reader."""
 
 import os
 
@@ -45,7 +45,7 @@ class AccessibilityBus(MessageBus):
             -1,
             None,
         )
-        # Starts the bus itself, or says why it does not start.
+        # This call starts the accessibility bus itself, or reports why it does not start.
         launcher.call_sync("GetAddress", None, Gio.DBusCallFlags.NONE, -1, None)
 
 
@@ -89,7 +89,7 @@ def is_showing(accessible):
 
 
 def role_name(accessible):
-    """The role by its name in AT-SPI 2.46; 2.56 calls a push button a button."""
+    """The name of the role in AT-SPI 2.46. AT-SPI 2.56 calls a push button a button."""
     name = accessible.get_role_name()
     return "push button" if name == "button" else name
 

@@ -23,7 +23,7 @@ def make_sound(file):
 
 def make_mosaic(file, codec=H264):
     """A clip of 1280 × 720 and 6 s. Each second shows a different picture of random 8 × 8 blocks, so that a crop from a
-    slightly different position or from another second is easy to tell apart."""
+    slightly different position or from another second differs clearly."""
     blocks = random.Random(720).randbytes(160 * 90 * 3 * 6)
     subprocess.run(
         [

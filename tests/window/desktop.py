@@ -1,4 +1,4 @@
-"""A display of the tests' own with a window manager, and the program on it, used by pointer and keys."""
+"""A private X display with a window manager, and the program on it, which tests use by pointer and keys."""
 
 import os
 import pathlib
@@ -12,7 +12,7 @@ from services import CEILING, start_announced, start_service
 
 
 def eventually(condition, what, limit=CEILING):
-    """Waits until the condition holds and gives its value."""
+    """Waits until the condition returns a true value, and returns that value."""
     deadline = time.monotonic() + limit
     while not (value := condition()):
         if time.monotonic() > deadline:
@@ -22,7 +22,7 @@ def eventually(condition, what, limit=CEILING):
 
 
 class MessageBus:
-    """A session bus. Completes an environment for programs."""
+    """A private session bus. Adds its address to the environment for programs."""
 
     def __init__(self, environment):
         self.daemon, environment["DBUS_SESSION_BUS_ADDRESS"] = start_announced(
@@ -35,7 +35,7 @@ class MessageBus:
 
 
 class Desktop:
-    """An X server without a screen, and a window manager on it."""
+    """An X server without a physical screen, and a window manager on it."""
 
     MANAGER = ["openbox", "--sm-disable"]
     SCREEN = "1400x900"
@@ -45,8 +45,8 @@ class Desktop:
         self.home = self.folder / "home"
         self.home.mkdir()
         (self.folder / "runtime").mkdir(mode=0o700)
-        # Without -noreset the server resets itself when its last client disconnects, and drops whoever is just
-        # connecting: the window manager, when xprop has disconnected.
+        # Without -noreset the server resets itself when its last client (xprop) disconnects, and closes the connection
+        # of a client that is just connecting (the window manager).
         self.server, display = start_announced(
             ["Xvfb", "-displayfd", "1", "-screen", "0", f"{self.SCREEN}x24", "-nolisten", "tcp", "-noreset"]
         )
@@ -67,7 +67,7 @@ class Desktop:
             raise
 
     def prepare(self):
-        """What the window manager needs to be there before it starts."""
+        """Creates what the window manager needs; called before it starts."""
 
     def is_managed(self):
         return "_NET_WM_NAME" in self.output("xprop", "-root", "_NET_SUPPORTED")
@@ -84,19 +84,19 @@ class Desktop:
         return self.output("xdotool", *map(str, words)).strip()
 
     def screenshot(self, file):
-        """The whole screen."""
+        """Writes a screenshot of the whole screen."""
         subprocess.run(["import", "-silent", "-window", "root", str(file)], env=self.environment)
 
     def window(self, title, limit=CEILING):
-        """The visible window with this title, once there is one."""
+        """Waits for a visible window with this title and returns it."""
         return eventually(lambda: self.visible_window(title), f"a window “{title}”", limit)
 
     def visible_window(self, title):
-        """The first visible window with this title; empty when there is none."""
+        """The first visible window with this title; empty if there is none."""
         return self.xdotool("search", "--onlyvisible", "--name", f"^{title}$").split("\n")[0]
 
     def type_path(self, panel_title, path):
-        """Types a path into the panel with this title, in place of what stands there, and confirms."""
+        """Replaces the text in the panel with this title by a path, and confirms."""
         panel = self.window(panel_title)
         self.xdotool("windowactivate", "--sync", panel)
         eventually(lambda: self.xdotool("getactivewindow") == panel, f"the focus on “{panel_title}”")
@@ -106,7 +106,7 @@ class Desktop:
 
 
 class Program:
-    """The program, run on a desktop. Places are relative to its window's top left corner."""
+    """The program, running on a desktop. Positions are relative to the top left corner of its window."""
 
     CORAL = (255, 90, 61)
 
@@ -116,7 +116,7 @@ class Program:
         if tools is not None:
             environment["PATH"] = f"{tools}:{environment['PATH']}"
         self.errors = open(desktop.folder / f"errors-{time.monotonic_ns()}", "w+")
-        # Unlike a shell's background job, it is not told to ignore the interrupt signal.
+        # The default action of SIGINT is restored, which a shell sets to be ignored in background jobs.
         self.process = subprocess.Popen(
             [executable, *arguments],
             env=environment,
@@ -143,15 +143,15 @@ class Program:
         self.errors.close()
 
     def wait(self):
-        """The exit status, once the program has ended by itself."""
+        """Waits until the program has ended by itself, and returns its exit status."""
         return self.process.wait(timeout=CEILING)
 
     def complaints(self):
-        """What it has written to its standard outputs."""
+        """What the program has written to standard output and standard error."""
         self.errors.flush()
         return pathlib.Path(self.errors.name).read_text()
 
-    # Looking.
+    # Functions that examine the program.
 
     def place(self):
         lines = self.desktop.xdotool("getwindowgeometry", "--shell", self.window).split("\n")
@@ -162,7 +162,7 @@ class Program:
         return self.place()[2:]
 
     def picture(self, x, y, width, height, form="rgb:-"):
-        """The bytes of an area, row by row."""
+        """The pixels of an area, row by row, as bytes."""
         return subprocess.run(
             ["import", "-silent", "-window", self.window, "-crop", f"{width}x{height}+{x}+{y}", "-depth", "8", form],
             env=self.desktop.environment,
@@ -191,14 +191,14 @@ class Program:
         return self.CORAL in self.colours(24, 118, 220, 14)
 
     def thumbnails_are_shown(self):
-        """Whether the timeline has pictures up to its end."""
+        """Whether the timeline shows thumbnails up to its end."""
         width, height = self.size()
         return len(set(self.picture(width - 460, height - 80, 60, 1))) > 16
 
     def failure_is_shown(self):
         return self.CORAL in self.colours(24, 90, 400, 30)
 
-    # Acting.
+    # Functions that use the program.
 
     def point(self, x, y):
         left, top, _, _ = self.place()
@@ -209,7 +209,7 @@ class Program:
         self.desktop.xdotool("click", "--repeat", times, "--delay", 80, 1)
 
     def drag(self, x, y, by_x, by_y, steps=10):
-        """Drags something in the window. The program gets these events in order, so there is nothing to wait for."""
+        """Drags something in the window. No waits are needed, because the program receives the events in order."""
         self.point(x, y)
         self.desktop.xdotool("mousedown", 1)
         for _ in range(steps):
@@ -217,9 +217,9 @@ class Program:
         self.desktop.xdotool("mouseup", 1)
 
     def drag_frame(self, x, y, by_x, by_y, is_done, steps=20):
-        """Drags the window by its frame, and waits until `is_done`. At the pace of a hand: the window manager takes over
-        a moment after the first movement, and gives the pointer back a moment after the end, which the toolkit takes
-        for held until then. Neither shows when."""
+        """Drags the window by its frame, and waits until `is_done` is true. Moves as slowly as a hand: the window manager
+        takes over a moment after the first movement, and until a moment after the release Qt believes that the button
+        is still pressed. A test cannot see either moment."""
         self.point(x, y)
         self.desktop.xdotool("mousedown", 1)
         for _ in range(steps):

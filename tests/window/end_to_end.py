@@ -36,7 +36,7 @@ class EndToEnd(WindowTest):
         return program
 
     def await_tool(self, name):
-        """The number of a tool that waits, once it was started."""
+        """Waits until a tool has been started and waits; returns its process id."""
         return eventually(lambda: self.tools.pid(name), f"a running {name}")
 
     def shoot(self, program, name):
@@ -70,7 +70,8 @@ class EndToEnd(WindowTest):
         self.shoot(program, "exporting")
         self.assertFalse(result.exists())
         self.tools.go()
-        # The moving progress bar leaves the visible area for moments, so its absence alone does not mean the end.
+        # The moving part of the progress bar is invisible at times, so its absence alone does not mean that the export
+        # has ended.
         eventually(lambda: is_whole(result) and not program.progress_is_shown(), "an exported file")
         self.shoot(program, "complete")
 
@@ -97,7 +98,7 @@ class EndToEnd(WindowTest):
         width, _ = program.size()
         program.click(width - 103, 209)
         program.key("Down", "Down", "Down", "Return")
-        # They move the switch for the sound down to here.
+        # The fields for the size appear, which moves the switch for the sound down to this position.
         eventually(lambda: program.CORAL in program.colours(width - 80, 393, 10, 4), "the fields for a size")
         self.shoot(program, "custom-size")
         result = self.out / "custom.mp4"
@@ -109,7 +110,8 @@ class EndToEnd(WindowTest):
         program = self.start_ready()
         for _ in range(3):
             left, top, width, height = program.place()
-            # The window manager may start the move a few points late, but never early and never with a jump.
+            # The window manager may start the move a few points late, so the window may move less than the pointer, but
+            # not more.
             program.drag_frame(500, 15, 40, 20, lambda: self.has_moved(program, (left, top), (25, 40), (10, 20)))
         left, top, _, _ = program.place()
         program.drag_frame(500, 60, -60, -40, lambda: program.place()[0] < left)
@@ -119,14 +121,14 @@ class EndToEnd(WindowTest):
         self.shoot(program, "smallest")
         program.click(500, 15, times=2)
         eventually(lambda: program.size() == (1400, 900), "a window that fills the screen")
-        # At another place, otherwise these would count as the third and fourth click of a series.
+        # Click at another position. Otherwise these would count as the third and fourth click of a series.
         program.click(700, 15, times=2)
         eventually(lambda: program.size() == (980, 710), "the size from before")
         self.quit(program)
 
     @staticmethod
     def has_moved(program, before, across, down):
-        """Whether the window is within these distances (from, to) of a place."""
+        """Whether the distances of the window from a position are in these ranges (from, to)."""
         by_x, by_y = (now - then for now, then in zip(program.place(), before))
         return across[0] <= by_x <= across[1] and down[0] <= by_y <= down[1]
 

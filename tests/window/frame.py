@@ -40,7 +40,7 @@ class Frame(WindowTest):
         )
 
     def have_moved(self, before, wanted, distance):
-        # The window manager starts the resize a few points late, more on a busy machine.
+        # The window manager starts the resize a few points late, and later on a busy machine.
         return all(
             5 <= (now - then) * sign * (1 if distance > 0 else -1) <= 40 if moved else now == then
             for then, now, moved, sign in zip(before, self.sides(), wanted, (1, 1, -1, -1))
@@ -75,7 +75,7 @@ class Frame(WindowTest):
             with self.subTest(at=at):
                 self.program.click(*at, times=2)
                 eventually(lambda: self.program.place() == (0, 0, *SCREEN), "a window that fills the screen")
-                # At another position, otherwise these would count as the third and fourth click of a series.
+                # Click at another position. Otherwise these would count as the third and fourth click of a series.
                 self.program.click(at[0] + 200, at[1], times=2)
                 eventually(lambda: self.program.place() == before, f"the window at {before} again")
 

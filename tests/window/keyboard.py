@@ -72,7 +72,7 @@ class Keyboard(WindowTest):
         paused_at = self.value("Video position")
         self.tab_to("slider", "Video position")
         self.press("Right")
-        # A preview that played on would be further by now.
+        # If the preview were still playing, the time would be later by now.
         stepped_to = min(paused_at + 0.25, 4.5)
         wait_until(
             lambda: abs(self.value("Video position") - stepped_to) < 0.05,
@@ -94,7 +94,7 @@ class Keyboard(WindowTest):
         self.desktop.xdotool("key", "Return")
 
     def focused(self):
-        """Role and name of the focused object."""
+        """The role and the name of the focused object."""
         return next(
             (
                 (role_name(each), each.get_name())

@@ -45,7 +45,7 @@ class OpenGL(WindowTest):
 
     @classmethod
     def looks(cls, program):
-        """A picture of the window with a paused clip. Ends the program."""
+        """Returns a picture of the window with a paused clip, and ends the program."""
         try:
             cls.rest(program)
             width, height = program.size()

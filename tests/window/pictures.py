@@ -20,7 +20,7 @@ def edges(places):
 
 
 class Picture:
-    """Colours of pixels, row by row."""
+    """A picture: the colours of its pixels, row by row."""
 
     def __init__(self, rgb, width):
         self.rgb, self.width, self.height = rgb, width, len(rgb) // width // 3

@@ -71,7 +71,7 @@ class Pointer(WindowTest):
         self.program.drag(track(6) - 5, y, track(4.5) - track(6), 0, steps=3)
 
     def scrub(self):
-        """Drags the playhead of the paused preview. The preview shows the time at the pointer, also after the
+        """Drags the playhead of the paused preview. The preview has to show the time at the pointer, also after the
         release."""
         self.program.click(PICTURE_LEFT + PICTURE_WIDTH - 66, WINDOW[1] - 22 - 14 - 84 - 18 - 18)
         y = WINDOW[1] - TRACK_FROM_BOTTOM
@@ -88,7 +88,8 @@ class Pointer(WindowTest):
     def export_and_check(self, upper, lower):
         result = self.desktop.home / "By pointer.mp4"
         self.program.export_to(result)
-        # The moving progress bar leaves the visible area for moments, so its absence alone does not mean the end.
+        # The moving part of the progress bar is invisible at times, so its absence alone does not mean that the export
+        # has ended.
         eventually(lambda: is_whole(result) and not self.program.progress_is_shown(), "an exported file")
         first, last = (6 * (track(second) - TRACK_LEFT) / TRACK_WIDTH for second in (1, 4.5))
         self.assert_is_export(result, (1080, 1920), last - first, sound=False)
@@ -101,7 +102,7 @@ class Pointer(WindowTest):
         return round(PICTURE_LEFT + x * PICTURE_WIDTH), round(self.top_edge + y * PICTURE_HEIGHT)
 
     def drag_crop(self, crop, by_x, by_y):
-        # Slightly below the centre, where no crop has its label or its resize handle.
+        # Drag a point slightly below the centre, where a crop has neither its label nor its resize handle.
         self.program.drag(*self.place(crop.x + crop.width / 2, crop.y + crop.height * 0.6), by_x, by_y)
 
     def box(self, colour, area):
@@ -126,13 +127,13 @@ class Pointer(WindowTest):
         )
 
     def assert_corner_is_whole(self, crop):
-        """The resize handle of the selected crop has its complete dark border, also over a playing video."""
+        """Checks that the resize handle of the selected crop has its whole dark border, also over a playing video."""
         right, bottom = self.place(crop.x + crop.width, crop.y + crop.height)
         seen = self.seen((right - 24, bottom - 24, 28, 28)).rgb
         self.assertEqual(sum(max(seen[at : at + 3]) <= 2 for at in range(0, len(seen), 3)), 20 * 20 - 12 * 12)
 
     def await_second(self, second):
-        """Waits until the preview shows this second of the clip, judged by the strip above the crops."""
+        """Waits until the preview shows this second of the clip, recognised by the strip above the crops."""
         eventually(
             lambda: shown_second(self.seen((PICTURE_LEFT, self.top_edge, PICTURE_WIDTH, 40)), self.clip) == second,
             f"a preview of second {second}",

@@ -39,7 +39,7 @@ class Popups(WindowTest):
     def test_the_list_of_aspect_ratios(self):
         self.accessible.act(MAIN, "combo box", "Aspect ratio", "Press")
         self.assertEqual(self.items("dialog", "Aspect ratio"), ["9:16", "4:5", "1:1", "Custom"])
-        # The list was not opened by key, but keys must work in it.
+        # Keys must work in the list although it was not opened by a key.
         self.program.key("Escape")
         self.await_gone("dialog")
 

@@ -46,7 +46,7 @@ class Quitting(WindowTest):
                     self.assert_ends_well(program)
                 finally:
                     program.close()
-                # A waiting tool has a child process `sleep`, which ends a moment later.
+                # A tool that waits has a child process `sleep`, which ends a moment after it.
                 eventually(lambda: not any(is_running(each) for each in children), "no child that is left")
                 self.assertEqual(list(self.out.iterdir()), [])
                 # The folder of the proxy files is kept on purpose.

@@ -1,5 +1,5 @@
-"""Servers, buses and window managers that tests need. One that ends before it is ready is noticed at once and started
-again, and so is one that is not ready in time; the last failure is reported with the last lines that it wrote."""
+"""Servers, buses and window managers that tests need. A service that ends before it is ready, or that is not ready in
+time, is started again a few times. The error for the last failure quotes the last lines that the service wrote."""
 
 import os
 import subprocess
@@ -7,16 +7,16 @@ import sys
 import tempfile
 import time
 
-CEILING = 60  # seconds; far more than anything takes, as machines may be busy
+CEILING = 60  # seconds; far more than anything takes, because the machine may be busy
 ATTEMPTS = 3
 
 
 class ServiceError(Exception):
-    """A service that did not come up, or went down."""
+    """A service did not start, or has ended."""
 
 
 class Service:
-    """A program in the background, until it is closed."""
+    """A program that runs in the background until `close` is called."""
 
     def __init__(self, command, environment=None):
         self.name = command[0]
@@ -31,8 +31,8 @@ class Service:
             raise
 
     def first_line(self):
-        """What it wrote first to its standard output; empty before the line is whole."""
-        # Without a seek, which would also move the place where the program writes.
+        """The first line on its standard output; empty until the line is complete."""
+        # Read with `pread`: a seek would also change the position at which the program writes.
         line, end, _ = os.pread(self.output.fileno(), 4096, 0).decode(errors="replace").partition("\n")
         return line.strip() if end else ""
 
@@ -45,9 +45,9 @@ class Service:
         return self.process.poll() is not None
 
     def await_ready(self, is_ready, limit):
-        """Raises `ServiceError` as soon as it has ended, and when it is not ready within this many seconds."""
+        """Waits until the service is ready. Raises `ServiceError` if it ends, or is not ready after `limit` seconds."""
         deadline = time.monotonic() + limit
-        # Asked last, an end that came between is not taken for readiness.
+        # Check `has_ended` last: a program that ends while it is asked is not ready.
         while not is_ready(self) or self.has_ended():
             if self.has_ended():
                 raise ServiceError(f"{self.name} ended with status {self.process.returncode}: {self.last_lines()}")
@@ -68,7 +68,7 @@ class Service:
 
 
 def retried(attempt, failures=ServiceError, attempts=ATTEMPTS):
-    """What `attempt` gives, tried again when it raises one of these failures."""
+    """Returns the result of `attempt`, which is called again if it raises one of these failures."""
     for left in reversed(range(attempts)):
         try:
             return attempt()
@@ -79,7 +79,7 @@ def retried(attempt, failures=ServiceError, attempts=ATTEMPTS):
 
 
 def start_service(command, is_ready, environment=None, limit=CEILING):
-    """Starts a program and gives its `Service` once `is_ready`, which is called with that, is true."""
+    """Starts a program, waits until `is_ready(service)` is true, and returns the `Service`."""
 
     def attempt():
         service = Service(command, environment)
@@ -94,6 +94,6 @@ def start_service(command, is_ready, environment=None, limit=CEILING):
 
 
 def start_announced(command, environment=None, limit=CEILING):
-    """The same for a program that writes a line to its standard output once it is ready; gives that, too."""
+    """Starts a program that writes a line when it is ready. Returns the `Service` and that line."""
     service = start_service(command, Service.first_line, environment, limit)
     return service, service.first_line()

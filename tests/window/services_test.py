@@ -1,4 +1,4 @@
-"""Services that do not come up: noticed by their end, quoted and started again."""
+"""Tests the start of services: one that fails to start is noticed, quoted in the error, and started again."""
 
 import pathlib
 import subprocess
@@ -24,7 +24,7 @@ class Services(unittest.TestCase):
         self.began = time.monotonic()
 
     def counted(self, script):
-        """A shell's script that first notes that it was started."""
+        """A shell script that first records that it was started."""
         return shell(f"echo $$ >>'{self.starts}'; {script}")
 
     def started(self):

@@ -1,10 +1,11 @@
-"""Tools in front of the real ones, that wait, and what a program must not leave behind."""
+"""Scripts that wait in place of the media tools, and the processes that a program must not leave behind."""
 
 import os
 import pathlib
 import shutil
 
-# Each writes down its number and waits for a file named "go"; what it is told by `only` is for others it lets pass.
+# Each script writes its process id to a file and waits until the file "go" exists. It runs the real tool at once if its
+# arguments do not match `only`.
 WAITING = """#!/bin/sh
 case "$*" in {only}) ;; *) exec {real} "$@" ;; esac
 {first}
@@ -16,7 +17,7 @@ EXPORT, PROXY = "*filter_complex*", "*scale=960*"
 
 
 class Tools:
-    """A folder to stand first on a program's PATH."""
+    """A folder of such scripts, for the start of a program's PATH."""
 
     def __init__(self, folder):
         self.folder = folder
@@ -24,22 +25,22 @@ class Tools:
         folder.mkdir()
 
     def hold(self, name, only="*", first=""):
-        """Has a tool wait; `first` is what the shell does before."""
+        """Makes a tool wait. The script runs the commands `first` before that."""
         tool = self.folder / name
         tool.write_text(WAITING.format(folder=self.folder, name=name, real=shutil.which(name), only=only, first=first))
         tool.chmod(0o755)
 
     def pid(self, name):
-        """The number of a tool that waits, as a text; empty before."""
+        """The process id of a tool that waits, as a text; empty before it waits."""
         file = self.folder / f"{name}.pid"
         return file.read_text().strip() if file.exists() else ""
 
     def go(self):
-        """Has all tools go on, those to come as well."""
+        """Lets all tools continue, also those that are started later."""
         (self.folder / "go").touch()
 
     def stop(self):
-        """Has those to come wait again."""
+        """Makes tools that are started later wait again."""
         (self.folder / "go").unlink()
 
     def let_all_pass(self):
@@ -52,7 +53,7 @@ def is_running(pid):
 
 
 def descendants_of(pid):
-    """The processes below a process, as texts."""
+    """The process ids of all descendants of a process, as texts."""
     below = []
     for task in pathlib.Path(f"/proc/{pid}/task").glob("*/children"):
         for child in task.read_text().split():

@@ -85,7 +85,7 @@ class Compositor:
         return client and re.search(rf"client {client[1]}{process} ev wl_surface@\d+\.enter\(", said)
 
     def screenshot(self, file):
-        """The whole output, into a file."""
+        """Writes a screenshot of the whole output to a file."""
         folder = pathlib.Path(tempfile.mkdtemp(dir=self.folder))
         subprocess.run(
             ["weston-screenshooter"],

@@ -1,7 +1,6 @@
-"""What all tests of the window have in common: the program they are given, and a picture of what was seen last when
-one fails.
+"""The base of all tests of the window. It starts the program, and saves a screenshot if a test fails.
 
-Their usage: TEST.py EXECUTABLE PICTURE_FOLDER [TEST…]
+Usage of the tests: TEST.py EXECUTABLE PICTURE_FOLDER [TEST…]
 """
 
 import functools
@@ -14,12 +13,13 @@ from desktop import Desktop, Program
 
 executable, pictures = sys.argv[1], pathlib.Path(sys.argv[2])
 
-# Of a crop that is right, after two lossy encoders; one that is off by two pixels differs by twice as much.
+# The largest mean difference of a correct crop after two lossy encodings. A crop that is off by two pixels differs by
+# twice as much.
 ALIKE = 4
 
 
 class WindowTest(unittest.TestCase):
-    """A test on a `desktop` of its class's, of the kind `DESKTOP`. The whole screen is kept when the test fails."""
+    """Tests with a common `desktop` of the class `DESKTOP`. If a test fails, a screenshot of the desktop is saved."""
 
     DESKTOP = Desktop
 
@@ -48,13 +48,13 @@ class WindowTest(unittest.TestCase):
         print(f"The screen when it failed: {file}", file=sys.stderr)
 
     def start(self, tools=None, environment=None, arguments=()):
-        """The program, until the end of the test."""
+        """Starts the program, which is ended after the test."""
         program = Program(self.desktop, executable, tools, environment, arguments)
         self.addCleanup(program.close)
         return program
 
     def assert_ends_well(self, program):
-        """Waits for the program to end by itself, which it does without a word."""
+        """Waits until the program has ended by itself. It must have written nothing."""
         self.assertEqual((program.wait(), program.complaints()), (0, ""))
 
     def assert_is_export(self, result, size, seconds, sound):
@@ -64,8 +64,8 @@ class WindowTest(unittest.TestCase):
         self.assertAlmostEqual(float(streams[0]["duration"]), seconds, delta=0.05)
 
     def assert_shows(self, result, source, seconds, crops):
-        """The exported halves are these crops (in pixels), in the first frame and in the last one. `seconds` are the
-        range of the source that was exported."""
+        """Checks that the exported halves show these crops (in pixels), in the first frame and in the last one. `seconds`
+        is the exported range of the source."""
         first, end = seconds
         for where, second in ((0, first), (end - first - 0.05, end - 0.05)):
             for half, crop in enumerate(crops):
@@ -75,5 +75,5 @@ class WindowTest(unittest.TestCase):
 
 
 def main():
-    # The library calls the only names it has for actions and values deprecated.
+    # Ignore warnings: the library marks the functions for actions and values as deprecated and has no others.
     unittest.main(argv=sys.argv[:1] + sys.argv[3:], warnings="ignore")
