@@ -16,7 +16,7 @@ trap 'rm -rf "$work"' EXIT
 
 now() { echo "${EPOCHREALTIME/[.,]/}"; } # microseconds
 
-# timed COMMAND…: the microseconds a command takes.
+# timed COMMAND…: prints how many microseconds a command takes.
 timed() {
   local start
   start=$(now)
@@ -32,7 +32,7 @@ if [ -z "$clip" ]; then
     -f lavfi -i sine=duration=10 -c:v libx264 -preset ultrafast -crf 16 -pix_fmt yuv420p -c:a aac "$clip"
 fi
 
-# A stand-in for the system's ffmpeg records its arguments.
+# A script in place of the system's ffmpeg records its arguments.
 mkdir "$work/recorder"
 cat >"$work/recorder/ffmpeg" <<'RECORDER'
 #!/bin/bash
@@ -66,7 +66,8 @@ echo "probe, median: ours $(awk '{ print $1 / 1000 }' "$work/probes" | median) m
   "bare ffprobe $(awk '{ print $2 / 1000 }' "$work/probes" | median) ms," \
   "difference $(awk '{ print ($1 - $2) / 1000 }' "$work/probes" | median) ms"
 
-# A stand-in for the system's ffmpeg measures the runs that write small pictures. A second run means a difference.
+# A script in place of the system's ffmpeg measures the runs that compare pictures. A second run means that the first
+# one found a difference.
 mkdir "$work/stopwatch"
 cat >"$work/stopwatch/ffmpeg" <<'STOPWATCH'
 #!/bin/bash

@@ -20,7 +20,7 @@ graph+='[topSource]crop=w=874:h=776:x=76:y=150,scale=1080:960:flags=bicubic,sets
 graph+='[bottomSource]crop=w=874:h=776:x=968:y=150,scale=1080:960:flags=bicubic,setsar=1,setpts=PTS-STARTPTS[bottom];'
 graph+='[top][bottom]vstack=inputs=2,format=yuv420p[video]'
 
-# The options under test are those that the shipped program passes to FFmpeg. A stand-in for FFmpeg prints them.
+# The options under test are those that the shipped program passes to FFmpeg. A script in place of FFmpeg prints them.
 shim=${SHIM:-$(dirname "$0")/../build/release/lib/stackreel/ffmpeg}
 mkdir "$work/stand-in"
 cat > "$work/stand-in/ffmpeg" <<'SCRIPT'
@@ -39,7 +39,7 @@ declare -A options=(
   [chosen]="$chosen -b:v 12M -movflags +faststart"
   [floor]='-f null')
 
-# run NAME: one encode; sets `wall` and `cpu` in seconds.
+# run NAME: encodes once with these options; sets `wall` and `cpu` to its wall time and processor time in seconds.
 run() {
   local times user system TIMEFORMAT='%R %U %S'
   # shellcheck disable=SC2086 # the options are words
@@ -49,10 +49,10 @@ run() {
   cpu=$(awk -v u="$user" -v s="$system" 'BEGIN { print u + s }')
 }
 
-# least A B: the smaller of two numbers, B where there is no A.
+# least A B: prints the smaller of two numbers, or B if A is empty.
 least() { awk -v a="${1:-$2}" -v b="$2" 'BEGIN { print a + 0 < b + 0 ? a : b }'; }
 
-# ssim NAME: the SSIM of all planes, frame by frame, ignoring the time stamps.
+# ssim NAME: prints the SSIM of all planes, comparing frame by frame without regard to time stamps.
 ssim() {
   local count='setpts=N/(60*TB)'
   ffmpeg -hide_banner -nostdin -i "$work/$1.mp4" -i "$work/reference.mkv" \
@@ -63,7 +63,7 @@ ssim() {
 ffmpeg -v error -nostdin -y -ss 0.000 -i "$clip" -t "$seconds" -filter_complex "$graph" -map '[video]' -an \
   -c:v libx264 -preset ultrafast -qp 0 "$work/reference.mkv"
 
-# Every round runs all sets in turn, so that a change in the machine's load affects them all.
+# Each round runs all sets of options in turn, so that a change in the machine's load affects all of them.
 declare -A walls cpus
 for ((round = 0; round < rounds; ++round)); do
   for name in "${names[@]}"; do

@@ -45,7 +45,7 @@ value() { sed -n "s/.*\b$2=\([^ ]*\).*/\1/p" <<<"$1"; } # value LINE KEY
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'; }
 row() { printf '| %s | %s | %s | %s | %s |\n' "$@"; }
 have() { command -v "$1" >/dev/null; }
-# timed COMMAND…: sets took to its milliseconds and peak to its memory in MiB.
+# timed COMMAND…: runs a command; sets `took` to its time in milliseconds and `peak` to its peak memory in MiB.
 timed() {
   local start
   start=$(now)
@@ -103,12 +103,13 @@ play_mpv() { # play_mpv FILE OPTIONS…
     --geometry=${width}x$height --no-keepaspect-window "$@" "$file"
 }
 
-# Frames in [START, END).
+# frames_in NAME START END: prints the number of frames in [START, END) of a clip.
 frames_in() {
   ffprobe -v error -select_streams v -show_entries packet=pts_time -of csv=p=0 "$clips/$1.mp4" |
     awk -F, -v a="$2" -v b="$3" '$1 > a - 0.0008 && $1 < b - 0.0008' | wc -l
 }
-# The figures that loop_seams prints, from mpv's own reports, which do not show lost frames.
+# mpv_seams NAME START END WRAPS: prints the same values as loop_seams for mpv, from its own reports, which do not show
+# lost frames.
 mpv_seams() { # NAME START END WRAPS
   local seconds
   seconds=$(awk -v a="$2" -v b="$3" -v n="$4" 'BEGIN { printf "%.0f", (b - a + 0.6) * n + 5 }')
@@ -228,7 +229,8 @@ row_ready() {
   done
 }
 
-# cost_of_mpv NAME SECONDS: sets cpu to the processor seconds per second and peak to MiB, start included.
+# cost_of_mpv NAME SECONDS: plays a clip with mpv; sets `cpu` to the processor time per second, including the start, and
+# `peak` to the peak memory in MiB.
 cost_of_mpv() {
   /usr/bin/time -o "$work/time" -f '%U %S %M' bash -c "$(declare -f play_mpv); width=$width height=$height; \
     play_mpv '$clips/$1.mp4' --no-terminal --start=0 --ab-loop-a=0 --ab-loop-b=2 --ab-loop-count=$(($2 / 2 - 1)) --end=2" >/dev/null 2>&1
@@ -249,7 +251,8 @@ row_cpu() {
     "$theirs" "$compared" 1.0
 }
 
-# memory_of_mpv NAME END SECONDS: sets peak and looping to MiB, after so many seconds.
+# memory_of_mpv NAME END SECONDS: loops a clip with mpv for some seconds; sets `peak` to the peak memory and `looping`
+# to the final memory, in MiB.
 memory_of_mpv() {
   play_mpv "$clips/$1.mp4" --no-terminal --start=0 --ab-loop-a=0 --ab-loop-b="$2" >/dev/null 2>&1 &
   local shell=$! player

@@ -27,7 +27,7 @@ for round in 0 1 2 3 4 5 6 7; do
   ours=$("$bin/window_figures" start "$(now)")
   minimal=$("$bin/minimal_window" "$(now)")
   software=$(QT_QUICK_BACKEND=software "$bin/minimal_window" "$(now)")
-  # The first round only warms up.
+  # The first round is a warm-up and does not count.
   [ "$round" = 0 ] || echo "$ours $minimal $software"
 done >"$work/starts"
 awk '{ print $1 }' "$work/starts" | median >"$work/ours"

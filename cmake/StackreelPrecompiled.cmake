@@ -1,12 +1,12 @@
-# stackreel_precompile(<target> <set>): precompiled headers for a target. Reading headers is most of what compiling a
-# source of this project costs, so the headers of a set, cmake/precompiled/<set>.h, are compiled once for all targets
-# that use the set.
+# stackreel_precompile(<target> <set>): uses precompiled headers for a target. Most of the time to compile a source of
+# this project is spent on headers, so the headers of a set, cmake/precompiled/<set>.h, are compiled once for all
+# targets that use the set.
 #
-# Each source still includes what it uses. `./test lint` reads the product's sources without precompiled headers and so
-# finds what is missing; CMAKE_DISABLE_PRECOMPILE_HEADERS switches them off for a build.
+# Each source still includes what it uses. `./test lint` checks the product's sources without precompiled headers, so it
+# finds missing includes. CMAKE_DISABLE_PRECOMPILE_HEADERS disables precompiled headers for a build.
 #
-# GCC ignores precompiled headers, with a warning, when an option or a macro differs from those they were compiled with.
-# So a set links only the Qt modules that all of its targets link.
+# If an option or a macro differs from those at the compilation of the headers, GCC ignores them with a warning.
+# Therefore a set links only the Qt modules that all of its targets link.
 function(stackreel_precompile target set)
   target_precompile_headers(${target} REUSE_FROM stackreel_precompiled_${set})
 endfunction()
@@ -22,7 +22,7 @@ function(stackreel_precompiled_set set)
     stackreel_target(${target})
   endif()
   target_link_libraries(${target} PRIVATE ${ARGN})
-  # Without the path of the source folder, so that compiler caches recognise the set in another folder.
+  # The path is relative, so that compiler caches recognise the set in another checkout.
   target_precompile_headers(${target} PRIVATE <cmake/precompiled/${set}.h>)
 endfunction()
 

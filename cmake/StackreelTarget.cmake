@@ -1,25 +1,25 @@
-# stackreel_target(<target>): standard, warnings, sanitizers and defines of every target of this project.
+# stackreel_target(<target>): sets the C++ standard, warnings, sanitizers and defines, for every target of this project.
 function(stackreel_target target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
   target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR})
-  # GStreamer adds -pthread to what uses it, Qt before 6.8 -fPIC, and CMake -fPIE to programs only. Precompiled headers need
-  # the same options in all targets.
+  # Precompiled headers need the same options in all targets. Without this line the options differ: GStreamer adds
+  # -pthread and Qt before 6.8 adds -fPIC to the targets that use them, and CMake adds -fPIE to programs.
   target_compile_options(${target} PRIVATE -pthread -fPIC)
-  # When it optimises, GCC 12 warns falsely of overlapping copies in string concatenation (GCC bug 105329), and with
-  # precompiled headers also of copies out of bounds.
+  # With optimisation, GCC 12 warns falsely about overlapping copies in string concatenation (GCC bug 105329), and with
+  # precompiled headers also about copies out of bounds.
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wconversion -Wsign-conversion -Wshadow
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wno-array-bounds;-Wno-stringop-overflow>)
   target_compile_definitions(${target} PRIVATE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_URL_CAST_FROM_STRING)
   if(STACKREEL_SANITIZE)
-    # The vptr check opens a pipe for each type it has not cached, and aborts when no descriptor is left. Some tests
-    # use up all descriptors.
+    # The vptr check opens a pipe for each type that is not in its cache, and aborts when no descriptor is left. Some
+    # tests use up all descriptors on purpose.
     if(STACKREEL_SANITIZE MATCHES undefined)
       set(no_vptr -fno-sanitize=vptr)
     endif()
-    # GCC warns falsely of uninitialised variables when its sanitizers are on.
+    # With sanitizers, GCC warns falsely about uninitialised variables.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>
       -fsanitize=${STACKREEL_SANITIZE} ${no_vptr} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(${target} PRIVATE -fsanitize=${STACKREEL_SANITIZE})

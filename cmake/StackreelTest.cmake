@@ -4,12 +4,13 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
-# What needs no display, no clip and no child that waits (QUICK): ctest -L quick.
+# The test programs marked QUICK, which need no display, no clip and no child process that waits. `ctest -L quick` runs
+# them.
 add_custom_target(quick_tests)
 
-# stackreel_test_target(<target> <set>): what stackreel_target and stackreel_precompile do, for targets of the tests.
-# The tested libraries are fully optimised. The tests need not be, and when GCC 12 inlines them, it warns falsely of
-# uninitialised optional values.
+# stackreel_test_target(<target> <set>): like stackreel_target and stackreel_precompile, for targets of the tests. The
+# tested libraries are fully optimised, the tests are not: they need not be fast, and GCC 12 warns falsely about
+# uninitialised optional values when it inlines them.
 function(stackreel_test_options target)
   stackreel_target(${target})
   target_compile_options(${target} PRIVATE
@@ -51,6 +52,6 @@ endfunction()
 stackreel_precompiled_set(test Qt6::Core QCoro6::Core GTest::gtest)
 if(STACKREEL_WINDOW)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
-  # Without Qt6::Test, which defines a macro that differs from folder to folder.
+  # Qt6::Test is not in the set, because it defines a macro whose value depends on the source folder.
   stackreel_precompiled_set(window_test Qt6::Quick Qt6::Widgets QCoro6::Core GTest::gtest)
 endif()

@@ -2,7 +2,7 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME stackreel)
 set(CPACK_PACKAGE_VENDOR "The Stackreel authors")
-# A placeholder address. Who publishes packages sets an address of their own.
+# This address is a placeholder. Publishers of packages set their own address.
 set(STACKREEL_MAINTAINER "The Stackreel authors <authors@stackreel.invalid>" CACHE STRING "Maintainer of the package")
 set(CPACK_PACKAGE_CONTACT "${STACKREEL_MAINTAINER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "stack two views of one landscape clip into a vertical video")
@@ -23,7 +23,8 @@ set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
-# dpkg-shlibdeps finds the linked libraries. The packages below are loaded at run time, so it cannot find them.
+# dpkg-shlibdeps finds the packages of linked libraries. It cannot find the packages below, because they are loaded at
+# run time.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(depends
   ffmpeg
@@ -32,7 +33,7 @@ set(depends
   # The QML modules that the window imports.
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window
-  # Icons and fonts. Qt's SVG plugins are part of the library before Qt 6.6.
+  # Icons and fonts. Before Qt 6.6, the SVG plugins are in the package of the library.
   "qt6-svg-plugins | libqt6svg6 (<< 6.6)" hicolor-icon-theme fonts-inter fonts-dosis fonts-jetbrains-mono
   # The certificates that the feed's server is verified with.
   ca-certificates)

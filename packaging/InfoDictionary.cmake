@@ -1,7 +1,8 @@
 # The information dictionary of a build: its id, its version and its update feed. A test also runs this file as a script.
 cmake_policy(VERSION 3.25)
 
-# Fails for settings with which no update could be found or verified. Without a feed and a key there are no updates.
+# Fails if the settings are such that no update could be found or verified. With neither a feed nor a key, updates are
+# disabled.
 function(stackreel_check_update_settings feed key)
   if(key STREQUAL "" OR key STREQUAL "REPLACE_BEFORE_RELEASE")
     if(NOT feed STREQUAL "")

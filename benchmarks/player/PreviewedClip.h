@@ -12,7 +12,7 @@
 namespace stackreel
 {
 
-/// A muted, paused player for a range of a clip, and a recording of every frame it shows.
+/// A muted, paused player for a range of a clip, and a recording of each frame that it shows.
 struct PreviewedClip {
     PreviewedClip(const std::filesystem::path& file, double start, double end, int width, int height)
     {

@@ -30,7 +30,7 @@ public:
     }
     void clear() noexcept override {}
 
-    /// Waits until the condition holds for the frames shown so far, at most for `limit`.
+    /// Waits until `condition` is true for the frames shown so far, for at most `limit`.
     template <typename Condition>
     bool waitFor(Condition condition, std::chrono::seconds limit)
     {

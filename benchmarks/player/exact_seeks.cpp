@@ -1,4 +1,4 @@
-/// Seeks a paused player to each of the given times and prints how long it took until the frame was shown.
+/// Seeks a paused player to each of the given times, and prints how long it takes until the frame is shown.
 ///
 /// exact_seeks FILE DURATION WIDTH HEIGHT TIME…      (seconds)
 

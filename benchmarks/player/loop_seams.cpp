@@ -1,5 +1,6 @@
-/// Plays a range of a file for a number of wraps and prints how long each seam lasted, minus the ideal: the
-/// range's end minus the last frame's time. A run lost a frame when another run, or FRAMES, has one more.
+/// Plays a range of a file for a number of wraps. Prints how much longer each seam lasted than ideal; the
+/// ideal is the end of the range minus the time of the last frame. A run has lost a frame if another run has
+/// one more, or if FRAMES is higher.
 ///
 /// loop_seams FILE START END WRAPS WIDTH HEIGHT FRAMES      (FRAMES: how many the range has; 0 when unknown)
 
@@ -29,7 +30,7 @@ std::size_t wrapsIn(const std::vector<Shown>& shown)
 }
 
 struct Seams {
-    std::vector<double> errors; ///< how much longer each seam was than the ideal, in ms
+    std::vector<double> errors; ///< how much longer than ideal each seam lasted, in ms
     double worstStep = 0;       ///< the largest error between two frames of a run
     std::size_t doubled = 0;
     std::vector<std::size_t> frames; ///< number of frames shown in each complete run
@@ -96,7 +97,7 @@ int main(int argc, char** argv)
         return 1;
     }
     Seams seams = seamsOf(shown, end);
-    // The first frame of the first run was shown before the recording began.
+    // The first frame of the first run was shown before the recording started, so the run counts as complete.
     seams.frames.front() = std::max(seams.frames.front(), static_cast<std::size_t>(std::atoi(argv[7])));
     report(seams, static_cast<std::size_t>(std::atoi(argv[7])));
 }

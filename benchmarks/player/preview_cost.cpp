@@ -1,5 +1,5 @@
-/// Loops a range of a clip for some seconds and copies each frame once, as drawing it does. Prints the
-/// processor time per second, without the start, and the memory.
+/// Loops a range of a clip for some seconds, and copies each frame once, as drawing does. Prints the
+/// processor time per second, without that of the start, and the memory.
 ///
 /// preview_cost FILE START END SECONDS WIDTH HEIGHT
 
@@ -19,7 +19,7 @@ using namespace stackreel;
 namespace
 {
 
-/// Copies each frame, in place of an output that shows it on the screen.
+/// Copies each frame instead of showing it on the screen.
 class CopyingOutput : public VideoOutput
 {
 public:

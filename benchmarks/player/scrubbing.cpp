@@ -1,6 +1,6 @@
 /// Moves the playhead of a paused player back and forth, 60 requests a second for 3 seconds, as a drag does.
-/// Prints how long after the last request its frame was shown, how long one such seek takes alone, how long
-/// the longest call blocked the main thread, and how late the event loop was at most.
+/// Prints how long after the last request its frame was shown, how long a single such seek takes, how long
+/// the longest call blocked the main thread, and the longest delay of the event loop.
 ///
 /// scrubbing FILE DURATION WIDTH HEIGHT
 
@@ -27,7 +27,7 @@ class Drag
 public:
     Drag(const PreviewedClip& clip, double duration) : m_clip(clip), m_duration(duration) {}
 
-    /// From the middle to both ends and back.
+    /// The position of the playhead for a request: it moves from the middle to both ends and back.
     double positionAt(int request) const
     {
         return m_duration * (0.5 + 0.45 * std::sin(request * 6.283 / 90));
@@ -56,7 +56,7 @@ private:
     std::chrono::steady_clock::time_point m_last;
 };
 
-/// When the frame at a time was shown; the clock's epoch when it was not.
+/// The moment at which the frame at this time was shown; the clock's epoch if it was not shown.
 std::chrono::steady_clock::time_point shownAt(const PreviewedClip& clip, double seconds)
 {
     std::chrono::steady_clock::time_point at = {};

@@ -10,8 +10,8 @@
 namespace stackreel
 {
 
-/// Prints the milliseconds from `begun`, a time in microseconds since the epoch, to the window's first
-/// painted frame, and leaves the event loop.
+/// Prints the milliseconds from `begun` (microseconds since the epoch, as text) to the window's first painted
+/// frame, and then leaves the event loop.
 inline void reportFirstFrame(QQuickWindow& window, const char* begun)
 {
     const long long start = std::atoll(begun);

@@ -1,5 +1,5 @@
-// minimal_window MICROSECONDS: a minimal Qt Quick window of the size of ours. Prints the milliseconds from
-// the given time (since the epoch) to its first painted frame.
+// minimal_window MICROSECONDS: a minimal Qt Quick window as large as the program's. Prints the milliseconds
+// from the given time (since the epoch) to its first painted frame.
 
 #include "benchmarks/window/FirstFrame.h"
 

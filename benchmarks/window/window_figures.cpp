@@ -72,7 +72,7 @@ void load(StackreelApp& app)
     while (app.model().phase().kind() == Phase::Kind::empty ||
            app.model().phase().kind() == Phase::Kind::preparing)
         wait(10);
-    // Wait for the thumbnails, too.
+    // Wait for the thumbnails as well.
     for (int turn = 0; turn < 500 && app.model().timelineThumbnails().empty(); ++turn)
         wait(10);
     wait(1000);
@@ -120,7 +120,7 @@ public:
             Qt::DirectConnection);
     }
 
-    /// Milliseconds from each paint to the next since the last call.
+    /// The milliseconds between consecutive paints since the last call.
     std::vector<double> takeIntervals()
     {
         const std::lock_guard guard(m_mutex);
@@ -137,7 +137,7 @@ private:
     std::vector<double> m_times;
 };
 
-/// Sends one pointer event to the window and returns the milliseconds that took.
+/// Sends one pointer event to the window, and returns how many milliseconds that took.
 double sendPointerEvent(QQuickWindow& window, QEvent::Type type, QPointF at)
 {
     const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
@@ -172,7 +172,7 @@ void drag(StackreelApp& app, int seconds)
     const std::vector<double> intervals = paints.takeIntervals();
     pointer.stop();
     sendPointerEvent(window, QEvent::MouseButtonRelease, centre);
-    // At 60 frames a second the interval is 16.7 ms. One that is longer by half is late.
+    // At 60 frames a second the interval is 16.7 ms. An interval that is half as long again counts as late.
     const auto late = std::count_if(intervals.begin(), intervals.end(), [](double ms) { return ms > 25; });
     std::printf("painted %.1f a second, late %.2f %%, longest %.1f ms\n",
                 static_cast<double>(intervals.size()) / seconds,

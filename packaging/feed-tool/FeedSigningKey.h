@@ -8,20 +8,20 @@
 namespace stackreel
 {
 
-/// The secret half of the key that update feeds are signed with. Any thread.
+/// The secret key with which update feeds are signed. Any thread.
 class FeedSigningKey
 {
 public:
-    /// A new key. Throws `std::runtime_error` when the system has no random numbers.
+    /// Generates a new key. Throws `std::runtime_error` if the system provides no random numbers.
     static FeedSigningKey generate();
-    /// Parses a key that `secret()` returned; none for any other text.
+    /// Parses a key that `secret()` returned. Returns `std::nullopt` for any other text.
     static std::optional<FeedSigningKey> fromSecret(std::string_view text);
 
-    /// The secret as base64. Its owner must keep it private.
+    /// The secret key as base64. It must be kept private.
     std::string secret() const;
-    /// The public half as base64, the value for the key "SUPublicEDKey".
+    /// The public key as base64, which is the value of "SUPublicEDKey" in the information dictionary.
     std::string publicKey() const;
-    /// The feed with its signature before it, in the format that `verifiedFeed` reads.
+    /// The feed preceded by its signature, in the format that `verifiedFeed` reads.
     std::string signedDocument(std::string_view feed) const;
 
 private:

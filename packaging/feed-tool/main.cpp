@@ -1,4 +1,4 @@
-// Makes the key that update feeds are signed with, and signs and checks feeds. See docs/releasing.md.
+// Generates the key with which update feeds are signed, and signs and checks feeds. See docs/releasing.md.
 
 #include "packaging/feed-tool/FeedSigningKey.h"
 #include "platform/updates/UpdateError.h"
@@ -70,8 +70,8 @@ void describe(const UpdateFeed& feed)
     std::cout << "serial " << feed.serial << ", newest version " << feed.newest().versionText << "\n";
 }
 
-/// The published feed must be signed with the same key and have a lower serial than the next one: a program
-/// that has seen a serial accepts only feeds with a higher one.
+/// Throws unless the published document is signed with the same key and has a lower serial than the next
+/// feed. Programs do not accept a feed with a lower serial than one that they have seen.
 void requireHigherSerial(const Path& document, const UpdateFeed& next, const FeedSigningKey& key)
 {
     if (!std::filesystem::exists(document))
@@ -92,7 +92,7 @@ void sign(const Path& keyFile, const Path& feedFile, const Path& document)
     constexpr std::size_t maxBytes = 256 * 1024;
     const FeedSigningKey key = readKey(keyFile);
     const std::string feed = contentOf(feedFile);
-    // A feed that no program would accept is not signed.
+    // Decode the feed first: a feed that no program would accept must not be signed.
     const UpdateFeed decoded = UpdateFeed::decode(feed);
     requireHigherSerial(document, decoded, key);
     const std::string content = key.signedDocument(feed);
