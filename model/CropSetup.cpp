@@ -20,7 +20,8 @@ void CropSetup::adaptRegionsToCurrentOutput()
     const double sourceAspect = m_model.mediaInfo()->displayAspect();
     m_model.setTopRegion(
         m_model.topRegion().adaptingAspect(sourceAspect, panelAspect(m_model.settings().size())));
-    // A slot connected to the first change may have changed the settings.
+    // Compute the panel aspect again: a slot that is connected to the first change may have changed the
+    // settings.
     m_model.setBottomRegion(
         m_model.bottomRegion().adaptingAspect(sourceAspect, panelAspect(m_model.settings().size())));
 }

@@ -6,19 +6,19 @@ namespace stackreel
 class AppModel;
 struct MediaInfo;
 
-/// Keeps the model's two crop regions fitted to the shape of the output. Main thread.
+/// Keeps the aspect ratio of the model's two crop regions equal to that of the output's halves. Main thread.
 class CropSetup
 {
 public:
     explicit CropSetup(AppModel& model) : m_model(model) {}
 
-    /// Replaces both regions by the pair that a newly loaded source starts with.
+    /// Replaces both regions by the initial pair for a newly loaded source.
     void configureRegions(const MediaInfo& media);
-    /// Fits both regions to the halves of the output. Does nothing without a source.
+    /// Adapts both regions to the aspect ratio of the output's halves. Does nothing if no source is loaded.
     void adaptRegionsToCurrentOutput();
     /// Calls `adaptRegionsToCurrentOutput` when the output's size is a custom one.
     void customDimensionsChanged();
-    /// Exchanges the regions. The selection follows the selected region.
+    /// Exchanges the two regions. The same region stays selected.
     void swapCrops();
 
 private:

@@ -13,7 +13,7 @@ void ExportShutdown::endExport(const std::shared_ptr<TaskHandle>& task)
     if (!task)
         return;
     task->cancel();
-    // `QEventLoop::exec` would return at once when the program is already quitting.
+    // Call `processEvents`, because `QEventLoop::exec` returns at once if the program is already quitting.
     while (!task->hasEnded())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }

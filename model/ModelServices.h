@@ -20,7 +20,7 @@ class OpenPanel;
 class Playback;
 class SavePanel;
 
-/// The operations outside the model that it needs. Each is called on the main thread and resumes there.
+/// The services that the model uses. Tests replace them. Each is called on the main thread and resumes there.
 struct ModelServices {
     using Path = std::filesystem::path;
 
@@ -34,7 +34,7 @@ struct ModelServices {
     std::shared_ptr<OpenPanel> openPanel;
     std::shared_ptr<SavePanel> savePanel;
 
-    /// The services of this system: the media tools, with the given player, framework and panels.
+    /// The real services: the media tools, and the given player, media framework and panels.
     static ModelServices system(std::shared_ptr<Playback> playback, std::shared_ptr<AssetLoader> assets,
                                 std::shared_ptr<OpenPanel> openPanel, std::shared_ptr<SavePanel> savePanel);
 };

@@ -7,8 +7,7 @@
 namespace stackreel
 {
 
-/// The state of the work in the window. A plain value; two are equal when their kind and their payload are
-/// equal.
+/// What the window is doing. A plain value: two phases are equal if their kinds and their payloads are equal.
 class Phase
 {
 public:
@@ -18,9 +17,9 @@ public:
     static Phase preparing() { return Phase(Kind::preparing, {}); }
     static Phase ready() { return Phase(Kind::ready, {}); }
     static Phase exporting() { return Phase(Kind::exporting, {}); }
-    /// An export finished; `file` is what was written.
+    /// An export has finished; `file` is the file that was written.
     static Phase complete(const std::filesystem::path& file) { return Phase(Kind::complete, file.native()); }
-    /// Loading or exporting failed; `message` is shown to the user, UTF-8.
+    /// Loading or exporting has failed; `message` is shown to the user, UTF-8.
     static Phase failed(std::string message) { return Phase(Kind::failed, std::move(message)); }
 
     Kind kind() const { return m_kind; }
@@ -36,7 +35,7 @@ private:
     Phase(Kind kind, std::string payload) : m_kind(kind), m_payload(std::move(payload)) {}
 
     Kind m_kind;
-    std::string m_payload; ///< the file's path when complete, the message when failed, else empty
+    std::string m_payload; ///< the file's path if `complete`, the message if `failed`, otherwise empty
 };
 
 } // namespace stackreel

@@ -17,8 +17,8 @@ namespace
 
 using Words = std::vector<std::string>;
 
-// How long the compared end is, and how far the source is read beyond it: the result's last picture may lie
-// there where its first one came late.
+// The duration of the end that is compared. The source is read a little further: if the first picture of the
+// result came late, the last one may show a later moment of the source.
 constexpr double endSeconds = 0.25;
 constexpr double beyondSeconds = 0.04;
 
@@ -35,8 +35,8 @@ void append(Words& words, const Words& more)
     words.insert(words.end(), more.begin(), more.end());
 }
 
-/// The option that starts reading there. A seek to the beginning is left out: it misses pictures of Flash
-/// files.
+/// The options to start reading at a time. There are none for a start at 0, because a seek to 0 skips
+/// pictures of Flash files.
 Words seek(double start)
 {
     const std::string text = seconds(start);
@@ -49,7 +49,8 @@ std::string crop(const PixelCrop& pixels)
            ":x=" + std::to_string(pixels.x) + ":y=" + std::to_string(pixels.y);
 }
 
-/// Makes small pictures of an input's pictures: both halves, and a row of a grey that marks the input.
+/// A filter chain that makes a small picture of each picture of an input: both halves, and a row of grey
+/// pixels that marks the input.
 std::string branch(int input, const std::string& first, const std::string& top, const std::string& bottom)
 {
     static constexpr std::array marks = {"0x101010", "0x505050", "0x909090", "0xd0d0d0"};

@@ -12,24 +12,24 @@
 namespace stackreel
 {
 
-/// How thoroughly the pictures at the end are decoded.
+/// How the pictures at the end are decoded.
 enum class Decoding {
-    fast, ///< without pictures that no other picture refers to, and without the loop filter; only the last
-          ///< ones
-    exact ///< all pictures of the last quarter second
+    fast, ///< only the last few, without the loop filter and without pictures that are not references
+    exact ///< all pictures of the last quarter second, completely
 };
 
-/// The arguments of `ffmpeg` that write the first pictures and those of the last quarter second of an export,
-/// and of its source at the same times, to standard output in the form of `ComparedPictures`. Pure.
+/// The arguments of `ffmpeg` to write pictures of an export and of its source to standard output, in the
+/// format that `ComparedPictures::parse` reads: the first picture and those of the last quarter second of the
+/// exported range. Pure.
 std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Decoding decoding);
 
-/// Compares the first and the last picture of a written export with the source's, by `ffmpeg` at the given
-/// path. Decodes fast, and exactly where that shows a difference.
+/// Compares the first and the last picture of a written export with those of the source. `ffmpeg` is the path
+/// of the tool. Decodes fast at first; if the pictures differ, decodes again exactly.
 ///
-/// Throws `std::runtime_error` with a sentence for the user where they differ; `CancellationError` when the
-/// token fired, and the other errors of `ProcessRunner::run`. A picture that cannot be decoded on either side
-/// is not compared, as where the source's picture ends before its sound. Resumes on the calling thread, which
-/// needs a running event loop.
+/// Throws `std::runtime_error` with a sentence for the user if the pictures differ; `CancellationError` when
+/// the token fired, and the other errors of `ProcessRunner::run`. Pictures are not compared if either cannot
+/// be decoded, for example if the video stream of the source ends before its audio. Resumes on the calling
+/// thread, which needs a running event loop.
 QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request, std::stop_token stop);
 
 } // namespace stackreel

@@ -18,9 +18,9 @@ namespace stackreel
 namespace
 {
 
-constexpr double frameBeforeEnd = 1.0 / 30;         // a seek this far before the end shows the last frame
+constexpr double frameBeforeEnd = 1.0 / 30;         // how far before the end to seek to show the last frame
 constexpr double tick = 1.0 / MediaTime::timescale; // the smallest step inside a range
-constexpr double rewindMargin = 0.05;               // play restarts the range this close to its end
+constexpr double rewindMargin = 0.05;               // play() this close to the end restarts the range
 constexpr double observerInterval = 0.05;
 
 } // namespace
@@ -182,8 +182,8 @@ void PreviewPlayback::rebuildPlayerLoop(double start, bool shouldPlay)
 
 void PreviewPlayback::installTimeObserver(QueuePlayer& player)
 {
-    // A queued call keeps the order of ticks and user actions. Qt drops it when the model is destroyed
-    // before.
+    // A queued call keeps the order of these times and the actions of the user. Qt discards it if the model
+    // is destroyed before.
     const auto post = [this, model = QPointer(&m_model)](MediaTime time) {
         const auto update = [this, time] { updateCurrentTime(time); };
         if (model)

@@ -16,8 +16,8 @@ class PlayerLooper;
 
 /// Loops the trimmed range of the preview file, moves the playhead and the trim points within their limits,
 /// and reports the playhead to the model. All times are seconds on the source's time line. Owns the looper,
-/// the preview file's name, the time observer, and whether playback resumes after a timeline drag. Main
-/// thread.
+/// the path of the preview file, the time observer, and the flag whether playback resumes after a timeline
+/// drag. Main thread.
 class PreviewPlayback
 {
 public:
@@ -26,9 +26,9 @@ public:
     PreviewPlayback(const PreviewPlayback&) = delete;
     PreviewPlayback& operator=(const PreviewPlayback&) = delete;
 
-    /// Sets the file to play. It takes effect when a player or its loop is created.
+    /// Sets the file to play. It is used the next time a player or a loop is created.
     void setPreviewURL(const std::filesystem::path& file);
-    /// Creates a player for the preview file and plays its loop.
+    /// Creates a player for the preview file and plays the loop.
     void configurePlayer();
     /// Stops and releases the player.
     void tearDownPlayer();

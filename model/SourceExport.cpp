@@ -23,8 +23,8 @@ struct ToolRun {
     std::vector<std::string> arguments;
 };
 
-/// Compares the files themselves, not their names. Rendering onto the source would destroy it before it is
-/// read, and so would the clean-up after a cancellation.
+/// Throws if both paths lead to the same file, even under different names. Rendering would overwrite the
+/// source before it is read, and the clean-up after a cancellation would delete it.
 void requireOtherFile(const std::filesystem::path& source, const std::filesystem::path& destination)
 {
     std::error_code error;
@@ -45,7 +45,7 @@ ToolRun prepare(const ExportRequest& request)
 QCoro::Task<std::filesystem::path> exportSource(ExportRequest request, std::stop_token stop,
                                                 LaunchCallback launched)
 {
-    // The search for the tool reads the disk, which may be slow.
+    // Finding the tool accesses the disk, which may be slow.
     ToolRun tool = co_await onWorkerThread([&request] { return prepare(request); });
     const ProcessOutput output =
         co_await ProcessRunner::run(tool.executable, std::move(tool.arguments), stop, std::move(launched));

@@ -10,7 +10,7 @@ namespace stackreel
 namespace
 {
 
-/// A whole number with all its digits. The buffer holds the longest finite double.
+/// All digits of a whole number. The buffer is large enough for every finite double.
 std::string decimal(double whole)
 {
     std::array<char, 384> text{};
@@ -43,7 +43,7 @@ std::string SourceFacts::duration(double seconds)
 {
     if (!std::isfinite(seconds) || seconds <= 0)
         return "Unknown";
-    // Computed in floating point, because a length may exceed every integer type.
+    // Calculate in floating point, because a duration may exceed the range of every integer type.
     const double rounded = std::round(seconds);
     const double remainder = std::fmod(rounded, 60);
     return decimal((rounded - remainder) / 60) + (remainder < 10 ? ":0" : ":") + decimal(remainder);

@@ -9,7 +9,8 @@ namespace stackreel
 namespace
 {
 
-// The coroutine frame of this function keeps the body and its captures alive until the body has ended.
+// Runs the body. The coroutine frame of this function keeps the body and its captures alive until the body
+// has ended.
 QCoro::Task<> runBody(TaskHandle::Body body, std::stop_token stop,
                       [[maybe_unused]] std::shared_ptr<void> work)
 {

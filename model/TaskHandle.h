@@ -18,12 +18,12 @@ class TaskHandle
 public:
     using Body = std::function<QCoro::Task<>(std::stop_token)>;
 
-    /// Starts `body` from the event loop, not within this call, unless `context` is destroyed before. A task
-    /// that is cancelled before it begins still begins, with a stop already requested. `body` catches its own
-    /// exceptions and checks after each `co_await` whether the objects it uses still exist.
+    /// Starts `body` from the event loop, after this call has returned, unless `context` is destroyed before.
+    /// A task that is cancelled before it begins still begins, with a stop already requested. `body` must not
+    /// throw, and must check after each `co_await` whether the objects that it uses still exist.
     static std::shared_ptr<TaskHandle> start(QObject& context, Body body);
 
-    /// Requests the task to stop. The work ends when it sees the request. Further calls have no effect.
+    /// Requests the task to stop. The work ends when it notices the request. Further calls have no effect.
     void cancel() { m_stop.request_stop(); }
     bool isCancelled() const { return m_stop.stop_requested(); }
     /// Whether the work has ended or can no longer begin.

@@ -9,7 +9,7 @@
 namespace stackreel
 {
 
-/// The tasks of one kind that have not ended, in the order of their start. Main thread.
+/// Keeps the tasks of one kind that have not ended, in the order of their start. Main thread.
 class UnfinishedTasks
 {
 public:
@@ -28,7 +28,7 @@ public:
     }
 
 private:
-    Tasks m_tasks; ///< `add` removes those that have ended
+    Tasks m_tasks; ///< may contain tasks that have ended, until the next `add`
 };
 
 } // namespace stackreel

@@ -26,7 +26,7 @@ class CropEditor : public QObject
     /// The aspect ratio (width / height) of one half of the output. Resizing keeps it.
     Q_PROPERTY(double panelAspect MEMBER m_panelAspect NOTIFY panelAspectChanged FINAL)
     Q_PROPERTY(QSizeF viewSize READ viewSize WRITE setViewSize NOTIFY viewSizeChanged FINAL)
-    /// Size of the displayed frame in source pixels. The arrow keys move by source pixels.
+    /// The size of the displayed frame in source pixels, in which the arrow keys move the region.
     Q_PROPERTY(QSizeF sourceSize MEMBER m_sourceSize NOTIFY sourceSizeChanged FINAL)
     /// The rectangle in which the region is drawn, in points.
     Q_PROPERTY(QRectF displayRect READ displayRect NOTIFY displayRectChanged FINAL)

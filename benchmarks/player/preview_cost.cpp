@@ -58,7 +58,7 @@ int main(int argc, char** argv)
     clip.player->play();
     double before = 0;
     int framesBefore = 0;
-    // The first second starts decoders and fills queues.
+    // Do not measure the first second, in which decoders start and queues fill.
     QTimer::singleShot(1000, [&] {
         before = processorSeconds();
         framesBefore = output->frames();
