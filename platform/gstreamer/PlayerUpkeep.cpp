@@ -143,9 +143,11 @@ std::optional<Clock::Instant> PlayerEngine::nextDeadline() const
         if (other && (!next || *other < *next))
             next = other;
     };
-    consider(m_seeks.deadline());
-    if (m_feeder && !m_failed)
+    if (m_feeder && !m_failed) {
+        // A seek that lands in `feed` may leave another one waiting, and nobody wakes this thread for that.
+        consider(m_seeks.deadline());
         consider(m_feeder->deadline());
+    }
     if (wantsHead())
         consider(std::max(m_boxSince + sizeSettles, std::chrono::steady_clock::now() + 50ms));
     return next;

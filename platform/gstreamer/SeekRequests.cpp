@@ -34,9 +34,9 @@ std::uint64_t SeekRequests::land()
 
 std::optional<Clock::Instant> SeekRequests::deadline() const
 {
-    if (!m_wanted || !m_flying || m_superseded)
+    if (!m_wanted || (m_flying && m_superseded))
         return std::nullopt;
-    return m_wantedSince + patience;
+    return m_flying ? m_wantedSince + patience : m_wantedSince;
 }
 
 } // namespace stackreel

@@ -30,7 +30,7 @@ public:
     bool isWaiting() const { return m_wanted.has_value(); }
     bool isFlying() const { return m_flying.has_value(); }
     bool isIdle() const { return !m_wanted && !m_flying; }
-    /// When what waits is to take the place of what is under way; none when it is not.
+    /// When `begin` gives a seek, in the past when it does so now; none when only `land` can change that.
     std::optional<Clock::Instant> deadline() const;
 
 private:

@@ -72,16 +72,23 @@ void TimeObservers::expectJump(std::uint64_t jump)
 void TimeObservers::reportJump(MediaTime time, std::uint64_t jump, Clock::Instant now)
 {
     const std::lock_guard lock(m_mutex);
-    for (auto& [token, entry] : m_entries)
-        report(entry, time, jump, now);
+    for (auto& [token, entry] : m_entries) {
+        entry.turn = now + entry.interval;
+        report(entry, time, jump);
+    }
 }
 
 void TimeObservers::reportProgress(MediaTime time, std::uint64_t jump, Clock::Instant now)
 {
     const std::lock_guard lock(m_mutex);
     for (auto& [token, entry] : m_entries) {
+        if (entry.turn > now)
+            continue;
+        // The rhythm is kept when a turn comes late, unless it is lost altogether.
+        entry.turn += entry.interval;
         if (entry.turn <= now)
-            report(entry, time, jump, now);
+            entry.turn = now + entry.interval;
+        report(entry, time, jump);
     }
 }
 
@@ -95,12 +102,8 @@ Clock::Instant TimeObservers::nextTurn() const
 }
 
 /// With the lock held.
-void TimeObservers::report(Entry& entry, MediaTime time, std::uint64_t jump, Clock::Instant now)
+void TimeObservers::report(Entry& entry, MediaTime time, std::uint64_t jump)
 {
-    // The rhythm is kept when a turn comes late, unless it is lost altogether.
-    entry.turn += entry.interval;
-    if (entry.turn <= now)
-        entry.turn = now + entry.interval;
     entry.time = time;
     entry.jump = jump;
     entry.pending = true;

@@ -38,7 +38,7 @@ public:
     /// that was just moved does not go back for a moment.
     void expectJump(std::uint64_t jump);
 
-    /// Any thread. The playhead jumped: all observers are told.
+    /// Any thread. The playhead jumped: all observers are called, and again one interval after `now`.
     void reportJump(MediaTime time, std::uint64_t jump, Clock::Instant now);
     /// Any thread. The playhead moved on: those observers are told whose turn it is.
     void reportProgress(MediaTime time, std::uint64_t jump, Clock::Instant now);
@@ -56,7 +56,7 @@ private:
     };
     class Context;
 
-    void report(Entry& entry, MediaTime time, std::uint64_t jump, Clock::Instant now);
+    void report(Entry& entry, MediaTime time, std::uint64_t jump);
     bool deliverNext();
 
     mutable std::mutex m_mutex;

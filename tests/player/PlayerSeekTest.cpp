@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <random>
+#include <thread>
 #include <vector>
 
 namespace stackreel
@@ -52,6 +54,25 @@ TEST_F(SeekingPlayer, CarriesOutTheLastOfManySeeks)
     }
     // Far fewer frames were shown than requested, because a new request replaces a pending one.
     EXPECT_LT(output->shown().size(), 500U);
+}
+
+TEST_F(SeekingPlayer, PlaysOnAfterSeeksToTheEndInQuickSuccession)
+{
+    loop(longInterval.file(), 7, 10);
+    player->play();
+    std::mt19937 random(20);
+    std::uniform_int_distribution<int> interval(0, 40);
+    for (int round = 0; round < 40; ++round) {
+        for (double time : {8.5, 9.0, 9.5, 10.0, 10.0, 10.0}) {
+            seek(time);
+            // The interval of a repeating key.
+            std::this_thread::sleep_for(std::chrono::milliseconds(interval(random)));
+        }
+        ASSERT_TRUE(output->waitFor([](const auto& shown) {
+            return !shown.empty() && shown.back().number > 210 && shown.back().number < 240;
+        })) << "does not begin the range again in round "
+            << round;
+    }
 }
 
 TEST_F(SeekingPlayer, ReportsTheTimeOfSeeksAndNoneWithoutAnItem)

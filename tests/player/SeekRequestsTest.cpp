@@ -81,7 +81,6 @@ TEST_F(SeekRequestsTest, FinishTheCurrentOneWhileNewOnesKeepArriving)
 TEST_F(SeekRequestsTest, ReplaceTheCurrentOneWhenTheUserStops)
 {
     want(1, 0);
-    EXPECT_EQ(requests.deadline(), std::nullopt) << "nothing is under way";
     EXPECT_EQ(begun(0), 1U);
     EXPECT_EQ(requests.deadline(), std::nullopt) << "nothing waits";
     want(2, 100);
@@ -89,6 +88,17 @@ TEST_F(SeekRequestsTest, ReplaceTheCurrentOneWhenTheUserStops)
     EXPECT_EQ(begun(159), none);
     EXPECT_EQ(begun(160), 2U);
     EXPECT_EQ(requests.land(), 2U);
+}
+
+TEST_F(SeekRequestsTest, AreDueAtOnceWhenNoneIsInProgress)
+{
+    want(1, 10);
+    EXPECT_EQ(requests.deadline(), at(10));
+    EXPECT_EQ(begun(10), 1U);
+    want(2, 20);
+    EXPECT_EQ(requests.land(), 1U);
+    EXPECT_EQ(requests.deadline(), at(20)) << "the one before has just shown its frame";
+    EXPECT_EQ(begun(20), 2U);
 }
 
 TEST_F(SeekRequestsTest, FinishTheReplacementOfAnotherOne)
