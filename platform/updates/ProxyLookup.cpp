@@ -13,6 +13,7 @@ namespace stackreel
 struct ProxyLookup::Mailbox {
     std::mutex mutex;
     ProxyLookup* receiver = nullptr; ///< null after it is destroyed
+    QNetworkProxy proxy;             ///< the latest result
 };
 
 QNetworkProxy ProxyLookup::systemProxy(const QUrl& url)
@@ -43,9 +44,10 @@ void ProxyLookup::start(const QUrl& url)
     const auto resolve = [resolver = m_resolver, mailbox = m_mailbox, url] {
         const QNetworkProxy proxy = resolver(url);
         const std::scoped_lock lock(mailbox->mutex);
-        if (ProxyLookup* const receiver = mailbox->receiver)
-            QMetaObject::invokeMethod(
-                receiver, [receiver, proxy] { receiver->finish(proxy); }, Qt::QueuedConnection);
+        mailbox->proxy = proxy;
+        // By name, as Qt guards a function object with locks that the thread sanitizer does not see.
+        if (mailbox->receiver)
+            QMetaObject::invokeMethod(mailbox->receiver, "finish", Qt::QueuedConnection);
     };
     try {
         std::thread(resolve).detach();
@@ -55,10 +57,16 @@ void ProxyLookup::start(const QUrl& url)
     }
 }
 
-void ProxyLookup::finish(const QNetworkProxy& proxy)
+void ProxyLookup::finish()
 {
     m_isPending = false;
-    Q_EMIT found(proxy);
+    Q_EMIT found(result());
+}
+
+QNetworkProxy ProxyLookup::result() const
+{
+    const std::scoped_lock lock(m_mailbox->mutex);
+    return m_mailbox->proxy;
 }
 
 } // namespace stackreel

@@ -37,7 +37,8 @@ Q_SIGNALS:
 private:
     struct Mailbox;
 
-    void finish(const QNetworkProxy& proxy);
+    Q_INVOKABLE void finish();
+    QNetworkProxy result() const;
 
     const Resolver m_resolver;
     const std::shared_ptr<Mailbox> m_mailbox;

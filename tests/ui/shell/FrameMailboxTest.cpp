@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace stackreel
 {
 
@@ -62,6 +64,24 @@ TEST_F(FrameMailboxTest, DropsHeldAndLaterFramesWhenClosed)
     EXPECT_EQ(late.owner.use_count(), 1);
     EXPECT_FALSE(m_mailbox.take());
     EXPECT_EQ(m_changes, 1);
+}
+
+TEST_F(FrameMailboxTest, GivesFramesInOrderWhenAnotherThreadPresentsThem)
+{
+    constexpr int count = 200;
+    std::thread presenting([this] {
+        for (int width = 1; width <= count; ++width)
+            m_mailbox.present(frame(width));
+    });
+    int last = 0;
+    while (last < count) {
+        const auto taken = m_mailbox.take();
+        if (!taken)
+            continue;
+        EXPECT_GT(taken->width, last);
+        last = taken->width;
+    }
+    presenting.join();
 }
 
 } // namespace
