@@ -4,6 +4,7 @@
 #include "media/ProbeNumbers.h"
 #include "media/ProcessRunner.h"
 #include "media/ToolLocator.h"
+#include "media/WorkerThread.h"
 
 #include <algorithm>
 
@@ -54,13 +55,15 @@ double durationOf(const ProbeStream& video, const std::optional<ProbeFormat>& fo
 
 QCoro::Task<ProbeDocument> MediaProbe::report(std::filesystem::path source, std::stop_token stop)
 {
-    const auto executable = ToolLocator::locate(MediaTool::ffprobe);
+    // Finding the tool accesses the disk, which may be slow.
+    const auto executable = co_await onWorkerThread([] { return ToolLocator::locate(MediaTool::ffprobe); });
     std::vector<std::string> arguments = {"-v",  "error", "-show_streams", "-show_format",
                                           "-of", "json",  source.string()};
     const ProcessOutput output = co_await ProcessRunner::run(executable, std::move(arguments), stop);
     if (output.status != 0)
         throw MediaToolError::processFailed("ffprobe", output.status, output.errorText());
-    co_return ProbeDocument::decode(output.standardOutput);
+    // A report can be long: the tags of a file may hold anything.
+    co_return co_await onWorkerThread([&output] { return ProbeDocument::decode(output.standardOutput); });
 }
 
 MediaInfo MediaProbe::facts(const ProbeDocument& document)

@@ -1,7 +1,10 @@
+#include "media/ProbeDocument.h"
 #include "media/ProcessRunner.h"
 #include "tests/media/RunnerTest.h"
 #include "tests/support/ChildReport.h"
 #include "tests/support/ScopedWorkingDirectory.h"
+
+#include <ctime>
 
 namespace stackreel
 {
@@ -118,6 +121,27 @@ TEST_F(InspectTest, ThrowsWhenTheProbeCannotBeLaunched)
 {
     m_directory.writeExecutable("lib/stackreel/ffprobe", "no interpreter line\n");
     EXPECT_EQ(probe(), "SystemError: 8\n");
+}
+
+TEST_F(InspectTest, SearchesForItsToolOnAnotherThread)
+{
+    const ScopedWorkingDirectory inside(m_directory.path());
+    EXPECT_EQ(outputOfHost({"search", "/clips/some clip.mov"}).substr(0, 7), "later: ");
+}
+
+TEST_F(InspectTest, DecodesALongReportOnAnotherThread)
+{
+    std::string report(goodReport);
+    std::string numbers = R"({"long": [0)";
+    for (int number = 0; number < 4'000'000; ++number)
+        numbers += ",0";
+    report.replace(0, 1, numbers + "], ");
+    const auto processorTime = [] { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; };
+    const double before = processorTime();
+    ProbeDocument::decode(report);
+    const double decoding = processorTime() - before;
+    installProbe(0, report);
+    EXPECT_LT(std::stod(outputOfHost({"cost", "/clips/some clip.mov"})), decoding / 2);
 }
 
 TEST_F(LocateFromAProgramTest, FindsABundledToolFromAnyWorkingDirectory)

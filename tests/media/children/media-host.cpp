@@ -4,6 +4,9 @@
 //                                and writes its results to RESULT
 //   locate TOOL FOLDER…          prints the path of the tool that is found from each working directory
 //   probe SOURCE                 prints the properties of a source, or the error
+//   search SOURCE                starts a probe without a tool, and prints whether it ends at once or later
+//   cost SOURCE                  prints the processor time, in seconds, that a probe takes on the calling
+//   thread
 
 #include "media/CancellationError.h"
 #include "media/MediaProbe.h"
@@ -17,6 +20,7 @@
 
 #include <unistd.h>
 
+#include <ctime>
 #include <fstream>
 #include <iostream>
 
@@ -63,12 +67,17 @@ void locate(const Arguments& arguments)
     }
 }
 
+/// A `QCoreApplication` of this program.
+struct Application {
+    int count = 1;
+    char name[11] = "media-host";
+    char* names[2] = {name, nullptr};
+    QCoreApplication application{count, names};
+};
+
 void probe(const Arguments& arguments)
 {
-    int count = 1;
-    char name[] = "media-host";
-    char* names[] = {name, nullptr};
-    const QCoreApplication application(count, names);
+    const Application application;
     try {
         const MediaInfo info = runToEnd(MediaProbe::inspect(arguments.at(0)));
         std::cout << info.width << "x" << info.height << " " << info.rotation << " " << info.duration << " "
@@ -84,6 +93,33 @@ void probe(const Arguments& arguments)
     }
 }
 
+void search(const Arguments& arguments)
+{
+    const Application application;
+    Awaited<ProbeDocument> searching(MediaProbe::report(arguments.at(0)));
+    const bool endedAtOnce = searching.hasEnded();
+    try {
+        searching.result();
+    } catch (const MediaToolError& error) {
+        std::cout << (endedAtOnce ? "at once: " : "later: ") << error.what() << "\n";
+    }
+}
+
+double processorSeconds()
+{
+    timespec used{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) + 1e-9 * static_cast<double>(used.tv_nsec);
+}
+
+void cost(const Arguments& arguments)
+{
+    const Application application;
+    const double before = processorSeconds();
+    runToEnd(MediaProbe::inspect(arguments.at(0)));
+    std::cout << processorSeconds() - before << "\n";
+}
+
 } // namespace
 
 int main(int count, char** all)
@@ -96,6 +132,10 @@ int main(int count, char** all)
         locate(arguments);
     else if (mode == "probe")
         probe(arguments);
+    else if (mode == "search")
+        search(arguments);
+    else if (mode == "cost")
+        cost(arguments);
     else
         return 64;
     return 0;
