@@ -22,9 +22,8 @@ StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, U
     installAccessibleLineEdits();
     // `exit` instead of `quit`: `quit` first closes the windows, and one of them may be the caller.
     QObject::connect(&m_actions, &WindowActions::quitRequested, &m_actions, [] { QCoreApplication::exit(); });
-    // Queued, because an export sets its last phase shortly before it ends.
     QObject::connect(
-        &m_model, &AppModel::phaseChanged, &m_actions, [this] { keepAwakeWhileExporting(); },
+        &m_model, &AppModel::unfinishedExportsChanged, &m_actions, [this] { keepAwakeWhileExporting(); },
         Qt::QueuedConnection);
 }
 

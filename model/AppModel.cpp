@@ -15,8 +15,8 @@ AppModel::AppModel(ModelServices services, QObject* parent)
     : QObject(parent),
       m_playback(std::make_unique<PreviewPlayback>(*this, services.playback)),
       m_crops(std::make_unique<CropSetup>(*this)),
-      m_loading(std::make_unique<SourceLoading>(*this, services, *m_playback, *m_crops)),
-      m_export(std::make_unique<ExportFlow>(*this, services, *m_playback))
+      m_export(std::make_unique<ExportFlow>(*this, services, *m_playback)),
+      m_loading(std::make_unique<SourceLoading>(*this, services, *m_playback, *m_crops, *m_export))
 {
 }
 

@@ -72,11 +72,10 @@ public:
 
     /// The status line, UTF-8.
     std::string phaseMessage() const;
-    /// The running export, or none. Announces nothing.
+    /// The export of this source that runs or waits for its turn, or none. Announces nothing.
     std::shared_ptr<TaskHandle> exportTask() const;
-    /// Every export that has not ended, also one that `exportTask` no longer returns because an earlier,
-    /// cancelled export ended after it began. Announces nothing. An export is still unfinished when it sets
-    /// its last phase.
+    /// Every export that has not ended, also those of sources that were replaced. `unfinishedExportsChanged`
+    /// follows each start and comes just before each end, so connect it queued.
     std::vector<std::shared_ptr<TaskHandle>> unfinishedExports() const;
     /// Every load that has not ended, also those that a later choice of a source has cancelled. Announces
     /// nothing.
@@ -115,6 +114,7 @@ Q_SIGNALS:
     void settingsChanged();
     void selectedCropChanged();
     void previewMutedChanged();
+    void unfinishedExportsChanged();
 
 private:
     template <typename Value>
@@ -137,8 +137,8 @@ private:
 
     std::unique_ptr<PreviewPlayback> m_playback;
     std::unique_ptr<CropSetup> m_crops;
-    std::unique_ptr<SourceLoading> m_loading;
     std::unique_ptr<ExportFlow> m_export;
+    std::unique_ptr<SourceLoading> m_loading;
 };
 
 } // namespace stackreel

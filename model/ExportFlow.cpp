@@ -3,18 +3,39 @@
 #include "media/CancellationError.h"
 #include "model/AppModel.h"
 #include "model/ExportFileName.h"
+#include "model/ExportQueue.h"
 #include "model/PreviewPlayback.h"
 #include "platform/panels/SavePanel.h"
 
 #include <QPointer>
 
 #include <system_error>
+#include <utility>
 
 namespace stackreel
 {
 
+namespace
+{
+
+/// Writes the file. A partial file does not survive a cancellation.
+QCoro::Task<> render(decltype(ModelServices::exportSource) exportSource, ExportRequest request,
+                     std::stop_token stop)
+{
+    const std::filesystem::path destination = request.output;
+    try {
+        co_await exportSource(std::move(request), std::move(stop));
+    } catch (const CancellationError&) {
+        std::error_code ignored;
+        std::filesystem::remove(destination, ignored);
+        throw;
+    }
+}
+
+} // namespace
+
 ExportFlow::ExportFlow(AppModel& model, const ModelServices& services, PreviewPlayback& playback)
-    : m_model(model), m_services(services), m_playback(playback)
+    : m_model(model), m_services(services), m_playback(playback), m_queue(std::make_shared<ExportQueue>())
 {
 }
 
@@ -29,34 +50,42 @@ void ExportFlow::chooseExportDestination()
         .canCreateDirectories = true,
         .allowedContentTypes = {ContentType::mp4},
     };
-    m_services.savePanel->begin(request, [this, model = QPointer(&m_model), source = *m_model.sourceURL(),
-                                          media = *m_model.mediaInfo()](const PanelResponse& response) {
+    const Job job = {.source = *m_model.sourceURL(), .destination = {}, .media = *m_model.mediaInfo()};
+    const auto start = [this, job, replaced = m_replacedSources](const std::filesystem::path& destination) {
+        if (replaced == m_replacedSources)
+            startExport(job, destination);
+    };
+    m_services.savePanel->begin(request, [model = QPointer(&m_model), start](const PanelResponse& response) {
         if (!model || !response.accepted || !response.url)
             return;
         QMetaObject::invokeMethod(
-            model,
-            [this, source, destination = *response.url, media] { startExport(source, destination, media); },
-            Qt::QueuedConnection);
+            model, [start, destination = *response.url] { start(destination); }, Qt::QueuedConnection);
     });
 }
 
-void ExportFlow::startExport(const std::filesystem::path& source, const std::filesystem::path& destination,
-                             const MediaInfo& media)
+void ExportFlow::sourceReplaced()
+{
+    ++m_replacedSources;
+    m_exportTask.reset();
+}
+
+void ExportFlow::startExport(Job job, const std::filesystem::path& destination)
 {
     if (m_exportTask)
         m_exportTask->cancel();
-    m_exportTask = TaskHandle::start(m_model, [this, source, destination, media](std::stop_token stop) {
-        return exportVideo(source, destination, media, std::move(stop));
-    });
+    job.number = ++m_lastExport;
+    job.destination = destination;
+    m_exportTask = TaskHandle::start(
+        m_model, [this, job](std::stop_token stop) { return exportAndNotify(job, std::move(stop)); });
     m_unfinished.add(m_exportTask);
+    Q_EMIT m_model.unfinishedExportsChanged();
 }
 
-ExportRequest ExportFlow::snapshot(const std::filesystem::path& source,
-                                   const std::filesystem::path& destination, const MediaInfo& media) const
+ExportRequest ExportFlow::snapshot(const Job& job) const
 {
-    return {.input = source,
-            .output = destination,
-            .media = media,
+    return {.input = job.source,
+            .output = job.destination,
+            .media = job.media,
             .top = m_model.topRegion(),
             .bottom = m_model.bottomRegion(),
             .settings = m_model.settings(),
@@ -64,26 +93,37 @@ ExportRequest ExportFlow::snapshot(const std::filesystem::path& source,
             .trimEnd = m_model.trimEnd()};
 }
 
-QCoro::Task<> ExportFlow::exportVideo(std::filesystem::path source, std::filesystem::path destination,
-                                      MediaInfo media, std::stop_token stop)
+QCoro::Task<> ExportFlow::exportAndNotify(Job job, std::stop_token stop)
 {
     const QPointer model(&m_model);
+    co_await exportVideo(std::move(job), std::move(stop));
+    if (model)
+        Q_EMIT model->unfinishedExportsChanged();
+}
+
+QCoro::Task<> ExportFlow::exportVideo(Job job, std::stop_token stop)
+{
+    if (!isShown(job))
+        co_return;
+    const QPointer model(&m_model);
+    const auto queue = m_queue;
+    const auto exportSource = m_services.exportSource;
     m_model.setPhase(Phase::exporting());
     m_playback.pause();
-    auto request = snapshot(source, destination, media);
-    const auto exportSource = m_services.exportSource;
+    auto request = snapshot(job);
     Phase outcome = Phase::ready();
     try {
-        co_await exportSource(std::move(request), stop);
-        outcome = Phase::complete(destination);
+        const auto turn = co_await ExportQueue::takeTurn(queue, stop);
+        if (!model)
+            co_return;
+        co_await render(exportSource, std::move(request), stop);
+        outcome = Phase::complete(job.destination);
     } catch (const CancellationError&) {
-        // A partial file must not survive a cancellation.
-        std::error_code ignored;
-        std::filesystem::remove(destination, ignored);
+        outcome = Phase::ready();
     } catch (const std::exception& error) {
         outcome = Phase::failed(error.what());
     }
-    if (model)
+    if (model && isShown(job))
         finish(outcome);
 }
 

@@ -60,6 +60,8 @@ void PreviewPlayback::tearDownPlayer()
         player->pause();
     m_model.setPlayer(nullptr);
     m_model.setPreviewPlaying(false);
+    if (m_interaction == Interaction::running)
+        m_interaction = Interaction::superseded;
 }
 
 void PreviewPlayback::play()
@@ -130,27 +132,34 @@ void PreviewPlayback::updateTrimEnd(double seconds)
 
 void PreviewPlayback::beginTimelineInteraction()
 {
+    m_interaction = Interaction::running;
     m_resumePlaybackAfterTimelineInteraction = m_model.previewPlaying();
     pause();
 }
 
-bool PreviewPlayback::takeResumeFlag()
+std::optional<bool> PreviewPlayback::endInteraction()
 {
-    return std::exchange(m_resumePlaybackAfterTimelineInteraction, false);
+    const bool wasPlaying = std::exchange(m_resumePlaybackAfterTimelineInteraction, false);
+    if (std::exchange(m_interaction, Interaction::none) == Interaction::superseded)
+        return std::nullopt;
+    return wasPlaying;
 }
 
 void PreviewPlayback::endTimelineInteraction(bool rebuildLoop)
 {
-    const bool wasPlaying = takeResumeFlag();
+    const auto wasPlaying = endInteraction();
+    if (!wasPlaying)
+        return;
     if (rebuildLoop)
-        rebuildPlayerLoop(m_model.currentTime(), wasPlaying);
-    else if (wasPlaying)
+        rebuildPlayerLoop(m_model.currentTime(), *wasPlaying);
+    else if (*wasPlaying)
         play();
 }
 
 void PreviewPlayback::endTimelineStep()
 {
-    rebuildPlayerLoop(m_model.trimStart(), takeResumeFlag());
+    if (const auto wasPlaying = endInteraction())
+        rebuildPlayerLoop(m_model.trimStart(), *wasPlaying);
 }
 
 void PreviewPlayback::rebuildPlayerLoop(double start, bool shouldPlay)
@@ -184,8 +193,13 @@ void PreviewPlayback::installTimeObserver(QueuePlayer& player)
 {
     // A queued call keeps the order of these times and the actions of the user. Qt discards it if the model
     // is destroyed before.
-    const auto post = [this, model = QPointer(&m_model)](MediaTime time) {
-        const auto update = [this, time] { updateCurrentTime(time); };
+    const std::weak_ptr<QueuePlayer> observed = m_model.player();
+    const auto post = [this, observed, model = QPointer(&m_model)](MediaTime time) {
+        const auto update = [this, observed, time] {
+            const auto reporting = observed.lock();
+            if (reporting && reporting == m_model.player())
+                updateCurrentTime(time);
+        };
         if (model)
             QMetaObject::invokeMethod(model, update, Qt::QueuedConnection);
     };

@@ -51,13 +51,17 @@ private:
     void installTimeObserver(QueuePlayer& player);
     void updateCurrentTime(MediaTime time);
     void seekPlayer(double seconds);
-    bool takeResumeFlag();
+    /// Ends the interaction. Returns whether playback resumes, or nothing when the interaction began with
+    /// another source.
+    std::optional<bool> endInteraction();
 
     AppModel& m_model;
     std::shared_ptr<Playback> m_playback;
     std::unique_ptr<PlayerLooper> m_playerLooper;
     std::optional<std::filesystem::path> m_previewURL;
     QueuePlayer::TimeObserverToken m_playerTimeObserver = 0;
+    enum class Interaction { none, running, superseded };
+    Interaction m_interaction = Interaction::none;
     bool m_resumePlaybackAfterTimelineInteraction = false;
 };
 

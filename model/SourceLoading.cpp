@@ -2,6 +2,7 @@
 
 #include "model/AppModel.h"
 #include "model/CropSetup.h"
+#include "model/ExportFlow.h"
 #include "model/PreviewPlayback.h"
 #include "platform/panels/OpenPanel.h"
 
@@ -19,8 +20,8 @@ constexpr int thumbnailCount = 12;
 } // namespace
 
 SourceLoading::SourceLoading(AppModel& model, const ModelServices& services, PreviewPlayback& playback,
-                             CropSetup& crops)
-    : m_model(model), m_services(services), m_playback(playback), m_crops(crops)
+                             CropSetup& crops, ExportFlow& exports)
+    : m_model(model), m_services(services), m_playback(playback), m_crops(crops), m_exports(exports)
 {
 }
 
@@ -50,9 +51,10 @@ void SourceLoading::startLoad(const std::filesystem::path& url)
 QCoro::Task<> SourceLoading::loadSource(std::filesystem::path url, std::stop_token stop)
 {
     if (stop.stop_requested())
-        co_return;
+        co_return; // superseded before it began
     const QPointer model(&m_model);
     const ModelServices services = m_services;
+    m_exports.sourceReplaced();
     m_model.setPhase(Phase::preparing());
     resetForSource(url);
     try {

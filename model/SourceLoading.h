@@ -14,18 +14,21 @@ namespace stackreel
 
 class AppModel;
 class CropSetup;
+class ExportFlow;
 class PreviewPlayback;
 
 /// Loads a source into the model, so that it plays and can be edited. Owns the loads and the thumbnail task.
 /// Main thread.
 ///
-/// The source chosen last wins, whichever load ends last: choosing a source cancels the load before it. A
-/// cancelled load ends its child process and changes nothing in the model.
+/// It is a rule of this product that the source chosen last wins, whichever load ends last. A person would
+/// lose work if the load of an earlier choice took over a source that is being edited. Choosing a source
+/// therefore cancels the load before it. A cancelled load ends its child process and changes nothing in the
+/// model.
 class SourceLoading
 {
 public:
-    SourceLoading(AppModel& model, const ModelServices& services, PreviewPlayback& playback,
-                  CropSetup& crops);
+    SourceLoading(AppModel& model, const ModelServices& services, PreviewPlayback& playback, CropSetup& crops,
+                  ExportFlow& exports);
 
     /// Shows the open panel; a chosen file is loaded.
     void chooseSource();
@@ -45,6 +48,7 @@ private:
     ModelServices m_services;
     PreviewPlayback& m_playback;
     CropSetup& m_crops;
+    ExportFlow& m_exports;
     UnfinishedTasks m_unfinished;
     std::shared_ptr<TaskHandle> m_thumbnailTask;
 };

@@ -115,10 +115,13 @@ TEST_F(CancellingAnExport, HappensWhenAnotherExportStarts)
     EXPECT_NE(model().exportTask(), first);
     EXPECT_FALSE(model().exportTask()->isCancelled());
     EXPECT_EQ(model().unfinishedExports(), (Tasks{first, model().exportTask()}));
+    EXPECT_EQ(m_services.exports.size(), 1U) << "the first has not ended";
     const auto second = model().exportTask();
     m_services.exports.at(0).task().fail(CancellationError());
-    EXPECT_EQ(model().exportTask(), nullptr);
+    EXPECT_EQ(model().phase(), Phase::exporting());
+    EXPECT_EQ(model().exportTask(), second);
     EXPECT_EQ(model().unfinishedExports(), Tasks{second});
+    runQueuedTasks();
     m_services.exports.at(1).task().complete(m_directory / "second.mp4");
     EXPECT_EQ(model().unfinishedExports(), Tasks());
     EXPECT_EQ(model().phase(), Phase::complete(m_directory / "second.mp4"));

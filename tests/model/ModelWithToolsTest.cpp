@@ -109,6 +109,29 @@ TEST_F(ModelWithToolsTest, LoadsAndExports)
     EXPECT_TRUE(model().previewPlaying());
 }
 
+TEST_F(ModelWithToolsTest, RunsTheExportsOfTwoSourcesOneAfterTheOther)
+{
+    installWaitingTool();
+    load();
+    startExport();
+    ASSERT_TRUE(eventually([&] { return isWaiting(); }));
+    const auto first = model().unfinishedExports().front();
+    load();
+    EXPECT_FALSE(first->hasEnded());
+
+    installTool("printf whole > \"$destination\"\n");
+    const auto other = m_directory / "other.mp4";
+    model().chooseExportDestination();
+    m_savePanel->choose(other);
+    ASSERT_TRUE(passes(Phase::Kind::exporting));
+    EXPECT_FALSE(std::filesystem::exists(other));
+    first->cancel();
+    ASSERT_TRUE(reaches(Phase::Kind::complete));
+    EXPECT_TRUE(first->hasEnded());
+    EXPECT_EQ(contentOf(other), "whole");
+    EXPECT_FALSE(std::filesystem::exists(destination));
+}
+
 TEST_F(ModelWithToolsTest, EndsTheChildOfALoadThatAnotherSupersedes)
 {
     installWaitingTool();

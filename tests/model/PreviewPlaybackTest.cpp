@@ -1,5 +1,6 @@
 #include "tests/model/PreviewPlaybackTest.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace stackreel
@@ -182,6 +183,17 @@ TEST_F(FollowingThePlayer, IgnoresTicksAfterTheModelIsDestroyed)
     player().tick(MediaTime::fromUnits(1200));
     runQueuedTasks();
     EXPECT_EQ(takeJournal(), Lines());
+}
+
+TEST_F(FollowingThePlayer, IgnoresATickThatIsQueuedWhenThePlayerIsReplaced)
+{
+    load(20);
+    model().chooseSource();
+    m_services.openPanel->choose("/clips/b.mov");
+    player().tick(MediaTime::fromUnits(600));
+    runQueuedTasks();
+    const Lines lines = takeJournal();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "currentTime 0"), 1) << "that of the load itself";
 }
 
 TEST_F(FollowingThePlayer, IgnoresTicksOfAReplacedPlayer)

@@ -51,6 +51,29 @@ TEST_F(ATimelineInteraction, ResumesOnceWhenEndedTwice)
     EXPECT_EQ(takeJournal(), Lines());
 }
 
+TEST_F(ATimelineInteraction, ChangesNothingWhenItEndsInAnotherSource)
+{
+    for (const bool rebuildLoop : {false, true}) {
+        load(20);
+        model().beginTimelineInteraction();
+        choose("/clips/b.mov");
+        takeJournal();
+        model().endTimelineInteraction(rebuildLoop);
+        EXPECT_EQ(takeJournal(), Lines()) << "while it loads";
+
+        load(20);
+        model().beginTimelineInteraction();
+        load(30, "/clips/b.mov");
+        model().endTimelineInteraction(rebuildLoop);
+        EXPECT_EQ(takeJournal(), Lines());
+        EXPECT_TRUE(model().previewPlaying());
+        model().beginTimelineInteraction();
+        takeJournal();
+        model().endTimelineInteraction(false);
+        EXPECT_EQ(takeJournal().size(), 2U) << "the next interaction resumes playback";
+    }
+}
+
 TEST_F(ATimelineInteraction, WorksWithoutAPlayer)
 {
     model().togglePreviewPlayback();
