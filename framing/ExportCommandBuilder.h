@@ -20,6 +20,8 @@ struct ExportRequest {
     ExportSettings settings;
     double trimStart = 0; ///< seconds
     double trimEnd = 0;   ///< seconds
+
+    bool operator==(const ExportRequest&) const = default;
 };
 
 /// Builds the command line of an export. Pure; cannot fail if the regions lie inside the frame

@@ -1,7 +1,6 @@
 #include "tests/support/fakes/FakePlayback.h"
 
 #include "platform/playback/PlayerItem.h"
-#include "tests/support/fakes/FakePlayerLooper.h"
 
 namespace stackreel
 {
@@ -17,7 +16,10 @@ std::unique_ptr<PlayerLooper> FakePlayback::makeLooper(const std::shared_ptr<Que
                                                        const PlayerItem& templateItem, MediaTimeRange range)
 {
     const auto& on = dynamic_cast<const FakeQueuePlayer&>(*player);
-    auto looper = std::make_unique<FakePlayerLooper>(m_journal, ++m_looperCount);
+    m_loops.push_back(
+        std::make_shared<FakeLoop>(FakeLoop{.player = &on, .file = templateItem.file, .range = range}));
+    auto looper =
+        std::make_unique<FakePlayerLooper>(m_journal, static_cast<int>(m_loops.size()), m_loops.back());
     m_journal->note("make " + looper->name() + " on " + on.name() + " for " + templateItem.file.string() +
                     " from " + described(range.start) + " for " + described(range.duration) +
                     (m_lastLooper.expired() ? "" : " beside the one before"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/playback/Playback.h"
+#include "tests/support/fakes/FakePlayerLooper.h"
 #include "tests/support/fakes/FakeQueuePlayer.h"
 #include "tests/support/fakes/Journal.h"
 
@@ -21,6 +22,9 @@ public:
     /// shows.
     FakeQueuePlayer& player() const { return *m_players.back(); }
     FakeQueuePlayer& player(std::size_t number) const { return *m_players.at(number - 1); }
+    const std::vector<std::shared_ptr<FakeQueuePlayer>>& players() const { return m_players; }
+    /// The loops of all loopers, in the order of their creation.
+    const std::vector<std::shared_ptr<FakeLoop>>& loops() const { return m_loops; }
 
     std::shared_ptr<QueuePlayer> makePlayer() override;
     std::unique_ptr<PlayerLooper> makeLooper(const std::shared_ptr<QueuePlayer>& player,
@@ -29,7 +33,7 @@ public:
 private:
     std::shared_ptr<Journal> m_journal;
     std::vector<std::shared_ptr<FakeQueuePlayer>> m_players;
-    int m_looperCount = 0;
+    std::vector<std::shared_ptr<FakeLoop>> m_loops;
     std::weak_ptr<const void> m_lastLooper;
 };
 

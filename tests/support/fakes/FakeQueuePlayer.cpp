@@ -24,11 +24,13 @@ void FakeQueuePlayer::tick(MediaTime time) const
 
 void FakeQueuePlayer::play()
 {
+    m_playing = true;
     note("play");
 }
 
 void FakeQueuePlayer::pause()
 {
+    m_playing = false;
     note("pause");
 }
 

@@ -18,6 +18,9 @@ public:
     FakeQueuePlayer(std::shared_ptr<Journal> journal, int number);
 
     const std::string& name() const { return m_name; } ///< "player 1"
+    /// Whether the last call of the two was `play`.
+    bool isPlaying() const { return m_playing; }
+    bool isObserved() const { return !m_observers.empty(); }
     /// Calls all registered time observers.
     void tick(MediaTime time) const;
     /// The video output that was set last, or null.
@@ -41,6 +44,7 @@ private:
     std::shared_ptr<Journal> m_journal;
     std::string m_name;
     bool m_muted = false;
+    bool m_playing = false;
     std::map<TimeObserverToken, TimeObserver> m_observers;
     TimeObserverToken m_lastToken = 0;
     std::shared_ptr<VideoOutput> m_output;

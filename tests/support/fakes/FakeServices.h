@@ -35,6 +35,7 @@ public:
     const std::string& arguments() const { return m_arguments; }
     ManualTask<T>& task() { return m_task; }
     bool isCancelled() const { return m_stop.stop_requested(); }
+    bool hasEnded() const { return m_task.hasEnded(); }
 
 private:
     struct Note {

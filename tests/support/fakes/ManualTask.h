@@ -31,6 +31,7 @@ public:
 
     QCoro::Task<T> task() { return awaited(m_state); }
 
+    bool hasEnded() const { return m_state->outcome.has_value(); }
     void complete(T value) { end(std::move(value)); }
     template <typename Error>
     void fail(const Error& error)

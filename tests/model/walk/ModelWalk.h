@@ -1,0 +1,112 @@
+#pragma once
+
+#include "model/AppModel.h"
+#include "tests/model/AnnouncementRecorder.h"
+#include "tests/model/walk/ModelInvariants.h"
+#include "tests/model/walk/Random.h"
+#include "tests/support/fakes/FakeServices.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+/// One run of the program: a model with fake services, random operations on it, and its end. Services end in
+/// any order, late or never. The operations are those that the window offers. Export files are written to
+/// `folder`, which must exist.
+class ModelWalk
+{
+public:
+    ModelWalk(Random& random, const std::filesystem::path& folder);
+    ~ModelWalk();
+    ModelWalk(const ModelWalk&) = delete;
+    ModelWalk& operator=(const ModelWalk&) = delete;
+
+    /// Carries out a random operation and checks the rules.
+    void step();
+    /// Ends the program as `Shutdown` does, or destroys the model with everything still running.
+    void end();
+
+    /// The broken rules so far, each as "rule: what was seen".
+    const std::vector<std::string>& broken() const { return m_broken; }
+    /// The operations so far, one on a line.
+    const std::string& operations() const { return m_operations; }
+
+private:
+    struct Operation {
+        std::size_t weight;
+        void (ModelWalk::*run)();
+    };
+    static const std::vector<Operation>& operationTable();
+
+    // Sources and exports (ModelWalkWork.cpp).
+    void showOpenPanel();
+    void answerOpenPanel();
+    void endInspection();
+    void endPreview();
+    void endThumbnails();
+    void showSavePanel();
+    void answerSavePanel();
+    void endExport();
+    void cancelExport();
+    void beginLoad();
+    void beginExports();
+    void adoptCalls();
+    void takeNextTurn();
+    void runQueue();
+    void expectSilence(bool late, const std::function<void()>& operation);
+    template <typename T>
+    std::size_t randomPending(const FakeServices::Calls<T>& calls);
+
+    // Edits (ModelWalkEdits.cpp).
+    void grabTimeline();
+    void dragTimeline();
+    void releaseTimeline();
+    void hideTimeline();
+    void stepTimeline();
+    void togglePlayback();
+    void mute();
+    void tick();
+    void moveCrop();
+    void selectCrop();
+    void swapCrops();
+    void chooseAspect();
+    void typeSize();
+    double randomTime();
+
+    void check();
+    void note(const std::string& operation) { m_operations += operation + "\n"; }
+    void quit();
+    /// Ends the calls that are pending, as cancelled. Returns whether each was asked to stop.
+    template <typename T>
+    static bool endAll(FakeServices::Calls<T>& calls);
+    /// A queued call may queue another.
+    static constexpr int queueRounds = 6;
+
+    Random& m_random;
+    std::filesystem::path m_folder;
+    FakeServices m_services;
+    std::unique_ptr<AppModel> m_model;
+    std::optional<AnnouncementRecorder> m_recorder;
+    Expected m_expected;
+    ModelInvariants m_invariants;
+    Phase::Kind m_lastPhase = Phase::Kind::empty;
+
+    bool m_openPanelShown = false;
+    std::optional<unsigned> m_savePanelSource;         ///< the source's number when the save panel was shown
+    std::optional<std::filesystem::path> m_chosen;     ///< the load is queued
+    std::vector<std::filesystem::path> m_destinations; ///< of queued exports of the current source
+    std::optional<unsigned> m_dragSource;
+    char m_grabbed = ' '; ///< 's' or 'e' for a trim handle, 'p' for the playhead
+
+    bool m_knownUnfinished = false; ///< whether an export is unfinished, as `unfinishedExportsChanged` tells
+    std::vector<std::string> m_broken;
+    std::string m_operations;
+};
+
+} // namespace stackreel
