@@ -32,9 +32,10 @@ class TimelineEditor : public QObject
     Q_PROPERTY(double playheadX READ playheadX NOTIFY playheadXChanged FINAL)
     Q_PROPERTY(double step READ step NOTIFY stepChanged FINAL) ///< seconds
 
-    /// Whether the start or the end handle is being dragged. Both are false while the playhead is dragged.
+    /// Whether the start handle, the end handle or the playhead is being dragged.
     Q_PROPERTY(bool draggingStart READ draggingStart NOTIFY activityChanged FINAL)
     Q_PROPERTY(bool draggingEnd READ draggingEnd NOTIFY activityChanged FINAL)
+    Q_PROPERTY(bool draggingPlayhead READ draggingPlayhead NOTIFY activityChanged FINAL)
     /// Whether the start or the end handle is hovered or being dragged.
     Q_PROPERTY(bool startActive READ startActive NOTIFY activityChanged FINAL)
     Q_PROPERTY(bool endActive READ endActive NOTIFY activityChanged FINAL)
@@ -61,6 +62,7 @@ public:
     const CursorStack& cursors() const { return m_cursors; }
     bool draggingStart() const { return m_interaction == TimelineInteraction::trimStart; }
     bool draggingEnd() const { return m_interaction == TimelineInteraction::trimEnd; }
+    bool draggingPlayhead() const { return m_interaction == TimelineInteraction::playhead; }
     bool startActive() const { return isActive(TimelineInteraction::trimStart); }
     bool endActive() const { return isActive(TimelineInteraction::trimEnd); }
     Qt::CursorShape cursorShape() const { return m_cursors.current(); }

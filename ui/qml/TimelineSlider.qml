@@ -16,12 +16,13 @@ FocusItem {
     required property real step
     // Screen readers derive the number of decimals from the step size. A step of 0.25 s would hide the second decimal.
     readonly property real stepSize: Math.min(step, announcesValueOnly ? 0.01 : 1)
-    /// Whether the time is changing because the preview is playing.
-    property bool running: false
+    /// Whether the player, too, changes the time. It reports times even after a pause.
+    property bool followsPlayer: false
+    property bool dragged: false
     property bool stepping: false
 
     // These two properties determine which changes are reported to assistive technology (`AccessibleChanges.h`).
-    readonly property bool changesByItself: running && !stepping
+    readonly property bool changesByItself: followsPlayer && !stepping && !dragged
     readonly property bool announcesValueOnly: step < 1
 
     signal stepped(direction: int)

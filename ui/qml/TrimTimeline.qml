@@ -66,7 +66,8 @@ Item {
                 height: 42
                 name: qsTr("Video position")
                 seconds: timeline.model.currentTime
-                running: timeline.model.previewPlaying
+                followsPlayer: true
+                dragged: editor.draggingPlayhead
                 valueText: timeline.model.timeText(seconds)
                 maximumValue: timeline.model.duration
                 step: editor.step

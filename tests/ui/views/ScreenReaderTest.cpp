@@ -2,6 +2,8 @@
 
 #include <QAccessible>
 
+#include <set>
+
 namespace stackreel
 {
 
@@ -150,21 +152,68 @@ TEST_F(ScreenReaderTest, AFieldExposesItsTextItsSelectionAndItsWords)
     EXPECT_FALSE(widthText().textAtOffset(0, QAccessible::WordBoundary, &start, &end).isEmpty());
 }
 
-TEST_F(ScreenReaderTest, SuppressesValueChangesOnlyOfAPlayingPlayhead)
+/// Which changes of the playhead's time are reported to screen readers.
+class PlayheadReportTest : public ScreenReaderTest
 {
-    enter(WindowModel::Ready);
+protected:
+    void SetUp() override
+    {
+        ScreenReaderTest::SetUp();
+        enter(WindowModel::Ready);
+        QObject::connect(&windowModel(), &WindowModel::currentTimeChanged, &windowModel(),
+                         [this] { m_reported.insert(!changesByItself("videoPosition")); });
+    }
+
+    bool changesByItself(const char* slider) { return item(slider).property("changesByItself").toBool(); }
+    void playerReports(double seconds)
+    {
+        fakes().playback->player().tick(MediaTime::fromSeconds(seconds));
+        settle();
+    }
+    std::set<bool> reported() const { return m_reported; }
+
+private:
+    std::set<bool> m_reported;
+};
+
+TEST_F(PlayheadReportTest, SuppressesTheTimesOfThePlayer)
+{
     ASSERT_TRUE(model().previewPlaying());
-    EXPECT_TRUE(item("videoPosition").property("changesByItself").toBool());
-    EXPECT_FALSE(item("trimStartHandle").property("changesByItself").toBool());
-    bool reportedDuringStep = false;
-    QObject::connect(&windowModel(), &WindowModel::currentTimeChanged, &windowModel(), [&] {
-        reportedDuringStep = !item("videoPosition").property("changesByItself").toBool();
-    });
+    playerReports(4);
+    EXPECT_EQ(reported(), std::set{false});
+}
+
+TEST_F(PlayheadReportTest, SuppressesATimeOfThePlayerThatArrivesAfterAPause)
+{
+    model().togglePreviewPlayback();
+    ASSERT_FALSE(model().previewPlaying());
+    playerReports(4);
+    EXPECT_EQ(reported(), std::set{false});
+}
+
+TEST_F(PlayheadReportTest, SuppressesThePlayheadThatFollowsATrim)
+{
+    model().togglePreviewPlayback();
+    focus("trimStartHandle");
+    key(Qt::Key_Right);
+    EXPECT_EQ(reported(), std::set{false});
+    EXPECT_FALSE(changesByItself("trimStartHandle"));
+}
+
+TEST_F(PlayheadReportTest, ReportsAStepWhilePlaying)
+{
     focus("videoPosition");
     key(Qt::Key_Right);
-    EXPECT_TRUE(reportedDuringStep);
-    model().togglePreviewPlayback();
-    EXPECT_FALSE(item("videoPosition").property("changesByItself").toBool());
+    EXPECT_EQ(reported(), std::set{true});
+}
+
+TEST_F(PlayheadReportTest, ReportsADrag)
+{
+    const QPoint start = centre(item("strip"));
+    press(start);
+    moveTo(start + QPoint(50, 0));
+    EXPECT_EQ(reported(), std::set{true});
+    release(start + QPoint(50, 0));
 }
 
 } // namespace
