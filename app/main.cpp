@@ -58,8 +58,9 @@ ModelServices services()
                                  std::make_shared<FileSavePanel>(folders));
 }
 
-int run(int& argc, char** argv, TerminationSignals& signals)
+int run(int& argc, char** argv)
 {
+    const TerminationSignals signals;
     const auto application = makeApplication(argc, argv);
     chooseSceneGraph();
     StackreelApp app(services(), Bundle::infoDictionary(), standardUpdateServices());
@@ -81,10 +82,9 @@ int run(int& argc, char** argv, TerminationSignals& signals)
 int main(int argc, char* argv[])
 {
     StandardStreams::prepare();
-    TerminationSignals signals;
     int status = EXIT_FAILURE;
     try {
-        status = run(argc, argv, signals);
+        status = run(argc, argv);
     } catch (const std::exception& error) {
         StandardStreams::writeError(std::string(error.what()) + "\n");
     }

@@ -56,11 +56,8 @@ QCoro::Task<int> statusOf(CliOptions options, TerminationSignals& signals)
 /// Suppresses Qt's warning about a locale that is not UTF-8. The program does not depend on the locale.
 void ignoreMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
-} // namespace
-
-int main(int argc, char* argv[])
+int run(int argc, char* argv[])
 {
-    StandardStreams::prepare();
     TerminationSignals signals;
     const CliOptions options = parseOptions({argv + (argc > 0 ? 1 : 0), argv + argc});
 
@@ -71,4 +68,17 @@ int main(int argc, char* argv[])
     const QCoreApplication application(ownName, argv);
     qInstallMessageHandler(previous);
     return QCoro::waitFor(statusOf(options, signals));
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    StandardStreams::prepare();
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        StandardStreams::writeError(std::string(error.what()) + "\n");
+        return failed;
+    }
 }

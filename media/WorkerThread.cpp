@@ -1,5 +1,7 @@
 #include "media/WorkerThread.h"
 
+#include "platform/StartThread.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 
@@ -28,7 +30,7 @@ void ThreadCompletion::start(std::function<void()> work, std::coroutine_handle<>
     m_continuation = continuation;
     // Created before the thread starts, so that the thread needs no memory to report its end.
     auto ended = std::make_unique<QEvent>(endedEvent());
-    m_thread = std::thread([this, work = std::move(work), ended = std::move(ended)]() mutable {
+    m_thread = startThread([this, work = std::move(work), ended = std::move(ended)]() mutable {
         work();
         QCoreApplication::postEvent(this, ended.release());
     });

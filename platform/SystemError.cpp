@@ -9,4 +9,10 @@ SystemError::SystemError(int errorNumber, const std::string& action, const std::
 {
 }
 
+SystemError::SystemError(int errorNumber, const std::string& action)
+    : std::system_error(errorNumber, std::system_category()),
+      m_description("Could not " + action + ": " + code().message() + ".")
+{
+}
+
 } // namespace stackreel

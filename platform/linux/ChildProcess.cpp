@@ -3,6 +3,7 @@
 #include "platform/SystemCalls.h"
 #include "platform/SystemError.h"
 #include "platform/linux/ChildRegistry.h"
+#include "platform/linux/EndingSignals.h"
 
 #include <unistd.h>
 
@@ -42,6 +43,9 @@ struct Attributes {
         posix_spawnattr_init(&value);
         sigset_t signals;
         sigfillset(&signals);
+        for (const int signal : endingSignals)
+            if (isIgnored(signal))
+                sigdelset(&signals, signal);
         posix_spawnattr_setsigdefault(&value, &signals);
         sigemptyset(&signals);
         posix_spawnattr_setsigmask(&value, &signals);

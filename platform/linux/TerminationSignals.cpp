@@ -1,5 +1,8 @@
 #include "platform/TerminationSignals.h"
 
+#include "platform/StartThread.h"
+#include "platform/linux/EndingSignals.h"
+
 namespace stackreel
 {
 
@@ -9,18 +12,12 @@ namespace
 // Wakes the receiving thread in `finish`.
 constexpr int wakeUp = SIGUSR2;
 
-bool isIgnored(int signal)
-{
-    struct sigaction current = {};
-    return ::sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
-}
-
 sigset_t signalsToAwait()
 {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, wakeUp);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
+    for (const int signal : endingSignals)
         if (!isIgnored(signal))
             sigaddset(&signals, signal);
     return signals;
@@ -35,7 +32,7 @@ TerminationSignals::TerminationSignals() : m_awaited(signalsToAwait())
     // reap the children itself, and waiting for them would fail.
     ::signal(SIGCHLD, SIG_DFL);
     pthread_sigmask(SIG_BLOCK, &m_awaited, nullptr);
-    m_thread = std::thread([this] { receive(); });
+    m_thread = startThread([this] { receive(); });
 }
 
 TerminationSignals::~TerminationSignals()

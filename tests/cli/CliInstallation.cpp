@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <pty.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -45,6 +46,16 @@ void redirect(int descriptor, const std::filesystem::path& file)
     const int opened = ::open(file.c_str(), O_WRONLY | O_CREAT, 0600);
     ::dup2(opened, descriptor);
     ::close(opened);
+}
+
+/// Becomes a user without other processes, where this process may do so, and sets a limit to its processes.
+void limitProcesses(int count)
+{
+    const auto user = static_cast<uid_t>(100000 + ::getpid());
+    if (::getuid() == 0 && ::setresuid(user, user, user) != 0)
+        ::_exit(126);
+    const rlimit limit = {.rlim_cur = static_cast<rlim_t>(count), .rlim_max = static_cast<rlim_t>(count)};
+    ::setrlimit(RLIMIT_NPROC, &limit);
 }
 
 } // namespace
@@ -93,6 +104,10 @@ void RunningCli::executeProgram(const std::filesystem::path& program,
         redirect(STDERR_FILENO, m_captured / "stderr");
     for (const int number : environment.ignored)
         ::signal(number, SIG_IGN);
+    if (::chdir(directory.c_str()) != 0)
+        ::_exit(127);
+    if (environment.processes > 0)
+        limitProcesses(environment.processes);
 
     std::vector<std::string> words = {program};
     words.insert(words.end(), arguments.begin(), arguments.end());
@@ -100,8 +115,7 @@ void RunningCli::executeProgram(const std::filesystem::path& program,
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
-    if (::chdir(directory.c_str()) == 0)
-        ::execv(program.c_str(), pointers.data());
+    ::execv(program.c_str(), pointers.data());
     ::_exit(127);
 }
 
@@ -114,6 +128,12 @@ void RunningCli::type(std::string_view keys) const
 {
     if (::write(m_terminal, keys.data(), keys.size()) != static_cast<ssize_t>(keys.size()))
         throw std::system_error(errno, std::system_category(), "type");
+}
+
+void RunningCli::closeTerminal()
+{
+    ::close(m_terminal);
+    m_terminal = -1;
 }
 
 const std::string& RunningCli::screen()
@@ -149,6 +169,8 @@ CliResult RunningCli::result()
 
 CliInstallation::CliInstallation()
 {
+    // Another user may run it: see `CliEnvironment::processes`.
+    std::filesystem::permissions(m_tree.path(), std::filesystem::perms(0755));
     std::filesystem::create_directories(m_tree / "bin");
     std::filesystem::copy_file(STACKREEL_CLI, m_tree / "bin/stackreel-cli");
     setTool("ffprobe", fakeProbe);
@@ -160,7 +182,8 @@ CliInstallation::CliInstallation()
 
 void CliInstallation::setTool(const std::string& name, const std::string& script) const
 {
-    m_tree.writeExecutable("lib/stackreel/" + name, scriptStart + script);
+    const auto file = m_tree.writeExecutable("lib/stackreel/" + name, scriptStart + script);
+    std::filesystem::permissions(file, std::filesystem::perms(0755));
 }
 
 void CliInstallation::removeTool(const std::string& name) const

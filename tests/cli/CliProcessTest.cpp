@@ -191,6 +191,16 @@ TEST_F(CliProcess, NamesAMissingTool)
               "ffprobe is missing. Build the bundled media tools first.\n");
 }
 
+TEST_F(CliProcess, SaysSoWhenItMayNotStartAThreadOrATool)
+{
+    for (const int processes : {1, 2, 3}) {
+        const CliResult result = m_cli.run({"probe", "/etc/passwd"}, {.processes = processes});
+        EXPECT_EQ(result.status, 1) << processes;
+        EXPECT_TRUE(result.error.starts_with("Could not start ")) << result.error;
+        EXPECT_TRUE(result.error.ends_with(": Resource temporarily unavailable.\n")) << result.error;
+    }
+}
+
 TEST_F(CliProcess, ShowsTheLastLinesOfAFailedTool)
 {
     m_cli.setTool("ffmpeg", "printf half >\"$last\"; echo 'frame=1 time=00:00:01.00' >&2; echo >&2; "

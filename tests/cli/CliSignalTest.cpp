@@ -107,13 +107,32 @@ TEST(CliSignal, ReportsCancellationWhenControlCEndsTheToolFirst)
     }
 }
 
-TEST(CliSignal, StaysIgnoredWhenItWasIgnoredFromTheStart)
+TEST(CliSignal, StaysIgnoredByTheProgramAndItsToolsWhenItWasIgnoredFromTheStart)
+{
+    for (const Moment& moment : moments) {
+        for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+            const CliInstallation cli;
+            cli.setTool(moment.tool, moment.script);
+            RunningCli running = cli.start({"export", "clip.mov", "out.mp4"}, {.ignored = {number}});
+            const pid_t tool = cli.waitForPausedTool();
+            running.signal(number);
+            ::kill(tool, number);
+            cli.resumeTool();
+            const CliResult result = running.result();
+            EXPECT_EQ(result.status, 0) << moment.name << " by " << number << ": " << result.error;
+            EXPECT_NE(cli.content("out.mp4"), "");
+        }
+    }
+}
+
+TEST(CliSignal, FinishesTheExportWhenTheTerminalClosesAndHangUpsAreIgnored)
 {
     const CliInstallation cli;
     cli.setTool("ffmpeg", moments[1].script);
-    RunningCli running = cli.start({"export", "clip.mov", "out.mp4"}, {.ignored = {SIGHUP}});
+    RunningCli running =
+        cli.start({"export", "clip.mov", "out.mp4"}, {.onTerminal = true, .ignored = {SIGHUP}});
     cli.waitForPausedTool();
-    running.signal(SIGHUP);
+    running.closeTerminal();
     cli.resumeTool();
     EXPECT_EQ(running.result().status, 0);
     EXPECT_EQ(cli.content("out.mp4"), "whole");

@@ -14,4 +14,10 @@ TEST(SystemError, DescribesTheActionTheFileAndTheReason)
     EXPECT_EQ(error.code(), std::error_code(ENOSPC, std::system_category()));
 }
 
+TEST(SystemError, DescribesACallWithoutAFile)
+{
+    EXPECT_STREQ(SystemError(EAGAIN, "start a thread").what(),
+                 "Could not start a thread: Resource temporarily unavailable.");
+}
+
 } // namespace stackreel

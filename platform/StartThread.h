@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/SystemError.h"
+
+#include <thread>
+#include <utility>
+
+namespace stackreel
+{
+
+/// Starts a thread. Throws `SystemError`, with a sentence for the user, when the system cannot start another.
+template <typename Body>
+std::thread startThread(Body body)
+{
+    try {
+        return std::thread(std::move(body));
+    } catch (const std::system_error& error) {
+        throw SystemError(error.code().value(), "start a thread");
+    }
+}
+
+} // namespace stackreel
