@@ -57,9 +57,11 @@ missing_packages() {
 # offered_name ENTRY: prints the first name of the entry that can be installed on this system; the last name if none
 # can.
 offered_name() {
-  local name
+  local name policy
   for name in ${1//|/ }; do
-    apt-cache policy "$name" 2>/dev/null | grep -q 'Candidate: [^(]' && break
+    # Not piped into grep -q: it ends early, apt-cache dies by SIGPIPE, and with pipefail the name counts as not offered.
+    policy=$(apt-cache policy "$name" 2>/dev/null)
+    [[ $policy != *"Candidate: "[!\(]* ]] || break
   done
   echo "$name"
 }

@@ -10,8 +10,10 @@ status=0
 tool() { printf '#!/bin/bash\n%s\n' "$2" >"$folder/$1" && chmod +x "$folder/$1"; }
 # shellcheck disable=SC2016 # expanded by the tool
 tool dpkg-query 'case " $INSTALLED " in *" ${!#} "*) echo -n installed ;; *) exit 1 ;; esac'
+# A version table longer than a pipe holds follows, so that apt-cache dies if its reader ends early.
 # shellcheck disable=SC2016
-tool apt-cache 'case " $OFFERED " in *" $2 "*) echo "  Candidate: 1.0-1" ;; *) echo "  Candidate: (none)" ;; esac'
+tool apt-cache 'case " $OFFERED " in *" $2 "*) echo "  Candidate: 1.0-1" ;; *) echo "  Candidate: (none)" ;; esac
+printf "%100000s\n" table'
 # shellcheck disable=SC2016
 tool apt-get 'echo "$*" >>"'"$folder"'/asked"'
 tool id 'echo 0'
@@ -24,8 +26,8 @@ expect() { # WHAT EXPECTED SEEN
 
 require() { # INSTALLED OFFERED NAME…
   rm -f "$folder/asked"
-  INSTALLED=$1 OFFERED=$2 PATH=$folder:/usr/bin:/bin bash -c '. "$1/scripts/packages.sh"; shift; require_packages "$@"' \
-    bash "$source" "${@:3}" 2>/dev/null
+  INSTALLED=$1 OFFERED=$2 PATH=$folder:/usr/bin:/bin bash -o pipefail -c \
+    '. "$1/scripts/packages.sh"; shift; require_packages "$@"' bash "$source" "${@:3}" 2>/dev/null
 }
 # The names that apt-get was asked to install; empty if apt-get was not run.
 installed() { sed -n 's/^install -y -qq --no-install-recommends //p' "$folder/asked" 2>/dev/null; }
