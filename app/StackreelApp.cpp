@@ -23,11 +23,11 @@ StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, U
     // `exit` instead of `quit`: `quit` first closes the windows, and one of them may be the caller.
     QObject::connect(&m_actions, &WindowActions::quitRequested, &m_actions, [] { QCoreApplication::exit(); });
     QObject::connect(
-        &m_model, &AppModel::unfinishedExportsChanged, &m_actions, [this] { keepAwakeWhileExporting(); },
+        &m_model, &AppModel::unfinishedExportsChanged, &m_actions, [this] { inhibitSleepWhileExporting(); },
         Qt::QueuedConnection);
 }
 
-void StackreelApp::keepAwakeWhileExporting()
+void StackreelApp::inhibitSleepWhileExporting()
 {
     m_sleepInhibitor.setInhibited(!m_model.unfinishedExports().empty());
 }

@@ -29,7 +29,7 @@ public:
     QQuickWindow& window() { return m_mainWindow.window(); }
 
 private:
-    void keepAwakeWhileExporting();
+    void inhibitSleepWhileExporting();
 
     AppModel m_model;
     UpdaterController m_updater;

@@ -78,7 +78,7 @@ void ProgressDisplay::show()
 
 void ProgressDisplay::drawBar(std::size_t columns)
 {
-    if (!StandardStreams::errorTerminalIsOurs())
+    if (!StandardStreams::canDrawOnErrorTerminal())
         return;
     // Only a carriage return and spaces are used: they work on every terminal, whichever control sequences it
     // supports.

@@ -28,7 +28,7 @@ struct StandardStreams {
     static std::optional<std::size_t> errorTerminalWidth();
     /// Whether standard error is a terminal and this process is in the terminal's foreground process group,
     /// and so may draw on it.
-    static bool errorTerminalIsOurs();
+    static bool canDrawOnErrorTerminal();
 };
 
 } // namespace stackreel

@@ -83,7 +83,7 @@ std::optional<std::size_t> StandardStreams::errorTerminalWidth()
     return size.ws_col;
 }
 
-bool StandardStreams::errorTerminalIsOurs()
+bool StandardStreams::canDrawOnErrorTerminal()
 {
     return ::isatty(STDERR_FILENO) == 1 && ::tcgetpgrp(STDERR_FILENO) == ::getpgrp();
 }

@@ -9,7 +9,7 @@ namespace stackreel
 
 UpdateServices standardUpdateServices()
 {
-    return {.messages = std::make_shared<UpdateMessageBoxes>(&QDesktopServices::openUrl),
+    return {.notifier = std::make_shared<UpdateMessageBoxes>(&QDesktopServices::openUrl),
             .store = UpdateStore(UpdateStore::standardFile())};
 }
 

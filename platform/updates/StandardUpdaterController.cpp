@@ -90,16 +90,16 @@ void StandardUpdaterController::evaluate(const QByteArray& document)
     const bool userRequested = std::exchange(m_userRequested, false);
     const QString installed = QString::fromStdString(m_configuration.installedVersion);
     if (feed.newest().version > *UpdateVersion::parse(m_configuration.installedVersion))
-        m_services.messages->showUpdate(feed.newest(), installed, userRequested);
+        m_services.notifier->showUpdate(feed.newest(), installed, userRequested);
     else if (userRequested)
-        m_services.messages->showUpToDate(installed);
+        m_services.notifier->showUpToDate(installed);
     Q_EMIT checkFinished();
 }
 
 void StandardUpdaterController::finishWithError(const QString& sentence)
 {
     if (std::exchange(m_userRequested, false))
-        m_services.messages->showError(sentence);
+        m_services.notifier->showError(sentence);
     Q_EMIT checkFinished();
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/updates/FeedFetcher.h"
 #include "platform/updates/FeedSignature.h"
-#include "platform/updates/UpdateMessages.h"
+#include "platform/updates/UpdateNotifier.h"
 #include "platform/updates/UpdateStore.h"
 
 #include <QObject>
@@ -37,7 +37,7 @@ struct UpdateSchedule {
 
 /// The services that the updater uses; tests replace them.
 struct UpdateServices {
-    std::shared_ptr<UpdateMessages> messages; ///< never null
+    std::shared_ptr<UpdateNotifier> notifier; ///< never null
     UpdateStore store;
     std::function<std::chrono::system_clock::time_point()> now = std::chrono::system_clock::now;
     UpdateSchedule schedule = {};

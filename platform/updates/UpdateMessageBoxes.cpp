@@ -23,7 +23,7 @@ QString translated(const char* text)
     return QCoreApplication::translate("UpdateMessageBoxes", text);
 }
 
-void addSentence(QDialog* box, const QString& sentence)
+void addLabel(QDialog* box, const QString& sentence)
 {
     auto* const label = new QLabel(sentence, box);
     label->setTextFormat(Qt::PlainText);
@@ -45,7 +45,7 @@ int heightFor(const QPlainTextEdit& edit, const QString& text)
 }
 
 /// Adds a read-only field whose text can be selected and copied. The text and its words may be of any length.
-void addText(QDialog* box, const QString& text, const QString& name)
+void addReadOnlyText(QDialog* box, const QString& text, const QString& name)
 {
     auto* const edit = new QPlainTextEdit(text, box);
     edit->setReadOnly(true);
@@ -81,9 +81,9 @@ void UpdateMessageBoxes::showUpdate(const UpdateRelease& release, const QString&
 {
     QDialog* const box = newBox();
     const QString version = QString::fromStdString(release.versionText);
-    addSentence(box, translated("Stackreel %1 is available. You have %2.").arg(version, installedVersion));
+    addLabel(box, translated("Stackreel %1 is available. You have %2.").arg(version, installedVersion));
     if (!release.notes.empty())
-        addText(box, QString::fromStdString(release.notes), translated("What is new"));
+        addReadOnlyText(box, QString::fromStdString(release.notes), translated("What is new"));
     QDialogButtonBox* const row = addButtons(box, QDialogButtonBox::NoButton);
     QPushButton* const open = row->addButton(translated("Open Download Page"), QDialogButtonBox::AcceptRole);
     QPushButton* const later = row->addButton(translated("Later"), QDialogButtonBox::RejectRole);
@@ -121,7 +121,7 @@ QDialog* UpdateMessageBoxes::newBox()
 void UpdateMessageBoxes::showSentence(const QString& sentence)
 {
     QDialog* const box = newBox();
-    addSentence(box, sentence);
+    addLabel(box, sentence);
     addButtons(box, QDialogButtonBox::Ok);
     box->show();
 }
@@ -131,9 +131,9 @@ void UpdateMessageBoxes::showPage(const QString& page)
     if (m_openPage(QUrl(page, QUrl::StrictMode)))
         return;
     QDialog* const box = newBox();
-    addSentence(
-        box, translated("Stackreel found no browser to open the download page with. This is its address:"));
-    addText(box, page, translated("Address of the download page"));
+    addLabel(box,
+             translated("Stackreel found no browser to open the download page with. This is its address:"));
+    addReadOnlyText(box, page, translated("Address of the download page"));
     addButtons(box, QDialogButtonBox::Ok)->button(QDialogButtonBox::Ok)->setFocus();
     box->show();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/updates/UpdateMessages.h"
+#include "platform/updates/UpdateNotifier.h"
 
 #include <QPointer>
 #include <QUrl>
@@ -13,9 +13,9 @@ class QPushButton;
 namespace stackreel
 {
 
-/// The updater's messages as non-modal dialogs. A new message replaces the previous one. All texts are plain
-/// text: markup in them is not interpreted.
-class UpdateMessageBoxes : public UpdateMessages
+/// Shows the updater's messages in non-modal dialogs. A new message replaces the previous one. All texts are
+/// plain text: markup in them is not interpreted.
+class UpdateMessageBoxes : public UpdateNotifier
 {
 public:
     /// Opens an address in the user's browser; returns false when that is not possible.

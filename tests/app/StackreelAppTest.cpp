@@ -4,7 +4,7 @@
 #include "platform/updates/StandardUpdateServices.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/TemporaryDirectory.h"
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 
 #include <QGuiApplication>
 #include <QTest>
@@ -32,10 +32,10 @@ protected:
     {
         m_app.model().chooseSource();
         m_world.openPanel->choose(m_folder / "clip.mov");
-        OfflineWindow::settle();
-        m_world.inspections.back().task().complete(OfflineWindow::clip());
+        WindowWithFakes::settle();
+        m_world.inspections.back().task().complete(WindowWithFakes::clip());
         m_world.previews.back().task().complete(m_folder / "clip.mov");
-        OfflineWindow::settle();
+        WindowWithFakes::settle();
     }
     void startExport() { startExport(m_destination); }
     void startExport(const std::filesystem::path& destination)
@@ -43,7 +43,7 @@ protected:
         load();
         m_app.model().chooseExportDestination();
         m_world.savePanel->choose(destination);
-        OfflineWindow::settle();
+        WindowWithFakes::settle();
         m_folder.write(destination.filename(), "half");
         ASSERT_EQ(m_app.model().phase(), Phase::exporting());
     }
@@ -115,7 +115,7 @@ TEST_F(StackreelAppTest, CancelsARunningLoadAndWaitsForItsEnd)
 {
     m_app.model().chooseSource();
     m_world.openPanel->choose(m_folder / "clip.mov");
-    OfflineWindow::settle();
+    WindowWithFakes::settle();
     ASSERT_EQ(m_app.model().phase(), Phase::preparing());
     bool ended = false;
     QTimer::singleShot(30, &m_app.model(), [&] {
@@ -135,7 +135,7 @@ TEST_F(StackreelAppTest, DoesNothingWhenUpdatesAreCheckedWithoutAKey)
     auto* item = m_app.window().findChild<QObject*>(QStringLiteral("updatesItem"));
     ASSERT_NE(item, nullptr);
     QMetaObject::invokeMethod(item, "triggered");
-    OfflineWindow::settle();
+    WindowWithFakes::settle();
     for (QWindow* window : QGuiApplication::topLevelWindows())
         EXPECT_TRUE(!window->isVisible() || window == &m_app.window());
 }

@@ -123,7 +123,7 @@ TEST(ExportCheck, ReportsUnwantedSound)
     EXPECT_EQ(errorFor(goodReport(), silent), "The export did not become what was asked for: it has sound.");
 }
 
-bool passes(double length, double asked, std::optional<std::int64_t> frames)
+bool isAccepted(double length, double asked, std::optional<std::int64_t> frames)
 {
     ExportExpectation expected = tenSeconds;
     expected.lengthSeconds = asked;
@@ -134,24 +134,24 @@ bool passes(double length, double asked, std::optional<std::int64_t> frames)
 
 TEST(ExportCheck, AcceptsALengthWithinHalfASecondAndTwoFrames)
 {
-    EXPECT_TRUE(passes(9.5, 10, std::nullopt));
-    EXPECT_TRUE(passes(10.5, 10, std::nullopt));
-    EXPECT_FALSE(passes(9.4, 10, std::nullopt));
-    EXPECT_FALSE(passes(10.6, 10, std::nullopt));
+    EXPECT_TRUE(isAccepted(9.5, 10, std::nullopt));
+    EXPECT_TRUE(isAccepted(10.5, 10, std::nullopt));
+    EXPECT_FALSE(isAccepted(9.4, 10, std::nullopt));
+    EXPECT_FALSE(isAccepted(10.6, 10, std::nullopt));
     // The frame rates are one frame per second and one per ten seconds.
-    EXPECT_TRUE(passes(8, 9.6, 8));
-    EXPECT_TRUE(passes(20, 35, 2));
-    EXPECT_FALSE(passes(20, 45, 2));
+    EXPECT_TRUE(isAccepted(8, 9.6, 8));
+    EXPECT_TRUE(isAccepted(20, 35, 2));
+    EXPECT_FALSE(isAccepted(20, 45, 2));
     // The export of a truncated source has few frames, but each of them is short.
-    EXPECT_FALSE(passes(1.0 / 30, 10, 1));
-    EXPECT_FALSE(passes(9.4, 10, 0));
+    EXPECT_FALSE(isAccepted(1.0 / 30, 10, 1));
+    EXPECT_FALSE(isAccepted(9.4, 10, 0));
 }
 
 TEST(ExportCheck, RejectsAShortExportThatIsNearlyEmpty)
 {
-    EXPECT_TRUE(passes(0.25, 0.25, 15));
-    EXPECT_TRUE(passes(0.2, 0.25, 6));
-    EXPECT_FALSE(passes(0.05, 0.25, 3));
+    EXPECT_TRUE(isAccepted(0.25, 0.25, 15));
+    EXPECT_TRUE(isAccepted(0.2, 0.25, 6));
+    EXPECT_FALSE(isAccepted(0.05, 0.25, 3));
 }
 
 TEST(ExportCheck, AcceptsShorterVideoWhenOnlyTheFileLengthIsKnown)

@@ -19,7 +19,7 @@ namespace
 
 /// The filter that rotates the stored frames in the opposite direction, so that a player that applies the
 /// rotation tag shows them upright.
-std::string storedTurn(int rotation)
+std::string inverseRotationFilter(int rotation)
 {
     switch (rotation) {
     case 90:
@@ -33,7 +33,7 @@ std::string storedTurn(int rotation)
     }
 }
 
-std::string picture(const ClipRecipe& recipe)
+std::string sourceFilter(const ClipRecipe& recipe)
 {
     const std::string size = std::to_string(recipe.width) + "x" + std::to_string(recipe.height);
     const std::string timing = ":rate=" + recipe.rate + ":duration=" + std::to_string(recipe.seconds);
@@ -53,7 +53,7 @@ std::string bigEndian(std::uint32_t number)
 
 /// Writes a rotation into the display matrix of the first track. The file is changed directly because
 /// FFmpeg's options for that differ between its versions.
-void tagRotation(const std::filesystem::path& file, int rotation)
+void writeRotation(const std::filesystem::path& file, int rotation)
 {
     constexpr std::uint32_t one = 0x10000;
     constexpr std::uint32_t minusOne = 0xFFFF0000;
@@ -86,7 +86,7 @@ ProcessOutput runFFmpeg(const std::vector<std::string>& arguments)
 void makeClip(const std::filesystem::path& file, const ClipRecipe& recipe)
 {
     std::vector<std::string> words = {"-f", "lavfi", "-i",
-                                      picture(recipe) + storedTurn(recipe.rotation) +
+                                      sourceFilter(recipe) + inverseRotationFilter(recipe.rotation) +
                                           ",setsar=" + recipe.sampleAspect};
     if (recipe.audio)
         for (const std::string& word :
@@ -101,7 +101,7 @@ void makeClip(const std::filesystem::path& file, const ClipRecipe& recipe)
     words.push_back(file.string());
     runFFmpeg(words);
     if (recipe.rotation != 0)
-        tagRotation(file, recipe.rotation);
+        writeRotation(file, recipe.rotation);
 }
 
 } // namespace stackreel

@@ -47,7 +47,7 @@ protected:
     /// Installs a script as `ffmpeg` and returns a PATH that finds it first. If the script is called to
     /// encode, it changes the arguments by the `sed` command `change` (one argument per line); then it runs
     /// the system's FFmpeg.
-    std::string pathWith(const std::string& change) const
+    std::string pathWithModifiedFFmpeg(const std::string& change) const
     {
         m_folder.writeExecutable(
             "changing/ffmpeg",
@@ -59,9 +59,9 @@ protected:
 
     /// Exports with an FFmpeg whose arguments are changed by `change`. Returns the error message; empty if
     /// the export succeeds.
-    std::string complaint(const ExportRequest& request, const std::string& change) const
+    std::string exportError(const ExportRequest& request, const std::string& change) const
     {
-        const ScopedEnvironment path("PATH", pathWith(change));
+        const ScopedEnvironment path("PATH", pathWithModifiedFFmpeg(change));
         try {
             runToEnd(exportSource(request));
         } catch (const std::exception& error) {
@@ -80,7 +80,7 @@ const std::string end =
 
 /// A `sed` command that adds a filter to the graph: it covers the output with grey while the condition is
 /// true.
-std::string grey(const std::string& condition)
+std::string greyOverlay(const std::string& condition)
 {
     return "s/format=yuv420p\\[video\\]/drawbox=color=gray:t=fill:enable='" + condition +
            "',format=yuv420p[video]/";
@@ -94,13 +94,13 @@ TEST_F(PictureCheckTest, AnEncoderThatMakesOtherPicturesIsFound)
     runFFmpeg({"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=25:duration=3,scroll=horizontal=0.01", "-c:v",
                "libx264", "-pix_fmt", "yuv420p", moving.string()});
     const ExportRequest request = requestFor(moving, 1, 2);
-    EXPECT_EQ(complaint(request, ""), "");
-    EXPECT_EQ(complaint(request, grey("lt(n\\,3)")), begin);
-    EXPECT_EQ(complaint(request, grey("gte(n\\,24)")), end);
-    EXPECT_EQ(complaint(request, grey("1")), begin);
-    EXPECT_EQ(complaint(request, "s/:x=[0-9]*/:x=200/g"), begin) << "another crop";
-    EXPECT_EQ(complaint(request, "s/^1\\.000$/0.000/"), begin) << "another time";
-    EXPECT_EQ(complaint(request, "s/setsar=1/setsar=1,hflip/g"), begin);
+    EXPECT_EQ(exportError(request, ""), "");
+    EXPECT_EQ(exportError(request, greyOverlay("lt(n\\,3)")), begin);
+    EXPECT_EQ(exportError(request, greyOverlay("gte(n\\,24)")), end);
+    EXPECT_EQ(exportError(request, greyOverlay("1")), begin);
+    EXPECT_EQ(exportError(request, "s/:x=[0-9]*/:x=200/g"), begin) << "another crop";
+    EXPECT_EQ(exportError(request, "s/^1\\.000$/0.000/"), begin) << "another time";
+    EXPECT_EQ(exportError(request, "s/setsar=1/setsar=1,hflip/g"), begin);
 }
 
 TEST_F(PictureCheckTest, BlackAndFlatSourcesPass)
@@ -110,11 +110,11 @@ TEST_F(PictureCheckTest, BlackAndFlatSourcesPass)
          {"color=black:size=640x360:rate=25:duration=1", "color=gray:size=640x360:rate=25:duration=1",
           "testsrc2=size=640x360:rate=25:duration=1,fade=in:0:10,fade=out:15:10"}) {
         runFFmpeg({"-f", "lavfi", "-i", filter, "-c:v", "libx264", "-pix_fmt", "yuv420p", file.string()});
-        EXPECT_EQ(complaint(requestFor(file, 0, 1), ""), "") << filter;
+        EXPECT_EQ(exportError(requestFor(file, 0, 1), ""), "") << filter;
     }
     runFFmpeg({"-f", "lavfi", "-i", "color=black:size=640x360:rate=25:duration=1", "-c:v", "libx264",
                file.string()});
-    EXPECT_EQ(complaint(requestFor(file, 0, 1), grey("1")), begin);
+    EXPECT_EQ(exportError(requestFor(file, 0, 1), greyOverlay("1")), begin);
 }
 
 TEST_F(PictureCheckTest, WhatIsRightPassesWhateverTheSource)
@@ -125,7 +125,8 @@ TEST_F(PictureCheckTest, WhatIsRightPassesWhateverTheSource)
         std::vector<std::string> words = arguments;
         words.push_back(file.string());
         runFFmpeg(words);
-        EXPECT_EQ(complaint(requestFor(file, from, to), ""), "") << name << " from " << from << " to " << to;
+        EXPECT_EQ(exportError(requestFor(file, from, to), ""), "")
+            << name << " from " << from << " to " << to;
     };
     const std::string pattern = "testsrc2=size=640x360:rate=30:duration=3";
     const std::vector<std::string> picture = {"-f", "lavfi", "-i", pattern};

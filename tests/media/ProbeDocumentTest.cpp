@@ -131,7 +131,7 @@ TEST(DecodingAReport, NamesThePathOfAValueOfTheWrongType)
 {
     struct Row {
         std::string json;
-        std::string complaint;
+        std::string message;
     };
     const Row rows[] = {
         {"[]", "the report is not an object"},
@@ -176,8 +176,7 @@ TEST(DecodingAReport, NamesThePathOfAValueOfTheWrongType)
          "streams[0].side_data_list[0].rotation is not a whole number"},
     };
     for (const Row& row : rows)
-        EXPECT_EQ(errorOf(row.json), "The video details could not be read: " + row.complaint + ".")
-            << row.json;
+        EXPECT_EQ(errorOf(row.json), "The video details could not be read: " + row.message + ".") << row.json;
 }
 
 TEST(DecodingAReport, ChecksStreamsThatAreNotUsed)

@@ -107,7 +107,7 @@ const Row<double> decimals[] = {
     {nul, std::nullopt},
 };
 
-void expectTheTables()
+void expectAllRows()
 {
     for (const auto& row : integers)
         EXPECT_EQ(parseInteger(row.text), row.expected) << '"' << row.text << '"';
@@ -119,13 +119,13 @@ void expectTheTables()
 
 TEST(ProbeNumbers, AreParsedByTheirRules)
 {
-    expectTheTables();
+    expectAllRows();
 }
 
 TEST(ProbeNumbers, AreParsedAlikeWhenTheDecimalPointIsAComma)
 {
     const ScopedCommaLocale locale;
-    expectTheTables();
+    expectAllRows();
 }
 
 TEST(ProbeNumbers, CanBeVeryLong)

@@ -28,21 +28,21 @@ Result failWith(int errorNumber)
 }
 
 /// How many more times a replaced call succeeds before it fails.
-int passes;
+int successesBeforeFailure;
 
 int failOpening(const char* path, int flags, mode_t mode)
 {
-    return passes-- > 0 ? ::open(path, flags, mode) : failWith<int>(EMFILE);
+    return successesBeforeFailure-- > 0 ? ::open(path, flags, mode) : failWith<int>(EMFILE);
 }
 
 int failFlushing(int descriptor)
 {
-    return passes-- > 0 ? ::fsync(descriptor) : failWith<int>(ENOSPC);
+    return successesBeforeFailure-- > 0 ? ::fsync(descriptor) : failWith<int>(ENOSPC);
 }
 
 ssize_t failReading(int descriptor, void* buffer, size_t size)
 {
-    return passes-- > 0 ? ::read(descriptor, buffer, size) : failWith<ssize_t>(EIO);
+    return successesBeforeFailure-- > 0 ? ::read(descriptor, buffer, size) : failWith<ssize_t>(EIO);
 }
 
 /// The errno value of the error with which a run ends; 0 when it succeeds.
@@ -106,7 +106,7 @@ TEST_F(ProcessFailureTest, IsReportedWhenACaptureFileCannotBeOpened)
     const std::map<int, int> errors = {{0, EMFILE}, {1, EMFILE}, {2, EMFILE}, {3, EMFILE}};
     for (const auto& [opened, expected] : errors) {
         ScopedSystemCalls calls;
-        passes = opened;
+        successesBeforeFailure = opened;
         calls->open = failOpening;
         EXPECT_EQ(errorOf(run({"touch", marker()})), expected) << opened;
         EXPECT_EQ(scratchNames().size(), 0U) << opened;
@@ -147,7 +147,7 @@ TEST_F(ProcessFailureTest, IsReportedWhenFlushingAnOutputFails)
 {
     for (const int flushed : {0, 1}) {
         ScopedSystemCalls calls;
-        passes = flushed;
+        successesBeforeFailure = flushed;
         calls->fsync = failFlushing;
         EXPECT_EQ(errorOf(run({"exit", "0"})), ENOSPC) << flushed;
         EXPECT_EQ(scratchNames().size(), 0U) << flushed;
@@ -159,7 +159,7 @@ TEST_F(ProcessFailureTest, IsReportedWhenReadingAnOutputFails)
     // Each output takes one read for its content and one that returns 0 at its end.
     for (const int reads : {0, 1, 2, 3}) {
         ScopedSystemCalls calls;
-        passes = reads;
+        successesBeforeFailure = reads;
         calls->read = failReading;
         EXPECT_EQ(errorOf(run({"exit", "0"})), EIO) << reads;
         EXPECT_EQ(scratchNames().size(), 0U) << reads;

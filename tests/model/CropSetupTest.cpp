@@ -33,12 +33,12 @@ protected:
 using AdaptingRegions = CropSetupTest;
 using SwappingCrops = CropSetupTest;
 
-struct Output {
+struct OutputCase {
     ExportSettings settings;
     double panelAspect;
 };
 
-const Output outputs[] = {
+const OutputCase outputs[] = {
     {{.aspect = OutputAspect::portrait}, 1.125},
     {{.aspect = OutputAspect::feed}, 1.6},
     {{.aspect = OutputAspect::square}, 2},
@@ -50,7 +50,7 @@ const Output outputs[] = {
 
 TEST_F(AdaptingRegions, FitsBothToTheHalvesOfTheOutput)
 {
-    for (const Output& output : outputs) {
+    for (const OutputCase& output : outputs) {
         model().setTopRegion(top);
         model().setBottomRegion(bottom);
         model().setSettings(output.settings);
@@ -98,7 +98,7 @@ TEST_F(AdaptingRegions, DoesNothingWithoutASource)
 
 TEST_F(AdaptingRegions, FollowsTheCustomFieldsOnlyForACustomOutput)
 {
-    for (const Output& output : outputs) {
+    for (const OutputCase& output : outputs) {
         model().setTopRegion(top);
         model().setBottomRegion(bottom);
         model().setSettings(output.settings);

@@ -38,12 +38,12 @@ protected:
                                         "\nEND\n");
     }
     AppModel& model() { return *m_model; }
-    bool reaches(Phase::Kind kind)
+    bool becomesPhase(Phase::Kind kind)
     {
         return eventually([&] { return model().phase().kind() == kind; });
     }
     /// Waits until the model enters this phase, even if it leaves it at once.
-    bool passes(Phase::Kind kind)
+    bool entersPhase(Phase::Kind kind)
     {
         bool passed = false;
         const QObject context;
@@ -55,22 +55,22 @@ protected:
     {
         model().chooseSource();
         m_openPanel->choose("/clips/Beach day.MOV");
-        ASSERT_TRUE(passes(Phase::Kind::preparing));
+        ASSERT_TRUE(entersPhase(Phase::Kind::preparing));
     }
     void load()
     {
         choose();
-        ASSERT_TRUE(reaches(Phase::Kind::ready));
+        ASSERT_TRUE(becomesPhase(Phase::Kind::ready));
         ASSERT_TRUE(eventually([&] { return model().timelineThumbnails().size() == 12; }));
     }
     void startExport()
     {
         model().chooseExportDestination();
         m_savePanel->choose(destination);
-        ASSERT_TRUE(passes(Phase::Kind::exporting));
+        ASSERT_TRUE(entersPhase(Phase::Kind::exporting));
     }
     /// Waits until the work of a destroyed model has ended, at which no signal is emitted.
-    static bool everythingEnds(const std::weak_ptr<void>& work)
+    static bool workEnds(const std::weak_ptr<void>& work)
     {
         return eventually([&] { return work.expired(); });
     }
@@ -94,7 +94,7 @@ TEST_F(ModelWithToolsTest, LoadsAndExports)
     load();
     EXPECT_EQ(model().trimEnd(), 20);
     startExport();
-    ASSERT_TRUE(reaches(Phase::Kind::complete));
+    ASSERT_TRUE(becomesPhase(Phase::Kind::complete));
     EXPECT_EQ(contentOf(destination), "whole");
     EXPECT_EQ(arguments(), ExportCommandBuilder::build({.input = "/clips/Beach day.MOV",
                                                         .output = destination,
@@ -123,10 +123,10 @@ TEST_F(ModelWithToolsTest, RunsTheExportsOfTwoSourcesOneAfterTheOther)
     const auto other = m_directory / "other.mp4";
     model().chooseExportDestination();
     m_savePanel->choose(other);
-    ASSERT_TRUE(passes(Phase::Kind::exporting));
+    ASSERT_TRUE(entersPhase(Phase::Kind::exporting));
     EXPECT_FALSE(std::filesystem::exists(other));
     first->cancel();
-    ASSERT_TRUE(reaches(Phase::Kind::complete));
+    ASSERT_TRUE(becomesPhase(Phase::Kind::complete));
     EXPECT_TRUE(first->hasEnded());
     EXPECT_EQ(contentOf(other), "whole");
     EXPECT_FALSE(std::filesystem::exists(destination));
@@ -163,7 +163,7 @@ TEST_F(ModelWithToolsTest, FailsWhenTheProxyFails)
     installTool("exit 1\n");
     m_loader->playable = false;
     choose();
-    ASSERT_TRUE(reaches(Phase::Kind::failed));
+    ASSERT_TRUE(becomesPhase(Phase::Kind::failed));
     EXPECT_EQ(model().phaseMessage(), "FFmpeg could not process this video.");
 }
 
@@ -179,7 +179,7 @@ TEST_F(ModelWithToolsTest, RefusesAPortraitVideoAndClearsThePreviousSource)
         load();
         installProbe(keys);
         choose();
-        ASSERT_TRUE(reaches(Phase::Kind::failed)) << keys;
+        ASSERT_TRUE(becomesPhase(Phase::Kind::failed)) << keys;
         EXPECT_EQ(model().phaseMessage(),
                   "Choose a horizontal video. Stackreel only stacks crops from horizontal sources.");
         EXPECT_EQ(model().sourceURL(), "/clips/Beach day.MOV");
@@ -198,7 +198,7 @@ TEST_F(ModelWithToolsTest, LeavesNoChildAndNoFileWhenCancelled)
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
     EXPECT_EQ(contentOf(destination), "half");
     model().exportTask()->cancel();
-    ASSERT_TRUE(reaches(Phase::Kind::ready));
+    ASSERT_TRUE(becomesPhase(Phase::Kind::ready));
     EXPECT_FALSE(std::filesystem::exists(destination));
 }
 
@@ -212,7 +212,7 @@ TEST_F(ModelWithToolsTest, RunsNoToolWhenCancelledBeforeItIsFound)
             model().exportTask()->cancel();
     });
     startExport();
-    ASSERT_TRUE(reaches(Phase::Kind::ready));
+    ASSERT_TRUE(becomesPhase(Phase::Kind::ready));
     EXPECT_FALSE(hasRun());
 }
 
@@ -232,7 +232,7 @@ TEST_F(ModelWithToolsTest, ShowsTheLastLinesOfAFailedExportAndKeepsItsFile)
     installTool("printf half > \"$destination\"\necho 'Invalid data found' >&2\nexit 1\n");
     load();
     startExport();
-    ASSERT_TRUE(reaches(Phase::Kind::failed));
+    ASSERT_TRUE(becomesPhase(Phase::Kind::failed));
     EXPECT_EQ(model().phaseMessage(), "Invalid data found");
     EXPECT_EQ(contentOf(destination), "half");
 }
@@ -244,7 +244,7 @@ TEST_F(ModelWithToolsTest, CanBeDestroyedDuringALoad)
     choose();
     m_model.reset();
     m_loader.reset();
-    EXPECT_TRUE(everythingEnds(work));
+    EXPECT_TRUE(workEnds(work));
     EXPECT_EQ(m_journal->take(), Journal::Lines{"show open panel"});
 }
 
@@ -252,10 +252,10 @@ TEST_F(ModelWithToolsTest, CanBeDestroyedWhileThumbnailsAreMade)
 {
     const std::weak_ptr<void> work = m_loader;
     choose();
-    ASSERT_TRUE(reaches(Phase::Kind::ready));
+    ASSERT_TRUE(becomesPhase(Phase::Kind::ready));
     m_model.reset();
     m_loader.reset();
-    EXPECT_TRUE(everythingEnds(work));
+    EXPECT_TRUE(workEnds(work));
 }
 
 TEST_F(ModelWithToolsTest, CanBeDestroyedDuringAnExport)

@@ -26,7 +26,7 @@ protected:
         request.bottom = {.x = 0.52, .y = 0.14, .width = 0.44, .height = 0.72};
         request.trimEnd = 20;
     }
-    std::string written() const { return contentOf(request.output); }
+    std::string exportedContent() const { return contentOf(request.output); }
 
     ExportRequest request;
     std::stop_source m_stop;
@@ -39,7 +39,7 @@ TEST_F(SourceExportTest, RunsTheToolWithTheArgumentsOfTheRequest)
     installTool("printf whole > \"$destination\"\n");
     EXPECT_EQ(runToEnd(exportSource(request)), request.output);
     EXPECT_EQ(arguments(), ExportCommandBuilder::build(request).arguments);
-    EXPECT_EQ(written(), "whole");
+    EXPECT_EQ(exportedContent(), "whole");
 }
 
 TEST_F(SourceExportTest, RefusesToWriteOverTheSourceUnderAnyNameEvenWhenCancelled)
@@ -69,7 +69,7 @@ TEST_F(SourceExportTest, ReportsAFailedRunAndKeepsThePartialFile)
     } catch (const MediaToolError& error) {
         EXPECT_EQ(error, MediaToolError::processFailed("FFmpeg", 69, "Invalid data found"));
     }
-    EXPECT_EQ(written(), "half");
+    EXPECT_EQ(exportedContent(), "half");
 }
 
 TEST_F(SourceExportTest, ReportsAMissingToolAndWritesNothing)
@@ -125,7 +125,7 @@ TEST_F(SourceExportTest, StopsTheToolAndKeepsThePartialFileWhenCancelled)
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
     m_stop.request_stop();
     EXPECT_THROW(exported.result(), CancellationError);
-    EXPECT_EQ(written(), "half");
+    EXPECT_EQ(exportedContent(), "half");
 }
 
 TEST_F(SourceExportTest, KeepsTheResultWhenCancelledAfterTheEnd)
@@ -135,7 +135,7 @@ TEST_F(SourceExportTest, KeepsTheResultWhenCancelledAfterTheEnd)
     EXPECT_TRUE(eventually([&] { return exported.hasEnded(); }));
     m_stop.request_stop();
     EXPECT_EQ(exported.result(), request.output);
-    EXPECT_EQ(written(), "whole");
+    EXPECT_EQ(exportedContent(), "whole");
 }
 
 } // namespace stackreel

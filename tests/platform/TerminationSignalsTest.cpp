@@ -28,7 +28,7 @@ protected:
         ::pthread_sigmask(SIG_SETMASK, &m_mask, nullptr);
     }
 
-    static bool firesFor(int signal)
+    static bool requestsStopFor(int signal)
     {
         const TerminationSignals signals;
         std::promise<void> fired;
@@ -64,7 +64,7 @@ private:
 TEST_F(TerminationSignalsTest, TurnsEachRequestToEndIntoAStopRequest)
 {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
-        EXPECT_TRUE(firesFor(signal)) << signal;
+        EXPECT_TRUE(requestsStopFor(signal)) << signal;
 }
 
 TEST_F(TerminationSignalsTest, KeepsTheFirstSignalWhenSeveralArrive)

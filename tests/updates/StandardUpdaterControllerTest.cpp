@@ -5,7 +5,7 @@
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/updates/FetchOutcome.h"
 #include "tests/updates/LoopbackServer.h"
-#include "tests/updates/RecordedMessages.h"
+#include "tests/updates/RecordingNotifier.h"
 
 #include <QSignalSpy>
 
@@ -48,7 +48,7 @@ protected:
 
     StandardUpdaterController& start(bool startingUpdater = true)
     {
-        const UpdateServices services = {.messages = messages,
+        const UpdateServices services = {.notifier = notifier,
                                          .store = UpdateStore(storeFile),
                                          .now =
                                              [this] {
@@ -70,7 +70,7 @@ protected:
         const qsizetype before = finished->size();
         updater->checkForUpdates(nullptr);
         EXPECT_TRUE(waitForChecks(before + 1));
-        return std::exchange(messages->shown, {});
+        return std::exchange(notifier->shown, {});
     }
 
     bool waitForChecks(qsizetype count)
@@ -90,7 +90,7 @@ protected:
     QPointer<QTcpSocket> pendingConnection;
     FeedSigningKey key = FeedSigningKey::generate();
     LoopbackServer server{sendNothing()};
-    std::shared_ptr<RecordedMessages> messages = std::make_shared<RecordedMessages>();
+    std::shared_ptr<RecordingNotifier> notifier = std::make_shared<RecordingNotifier>();
     qsizetype clockReads = 0;
     UpdateStore::Time now{1'789'000'000s};
     UpdateConfiguration configuration = {.feedURL = server.url().toString().toStdString(),
@@ -239,7 +239,7 @@ TEST_F(StandardUpdaterControllerTest, ShowsOneMessageForSeveralRequestsDuringOne
     updater->checkForUpdates(nullptr);
     sendDocument(signedFeed(feed("0.2.0")))(*pendingConnection, {});
     ASSERT_TRUE(waitForChecks(1));
-    EXPECT_EQ(messages->shown, newer);
+    EXPECT_EQ(notifier->shown, newer);
     EXPECT_EQ(server.paths().size(), 1);
 }
 
@@ -251,7 +251,7 @@ TEST_F(StandardUpdaterControllerTest, DoesNothingUnlessStarted)
     // If the updater had sent a request, it would have arrived before this one.
     EXPECT_EQ(fetch(server.url("/later")).failure, std::nullopt);
     EXPECT_EQ(server.paths(), QByteArrayList({"/later"}));
-    EXPECT_TRUE(messages->shown.empty());
+    EXPECT_TRUE(notifier->shown.empty());
     EXPECT_TRUE(finished->isEmpty());
     EXPECT_TRUE(folder.names().empty());
 }
@@ -262,7 +262,7 @@ TEST_F(StandardUpdaterControllerTest, CanBeDestroyedDuringACheck)
     ASSERT_TRUE(eventually([&] { return !server.paths().isEmpty(); }));
     updater.reset();
     runPendingEvents();
-    EXPECT_TRUE(messages->shown.empty());
+    EXPECT_TRUE(notifier->shown.empty());
 }
 
 TEST_F(BackgroundUpdateTest, ChecksOnceADay)
@@ -276,7 +276,7 @@ TEST_F(BackgroundUpdateTest, ChecksOnceADay)
     now += 1s;
     ASSERT_TRUE(waitForChecks(2));
     EXPECT_EQ(checksAfterManyPolls(), 2);
-    EXPECT_TRUE(messages->shown.empty());
+    EXPECT_TRUE(notifier->shown.empty());
 }
 
 TEST_F(BackgroundUpdateTest, KeepsTheTimeOfTheLastCheckAcrossARestart)
@@ -325,7 +325,7 @@ TEST_F(BackgroundUpdateTest, ShowsAMessageOnlyForANewerVersion)
     int count = 1;
     for (const LoopbackServer::Responder& response : quiet) {
         ASSERT_TRUE(waitForChecks(count++));
-        EXPECT_TRUE(messages->shown.empty());
+        EXPECT_TRUE(notifier->shown.empty());
         server.setResponder(response);
         now += 24h;
     }
@@ -333,7 +333,7 @@ TEST_F(BackgroundUpdateTest, ShowsAMessageOnlyForANewerVersion)
     serve(feed("0.2.0", 6));
     now += 24h;
     ASSERT_TRUE(waitForChecks(count));
-    EXPECT_EQ(messages->shown, newerInBackground);
+    EXPECT_EQ(notifier->shown, newerInBackground);
 }
 
 TEST_F(BackgroundUpdateTest, RetriesInAnHourSilentlyWhenNoServerResponds)
@@ -351,7 +351,7 @@ TEST_F(BackgroundUpdateTest, RetriesInAnHourSilentlyWhenNoServerResponds)
     ASSERT_TRUE(waitForChecks(3));
     now += 23h;
     EXPECT_EQ(checksAfterManyPolls(), 3);
-    EXPECT_TRUE(messages->shown.empty());
+    EXPECT_TRUE(notifier->shown.empty());
 }
 
 TEST_F(BackgroundUpdateTest, WaitsADayAfterABadResponse)
@@ -385,7 +385,7 @@ TEST_F(BackgroundUpdateTest, ShowsItsResultToAUserWhoRequestsACheckMeanwhile)
     updater->checkForUpdates(nullptr);
     sendDocument(signedFeed(feed("0.1.0")))(*pendingConnection, {});
     ASSERT_TRUE(waitForChecks(1));
-    EXPECT_EQ(messages->shown, upToDate);
+    EXPECT_EQ(notifier->shown, upToDate);
     EXPECT_EQ(server.paths().size(), 1);
 }
 

@@ -5,7 +5,7 @@
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/updates/FetchOutcome.h"
 #include "tests/updates/LoopbackServer.h"
-#include "tests/updates/RecordedMessages.h"
+#include "tests/updates/RecordingNotifier.h"
 
 #include <gtest/gtest.h>
 
@@ -26,13 +26,13 @@ protected:
     }
     UpdateServices services() const
     {
-        return {.messages = messages,
+        return {.notifier = notifier,
                 .store = UpdateStore(folder / "updates.ini"),
                 .schedule = {.initialDelay = std::chrono::milliseconds(0)}};
     }
 
     TemporaryDirectory folder;
-    std::shared_ptr<RecordedMessages> messages = std::make_shared<RecordedMessages>();
+    std::shared_ptr<RecordingNotifier> notifier = std::make_shared<RecordingNotifier>();
     LoopbackServer server{sendNothing()};
 };
 
@@ -80,7 +80,7 @@ TEST_F(UpdaterControllerTest, DoesNothingWithoutAKey)
     server.setResponder(sendDocument("later"));
     EXPECT_EQ(fetch(server.url("/later")).document, "later");
     EXPECT_EQ(server.paths(), QByteArrayList({"/later"}));
-    EXPECT_TRUE(messages->shown.empty());
+    EXPECT_TRUE(notifier->shown.empty());
 }
 
 TEST_F(UpdaterControllerTest, ReadsTheFeedAtLaunchAndWhenTheUserRequestsIt)
@@ -93,8 +93,8 @@ TEST_F(UpdaterControllerTest, ReadsTheFeedAtLaunchAndWhenTheUserRequestsIt)
                                  services());
     ASSERT_TRUE(eventually([&] { return server.paths().size() == 1; }));
     controller.checkForUpdates();
-    ASSERT_TRUE(eventually([&] { return !messages->shown.empty(); }));
-    EXPECT_EQ(messages->shown, std::vector<std::string>({std::string("up to date with ") + buildVersion()}));
+    ASSERT_TRUE(eventually([&] { return !notifier->shown.empty(); }));
+    EXPECT_EQ(notifier->shown, std::vector<std::string>({std::string("up to date with ") + buildVersion()}));
 }
 
 } // namespace stackreel

@@ -19,7 +19,7 @@ namespace
 constexpr qsizetype maxNameBytes = 255;
 
 /// The reason why the file cannot be written, for the user; empty if it can be written.
-QString writeProblem(const QFileInfo& file)
+QString reasonNotWritable(const QFileInfo& file)
 {
     const QFileInfo folder(file.absolutePath());
     if (!folder.isDir())
@@ -63,7 +63,7 @@ void SaveDialog::accept()
         return;
     }
     const QString file = withSuffix(entered);
-    if (const QString reason = writeProblem(QFileInfo(file)); !reason.isEmpty())
+    if (const QString reason = reasonNotWritable(QFileInfo(file)); !reason.isEmpty())
         showProblem(reason);
     else if (QFileInfo::exists(file))
         askToReplace(file);

@@ -1,6 +1,6 @@
 #include "ui/FrameMailbox.h"
 
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ namespace
 class FrameMailboxTest : public testing::Test
 {
 protected:
-    static VideoFrame frame(int width) { return OfflineWindow::picture({width, 2}, Qt::red); }
+    static VideoFrame frame(int width) { return WindowWithFakes::picture({width, 2}, Qt::red); }
 
     int m_changes = 0;
     FrameMailbox m_mailbox{[this] { ++m_changes; }};

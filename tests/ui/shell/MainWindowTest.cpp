@@ -1,4 +1,4 @@
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 
 #include <QScreen>
 
@@ -12,9 +12,9 @@ namespace
 
 TEST(MainWindowTest, ShowsTheContentBelowTheTitleBar)
 {
-    OfflineWindow offline;
-    EXPECT_EQ(offline.window().title(), QStringLiteral("Stackreel"));
-    const QQuickItem& content = offline.item(QStringLiteral("contentView"));
+    WindowWithFakes window;
+    EXPECT_EQ(window.window().title(), QStringLiteral("Stackreel"));
+    const QQuickItem& content = window.item(QStringLiteral("contentView"));
     EXPECT_EQ(content.width(), 1180);
     EXPECT_GE(content.height(), 680);
     EXPECT_EQ(content.y() + content.height(), 780);
@@ -22,10 +22,10 @@ TEST(MainWindowTest, ShowsTheContentBelowTheTitleBar)
 
 TEST(MainWindowTest, KeepsTheMinimumSizeOfTheContent)
 {
-    OfflineWindow offline(QSize(100, 100));
-    const QQuickItem& content = offline.item(QStringLiteral("contentView"));
-    EXPECT_EQ(offline.window().minimumWidth(), 980);
-    EXPECT_EQ(offline.window().minimumHeight() - content.y(), 680);
+    WindowWithFakes window(QSize(100, 100));
+    const QQuickItem& content = window.item(QStringLiteral("contentView"));
+    EXPECT_EQ(window.window().minimumWidth(), 980);
+    EXPECT_EQ(window.window().minimumHeight() - content.y(), 680);
 }
 
 TEST(MainWindowTest, OpensAtItsInitialSizeLimitedByTheScreen)
@@ -43,18 +43,18 @@ TEST(MainWindowTest, OpensAtItsInitialSizeLimitedByTheScreen)
 
 TEST(MainWindowTest, PassesThroughAllPhasesFromLoadToExport)
 {
-    OfflineWindow offline;
-    EXPECT_EQ(offline.windowModel().phase(), WindowModel::Empty);
-    offline.load();
-    EXPECT_EQ(offline.windowModel().phase(), WindowModel::Ready);
-    offline.finishThumbnails();
-    EXPECT_EQ(offline.model().timelineThumbnails().size(), 12U);
-    offline.startExport();
-    EXPECT_EQ(offline.windowModel().phase(), WindowModel::Exporting);
-    offline.fakes().exports.back().task().complete("/clips/Beach day-vertical.mp4");
-    OfflineWindow::settle();
-    EXPECT_EQ(offline.windowModel().phase(), WindowModel::Complete);
-    EXPECT_FALSE(offline.screenshot().isNull());
+    WindowWithFakes window;
+    EXPECT_EQ(window.windowModel().phase(), WindowModel::Empty);
+    window.load();
+    EXPECT_EQ(window.windowModel().phase(), WindowModel::Ready);
+    window.finishThumbnails();
+    EXPECT_EQ(window.model().timelineThumbnails().size(), 12U);
+    window.startExport();
+    EXPECT_EQ(window.windowModel().phase(), WindowModel::Exporting);
+    window.fakes().exports.back().task().complete("/clips/Beach day-vertical.mp4");
+    WindowWithFakes::settle();
+    EXPECT_EQ(window.windowModel().phase(), WindowModel::Complete);
+    EXPECT_FALSE(window.screenshot().isNull());
 }
 
 } // namespace

@@ -16,9 +16,9 @@ const auto choose = QStringLiteral("chooseVideoItem");
 const auto updates = QStringLiteral("updatesItem");
 const auto toggle = QStringLiteral("togglePreviewItem");
 
-QString text(OfflineWindow& offline, const QString& item)
+QString text(WindowWithFakes& window, const QString& item)
 {
-    return offline.item(item).property("text").toString();
+    return window.item(item).property("text").toString();
 }
 
 std::vector<Phase> everyPhase()
@@ -29,183 +29,183 @@ std::vector<Phase> everyPhase()
 
 TEST(MenuTest, TheItemsHaveTheirTexts)
 {
-    OfflineWindow offline;
-    EXPECT_EQ(text(offline, choose), QStringLiteral("Choose Video…"));
-    EXPECT_EQ(text(offline, updates), QStringLiteral("Check for Updates…"));
-    EXPECT_EQ(text(offline, toggle), QStringLiteral("Play Preview"));
-    EXPECT_EQ(text(offline, QStringLiteral("aboutItem")), QStringLiteral("About Stackreel"));
-    EXPECT_EQ(text(offline, QStringLiteral("quitItem")), QStringLiteral("Quit"));
+    WindowWithFakes window;
+    EXPECT_EQ(text(window, choose), QStringLiteral("Choose Video…"));
+    EXPECT_EQ(text(window, updates), QStringLiteral("Check for Updates…"));
+    EXPECT_EQ(text(window, toggle), QStringLiteral("Play Preview"));
+    EXPECT_EQ(text(window, QStringLiteral("aboutItem")), QStringLiteral("About Stackreel"));
+    EXPECT_EQ(text(window, QStringLiteral("quitItem")), QStringLiteral("Quit"));
 }
 
 TEST(MenuTest, ThePlaybackItemIsNamedAfterItsNextAction)
 {
-    OfflineWindow offline;
-    offline.model().setPreviewPlaying(true);
-    EXPECT_EQ(text(offline, toggle), QStringLiteral("Pause Preview"));
-    offline.model().setPreviewPlaying(false);
-    EXPECT_EQ(text(offline, toggle), QStringLiteral("Play Preview"));
+    WindowWithFakes window;
+    window.model().setPreviewPlaying(true);
+    EXPECT_EQ(text(window, toggle), QStringLiteral("Pause Preview"));
+    window.model().setPreviewPlaying(false);
+    EXPECT_EQ(text(window, toggle), QStringLiteral("Play Preview"));
 }
 
 TEST(MenuTest, ThePlaybackItemIsEnabledWhileTheSourceCanBeEdited)
 {
-    OfflineWindow offline;
+    WindowWithFakes window;
     const bool expected[] = {false, false, true, false, true, false};
     const bool* row = expected;
     for (const Phase& phase : everyPhase()) {
-        offline.model().setPhase(phase);
-        EXPECT_EQ(offline.item(toggle).isEnabled(), *row++) << offline.model().phaseMessage();
+        window.model().setPhase(phase);
+        EXPECT_EQ(window.item(toggle).isEnabled(), *row++) << window.model().phaseMessage();
     }
 }
 
 TEST(MenuTest, ChooseVideoAndCheckForUpdatesAreAlwaysEnabled)
 {
-    OfflineWindow offline;
+    WindowWithFakes window;
     for (const Phase& phase : everyPhase()) {
-        offline.model().setPhase(phase);
-        EXPECT_TRUE(offline.item(choose).isEnabled());
-        EXPECT_TRUE(offline.item(updates).isEnabled());
+        window.model().setPhase(phase);
+        EXPECT_TRUE(window.item(choose).isEnabled());
+        EXPECT_TRUE(window.item(updates).isEnabled());
     }
 }
 
 TEST(MenuTest, ControlOOpensTheSourceChooserInEveryPhase)
 {
-    OfflineWindow offline;
+    WindowWithFakes window;
     std::size_t shown = 0;
     for (const Phase& phase : everyPhase()) {
-        offline.model().setPhase(phase);
-        offline.key(Qt::Key_O, Qt::ControlModifier);
-        EXPECT_EQ(offline.fakes().openPanel->timesShown(), ++shown) << offline.model().phaseMessage();
+        window.model().setPhase(phase);
+        window.key(Qt::Key_O, Qt::ControlModifier);
+        EXPECT_EQ(window.fakes().openPanel->timesShown(), ++shown) << window.model().phaseMessage();
     }
 }
 
 TEST(MenuTest, ChooseVideoOpensTheSourceChooser)
 {
-    OfflineWindow offline;
-    clickItem(offline, QStringLiteral("File"), choose);
-    EXPECT_EQ(offline.fakes().openPanel->timesShown(), 1U);
+    WindowWithFakes window;
+    clickItem(window, QStringLiteral("File"), choose);
+    EXPECT_EQ(window.fakes().openPanel->timesShown(), 1U);
 }
 
 TEST(MenuTest, CheckForUpdatesAsksForACheck)
 {
-    OfflineWindow offline;
-    clickItem(offline, QStringLiteral("Stackreel"), updates);
-    EXPECT_EQ(offline.updateChecks(), 1);
+    WindowWithFakes window;
+    clickItem(window, QStringLiteral("Stackreel"), updates);
+    EXPECT_EQ(window.updateChecks(), 1);
 }
 
 TEST(MenuTest, ThePlaybackItemTogglesThePreview)
 {
-    OfflineWindow offline;
-    offline.load();
-    ASSERT_TRUE(offline.model().previewPlaying());
-    clickItem(offline, QStringLiteral("Playback"), toggle);
-    EXPECT_FALSE(offline.model().previewPlaying());
-    clickItem(offline, QStringLiteral("Playback"), toggle);
-    EXPECT_TRUE(offline.model().previewPlaying());
+    WindowWithFakes window;
+    window.load();
+    ASSERT_TRUE(window.model().previewPlaying());
+    clickItem(window, QStringLiteral("Playback"), toggle);
+    EXPECT_FALSE(window.model().previewPlaying());
+    clickItem(window, QStringLiteral("Playback"), toggle);
+    EXPECT_TRUE(window.model().previewPlaying());
 }
 
 TEST(MenuTest, ThePlaybackItemTogglesThePreviewAfterAnExportButNotDuringIt)
 {
-    OfflineWindow offline;
-    offline.load();
-    ASSERT_TRUE(offline.model().previewPlaying());
-    offline.model().setPhase(Phase::exporting());
-    clickItem(offline, QStringLiteral("Playback"), toggle);
-    EXPECT_TRUE(offline.model().previewPlaying());
-    offline.key(Qt::Key_Escape);
-    offline.model().setPhase(Phase::complete("/a.mp4"));
-    clickItem(offline, QStringLiteral("Playback"), toggle);
-    EXPECT_FALSE(offline.model().previewPlaying());
+    WindowWithFakes window;
+    window.load();
+    ASSERT_TRUE(window.model().previewPlaying());
+    window.model().setPhase(Phase::exporting());
+    clickItem(window, QStringLiteral("Playback"), toggle);
+    EXPECT_TRUE(window.model().previewPlaying());
+    window.key(Qt::Key_Escape);
+    window.model().setPhase(Phase::complete("/a.mp4"));
+    clickItem(window, QStringLiteral("Playback"), toggle);
+    EXPECT_FALSE(window.model().previewPlaying());
 }
 
 TEST(MenuTest, ThePlaybackItemDoesNothingWithoutASource)
 {
-    OfflineWindow offline;
-    clickItem(offline, QStringLiteral("Playback"), toggle);
-    EXPECT_FALSE(offline.model().previewPlaying());
+    WindowWithFakes window;
+    clickItem(window, QStringLiteral("Playback"), toggle);
+    EXPECT_FALSE(window.model().previewPlaying());
 }
 
 TEST(MenuTest, QuitCloseAndControlQRequestTheEndOfTheProgram)
 {
-    OfflineWindow offline;
-    const QSignalSpy asked(&offline.actions(), &WindowActions::quitRequested);
-    clickItem(offline, QStringLiteral("Stackreel"), QStringLiteral("quitItem"));
+    WindowWithFakes window;
+    const QSignalSpy asked(&window.actions(), &WindowActions::quitRequested);
+    clickItem(window, QStringLiteral("Stackreel"), QStringLiteral("quitItem"));
     EXPECT_EQ(asked.count(), 1);
-    offline.key(Qt::Key_Q, Qt::ControlModifier);
+    window.key(Qt::Key_Q, Qt::ControlModifier);
     EXPECT_EQ(asked.count(), 2);
-    offline.click(QStringLiteral("closeButton"));
+    window.click(QStringLiteral("closeButton"));
     EXPECT_EQ(asked.count(), 3);
 }
 
 TEST(MenuTest, AboutNamesTheVersion)
 {
-    OfflineWindow offline;
-    clickItem(offline, QStringLiteral("Stackreel"), QStringLiteral("aboutItem"));
-    EXPECT_EQ(text(offline, QStringLiteral("versionText")),
+    WindowWithFakes window;
+    clickItem(window, QStringLiteral("Stackreel"), QStringLiteral("aboutItem"));
+    EXPECT_EQ(text(window, QStringLiteral("versionText")),
               QStringLiteral("Version ") + QString::fromLatin1(buildVersion()));
-    EXPECT_TRUE(offline.item(QStringLiteral("closeAbout")).hasActiveFocus());
-    offline.key(Qt::Key_Space);
-    EXPECT_FALSE(offline.item(QStringLiteral("closeAbout")).isVisible());
+    EXPECT_TRUE(window.item(QStringLiteral("closeAbout")).hasActiveFocus());
+    window.key(Qt::Key_Space);
+    EXPECT_FALSE(window.item(QStringLiteral("closeAbout")).isVisible());
 }
 
 TEST(MenuTest, TheMenusWorkByKeyboardAlone)
 {
-    OfflineWindow offline;
-    offline.key(Qt::Key_F10);
-    EXPECT_TRUE(offline.item(updates).isVisible());
-    offline.key(Qt::Key_Right);
-    EXPECT_FALSE(offline.item(updates).isVisible());
-    EXPECT_TRUE(offline.item(choose).isVisible());
-    offline.key(Qt::Key_Right);
-    EXPECT_TRUE(offline.item(toggle).isVisible());
-    offline.key(Qt::Key_Left);
-    offline.key(Qt::Key_Down);
-    offline.key(Qt::Key_Return);
-    EXPECT_EQ(offline.fakes().openPanel->timesShown(), 1U);
+    WindowWithFakes window;
+    window.key(Qt::Key_F10);
+    EXPECT_TRUE(window.item(updates).isVisible());
+    window.key(Qt::Key_Right);
+    EXPECT_FALSE(window.item(updates).isVisible());
+    EXPECT_TRUE(window.item(choose).isVisible());
+    window.key(Qt::Key_Right);
+    EXPECT_TRUE(window.item(toggle).isVisible());
+    window.key(Qt::Key_Left);
+    window.key(Qt::Key_Down);
+    window.key(Qt::Key_Return);
+    EXPECT_EQ(window.fakes().openPanel->timesShown(), 1U);
 }
 
 TEST(MenuTest, ArrowKeysSwitchMenusWhileThePointerHoversOverATitle)
 {
-    OfflineWindow offline;
-    const QPoint file = centre(menuTitle(offline, QStringLiteral("File")));
+    WindowWithFakes window;
+    const QPoint file = centre(menuTitle(window, QStringLiteral("File")));
     const auto movePointer = [&] {
         for (const int x : {-2, 2}) {
-            QTest::mouseMove(&offline.window(), file + QPoint(x, 0));
-            OfflineWindow::settle();
+            QTest::mouseMove(&window.window(), file + QPoint(x, 0));
+            WindowWithFakes::settle();
         }
     };
-    clickMenu(offline, QStringLiteral("File"));
+    clickMenu(window, QStringLiteral("File"));
     movePointer();
-    ASSERT_TRUE(offline.item(choose).isVisible());
-    offline.key(Qt::Key_Right);
+    ASSERT_TRUE(window.item(choose).isVisible());
+    window.key(Qt::Key_Right);
     movePointer();
-    EXPECT_TRUE(offline.item(toggle).isVisible());
-    EXPECT_FALSE(offline.item(choose).isVisible());
+    EXPECT_TRUE(window.item(toggle).isVisible());
+    EXPECT_FALSE(window.item(choose).isVisible());
 }
 
 TEST(MenuTest, HoveringOpensNoMenuAfterAKeyClosedOne)
 {
-    OfflineWindow offline;
+    WindowWithFakes window;
     const auto hover = [&](const char* title) {
-        const QPoint place = centre(menuTitle(offline, QString::fromLatin1(title)));
-        QTest::mouseMove(&offline.window(), place - QPoint(3, 0));
-        QTest::mouseMove(&offline.window(), place);
-        OfflineWindow::settle();
-        EXPECT_TRUE(menuTitle(offline, QString::fromLatin1(title)).property("hovered").toBool()) << title;
+        const QPoint place = centre(menuTitle(window, QString::fromLatin1(title)));
+        QTest::mouseMove(&window.window(), place - QPoint(3, 0));
+        QTest::mouseMove(&window.window(), place);
+        WindowWithFakes::settle();
+        EXPECT_TRUE(menuTitle(window, QString::fromLatin1(title)).property("hovered").toBool()) << title;
     };
-    clickMenu(offline, QStringLiteral("File"));
+    clickMenu(window, QStringLiteral("File"));
     hover("File");
-    EXPECT_TRUE(offline.item(choose).isVisible());
-    offline.key(Qt::Key_Escape);
-    EXPECT_FALSE(offline.item(choose).isVisible());
+    EXPECT_TRUE(window.item(choose).isVisible());
+    window.key(Qt::Key_Escape);
+    EXPECT_FALSE(window.item(choose).isVisible());
     hover("Playback");
-    EXPECT_FALSE(offline.item(toggle).isVisible());
-    EXPECT_FALSE(menuTitle(offline, QStringLiteral("File")).property("highlighted").toBool());
-    clickMenu(offline, QStringLiteral("Playback"));
-    EXPECT_TRUE(offline.item(toggle).isVisible());
+    EXPECT_FALSE(window.item(toggle).isVisible());
+    EXPECT_FALSE(menuTitle(window, QStringLiteral("File")).property("highlighted").toBool());
+    clickMenu(window, QStringLiteral("Playback"));
+    EXPECT_TRUE(window.item(toggle).isVisible());
     hover("File");
-    EXPECT_TRUE(offline.item(choose).isVisible()) << "menus follow the pointer once one is open";
-    clickMenu(offline, QStringLiteral("File"));
-    EXPECT_FALSE(offline.item(choose).isVisible());
+    EXPECT_TRUE(window.item(choose).isVisible()) << "menus follow the pointer once one is open";
+    clickMenu(window, QStringLiteral("File"));
+    EXPECT_FALSE(window.item(choose).isVisible());
 }
 
 } // namespace

@@ -12,24 +12,24 @@ QPoint centre(const QQuickItem& item)
     return item.mapToScene(QPointF(item.width() / 2, item.height() / 2)).toPoint();
 }
 
-QQuickItem& menuTitle(OfflineWindow& offline, const QString& text)
+QQuickItem& menuTitle(WindowWithFakes& window, const QString& text)
 {
-    for (QQuickItem* title : offline.item(QStringLiteral("menuBar")).findChildren<QQuickItem*>())
+    for (QQuickItem* title : window.item(QStringLiteral("menuBar")).findChildren<QQuickItem*>())
         if (title->property("text").toString() == text && title->inherits("QQuickMenuBarItem"))
             return *title;
     throw std::invalid_argument("no menu " + text.toStdString());
 }
 
-void clickMenu(OfflineWindow& offline, const QString& text)
+void clickMenu(WindowWithFakes& window, const QString& text)
 {
-    QTest::mouseClick(&offline.window(), Qt::LeftButton, Qt::NoModifier, centre(menuTitle(offline, text)));
-    OfflineWindow::settle();
+    QTest::mouseClick(&window.window(), Qt::LeftButton, Qt::NoModifier, centre(menuTitle(window, text)));
+    WindowWithFakes::settle();
 }
 
-void clickItem(OfflineWindow& offline, const QString& menu, const QString& item)
+void clickItem(WindowWithFakes& window, const QString& menu, const QString& item)
 {
-    clickMenu(offline, menu);
-    offline.click(item);
+    clickMenu(window, menu);
+    window.click(item);
 }
 
 } // namespace stackreel

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 
 #include <QPoint>
 #include <QString>
@@ -11,9 +11,9 @@ namespace stackreel
 /// The centre of an item in window coordinates.
 QPoint centre(const QQuickItem& item);
 /// The menu bar item with this text; throws when there is none.
-QQuickItem& menuTitle(OfflineWindow& offline, const QString& text);
-void clickMenu(OfflineWindow& offline, const QString& text);
+QQuickItem& menuTitle(WindowWithFakes& window, const QString& text);
+void clickMenu(WindowWithFakes& window, const QString& text);
 /// Opens the menu with this title and clicks on one of its items.
-void clickItem(OfflineWindow& offline, const QString& menu, const QString& item);
+void clickItem(WindowWithFakes& window, const QString& menu, const QString& item);
 
 } // namespace stackreel

@@ -31,16 +31,16 @@ TEST_F(PlayerSurfaceSizeTest, SetsTheVideoSizeOfEachNewPlayer)
 
 TEST_F(PlayerSurfaceSizeTest, SetsNoIntermediateVideoSizeWhenAClipIsLoaded)
 {
-    OfflineWindow offline;
-    offline.load();
+    WindowWithFakes window;
+    window.load();
     std::string firstLine;
     EXPECT_TRUE(eventually([&] {
-        for (const auto& line : offline.fakes().journal->take())
+        for (const auto& line : window.fakes().journal->take())
             if (firstLine.empty() && line.find("show at") != std::string::npos)
                 firstLine = line;
         return !firstLine.empty();
     }));
-    EXPECT_EQ(firstLine, sizeLine(inPixels(offline.item(QStringLiteral("playerSurface")).size())));
+    EXPECT_EQ(firstLine, sizeLine(inPixels(window.item(QStringLiteral("playerSurface")).size())));
 }
 
 TEST_F(PlayerSurfaceSizeTest, SetsOnlyTheFinalVideoSizeOfAResize)

@@ -97,7 +97,7 @@ TEST_F(PlayerSurfaceTest, DropsALatePictureOfThePreviousPlayer)
     const auto formerOutput = player().videoOutput();
     newPlayer();
     show({320, 180}, Qt::green);
-    formerOutput->present(OfflineWindow::picture({320, 180}, Qt::red));
+    formerOutput->present(WindowWithFakes::picture({320, 180}, Qt::red));
     formerOutput->clear();
     EXPECT_EQ(at(160, 90), QColor(Qt::green));
 }
@@ -150,8 +150,8 @@ TEST_F(PlayerSurfaceTest, ReleasesPicturesOfThePreviousPlayer)
 {
     newPlayer();
     const auto formerOutput = player().videoOutput();
-    const VideoFrame untaken = OfflineWindow::picture({320, 180}, Qt::red);
-    const VideoFrame late = OfflineWindow::picture({320, 180}, Qt::red);
+    const VideoFrame untaken = WindowWithFakes::picture({320, 180}, Qt::red);
+    const VideoFrame late = WindowWithFakes::picture({320, 180}, Qt::red);
     formerOutput->present(untaken);
     newPlayer();
     formerOutput->present(late);
@@ -223,9 +223,9 @@ TEST(PlayerSurfaceEndTest, IgnoresPicturesAfterItsDestruction)
     const auto output = fakes.playback->player().videoOutput();
     ASSERT_NE(output, nullptr);
     surface.reset();
-    output->present(OfflineWindow::picture({32, 18}, Qt::red));
+    output->present(WindowWithFakes::picture({32, 18}, Qt::red));
     output->clear();
-    OfflineWindow::settle();
+    WindowWithFakes::settle();
 }
 
 TEST(PlayerSurfaceEndTest, CanBeDestroyedWhileThePlayerPresentsPictures)
@@ -239,14 +239,14 @@ TEST(PlayerSurfaceEndTest, CanBeDestroyedWhileThePlayerPresentsPictures)
         model.setPlayer(fakes.playback->makePlayer());
         surface->setModel(&windowModel);
         const auto output = fakes.playback->player().videoOutput();
-        const VideoFrame frame = OfflineWindow::picture({32, 18}, Qt::red);
+        const VideoFrame frame = WindowWithFakes::picture({32, 18}, Qt::red);
         std::jthread presenting([&](std::stop_token stop) {
             while (!stop.stop_requested())
                 output->present(frame);
         });
-        OfflineWindow::settle();
+        WindowWithFakes::settle();
         surface.reset();
-        OfflineWindow::settle();
+        WindowWithFakes::settle();
     }
 }
 

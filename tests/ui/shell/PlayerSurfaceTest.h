@@ -2,7 +2,7 @@
 
 #include "model/AppModel.h"
 #include "tests/support/Awaited.h"
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 #include "ui/PlayerSurface.h"
 
 #include <QQuickWindow>
@@ -44,7 +44,7 @@ protected:
     /// Presents a picture on another thread, as players do.
     void show(QSize pixels, Qt::GlobalColor colour, FakeQueuePlayer& on)
     {
-        std::thread([&] { on.videoOutput()->present(OfflineWindow::picture(pixels, colour)); }).join();
+        std::thread([&] { on.videoOutput()->present(WindowWithFakes::picture(pixels, colour)); }).join();
     }
     void show(QSize pixels, Qt::GlobalColor colour) { show(pixels, colour, player()); }
 
@@ -53,7 +53,7 @@ protected:
     /// The colour on the screen at a position of the surface, in points.
     QColor at(double x, double y)
     {
-        OfflineWindow::settle();
+        WindowWithFakes::settle();
         const QImage image = m_window.grabWindow();
         const QPointF point = (m_surface.position() + QPointF(x, y)) * ratio();
         return image.pixelColor(int(point.x()), int(point.y()));
@@ -66,11 +66,11 @@ protected:
         for (int y = 0; y < stripes.height(); ++y)
             for (int x = 0; x < stripes.width(); ++x)
                 stripes.setPixelColor(x, y, x % 2 == 0 ? Qt::white : Qt::red);
-        player().videoOutput()->present(OfflineWindow::picture(stripes));
+        player().videoOutput()->present(WindowWithFakes::picture(stripes));
     }
     void expectStripes()
     {
-        OfflineWindow::settle();
+        WindowWithFakes::settle();
         const QImage image = m_window.grabWindow();
         for (int x = 100; x < 110; ++x) {
             const QColor colour = image.pixelColor(int(60 * ratio()) + x, int(150 * ratio()));

@@ -1,4 +1,4 @@
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 
 #include <gtest/gtest.h>
 
@@ -17,27 +17,27 @@ class SpaceKeyTest : public testing::Test
 protected:
     SpaceKeyTest()
     {
-        m_offline.load();
+        m_window.load();
         EXPECT_TRUE(playing());
     }
 
-    bool playing() { return m_offline.model().previewPlaying(); }
+    bool playing() { return m_window.model().previewPlaying(); }
 
-    OfflineWindow m_offline;
+    WindowWithFakes m_window;
 };
 
 TEST_F(SpaceKeyTest, TogglesThePreview)
 {
-    m_offline.key(Qt::Key_Space);
+    m_window.key(Qt::Key_Space);
     EXPECT_FALSE(playing());
-    m_offline.key(Qt::Key_Space);
+    m_window.key(Qt::Key_Space);
     EXPECT_TRUE(playing());
 }
 
 TEST_F(SpaceKeyTest, DoesNothingWithAModifier)
 {
     for (const Qt::KeyboardModifier modifier : {Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier}) {
-        m_offline.key(Qt::Key_Space, modifier);
+        m_window.key(Qt::Key_Space, modifier);
         EXPECT_TRUE(playing()) << modifier;
     }
 }
@@ -46,58 +46,58 @@ TEST_F(SpaceKeyTest, DoesNothingWhileTheSourceCannotBeEdited)
 {
     for (const Phase& phase :
          {Phase::empty(), Phase::preparing(), Phase::exporting(), Phase::failed("No video.")}) {
-        m_offline.model().setPhase(phase);
-        m_offline.key(Qt::Key_Space);
-        EXPECT_TRUE(playing()) << m_offline.model().phaseMessage();
+        m_window.model().setPhase(phase);
+        m_window.key(Qt::Key_Space);
+        EXPECT_TRUE(playing()) << m_window.model().phaseMessage();
     }
-    m_offline.model().setPhase(Phase::complete("/a.mp4"));
-    m_offline.key(Qt::Key_Space);
+    m_window.model().setPhase(Phase::complete("/a.mp4"));
+    m_window.key(Qt::Key_Space);
     EXPECT_FALSE(playing());
 }
 
 TEST_F(SpaceKeyTest, IsTypedIntoATextField)
 {
-    m_offline.windowModel().setAspectIndex(3);
-    OfflineWindow::settle();
-    QQuickItem& field = m_offline.item(QStringLiteral("widthField"));
+    m_window.windowModel().setAspectIndex(3);
+    WindowWithFakes::settle();
+    QQuickItem& field = m_window.item(QStringLiteral("widthField"));
     field.forceActiveFocus(Qt::MouseFocusReason);
-    m_offline.key(Qt::Key_Space);
+    m_window.key(Qt::Key_Space);
     EXPECT_EQ(field.property("text").toString(), QStringLiteral(" "));
     EXPECT_TRUE(playing());
 }
 
 TEST_F(SpaceKeyTest, PressesAButtonWithVisualFocus)
 {
-    const CropRegion top = m_offline.model().topRegion();
-    m_offline.item(swapButton).forceActiveFocus(Qt::TabFocusReason);
-    m_offline.key(Qt::Key_Space);
+    const CropRegion top = m_window.model().topRegion();
+    m_window.item(swapButton).forceActiveFocus(Qt::TabFocusReason);
+    m_window.key(Qt::Key_Space);
     EXPECT_TRUE(playing());
-    EXPECT_EQ(m_offline.model().bottomRegion(), top);
+    EXPECT_EQ(m_window.model().bottomRegion(), top);
 }
 
 TEST_F(SpaceKeyTest, TogglesThePreviewAfterAButtonWasClicked)
 {
-    m_offline.click(swapButton);
-    const CropRegion top = m_offline.model().topRegion();
-    m_offline.key(Qt::Key_Space);
+    m_window.click(swapButton);
+    const CropRegion top = m_window.model().topRegion();
+    m_window.key(Qt::Key_Space);
     EXPECT_FALSE(playing());
-    EXPECT_EQ(m_offline.model().topRegion(), top);
+    EXPECT_EQ(m_window.model().topRegion(), top);
 }
 
 TEST_F(SpaceKeyTest, TogglesASwitchWithVisualFocus)
 {
-    const bool sound = m_offline.model().settings().includeAudio;
-    m_offline.item(QStringLiteral("audioSwitch")).forceActiveFocus(Qt::TabFocusReason);
-    m_offline.key(Qt::Key_Space);
+    const bool sound = m_window.model().settings().includeAudio;
+    m_window.item(QStringLiteral("audioSwitch")).forceActiveFocus(Qt::TabFocusReason);
+    m_window.key(Qt::Key_Space);
     EXPECT_TRUE(playing());
-    EXPECT_NE(m_offline.model().settings().includeAudio, sound);
+    EXPECT_NE(m_window.model().settings().includeAudio, sound);
 }
 
 TEST_F(SpaceKeyTest, TogglesThePreviewOnceWhileHeldDown)
 {
     QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), true);
-    m_offline.key(Qt::Key_Space);
-    QCoreApplication::sendEvent(&m_offline.window(), &repeated);
+    m_window.key(Qt::Key_Space);
+    QCoreApplication::sendEvent(&m_window.window(), &repeated);
     EXPECT_FALSE(playing());
 }
 

@@ -335,7 +335,7 @@ TEST_F(AccessibilityTest, TheAccessibleNameOfTheStatusFollowsItsText)
 TEST_F(AccessibilityTest, TheAccessibleNameOfAnElidedStatusIsComplete)
 {
     const std::string name = std::string(200, 'w') + ".mov";
-    window().load(OfflineWindow::clip(), "/clips/" + name);
+    window().load(WindowWithFakes::clip(), "/clips/" + name);
     EXPECT_EQ(accessible("status").text(QAccessible::Name), QString::fromStdString(name));
 }
 

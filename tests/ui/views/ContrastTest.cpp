@@ -41,7 +41,7 @@ class ContrastTest : public ViewsTest, public testing::WithParamInterface<Window
 protected:
     /// The background of a text item: the most frequent colour in its area, because the letters cover less
     /// than half of it.
-    static QColor behind(const QQuickItem& target, const QImage& picture)
+    static QColor backgroundOf(const QQuickItem& target, const QImage& picture)
     {
         const QRectF points = target.mapRectToScene(QRectF(0, 0, target.width(), target.height()));
         const double scale = target.window()->effectiveDevicePixelRatio();
@@ -66,7 +66,7 @@ protected:
                 text(*each).isEmpty())
                 continue;
             ++texts;
-            const QColor background = behind(*each, picture);
+            const QColor background = backgroundOf(*each, picture);
             EXPECT_GE(contrast(over(color(*each), background), background), 4.5) << text(*each).toStdString();
         }
         return texts;

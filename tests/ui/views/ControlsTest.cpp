@@ -152,21 +152,21 @@ TEST_F(ControlsTest, ATypedSizeIsStoredOnReturnAndAdaptsTheCropsOnce)
     enter(WindowModel::Ready);
     windowModel().setAspectIndex(3);
     settle();
-    QSignalSpy refits(&model(), &AppModel::topRegionChanged);
+    QSignalSpy adaptations(&model(), &AppModel::topRegionChanged);
     focus("widthField");
     type(QStringLiteral("1600"));
     EXPECT_EQ(model().settings().customWidth, 1080) << "not while it is being typed";
     key(Qt::Key_Return);
     EXPECT_EQ(model().settings().customWidth, 1600);
-    EXPECT_EQ(refits.count(), 1);
+    EXPECT_EQ(adaptations.count(), 1);
     EXPECT_EQ(item("widthField").property("text").toString(), windowModel().customWidth());
     key(Qt::Key_Tab);
     EXPECT_TRUE(item("heightField").hasActiveFocus());
-    EXPECT_EQ(refits.count(), 1) << "leaving the field changes nothing more";
+    EXPECT_EQ(adaptations.count(), 1) << "leaving the field changes nothing more";
     type(QStringLiteral("900"));
     key(Qt::Key_Tab);
     EXPECT_EQ(model().settings().customHeight, 900);
-    EXPECT_EQ(refits.count(), 2);
+    EXPECT_EQ(adaptations.count(), 2);
 }
 
 TEST_F(ControlsTest, RestoresTheSizeWhenTheTextIsNoInteger)

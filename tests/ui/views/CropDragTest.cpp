@@ -123,7 +123,7 @@ TEST_F(CropDragTest, ADragEndsWhenTheCanvasIsHidden)
     settle();
     ASSERT_FALSE(item("videoCanvas").isVisible());
     release(QPoint(10, 300));
-    fakes().inspections.back().task().complete(OfflineWindow::clip());
+    fakes().inspections.back().task().complete(WindowWithFakes::clip());
     fakes().previews.back().task().complete("/clips/another.mov");
     settle();
     const QRectF before = top();

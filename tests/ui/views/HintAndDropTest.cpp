@@ -25,7 +25,7 @@ TEST_F(HintAndDropTest, ShowsAToolTipWhileHovered)
 TEST_F(HintAndDropTest, ShowsAnElidedNameInFullInTheToolTip)
 {
     const std::string name = std::string(150, 'w') + ".mov";
-    window().load(OfflineWindow::clip(), "/clips/" + name);
+    window().load(WindowWithFakes::clip(), "/clips/" + name);
     settle();
     ASSERT_TRUE(item("status").property("truncated").toBool());
     moveTo(centre(item("status")));

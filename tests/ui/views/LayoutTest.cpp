@@ -43,7 +43,7 @@ void LayoutTest::expect(const Type& type)
     EXPECT_FALSE(target.property("truncated").toBool()) << type.name;
 }
 
-void LayoutTest::expectPlace(const char* name, const QRectF& expected)
+void LayoutTest::expectGeometry(const char* name, const QRectF& expected)
 {
     const QRectF actual = geometry(name);
     EXPECT_NEAR(actual.x(), expected.x(), 0.01) << name;

@@ -32,7 +32,7 @@ protected:
     };
 
     void expect(const Type& type);
-    void expectPlace(const char* name, const QRectF& expected);
+    void expectGeometry(const char* name, const QRectF& expected);
 
     double contentHeight() { return item("contentView").height(); }
     double workspaceTop() { return geometry("header").bottom() + 18; }

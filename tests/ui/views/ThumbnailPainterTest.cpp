@@ -1,6 +1,6 @@
 #include "ui/ThumbnailPainter.h"
 
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -19,7 +19,7 @@ std::vector<VideoFrame> pictures(std::initializer_list<Qt::GlobalColor> colours,
 {
     std::vector<VideoFrame> frames;
     for (const Qt::GlobalColor colour : colours)
-        frames.push_back(OfflineWindow::picture(size, colour));
+        frames.push_back(WindowWithFakes::picture(size, colour));
     return frames;
 }
 

@@ -43,7 +43,7 @@ TEST_F(ThumbnailStripTest, CropsThumbnailsAgainAfterAResize)
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 55; x < 265; ++x)
             picture.setPixelColor(x, y, Qt::green);
-    fakes().thumbnails.back().task().complete(std::vector(12, OfflineWindow::picture(picture)));
+    fakes().thumbnails.back().task().complete(std::vector(12, WindowWithFakes::picture(picture)));
     settle();
     ASSERT_GT(count(Qt::red), 24);
     window().window().resize(window().window().minimumSize());

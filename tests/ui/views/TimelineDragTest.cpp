@@ -201,7 +201,7 @@ TEST_F(TimelineDragTest, HidingTheTimelineEndsADrag)
     settle();
     ASSERT_FALSE(item("timeline").isVisible());
     release(at(15));
-    fakes().inspections.back().task().complete(OfflineWindow::clip());
+    fakes().inspections.back().task().complete(WindowWithFakes::clip());
     fakes().previews.back().task().complete("/clips/another.mov");
     settle();
     EXPECT_FALSE(isActive("trimEndHandle"));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 
 #include <QColor>
 #include <QFont>
@@ -23,7 +23,7 @@ protected:
     AppModel& model() { return m_window.model(); }
     WindowModel& windowModel() { return m_window.windowModel(); }
     FakeServices& fakes() { return m_window.fakes(); }
-    OfflineWindow& window() { return m_window; }
+    WindowWithFakes& window() { return m_window; }
 
     QQuickItem& item(const char* name) { return m_window.item(QString::fromLatin1(name)); }
     /// The item `name` inside the item `owner`.
@@ -65,7 +65,7 @@ protected:
     }
 
 private:
-    OfflineWindow m_window;
+    WindowWithFakes m_window;
 };
 
 } // namespace stackreel

@@ -18,7 +18,7 @@ TEST_F(WindowLayoutTest, TheHeaderHasTitleStatusAndProgress)
     expect({"status", QStringLiteral("Beach day.MOV"), 14, QFont::Medium, white(0.66)});
     EXPECT_EQ(geometry("title").topLeft(), QPointF(24, 22));
     EXPECT_NEAR(geometry("status").top(), geometry("title").bottom() + 5, 0.01);
-    expectPlace("progressSlot", QRectF(24, geometry("status").bottom() + 5, 220, 3));
+    expectGeometry("progressSlot", QRectF(24, geometry("status").bottom() + 5, 220, 3));
     EXPECT_EQ(geometry("header").right(), 1180 - 24);
     EXPECT_EQ(geometry("header").bottom(), geometry("progressSlot").bottom());
 }
@@ -61,8 +61,8 @@ TEST_F(WindowLayoutTest, TheProgressBarHasTheAccentColour)
 TEST_F(WindowLayoutTest, WorkspaceAndInspectorFillTheContentBelowTheHeader)
 {
     const double height = contentHeight() - 22 - workspaceTop();
-    expectPlace("workspace", QRectF(24, workspaceTop(), 1180 - 48 - 18 - 310, height));
-    expectPlace("inspector", QRectF(1180 - 24 - 310, workspaceTop(), 310, height));
+    expectGeometry("workspace", QRectF(24, workspaceTop(), 1180 - 48 - 18 - 310, height));
+    expectGeometry("inspector", QRectF(1180 - 24 - 310, workspaceTop(), 310, height));
     EXPECT_TRUE(same(color(item("background")), graphite));
     EXPECT_TRUE(same(color(item("workspace")), stage));
     EXPECT_TRUE(same(color(item("inspector")), panel));
@@ -155,7 +155,7 @@ TEST_F(WindowLayoutTest, EverythingFitsIntoTheMinimumSize)
 TEST_F(WindowLayoutTest, ElidesALongNameInTheMiddle)
 {
     const QRectF inspector = geometry("inspector");
-    window().load(OfflineWindow::clip(), "/clips/" + std::string(200, 'w') + ".mov");
+    window().load(WindowWithFakes::clip(), "/clips/" + std::string(200, 'w') + ".mov");
     settle();
     const QQuickItem& status = item("status");
     EXPECT_TRUE(status.property("truncated").toBool());

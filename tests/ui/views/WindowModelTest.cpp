@@ -124,15 +124,15 @@ TEST_F(WindowModelTest, ParsesAndFormatsASizeInTheUsersLocale)
 TEST_F(WindowModelTest, AdaptsTheCropsOnlyWhenAUsedSizeChanges)
 {
     load(turnedClip());
-    QSignalSpy refits(&m_model, &AppModel::topRegionChanged);
+    QSignalSpy adaptations(&m_model, &AppModel::topRegionChanged);
     m_window.setCustomWidth(QStringLiteral("1200"));
-    EXPECT_EQ(refits.count(), 0) << "a preset is chosen";
+    EXPECT_EQ(adaptations.count(), 0) << "a preset is chosen";
     m_window.setAspectIndex(3);
-    refits.clear();
+    adaptations.clear();
     m_window.setCustomWidth(QStringLiteral("1200"));
-    EXPECT_EQ(refits.count(), 0);
+    EXPECT_EQ(adaptations.count(), 0);
     m_window.setCustomWidth(QStringLiteral("1300"));
-    EXPECT_EQ(refits.count(), 1);
+    EXPECT_EQ(adaptations.count(), 1);
 }
 
 TEST_F(WindowModelTest, ConvertsRegionsInBothDirections)

@@ -1,5 +1,5 @@
 #include "media/MediaToolError.h"
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 
 #include <QDir>
 #include <QImageReader>
@@ -34,12 +34,13 @@ protected:
 
     VideoFrame frame(QSize size) const
     {
-        return OfflineWindow::picture(m_frame.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        return WindowWithFakes::picture(
+            m_frame.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
 
-    void load(OfflineWindow& window, const std::filesystem::path& file = "/clips/Beach day.MOV") const
+    void load(WindowWithFakes& window, const std::filesystem::path& file = "/clips/Beach day.MOV") const
     {
-        window.load(OfflineWindow::clip(75), file);
+        window.load(WindowWithFakes::clip(75), file);
         window.player().videoOutput()->present(frame(QSize(1920, 1080)));
         std::vector<VideoFrame> thumbnails(12, frame(QSize(320, 180)));
         window.fakes().thumbnails.back().task().complete(thumbnails);
@@ -48,7 +49,7 @@ protected:
         window.model().seekPreview(27);
     }
 
-    void save(OfflineWindow& window, const QString& name) const
+    void save(WindowWithFakes& window, const QString& name) const
     {
         window.item(QStringLiteral("contentView")); // throws if the window has no content
         ASSERT_TRUE(window.screenshot().save(QDir(m_folder).filePath(name + QStringLiteral(".png"))));
@@ -61,13 +62,13 @@ private:
 
 TEST_F(WindowScreenshots, Empty)
 {
-    OfflineWindow window;
+    WindowWithFakes window;
     save(window, QStringLiteral("empty"));
 }
 
 TEST_F(WindowScreenshots, Preparing)
 {
-    OfflineWindow window;
+    WindowWithFakes window;
     window.model().chooseSource();
     window.fakes().openPanel->choose("/clips/Beach day.MOV");
     save(window, QStringLiteral("preparing"));
@@ -75,14 +76,14 @@ TEST_F(WindowScreenshots, Preparing)
 
 TEST_F(WindowScreenshots, Ready)
 {
-    OfflineWindow window;
+    WindowWithFakes window;
     load(window);
     save(window, QStringLiteral("ready"));
 }
 
 TEST_F(WindowScreenshots, ReadyWithoutThumbnails)
 {
-    OfflineWindow window;
+    WindowWithFakes window;
     window.load();
     window.model().setSelectedCrop(1);
     window.model().setPreviewMuted(false);
@@ -94,7 +95,7 @@ TEST_F(WindowScreenshots, ReadyWithoutThumbnails)
 
 TEST_F(WindowScreenshots, Exporting)
 {
-    OfflineWindow window;
+    WindowWithFakes window;
     load(window);
     window.startExport();
     save(window, QStringLiteral("exporting"));
@@ -102,7 +103,7 @@ TEST_F(WindowScreenshots, Exporting)
 
 TEST_F(WindowScreenshots, Complete)
 {
-    OfflineWindow window;
+    WindowWithFakes window;
     load(window);
     window.startExport();
     window.fakes().exports.back().task().complete("/clips/Beach day-vertical.mp4");
@@ -111,7 +112,7 @@ TEST_F(WindowScreenshots, Complete)
 
 TEST_F(WindowScreenshots, HintsAndFocus)
 {
-    OfflineWindow window;
+    WindowWithFakes window;
     load(window, "/clips/" + std::string(150, 'w') + ".mov");
     window.item(QStringLiteral("trimStartHandle")).forceActiveFocus(Qt::TabFocusReason);
     QTest::mouseMove(&window.window(), window.centre(QStringLiteral("status")));
@@ -126,17 +127,17 @@ TEST_F(WindowScreenshots, HintsAndFocus)
 
 TEST_F(WindowScreenshots, Failed)
 {
-    OfflineWindow window;
+    WindowWithFakes window;
     window.model().chooseSource();
     window.fakes().openPanel->choose("/clips/Beach day.MOV");
-    OfflineWindow::settle();
+    WindowWithFakes::settle();
     window.fakes().inspections.back().task().fail(MediaToolError::verticalSource());
     save(window, QStringLiteral("failed"));
 }
 
 TEST_F(WindowScreenshots, CustomAtTheSmallestSizeWithALongName)
 {
-    OfflineWindow window(QSize(1, 1));
+    WindowWithFakes window(QSize(1, 1));
     window.window().resize(window.window().minimumSize());
     load(window,
          "/clips/A rather long name of a clip that somebody took on a day at the beach, and then another "

@@ -14,26 +14,27 @@ TEST_F(WorkspaceLayoutTest, FitsTheVideoIntoTheCanvas)
     const QRectF area = geometry("canvasArea").adjusted(18, 18, -18, -18);
     const double aspect = 1920.0 / 1080;
     ASSERT_LT(area.width() / area.height(), aspect) << "the canvas should be narrower than the video";
-    expectPlace("videoFrame", QRectF(area.x(), area.center().y() - area.width() / aspect / 2, area.width(),
-                                     area.width() / aspect));
+    expectGeometry("videoFrame", QRectF(area.x(), area.center().y() - area.width() / aspect / 2, area.width(),
+                                        area.width() / aspect));
     EXPECT_EQ(geometry("playerSurface"), geometry("videoFrame"));
     window().window().resize(1180, 710);
-    MediaInfo square = OfflineWindow::clip();
+    MediaInfo square = WindowWithFakes::clip();
     square.width = 1100;
     window().load(square);
     settle();
     const QRectF wide = geometry("canvasArea").adjusted(18, 18, -18, -18);
     const double width = wide.height() * 1100 / 1080;
     ASSERT_GT(wide.width(), width) << "the canvas should be wider than the video";
-    expectPlace("videoFrame", QRectF(wide.center().x() - width / 2, wide.y(), width, wide.height()));
+    expectGeometry("videoFrame", QRectF(wide.center().x() - width / 2, wide.y(), width, wide.height()));
 }
 
 TEST_F(WorkspaceLayoutTest, ThePreviewControlsAreAtTheBottomRight)
 {
     enter(WindowModel::Ready);
     const QRectF canvas = geometry("canvasArea");
-    expectPlace("muteButton", QRectF(canvas.right() - 18 - 38, canvas.bottom() - 18 - 38, 38, 38));
-    expectPlace("playButton", QRectF(canvas.right() - 18 - 38 - 8 - 38, canvas.bottom() - 18 - 38, 38, 38));
+    expectGeometry("muteButton", QRectF(canvas.right() - 18 - 38, canvas.bottom() - 18 - 38, 38, 38));
+    expectGeometry("playButton",
+                   QRectF(canvas.right() - 18 - 38 - 8 - 38, canvas.bottom() - 18 - 38, 38, 38));
     QQuickItem& button = item("playButton");
     EXPECT_EQ(button.property("padding").toDouble(), 9);
     EXPECT_EQ(background(button).property("radius").toDouble(), 6);
@@ -101,8 +102,8 @@ TEST_F(WorkspaceLayoutTest, TheTimelineIsBelowTheCanvas)
 {
     enter(WindowModel::Ready);
     const QRectF workspace = geometry("workspace");
-    expectPlace("timeline",
-                QRectF(workspace.x() + 18, workspace.bottom() - 14 - 84, workspace.width() - 36, 84));
+    expectGeometry("timeline",
+                   QRectF(workspace.x() + 18, workspace.bottom() - 14 - 84, workspace.width() - 36, 84));
     EXPECT_EQ(geometry("canvasArea").bottom(), geometry("timeline").top());
     expect({"trimTitle", QStringLiteral("Trim"), 15, QFont::Black, white()});
     expect({"rangeText", QStringLiteral("0:00 to 0:20"), 12, QFont::DemiBold, white(0.62)});
@@ -122,14 +123,14 @@ TEST_F(WorkspaceLayoutTest, TheTimelineItemsAreAtThePositionsOfTheirTimes)
     const double s = strip.x() + 18 + track / 4;
     const double e = strip.x() + 18 + track * 3 / 4;
     EXPECT_EQ(strip.height(), 42);
-    expectPlace("thumbnails", QRectF(strip.x() + 18, strip.y(), track, 42));
-    expectPlace("videoPosition", QRectF(strip.x() + 18, strip.y(), track, 42));
-    expectPlace("cutBefore", QRectF(strip.x() + 18, strip.y(), s - strip.x() - 18, 42));
-    expectPlace("cutAfter", QRectF(e, strip.y(), strip.right() - 18 - e, 42));
-    expectPlace("rangeBar", QRectF(s, strip.y() + 38, e - s, 4));
-    expectPlace("playhead", QRectF(strip.center().x() - 1, strip.y() - 2, 2, 46));
-    expectPlace("trimStartHandle", QRectF(s - 6.5, strip.y() - 2, 13, 46));
-    expectPlace("trimEndHandle", QRectF(e - 6.5, strip.y() - 2, 13, 46));
+    expectGeometry("thumbnails", QRectF(strip.x() + 18, strip.y(), track, 42));
+    expectGeometry("videoPosition", QRectF(strip.x() + 18, strip.y(), track, 42));
+    expectGeometry("cutBefore", QRectF(strip.x() + 18, strip.y(), s - strip.x() - 18, 42));
+    expectGeometry("cutAfter", QRectF(e, strip.y(), strip.right() - 18 - e, 42));
+    expectGeometry("rangeBar", QRectF(s, strip.y() + 38, e - s, 4));
+    expectGeometry("playhead", QRectF(strip.center().x() - 1, strip.y() - 2, 2, 46));
+    expectGeometry("trimStartHandle", QRectF(s - 6.5, strip.y() - 2, 13, 46));
+    expectGeometry("trimEndHandle", QRectF(e - 6.5, strip.y() - 2, 13, 46));
     EXPECT_TRUE(same(color(item("cutBefore")), black(0.7)));
     EXPECT_TRUE(same(color(item("cutAfter")), black(0.7)));
     EXPECT_TRUE(same(color(item("rangeBar")), signalCoral));

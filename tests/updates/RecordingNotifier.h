@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/updates/UpdateMessages.h"
+#include "platform/updates/UpdateNotifier.h"
 
 #include <string>
 #include <vector>
@@ -9,7 +9,7 @@ namespace stackreel
 {
 
 /// Records each message as one line instead of showing it.
-class RecordedMessages : public UpdateMessages
+class RecordingNotifier : public UpdateNotifier
 {
 public:
     void showUpdate(const UpdateRelease& release, const QString& installedVersion,

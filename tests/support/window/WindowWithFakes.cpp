@@ -1,4 +1,4 @@
-#include "tests/support/window/OfflineWindow.h"
+#include "tests/support/window/WindowWithFakes.h"
 
 #include "tests/support/Awaited.h"
 
@@ -27,7 +27,7 @@ QQuickItem* descendant(QQuickItem* item, const QString& objectName)
 
 } // namespace
 
-OfflineWindow::OfflineWindow(QSize size)
+WindowWithFakes::WindowWithFakes(QSize size)
     : m_model(m_fakes.services()),
       m_windowModel(m_model),
       m_actions([this] { ++m_updateChecks; }),
@@ -41,7 +41,7 @@ OfflineWindow::OfflineWindow(QSize size)
     settle();
 }
 
-MediaInfo OfflineWindow::clip(double duration)
+MediaInfo WindowWithFakes::clip(double duration)
 {
     return {.width = 1920,
             .height = 1080,
@@ -51,7 +51,7 @@ MediaInfo OfflineWindow::clip(double duration)
             .audioCodec = "aac"};
 }
 
-void OfflineWindow::load(const MediaInfo& media, const std::filesystem::path& file)
+void WindowWithFakes::load(const MediaInfo& media, const std::filesystem::path& file)
 {
     m_model.chooseSource();
     m_fakes.openPanel->choose(file);
@@ -61,7 +61,7 @@ void OfflineWindow::load(const MediaInfo& media, const std::filesystem::path& fi
     settle();
 }
 
-void OfflineWindow::finishThumbnails(int count)
+void WindowWithFakes::finishThumbnails(int count)
 {
     constexpr Qt::GlobalColor colours[] = {Qt::darkRed, Qt::darkGreen, Qt::darkBlue, Qt::darkCyan};
     std::vector<VideoFrame> pictures;
@@ -71,28 +71,28 @@ void OfflineWindow::finishThumbnails(int count)
     settle();
 }
 
-void OfflineWindow::startExport(const std::filesystem::path& file)
+void WindowWithFakes::startExport(const std::filesystem::path& file)
 {
     m_model.chooseExportDestination();
     m_fakes.savePanel->choose(file);
     settle();
 }
 
-void OfflineWindow::showPicture(QSize pixels, Qt::GlobalColor colour)
+void WindowWithFakes::showPicture(QSize pixels, Qt::GlobalColor colour)
 {
     if (const auto output = player().videoOutput())
         output->present(picture(pixels, colour));
     settle();
 }
 
-VideoFrame OfflineWindow::picture(QSize pixels, Qt::GlobalColor colour)
+VideoFrame WindowWithFakes::picture(QSize pixels, Qt::GlobalColor colour)
 {
     QImage image(pixels, QImage::Format_RGB32);
     image.fill(colour);
     return picture(image);
 }
 
-VideoFrame OfflineWindow::picture(const QImage& image)
+VideoFrame WindowWithFakes::picture(const QImage& image)
 {
     const auto owned = std::make_shared<const QImage>(image.convertToFormat(QImage::Format_RGB32));
     return {.owner = owned,
@@ -102,7 +102,7 @@ VideoFrame OfflineWindow::picture(const QImage& image)
             .bytesPerLine = owned->bytesPerLine()};
 }
 
-QQuickItem* OfflineWindow::find(const QString& objectName)
+QQuickItem* WindowWithFakes::find(const QString& objectName)
 {
     if (QQuickItem* found = descendant(window().contentItem(), objectName))
         return found;
@@ -110,38 +110,38 @@ QQuickItem* OfflineWindow::find(const QString& objectName)
     return window().findChild<QQuickItem*>(objectName);
 }
 
-QQuickItem& OfflineWindow::item(const QString& objectName)
+QQuickItem& WindowWithFakes::item(const QString& objectName)
 {
     if (QQuickItem* found = find(objectName))
         return *found;
     throw std::invalid_argument("the window has no item " + objectName.toStdString());
 }
 
-QPoint OfflineWindow::centre(const QString& objectName)
+QPoint WindowWithFakes::centre(const QString& objectName)
 {
     const QQuickItem& target = item(objectName);
     return target.mapToScene(QPointF(target.width() / 2, target.height() / 2)).toPoint();
 }
 
-void OfflineWindow::click(const QString& objectName)
+void WindowWithFakes::click(const QString& objectName)
 {
     QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, centre(objectName));
     settle();
 }
 
-void OfflineWindow::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
+void WindowWithFakes::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     QTest::keyClick(&window(), key, modifiers);
     settle();
 }
 
-QImage OfflineWindow::screenshot()
+QImage WindowWithFakes::screenshot()
 {
     settle();
     return window().grabWindow();
 }
 
-void OfflineWindow::settle()
+void WindowWithFakes::settle()
 {
     // Several rounds, because an event may post another one.
     for (int round = 0; round < 3; ++round) {

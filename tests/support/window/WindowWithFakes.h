@@ -19,11 +19,11 @@ namespace stackreel
 {
 
 /// The program's window with fake services, player and panels, on Qt's offscreen platform. Main thread.
-class OfflineWindow
+class WindowWithFakes
 {
 public:
     /// Shows the window with this size, which includes the title bar, and waits until it is exposed.
-    explicit OfflineWindow(QSize size = QSize(1180, 780));
+    explicit WindowWithFakes(QSize size = QSize(1180, 780));
 
     AppModel& model() { return m_model; }
     WindowModel& windowModel() { return m_windowModel; }

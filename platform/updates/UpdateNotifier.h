@@ -7,11 +7,11 @@
 namespace stackreel
 {
 
-/// The updater's messages to the user. No call blocks. Main thread.
-class UpdateMessages
+/// Shows the updater's messages to the user. No call blocks. Main thread.
+class UpdateNotifier
 {
 public:
-    virtual ~UpdateMessages() = default;
+    virtual ~UpdateNotifier() = default;
 
     /// Shows a newer version with its notes as plain text, and offers to open its download page. A message
     /// that the user did not request must not take the keyboard focus from other work.
