@@ -1,12 +1,13 @@
 #include "platform/shim/Process.h"
 
 #include <fcntl.h>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 
 namespace stackreel::shim
@@ -25,21 +26,43 @@ std::vector<char*> argumentVector(const std::string& path, const std::vector<std
     return vector;
 }
 
-// Starts the program with `output` as its standard output. The order matters where this process was started
-// with a standard descriptor closed and the pipe took its number: the pipe is put in place before the others
-// are opened.
-bool start(const std::string& path, const std::vector<std::string>& arguments, int output, pid_t& child)
+// Opens /dev/null as the descriptor `number`.
+void replaceByNothing(int number, int flags)
 {
-    posix_spawn_file_actions_t actions;
-    if (posix_spawn_file_actions_init(&actions) != 0)
-        return false;
-    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    const int opened = ::open("/dev/null", flags);
+    if (opened == number)
+        return;
+    ::dup2(opened, number);
+    ::close(opened);
+}
+
+// The steps of a new child. The kernel kills it when this process, its parent, ends: a signal ends this
+// process at once, and the child could otherwise run on for any time. The pipe is put in place first: where
+// this process was started with a standard descriptor closed, the pipe may have its number.
+[[noreturn]] void runChild(const char* path, char* const* arguments, int output, pid_t parent)
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent)
+        ::_exit(notStartedStatus); // the parent ended before the call
+    if (output == STDOUT_FILENO)
+        ::fcntl(output, F_SETFD, 0);
+    else
+        ::dup2(output, STDOUT_FILENO);
+    replaceByNothing(STDIN_FILENO, O_RDONLY);
+    replaceByNothing(STDERR_FILENO, O_WRONLY);
+    ::execv(path, arguments);
+    ::_exit(notStartedStatus);
+}
+
+// Starts the program with `output` as its standard output. Returns its process id, negative for a failure.
+pid_t start(const std::string& path, const std::vector<std::string>& arguments, int output)
+{
     const std::vector<char*> vector = argumentVector(path, arguments);
-    const int error = posix_spawn(&child, path.c_str(), &actions, nullptr, vector.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    return error == 0;
+    const pid_t parent = ::getpid();
+    const pid_t child = ::fork();
+    if (child == 0)
+        runChild(path.c_str(), vector.data(), output, parent);
+    return child;
 }
 
 std::string readToEnd(int descriptor)
@@ -75,8 +98,8 @@ std::optional<std::string> outputOf(const std::string& path, const std::vector<s
     std::array<int, 2> pipe{};
     if (::pipe2(pipe.data(), O_CLOEXEC) != 0)
         return std::nullopt;
-    pid_t child = 0;
-    const bool started = start(path, arguments, pipe[1], child);
+    const pid_t child = start(path, arguments, pipe[1]);
+    const bool started = child > 0;
     ::close(pipe[1]);
     const std::string output = started ? readToEnd(pipe[0]) : std::string();
     ::close(pipe[0]);
@@ -90,6 +113,11 @@ int become(const std::string& path, const std::vector<std::string>& arguments)
     const std::vector<char*> vector = argumentVector(path, arguments);
     ::execv(path.c_str(), vector.data());
     return fail(notStartedStatus, path + " could not be started: " + std::strerror(errno));
+}
+
+int failMissing(std::string_view tool)
+{
+    return fail(notFoundStatus, std::string(tool) + " is missing. Build the bundled media tools first.");
 }
 
 int fail(int status, std::string_view message)

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 namespace stackreel::shim
 {
@@ -32,6 +33,15 @@ std::vector<FileIdentity> visitedFiles()
     return visited;
 }
 
+std::optional<std::filesystem::path> workingDirectory()
+{
+    std::error_code error;
+    auto directory = std::filesystem::current_path(error);
+    if (error)
+        return std::nullopt;
+    return directory;
+}
+
 } // namespace
 
 std::vector<std::string> searchFolders(const char* path)
@@ -44,6 +54,17 @@ std::vector<std::string> searchFolders(const char* path)
             folders.emplace_back(rest.substr(0, colon));
         rest.remove_prefix(colon == std::string_view::npos ? rest.size() : colon + 1);
     }
+    return folders;
+}
+
+std::vector<std::string> fixedFolders(const std::optional<std::filesystem::path>& workingDirectory)
+{
+    std::vector<std::string> folders;
+    if (workingDirectory)
+        for (const auto& directory : {*workingDirectory, workingDirectory->parent_path()})
+            folders.push_back(directory / "third_party/ffmpeg/bin");
+    folders.emplace_back("/opt/homebrew/bin");
+    folders.emplace_back("/usr/local/bin");
     return folders;
 }
 
@@ -64,7 +85,9 @@ std::optional<FoundTool> findTool(std::string_view name, const std::vector<std::
 std::optional<std::string> systemTool(const std::string& name)
 {
     std::vector<FileIdentity> visited = visitedFiles();
-    const auto tool = findTool(name, searchFolders(std::getenv("PATH")), visited);
+    std::vector<std::string> folders = fixedFolders(workingDirectory());
+    std::ranges::copy(searchFolders(std::getenv("PATH")), std::back_inserter(folders));
+    const auto tool = findTool(name, folders, visited);
     if (!tool)
         return std::nullopt;
     visited.push_back(tool->identity);

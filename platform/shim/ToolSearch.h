@@ -2,6 +2,7 @@
 
 #include "platform/shim/FileIdentity.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,14 +22,19 @@ struct FoundTool {
 /// pointer, which means that PATH is not set, stands for "/usr/local/bin:/usr/bin:/bin".
 std::vector<std::string> searchFolders(const char* path);
 
+/// The folders that the program that ships this one searches after its own: third_party/ffmpeg/bin below the
+/// working directory and below its parent, /opt/homebrew/bin, /usr/local/bin. Without a working directory, as
+/// when it was removed, the first two are missing.
+std::vector<std::string> fixedFolders(const std::optional<std::filesystem::path>& workingDirectory);
+
 /// The first file named `name` in `folders` that this user may execute and that is not one of `avoided`.
 /// Anything that is not a regular file, such as a directory or a dangling link, is ignored. Returns
 /// `std::nullopt` if no folder contains such a file.
 std::optional<FoundTool> findTool(std::string_view name, const std::vector<std::string>& folders,
                                   const std::vector<FileIdentity>& avoided);
 
-/// The path of the system's own tool called `name` ("ffmpeg" or "ffprobe"): the first one on PATH that is not
-/// this program.
+/// The path of the system's own tool called `name` ("ffmpeg" or "ffprobe"): the first one in
+/// `fixedFolders` and then on PATH that is not this program.
 ///
 /// PATH may contain two copies of this program, or a script that starts this program again; each would then
 /// start the other for ever. To prevent that, the environment variable STACKREEL_SHIM_VISITED lists the files

@@ -12,7 +12,7 @@ int main(int argc, char** argv)
     const Arguments arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     const auto tool = systemTool("ffmpeg");
     if (!tool)
-        return fail(notFoundStatus, "FFmpeg is not installed: no program named ffmpeg was found on PATH.");
+        return failMissing("ffmpeg");
     if (!asksForVideoToolbox(arguments))
         return become(*tool, arguments);
     const auto listing = outputOf(*tool, {"-hide_banner", "-encoders"});

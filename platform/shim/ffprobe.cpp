@@ -10,6 +10,6 @@ int main(int argc, char** argv)
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     const auto tool = systemTool("ffprobe");
     if (!tool)
-        return fail(notFoundStatus, "FFmpeg is not installed: no program named ffprobe was found on PATH.");
+        return failMissing("ffprobe");
     return become(*tool, arguments);
 }

@@ -1,6 +1,7 @@
 #include "platform/shim/ToolSearch.h"
 
 #include "tests/support/ScopedEnvironment.h"
+#include "tests/support/ScopedWorkingDirectory.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -101,6 +102,37 @@ TEST(ToolSearch, TheSystemsToolIsChosenOnceAndHandedDownAsVisited)
     EXPECT_EQ(handedDown, (std::vector{identityOf("/proc/self/exe").value(), identityOf(first).value()}));
     EXPECT_EQ(systemTool("tool"), second);
     EXPECT_EQ(systemTool("tool"), std::nullopt);
+}
+
+TEST(ToolSearch, TheFoldersOfTheLocatorComeBeforeThePath)
+{
+    const TemporaryDirectory folder;
+    const std::string onPath = folder.writeExecutable("path/tool", script).string();
+    std::filesystem::create_directories(folder / "parent" / "working");
+    const ScopedEnvironment path("PATH", (folder / "path").string());
+    const ScopedWorkingDirectory working(folder / "parent" / "working");
+    const auto found = [] {
+        const ScopedEnvironment visited(visitedVariable, std::nullopt);
+        return systemTool("tool");
+    };
+    EXPECT_EQ(found(), onPath);
+    const std::string inParent =
+        folder.writeExecutable("parent/third_party/ffmpeg/bin/tool", script).string();
+    EXPECT_EQ(found(), inParent);
+    const std::string inWorking =
+        folder.writeExecutable("parent/working/third_party/ffmpeg/bin/tool", script).string();
+    EXPECT_EQ(found(), inWorking);
+    std::filesystem::permissions(inWorking, std::filesystem::perms::owner_read);
+    EXPECT_EQ(found(), inParent);
+}
+
+TEST(ToolSearch, TheFixedFoldersAreThoseOfTheLocatorInItsOrder)
+{
+    using Folders = std::vector<std::string>;
+    const Folders always{"/opt/homebrew/bin", "/usr/local/bin"};
+    EXPECT_EQ(fixedFolders("/a b/c"), (Folders{"/a b/c/third_party/ffmpeg/bin", "/a b/third_party/ffmpeg/bin",
+                                               always[0], always[1]}));
+    EXPECT_EQ(fixedFolders(std::nullopt), always);
 }
 
 TEST(ToolSearch, ThisProgramIsNeverTheSystemsTool)
