@@ -13,7 +13,9 @@ namespace stackreel
 namespace
 {
 
-constexpr int timeoutSeconds = 10;
+/// For discovery, whose time limit is in whole seconds, and for both it and the first picture.
+constexpr int discoverySeconds = 3;
+constexpr std::chrono::seconds timeLimit(5);
 
 /// Whether the preview needs what is missing. Without a decoder for the sound it plays in silence; files from
 /// cameras also carry tracks of data that nothing decodes.
@@ -54,27 +56,36 @@ int countVideoTracks(GstDiscovererInfo* info)
 
 const GstAsset::Facts& GstAsset::facts(const std::stop_token& stop)
 {
-    if (!m_facts)
-        m_facts = findOut(stop);
-    return *m_facts;
+    if (m_failure)
+        std::rethrow_exception(m_failure);
+    try {
+        if (!m_facts)
+            m_facts = findOut(stop);
+        return *m_facts;
+    } catch (const std::runtime_error&) {
+        if (!stop.stop_requested())
+            m_failure = std::current_exception();
+        throw;
+    }
 }
 
 GstAsset::Facts GstAsset::findOut(const std::stop_token& stop) const
 {
+    const auto latest = std::chrono::steady_clock::now() + timeLimit;
     try {
-        const DiscovererInfoPtr info = discover(m_file, timeoutSeconds, stop);
+        const DiscovererInfoPtr info = discover(m_file, discoverySeconds, stop);
         return {lacksNothingNeeded(info.get()), countVideoTracks(info.get())};
     } catch (const std::runtime_error&) {
-        if (!showsPicture(stop))
+        if (!showsPicture(latest, stop))
             throw;
         return {.playable = true, .videoTracks = 1};
     }
 }
 
-bool GstAsset::showsPicture(const std::stop_token& stop) const
+bool GstAsset::showsPicture(Clock::Instant latest, const std::stop_token& stop) const
 {
     SampleSource source(m_file, DecodePipeline::Content::pictures, stop);
-    return source.next(std::chrono::steady_clock::now() + std::chrono::seconds(timeoutSeconds)) != nullptr;
+    return source.next(latest) != nullptr;
 }
 
 bool GstAsset::isPlayable(std::stop_token stop)

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/gstreamer/Clock.h"
 #include "platform/playback/Asset.h"
 
+#include <exception>
 #include <filesystem>
 #include <optional>
 
@@ -10,7 +12,7 @@ namespace stackreel
 
 /// An asset judged by GStreamer's own discovery, which decodes the beginning of every stream. One damaged
 /// stream ends it for all; what shows a picture all the same can be played, if in silence. All this happens
-/// once, at the first question, and is given up after ten seconds, as is the look for a picture.
+/// once, at the first question, and takes five seconds at most.
 class GstAsset : public Asset
 {
 public:
@@ -27,10 +29,11 @@ private:
 
     const Facts& facts(const std::stop_token& stop);
     Facts findOut(const std::stop_token& stop) const;
-    bool showsPicture(const std::stop_token& stop) const;
+    bool showsPicture(Clock::Instant latest, const std::stop_token& stop) const;
 
     std::filesystem::path m_file;
     std::optional<Facts> m_facts;
+    std::exception_ptr m_failure; ///< why there are no facts
 };
 
 } // namespace stackreel

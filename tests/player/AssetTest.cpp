@@ -76,6 +76,20 @@ TEST(Asset, IsNotPlayableWithoutAVideoDecoder)
     EXPECT_EQ(playable(renamedCodec(clip.file(), "unknown-codec.mp4", "avc1", "ZYGO")), false);
 }
 
+TEST(Asset, IsJudgedWithinFiveSecondsWhenItsFileIsCutShort)
+{
+    const MarkedClip clip{.name = "short.mov", .frames = 36, .keyInterval = 30, .sound = true};
+    const std::uintmax_t size = std::filesystem::file_size(clip.file());
+    for (std::uintmax_t tenths : {4U, 8U}) {
+        const auto asset = GstAssetLoader().open(truncatedCopy(clip.file(), "cut.mov", size * tenths / 10));
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_THROW(asset->isPlayable({}), std::runtime_error);
+        EXPECT_THROW(asset->videoTrackCount({}), std::runtime_error);
+        const auto taken = std::chrono::steady_clock::now() - start;
+        EXPECT_LT(taken, std::chrono::seconds(6)) << "with a second for a busy machine; " << tenths;
+    }
+}
+
 TEST(Asset, ThrowsWhenAStopIsRequested)
 {
     const MarkedClip clip{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
