@@ -1,5 +1,6 @@
 #include "media/MediaPipeline.h"
 
+#include "media/CancellationError.h"
 #include "media/MediaToolError.h"
 #include "media/ProcessRunner.h"
 #include "media/ToolLocator.h"
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <exception>
+#include <system_error>
 
 namespace stackreel
 {
@@ -53,6 +55,18 @@ ProxyRun prepareProxy()
 {
     auto executable = ToolLocator::locate(MediaTool::ffmpeg);
     return {.executable = std::move(executable), .proxy = newProxyFile()};
+}
+
+/// Runs the tool. Nobody would use the partial proxy of a cancelled run.
+QCoro::Task<ProcessOutput> runTool(ProxyRun run, std::vector<std::string> arguments, std::stop_token stop)
+{
+    try {
+        co_return co_await ProcessRunner::run(run.executable, std::move(arguments), stop);
+    } catch (const CancellationError&) {
+        std::error_code ignored;
+        std::filesystem::remove(run.proxy, ignored);
+        throw;
+    }
 }
 
 std::vector<std::string> proxyArguments(const std::filesystem::path& source,
@@ -140,7 +154,7 @@ QCoro::Task<std::filesystem::path> MediaPipeline::createPreview(std::filesystem:
     // Finding the tool and creating the folder access the disk, which may be slow.
     const ProxyRun run = co_await onWorkerThread(prepareProxy);
     auto arguments = proxyArguments(source, run.proxy);
-    const ProcessOutput output = co_await ProcessRunner::run(run.executable, std::move(arguments), stop);
+    const ProcessOutput output = co_await runTool(run, std::move(arguments), stop);
     if (output.status != 0)
         throw MediaToolError::processFailed("FFmpeg", output.status, output.errorText());
     co_return run.proxy;

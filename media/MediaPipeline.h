@@ -25,9 +25,9 @@ struct MediaPipeline {
                                                             std::stop_token stop = {});
 
     /// Creates a small H.264 proxy of the source, without sound, under a new name in the folder "Stackreel"
-    /// of the temporary directory. It never deletes a proxy. Throws `MediaToolError` when the tool is missing
-    /// or fails (the partial proxy stays), `SystemError` when the folder cannot be created, and the errors of
-    /// `ProcessRunner::run`.
+    /// of the temporary directory. It deletes only the partial proxy of a cancelled run. Throws
+    /// `MediaToolError` when the tool is missing or fails (the partial proxy stays), `SystemError` when the
+    /// folder cannot be created, and the errors of `ProcessRunner::run`.
     static QCoro::Task<std::filesystem::path> createPreview(std::filesystem::path source,
                                                             std::stop_token stop = {});
 

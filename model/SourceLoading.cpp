@@ -66,8 +66,16 @@ QCoro::Task<> SourceLoading::loadSource(std::filesystem::path url, std::stop_tok
             showSource(media, previewURL);
     } catch (const std::exception& error) {
         if (model && !stop.stop_requested())
-            m_model.setPhase(Phase::failed(error.what()));
+            fail(error.what());
     }
+}
+
+void SourceLoading::fail(const std::string& message)
+{
+    // Making the player failed after the facts were published.
+    if (m_model.mediaInfo())
+        resetForSource(*m_model.sourceURL());
+    m_model.setPhase(Phase::failed(message));
 }
 
 void SourceLoading::resetForSource(const std::filesystem::path& url)

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <memory>
 #include <stop_token>
+#include <string>
 
 namespace stackreel
 {
@@ -41,6 +42,7 @@ private:
     /// the model is destroyed.
     QCoro::Task<> loadSource(std::filesystem::path url, std::stop_token stop);
     void resetForSource(const std::filesystem::path& url);
+    void fail(const std::string& message);
     void showSource(const MediaInfo& media, const std::filesystem::path& previewURL);
     void loadTimelineThumbnails(const std::filesystem::path& file, double duration);
 

@@ -146,8 +146,10 @@ TEST_F(PreviewProxy, CanBeCancelled)
     std::stop_source stop;
     Awaited<std::filesystem::path> proxy(MediaPipeline::createPreview(source, stop.get_token()));
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
+    ASSERT_TRUE(std::filesystem::exists(arguments().back()));
     stop.request_stop();
     EXPECT_THROW(proxy.result(), CancellationError);
+    EXPECT_FALSE(std::filesystem::exists(arguments().back())) << "nobody would use it";
 }
 
 } // namespace stackreel

@@ -195,6 +195,20 @@ TEST_F(LoadingASource, FailsWithTheMessageOfThePreview)
     EXPECT_EQ(model().trimEnd(), 0);
 }
 
+TEST_F(LoadingASource, ShowsNothingOfTheSourceWhenNoPlayerCanBeMade)
+{
+    choose("/clips/a.mov");
+    m_services.playback->nextPlayerFails = true;
+    finishLoad(20);
+    runQueuedTasks();
+    EXPECT_EQ(model().phase(), Phase::failed("No thread can be started."));
+    EXPECT_EQ(model().sourceURL(), "/clips/a.mov");
+    EXPECT_EQ(model().mediaInfo(), std::nullopt);
+    EXPECT_EQ(model().player(), nullptr);
+    EXPECT_EQ(model().trimEnd(), 0);
+    EXPECT_EQ(m_services.thumbnails.size(), 0U);
+}
+
 TEST_F(LoadingASource, RemovesTheOldPlayerWhenItFails)
 {
     load(20);

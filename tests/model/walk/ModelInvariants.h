@@ -33,7 +33,7 @@ class FakeServices;
 /// | stopped | queue empty | only the user, a later export of the same source, or quitting stops an export |
 /// | task | queue empty | `exportTask` is the export that the window shows; `unfinishedExports` and
 /// `unfinishedLoads` list all, and `unfinishedExportsChanged` tells when to look |
-/// | quit | at the end | nothing runs, every call was asked to stop, and no partial file is left |
+/// | quit | at the end | nothing runs, and every call was asked to stop |
 class ModelInvariants
 {
 public:

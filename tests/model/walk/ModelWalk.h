@@ -44,24 +44,26 @@ private:
     };
     static const std::vector<Operation>& operationTable();
 
-    // Sources and exports (ModelWalkWork.cpp).
+    // Sources and the event queue (ModelWalkWork.cpp).
     void showOpenPanel();
     void answerOpenPanel();
     void endInspection();
     void endPreview();
     void endThumbnails();
-    void showSavePanel();
-    void answerSavePanel();
-    void endExport();
-    void cancelExport();
     void beginLoad();
-    void beginExports();
-    void adoptCalls();
-    void takeNextTurn();
     void runQueue();
     void expectSilence(bool late, const std::function<void()>& operation);
     template <typename T>
     std::size_t randomPending(const FakeServices::Calls<T>& calls);
+
+    // Exports (ModelWalkExports.cpp).
+    void showSavePanel();
+    void answerSavePanel();
+    void endExport();
+    void cancelExport();
+    void beginExports();
+    void adoptCalls();
+    void takeNextTurn();
 
     // Edits (ModelWalkEdits.cpp).
     void grabTimeline();
@@ -108,5 +110,15 @@ private:
     std::vector<std::string> m_broken;
     std::string m_operations;
 };
+
+template <typename T>
+std::size_t ModelWalk::randomPending(const FakeServices::Calls<T>& calls)
+{
+    std::vector<std::size_t> pending;
+    for (std::size_t index = 0; index < calls.size(); ++index)
+        if (!calls[index].hasEnded())
+            pending.push_back(index);
+    return pending.empty() ? noCall : pending[m_random.below(pending.size())];
+}
 
 } // namespace stackreel

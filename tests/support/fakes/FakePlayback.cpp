@@ -2,11 +2,16 @@
 
 #include "platform/playback/PlayerItem.h"
 
+#include <stdexcept>
+#include <utility>
+
 namespace stackreel
 {
 
 std::shared_ptr<QueuePlayer> FakePlayback::makePlayer()
 {
+    if (std::exchange(nextPlayerFails, false))
+        throw std::runtime_error("No thread can be started.");
     m_players.push_back(std::make_shared<FakeQueuePlayer>(m_journal, static_cast<int>(m_players.size()) + 1));
     m_journal->note("make " + player().name());
     return m_players.back();

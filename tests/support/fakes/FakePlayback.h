@@ -26,6 +26,9 @@ public:
     /// The loops of all loopers, in the order of their creation.
     const std::vector<std::shared_ptr<FakeLoop>>& loops() const { return m_loops; }
 
+    /// Whether the next `makePlayer` throws.
+    bool nextPlayerFails = false;
+
     std::shared_ptr<QueuePlayer> makePlayer() override;
     std::unique_ptr<PlayerLooper> makeLooper(const std::shared_ptr<QueuePlayer>& player,
                                              const PlayerItem& templateItem, MediaTimeRange range) override;
