@@ -24,7 +24,7 @@ void printArguments(const ExportRequest& request, bool json)
                                       : ArgumentsText::lines(command.arguments));
 }
 
-/// Renders the request and returns the encoder's last status, if it wrote one.
+/// Renders the request and shows the progress. Returns the last status of the encoder, if it printed one.
 QCoro::Task<std::optional<EncoderStatus>> render(ExportRequest request, double lengthSeconds, bool quiet,
                                                  std::stop_token stop)
 {
@@ -34,7 +34,8 @@ QCoro::Task<std::optional<EncoderStatus>> render(ExportRequest request, double l
     co_return display.finish();
 }
 
-/// The report on the rendered file. Error messages do not show its name, which the user does not know.
+/// The report of ffprobe on the rendered file. Error messages do not contain the name of the hidden file,
+/// because the user does not know it.
 QCoro::Task<ProbeDocument> reportOnRendered(std::filesystem::path file, std::stop_token stop)
 {
     std::error_code error;
@@ -46,7 +47,7 @@ QCoro::Task<ProbeDocument> reportOnRendered(std::filesystem::path file, std::sto
         if (!std::holds_alternative<MediaToolError::ProcessFailed>(problem.value()))
             throw;
     } catch (const DecodingError&) {
-        // Reported below.
+        // Fall through to the error below.
     }
     throw CliError("FFmpeg ended without an error but wrote a file that cannot be read.");
 }

@@ -62,7 +62,7 @@ QCoro::Task<ProbeDocument> MediaProbe::report(std::filesystem::path source, std:
     const ProcessOutput output = co_await ProcessRunner::run(executable, std::move(arguments), stop);
     if (output.status != 0)
         throw MediaToolError::processFailed("ffprobe", output.status, output.errorText());
-    // A report can be long: the tags of a file may hold anything.
+    // Decoding is done on the worker thread, too, because a report can be long: tags may contain any text.
     co_return co_await onWorkerThread([&output] { return ProbeDocument::decode(output.standardOutput); });
 }
 

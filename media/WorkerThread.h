@@ -24,7 +24,7 @@ public:
     ~ThreadCompletion() override;
 
     /// Runs `work`, which must not throw, on a new thread; afterwards resumes `continuation` from the event
-    /// loop of this object's thread. Throws `SystemError` when no thread can be started.
+    /// loop of this object's thread. Throws `SystemError` if no thread can be started.
     void start(std::function<void()> work, std::coroutine_handle<> continuation);
 
     bool event(QEvent* event) override;

@@ -24,15 +24,16 @@ class QueuePlayer;
 class SourceLoading;
 class TaskHandle;
 
-/// All state of the work in progress, and the operations on it. One per window, on the main thread only.
+/// The state of the window's work, and the operations on it. One object per window; main thread only.
 ///
-/// Setting a published property, even to an equal value, announces `objectWillChange` before the value
-/// changes and the property's own signal after it. Views read all of them and may write any, but change the
-/// trim range and the playhead through the operations, which keep 0 ≤ trimStart ≤ currentTime ≤ trimEnd.
+/// Setting a published property, even to an equal value, emits `objectWillChange` before the value changes
+/// and the property's own signal after that. Views may read and write all of these properties, with one
+/// exception: they change the trim range and the playhead through the operations, which keep 0 ≤ trimStart ≤
+/// currentTime ≤ trimEnd.
 ///
-/// The operations live in `SourceLoading`, `PreviewPlayback`, `ExportFlow` and `CropSetup`; each owns the
-/// unpublished state of its concern. Work that is still running when the model is destroyed no longer
-/// changes anything.
+/// `SourceLoading`, `PreviewPlayback`, `ExportFlow` and `CropSetup` implement the operations; each owns the
+/// state for its operations that is not published. Work that is still running when the model is destroyed
+/// does not change anything after that.
 class AppModel : public QObject
 {
     Q_OBJECT
@@ -64,21 +65,23 @@ public:
     void setBottomRegion(const CropRegion& region);
     const ExportSettings& settings() const { return m_settings; }
     void setSettings(const ExportSettings& settings);
-    int selectedCrop() const { return m_selectedCrop; } ///< 0 the top region, 1 the bottom one
+    int selectedCrop() const { return m_selectedCrop; } ///< 0 is the top region, 1 the bottom one
     void setSelectedCrop(int index);
     bool previewMuted() const { return m_previewMuted; }
-    /// Also mutes or unmutes the player, if there is one, on every assignment.
+    /// Each call also mutes or unmutes the player, if there is one.
     void setPreviewMuted(bool muted);
 
     /// The status line, UTF-8.
     std::string phaseMessage() const;
-    /// The export of this source that runs or waits for its turn, or none. Announces nothing.
+    /// The export of the current source that is running or waiting for its turn, or null. No signal is
+    /// emitted when it changes.
     std::shared_ptr<TaskHandle> exportTask() const;
-    /// Every export that has not ended, also those of sources that were replaced. `unfinishedExportsChanged`
-    /// follows each start and comes just before each end, so connect it queued.
+    /// All exports that have not ended, including those of sources that were replaced.
+    /// `unfinishedExportsChanged` is emitted after each start, and just before each end; with a queued
+    /// connection, the slot runs after the end.
     std::vector<std::shared_ptr<TaskHandle>> unfinishedExports() const;
-    /// Every load that has not ended, also those that a later choice of a source has cancelled. Announces
-    /// nothing.
+    /// All loads that have not ended, including those that were cancelled because another source was chosen.
+    /// No signal is emitted when the list changes.
     std::vector<std::shared_ptr<TaskHandle>> unfinishedLoads() const;
 
     void chooseSource();
@@ -92,8 +95,8 @@ public:
     void updateTrimEnd(double seconds);
     void beginTimelineInteraction();
     void endTimelineInteraction(bool rebuildLoop);
-    /// Ends an interaction that moved a trim handle by a step: the loop restarts at the trim's start and
-    /// plays if the preview played before the interaction began.
+    /// Ends an interaction that moved a trim handle by a step. The loop restarts at the start of the trim
+    /// range, and plays if the preview was playing before the interaction.
     void endTimelineStep();
 
     void chooseExportDestination();

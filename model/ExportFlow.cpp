@@ -18,7 +18,7 @@ namespace stackreel
 namespace
 {
 
-/// Writes the file. A partial file does not survive a cancellation.
+/// Writes the file. If the export is cancelled, deletes the partial file.
 QCoro::Task<> render(decltype(ModelServices::exportSource) exportSource, ExportRequest request,
                      std::stop_token stop)
 {

@@ -14,42 +14,44 @@ class ExportQueue;
 class Phase;
 class PreviewPlayback;
 
-/// Turns the current editing state into a written file. Owns the handles of the exports. Main thread.
+/// Exports the loaded source with the current crops, trim and settings. Owns the task handles of the exports.
+/// Main thread.
 ///
-/// Exports run one at a time. One that is started while another still ends, or still runs for a source that
-/// was replaced, waits its turn in the phase `exporting`. When its source is replaced, an export goes on, but
-/// changes nothing in the model any more.
+/// Exports run one at a time. An export that is started before another one has ended waits for its turn, in
+/// the phase `exporting`. If the source of an export is replaced, the export continues, but does not change
+/// the model any more.
 class ExportFlow
 {
 public:
     ExportFlow(AppModel& model, const ModelServices& services, PreviewPlayback& playback);
 
-    /// Shows the save panel while a loaded source can be exported; a chosen destination starts the export,
-    /// unless the source was replaced since.
+    /// Shows the save panel if a loaded source can be exported. The export starts when the user chooses a
+    /// destination, unless the source has been replaced in the meantime.
     void chooseExportDestination();
-    /// To be called when another source begins to load.
+    /// Call this when another source begins to load.
     void sourceReplaced();
-    /// The export of the model's source that runs or waits and can be cancelled, or none.
+    /// The export of the current source, which is running or waiting and can be cancelled, or null.
     const std::shared_ptr<TaskHandle>& task() const { return m_exportTask; }
-    /// Every export that was started and has not ended, in order, also those of sources that were replaced.
+    /// All exports that have not ended, in the order of their start, including those of sources that were
+    /// replaced.
     UnfinishedTasks::Tasks unfinishedTasks() const { return m_unfinished.list(); }
 
 private:
     struct Job {
-        unsigned number = 0; ///< counts the exports
+        unsigned number = 0; ///< the number of the export, from 1
         std::filesystem::path source;
         std::filesystem::path destination;
         MediaInfo media;
     };
 
     void startExport(Job job, const std::filesystem::path& destination);
-    /// Does nothing when the export is superseded before it begins. Otherwise it ends in the phase
-    /// `complete`; `failed` with the error's message; or, when cancelled, `ready` with the destination
-    /// deleted. The preview plays afterwards in each case.
+    /// Does nothing if the export is superseded before it begins. Otherwise the phase at the end is
+    /// `complete`; or `failed` with the error's message; or, if the export was cancelled, `ready`, and the
+    /// destination is deleted. In each case the preview then plays.
     QCoro::Task<> exportVideo(Job job, std::stop_token stop);
     QCoro::Task<> exportAndNotify(Job job, std::stop_token stop);
     ExportRequest snapshot(const Job& job) const;
-    /// Whether the window shows this export: its source and itself were not replaced.
+    /// Whether the window shows this export: neither its source nor the export itself has been replaced.
     bool isShown(const Job& job) const { return m_exportTask && job.number == m_lastExport; }
     void finish(const Phase& phase);
 

@@ -10,16 +10,16 @@
 namespace stackreel
 {
 
-/// Lets exports run one at a time, in the order in which they asked. Main thread.
+/// Makes exports run one at a time, in the order of their requests. Main thread.
 class ExportQueue
 {
 public:
-    /// The turn of one export. Destroying it gives the turn to the next.
+    /// Held by the export that may run. When it is destroyed, the next export may run.
     using Turn = std::shared_ptr<void>;
 
-    /// Waits until every export that asked before has given up its turn. Throws `CancellationError` when the
-    /// token fires during the wait. Without a wait the token is not looked at. An export that has waited
-    /// resumes from the event loop, never within the call that ends the wait.
+    /// Waits until all exports that requested a turn before have ended theirs. Throws `CancellationError`
+    /// when the token fires during the wait; if there is no wait, the token is not checked. An export that
+    /// has waited resumes from the event loop, never within the call that ends the wait.
     static QCoro::Task<Turn> takeTurn(std::shared_ptr<ExportQueue> queue, std::stop_token stop);
 
 private:

@@ -51,8 +51,8 @@ private:
     void installTimeObserver(QueuePlayer& player);
     void updateCurrentTime(MediaTime time);
     void seekPlayer(double seconds);
-    /// Ends the interaction. Returns whether playback resumes, or nothing when the interaction began with
-    /// another source.
+    /// Ends the interaction. Returns whether playback resumes, or `std::nullopt` if the interaction began
+    /// with another source.
     std::optional<bool> endInteraction();
 
     AppModel& m_model;

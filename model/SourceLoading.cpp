@@ -30,7 +30,7 @@ void SourceLoading::chooseSource()
     const OpenPanelRequest request = {
         .title = "Choose a horizontal video",
         .prompt = "Choose Video",
-        // `data` lets the user choose any file: the probe decides what is usable, not the panel.
+        // With `data` the user can choose any file. The probe decides whether it is usable, not the panel.
         .allowedContentTypes = {ContentType::audiovisualContent, ContentType::movie, ContentType::data},
     };
     m_services.openPanel->begin(request, [this, model = QPointer(&m_model)](const PanelResponse& response) {

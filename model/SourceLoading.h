@@ -21,25 +21,25 @@ class PreviewPlayback;
 /// Loads a source into the model, so that it plays and can be edited. Owns the loads and the thumbnail task.
 /// Main thread.
 ///
-/// It is a rule of this product that the source chosen last wins, whichever load ends last. A person would
-/// lose work if the load of an earlier choice took over a source that is being edited. Choosing a source
-/// therefore cancels the load before it. A cancelled load ends its child process and changes nothing in the
-/// model.
+/// The source that was chosen last is always the one that is loaded, in whichever order the loads end.
+/// Otherwise the user would lose work when the load of an earlier choice replaced a source that is being
+/// edited. Choosing a source therefore cancels the previous load. A cancelled load ends its child process and
+/// does not change the model.
 class SourceLoading
 {
 public:
     SourceLoading(AppModel& model, const ModelServices& services, PreviewPlayback& playback, CropSetup& crops,
                   ExportFlow& exports);
 
-    /// Shows the open panel; a chosen file is loaded.
+    /// Shows the open panel, and loads the file that the user chooses.
     void chooseSource();
-    /// Every load that has not ended, also the superseded ones.
+    /// All loads that have not ended, including the superseded ones.
     UnfinishedTasks::Tasks unfinishedTasks() const { return m_unfinished.list(); }
 
 private:
     void startLoad(const std::filesystem::path& url);
-    /// Loads a file. Every failure ends in the phase `failed`. Changes nothing once a stop is requested or
-    /// the model is destroyed.
+    /// Loads a file. After any failure the phase is `failed`. Does not change the model after a stop is
+    /// requested or the model is destroyed.
     QCoro::Task<> loadSource(std::filesystem::path url, std::stop_token stop);
     void resetForSource(const std::filesystem::path& url);
     void fail(const std::string& message);

@@ -29,8 +29,8 @@ class ChildProcess
 public:
     /// Starts the child. It inherits standard input, the environment and the working directory, and no other
     /// descriptor. It begins with default signal dispositions and an empty signal mask, whatever this process
-    /// has set for itself. Only a signal that asks a process to end (SIGINT, SIGTERM, SIGHUP, SIGQUIT) stays
-    /// ignored if this process ignores it, as under `nohup`.
+    /// has set for itself. There is one exception: a signal that asks a process to end (SIGINT, SIGTERM,
+    /// SIGHUP, SIGQUIT) is ignored in the child if this process ignores it, as under `nohup`.
     ///
     /// Throws `SystemError` when the program does not exist, is a folder or is not executable, when its
     /// interpreter is missing or its format is unknown, when the system cannot start another process, and
@@ -46,7 +46,8 @@ public:
     /// when a signal ended the child. Throws `SystemError` when waiting fails.
     int waitForExit();
 
-    /// Asks a running child to end (SIGTERM), which it may ignore. Does nothing when the child has ended. Any thread.
+    /// Asks a running child to end (SIGTERM), which it may ignore. Does nothing if the child has ended. Any
+    /// thread.
     void terminate() const;
 
 private:

@@ -8,7 +8,8 @@
 namespace stackreel
 {
 
-/// Starts a thread. Throws `SystemError`, with a sentence for the user, when the system cannot start another.
+/// Starts a thread. Throws `SystemError`, with a sentence for the user, if the system cannot start another
+/// thread.
 template <typename Body>
 std::thread startThread(Body body)
 {

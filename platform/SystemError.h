@@ -14,7 +14,7 @@ class SystemError : public std::system_error
 public:
     /// `action` completes "Could not …", for example "create the folder"; `errorNumber` is an errno value.
     SystemError(int errorNumber, const std::string& action, const std::filesystem::path& path);
-    /// For a call without a file.
+    /// For a system call that does not concern a file.
     SystemError(int errorNumber, const std::string& action);
 
     const char* what() const noexcept override { return m_description.c_str(); }

@@ -14,9 +14,9 @@ namespace stackreel
 /// stays ignored.
 ///
 /// Construct it in `main` before any other thread exists: it blocks the signals for the constructing thread
-/// and all threads started later, and receives them on a thread of its own. Children get none of this
-/// (`ChildProcess::launch`). It also ignores SIGPIPE, so that a broken pipe is a write error, and resets
-/// SIGCHLD, so that children can be waited for even if the parent process ignored it.
+/// and all threads started later, and receives them on a thread of its own. Children do not inherit these
+/// settings (`ChildProcess::launch`). It also ignores SIGPIPE, so that a broken pipe is a write error, and
+/// resets SIGCHLD, so that children can be waited for even if the parent process ignored it.
 class TerminationSignals
 {
 public:

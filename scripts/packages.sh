@@ -59,7 +59,8 @@ missing_packages() {
 offered_name() {
   local name policy
   for name in ${1//|/ }; do
-    # Not piped into grep -q: it ends early, apt-cache dies by SIGPIPE, and with pipefail the name counts as not offered.
+    # Do not pipe into `grep -q`: it exits early, SIGPIPE then ends apt-cache, and with pipefail the name counts as not
+    # offered.
     policy=$(apt-cache policy "$name" 2>/dev/null)
     [[ $policy != *"Candidate: "[!\(]* ]] || break
   done

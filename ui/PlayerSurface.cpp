@@ -63,7 +63,7 @@ void PlayerSurface::attachPlayer()
     m_player = player;
     m_sentSize = {};
     if (player) {
-        // By name, as Qt guards a function object with locks that the thread sanitizer does not see.
+        // Call it by name: Qt protects a function object by locks that the thread sanitizer does not see.
         m_mailbox = std::make_shared<FrameMailbox>(
             [this] { QMetaObject::invokeMethod(this, "update", Qt::QueuedConnection); });
         player->setVideoOutput(m_mailbox);

@@ -10,8 +10,8 @@ namespace stackreel
 /// The signals that ask a process to end.
 inline constexpr std::array endingSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
-/// Whether this process ignores the signal. The program never ignores one of `endingSignals` itself, so its
-/// parent process did, as `nohup` does.
+/// Whether this process ignores the signal. The program itself never ignores one of `endingSignals`, so the
+/// setting was inherited from the parent process, such as `nohup`.
 inline bool isIgnored(int signal)
 {
     struct sigaction current = {};

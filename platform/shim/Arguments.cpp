@@ -15,25 +15,27 @@ namespace
 
 const Arguments videoToolboxRequest{"-c:v", "h264_videotoolbox", "-allow_sw", "1"};
 
-// Chosen by measurement on ten seconds of 1080p60, film and film with noise, at the bit rate asked for;
-// benchmarks/encoder.md has the table and the commands.
+// The options were chosen by measurements on ten seconds of 1080p60, film and film with noise, at the
+// requested bit rate. benchmarks/encoder.md has the table and the commands.
 //
-// superfast is the cheapest preset with B-frames, 8 × 8 transforms and deblocking; veryfast needs 1.6 times
-// its processor time for an SSIM 0.001 better. The rest gets most of that back at superfast's price:
+// superfast is the fastest preset with B-frames, 8 × 8 transforms and deblocking. veryfast takes 1.6 times
+// its processor time for an SSIM that is 0.001 higher. The other options achieve most of that gain in the
+// time of superfast:
 //
-// mbtree with rc-lookahead looks six frames ahead and gives the bits to what stays in the picture: SSIM
-// +0.0006 on film, +0.002 on noise. Ten frames would give 0.0001 more and cost 2 % of the time.
+// mbtree with rc-lookahead=6 looks six frames ahead and spends more bits on what stays in the picture: SSIM
+// +0.0006 on film, +0.002 on noise. Ten frames would add 0.0001 and take 2 % more time.
 //
-// b-adapt=0 makes three B-frames in a row always; choosing their number gave nothing and cost 4 % of the
-// time.
+// b-adapt=0 always uses three consecutive B-frames. Choosing their number adaptively gave no gain and took 4
+// % more time.
 //
-// aq-strength 0.4 instead of 1.0 gives the same SSIM for 3 % less time.
+// aq-strength=0.4 instead of 1.0 gives the same SSIM in 3 % less time.
 //
-// The two deadzones keep small coefficients that are dropped otherwise: SSIM +0.0001 on film, +0.0009 on
-// noise.
+// The two deadzone options keep small coefficients that are otherwise dropped: SSIM +0.0001 on film, +0.0009
+// on noise.
 //
-// log=1 leaves out the statistics that x264 ends with, also after a failure: eight lines, which are all that
-// a user is shown, so that the reason ("No space left on device") before them was lost.
+// log=1 suppresses the statistics that x264 prints at its end, also after a failure. They are eight lines,
+// and a user is shown only the last eight lines, so the reason for the failure ("No space left on device")
+// would not be shown.
 const Arguments x264Options{
     "-c:v",
     "libx264",
@@ -42,27 +44,29 @@ const Arguments x264Options{
     "-x264-params",
     "rc-lookahead=6:mbtree=1:b-adapt=0:aq-strength=0.4:deadzone-inter=10:deadzone-intra=10:log=1"};
 
-// Each picture keeps its own time. Without `vfr` FFmpeg 5.1 repeats pictures where the rate varies. The
-// encoder's time base is otherwise the inverse of the nominal rate, to which all times would be rounded. This
-// one is a multiple of the time bases in use, those of 23.976 and 29.97 pictures a second included.
+// These options keep the time stamp of each picture. Without `vfr`, FFmpeg 5.1 repeats pictures if the frame
+// rate varies. Without `-enc_time_base`, the encoder's time base is the inverse of the nominal frame rate,
+// and all time stamps are rounded to it. 1/720000 divides the durations of a frame at the usual rates evenly,
+// also at 23.976 and 29.97 frames a second.
 const Arguments timeOptions{"-fps_mode", "vfr", "-enc_time_base", "1:720000"};
 
-// CABAC, because OpenH264 otherwise writes the baseline profile, which needs more bits for the same picture.
-// A key frame every 250 frames, because it would otherwise make only the first, and nothing could seek in the
-// file. Its rate control keeps a quality rather than the bit rate unless `-rc_mode` says otherwise.
+// CABAC, because OpenH264 otherwise writes the baseline profile, which needs more bits for the same quality.
+// A key frame every 250 frames (`-g`), because otherwise only the first frame is a key frame, and players
+// cannot seek in the file. `-rc_mode bitrate`, because the default mode keeps the quality constant instead of
+// the bit rate.
 const Arguments openH264Options{"-c:v", "libopenh264", "-coder", "cabac", "-g", "250", "-rc_mode", "bitrate"};
 
 const Arguments aacRequest{"-c:a", "aac"};
 
-// The encoder refuses sound whose layout the stream does not state ("Unsupported channel layout "6
-// channels""), as in clips whose AAC describes its channels one by one. A list of layouts cures that: sound
-// without a layout takes the first one of its number of channels, so the usual layout of each number stands
-// first.
+// The AAC encoder rejects audio without a channel layout ("Unsupported channel layout "6 channels""). Some
+// clips have AAC that lists its channels instead of naming a layout. With a list of layouts, `aformat` gives
+// such audio the first layout in the list that has its number of channels, so the most common layout for each
+// number comes first.
 //
-// 5.1(side) and 5.0(side) are missing on purpose. The encoder could write them, but only in that same form
-// without a layout, which some phones do not play; without them FFmpeg renames the side channels to back
-// channels, and the file states 5.1. The two layouts nearest to 5.1(side), 6.0(front) and 6.1(front), are
-// missing too, or it would go there.
+// 5.1(side) and 5.0(side) are not in the list on purpose. The encoder would write them as a list of channels,
+// which some phones cannot play. Because they are missing, FFmpeg changes the side channels to back channels,
+// and the file has the layout 5.1. The two layouts that are nearest to 5.1(side), 6.0(front) and 6.1(front),
+// are not in the list either, because FFmpeg would choose one of them instead.
 const std::string channelLayouts =
     "aformat=channel_layouts=mono|stereo|2.1|4.0|5.0|5.1|6.1|7.1|3.0|3.0(back)"
     "|quad|quad(side)|3.1|4.1|hexagonal|6.1(back)|7.0|7.1(wide)|octagonal|hexadecagonal";
@@ -74,7 +78,7 @@ Position findRequest(Position first, Position last)
     return std::search(first, last, videoToolboxRequest.begin(), videoToolboxRequest.end());
 }
 
-// Appends the layout filter to the audio filters of one output, or gives them to it where it has none.
+// Adds the layout filter to the audio filters of one output (`-af`), which it creates if there are none.
 void addChannelLayouts(Arguments& output)
 {
     const auto codec = std::search(output.begin(), output.end(), aacRequest.begin(), aacRequest.end());
@@ -102,8 +106,8 @@ void changeValues(Arguments& arguments, const std::string& name,
     }
 }
 
-// A seek to the beginning goes nowhere, except in Flash files: FFmpeg 5.1 begins two seconds later there, or
-// finds no picture at all.
+// Removes seeks to the start of an input. They have no effect, except in Flash files: there FFmpeg 5.1 starts
+// two seconds late or finds no picture at all.
 void leaveOutIdleSeeks(Arguments& arguments)
 {
     static const Arguments idleSeek{"-ss", "0.000", "-i"};
@@ -123,7 +127,7 @@ std::ptrdiff_t countRequests(const Arguments& arguments)
     return count;
 }
 
-// Replaces each request by the encoder and its options.
+// Replaces each request for VideoToolbox by the encoder and its options.
 Arguments withOptions(const Arguments& arguments, const Arguments& options)
 {
     Position request = findRequest(arguments.begin(), arguments.end());
@@ -156,7 +160,7 @@ Arguments withEncoder(const Arguments& arguments, H264Encoder encoder)
     changeValues(result, "-vf", withEvenSides);
     if (encoder == H264Encoder::videoToolbox)
         return result;
-    // With several outputs it is open which of them a graph belongs to.
+    // If there are several outputs, it is unknown to which of them a filter graph belongs.
     if (requests == 1)
         result = withTimeStampsResetAfterEncoding(std::move(result));
     result = withOptions(result, encoder == H264Encoder::x264 ? x264Options : openH264Options);

@@ -12,9 +12,9 @@ const std::string reset = ",setpts=PTS-STARTPTS";
 
 } // namespace
 
-// A half of 675 lines has 338 lines of chroma in 4:2:0, and two halves 676, where the stacked picture has
-// 675. FFmpeg 5.1 writes the last line behind the end of its memory and crashes, at 1080 × 1350 always.
-// Halves in 4:4:4 fit, and the chroma is subsampled when they are one picture.
+// In 4:2:0, a half of 675 lines has 338 lines of chroma. Two halves have 676, but the stacked picture has
+// only 675. FFmpeg 5.1 writes the last line after the end of the buffer and crashes; at 1080 × 1350 this
+// always happens. With 4:4:4 the halves fit. The chroma is subsampled after they are stacked.
 std::string withFullChroma(const std::string& graph)
 {
     static const std::regex toOddHeight("scale=[0-9]+:[0-9]*[13579]:flags=bicubic(?=[,;\\[])");
@@ -23,8 +23,9 @@ std::string withFullChroma(const std::string& graph)
     return std::regex_replace(graph, toOddHeight, "$&,format=yuv444p");
 }
 
-// `-2` gives an even height, and `force_original_aspect_ratio` then changes both sides again: 352 × 288
-// becomes 960 × 785, which x264 refuses. A picture more than 960 times as wide as high gets no height at all.
+// `-2` computes an even height, but `force_original_aspect_ratio` then changes both sides again: 352 × 288
+// becomes 960 × 785, which x264 rejects. A picture that is more than 960 times as wide as high gets the
+// height 0.
 std::string withEvenSides(const std::string& filters)
 {
     static const std::regex fitted(

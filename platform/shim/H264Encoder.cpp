@@ -16,7 +16,7 @@ constexpr std::array<std::pair<std::string_view, H264Encoder>, 3> knownEncoders{
     {"libopenh264", H264Encoder::openH264},
 }};
 
-// Takes the next line off the front of `text`, without its line end.
+// Removes the first line from `text` and returns it without its line feed.
 std::string_view takeLine(std::string_view& text)
 {
     const std::size_t end = text.find('\n');
@@ -25,7 +25,7 @@ std::string_view takeLine(std::string_view& text)
     return line;
 }
 
-// Takes the next word off the front of `line`; empty where there is none left.
+// Removes the first word from `line` and returns it; empty if there is none.
 std::string_view takeWord(std::string_view& line)
 {
     constexpr std::string_view blanks = " \t\r";
@@ -35,7 +35,8 @@ std::string_view takeWord(std::string_view& line)
     return word;
 }
 
-// A line of the listing is six flags, the first of them the kind of stream, then the name and a description.
+// Each line of the list consists of six flags, a name and a description. The first flag is the type of the
+// stream.
 std::optional<H264Encoder> encoderOfLine(std::string_view line)
 {
     const std::string_view flags = takeWord(line);

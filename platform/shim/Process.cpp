@@ -16,7 +16,8 @@ namespace stackreel::shim
 namespace
 {
 
-// The argument vector that the system calls want, pointing into `path` and `arguments`.
+// The argument vector for `posix_spawn` and `execv`. Its pointers are valid as long as `path` and
+// `arguments`.
 std::vector<char*> argumentVector(const std::string& path, const std::vector<std::string>& arguments)
 {
     std::vector<char*> vector{const_cast<char*>(path.c_str())};
@@ -26,7 +27,7 @@ std::vector<char*> argumentVector(const std::string& path, const std::vector<std
     return vector;
 }
 
-// Opens /dev/null as the descriptor `number`.
+// Opens /dev/null and makes it the descriptor `number`.
 void replaceByNothing(int number, int flags)
 {
     const int opened = ::open("/dev/null", flags);
@@ -36,9 +37,10 @@ void replaceByNothing(int number, int flags)
     ::close(opened);
 }
 
-// The steps of a new child. The kernel kills it when this process, its parent, ends: a signal ends this
-// process at once, and the child could otherwise run on for any time. The pipe is put in place first: where
-// this process was started with a standard descriptor closed, the pipe may have its number.
+// Runs in the new child before the program starts. The kernel kills the child when this process ends: a
+// signal may end this process at any time, and the child would otherwise continue to run. The pipe is
+// duplicated first: if this process was started with a standard stream closed, the pipe may have the
+// descriptor of that stream.
 [[noreturn]] void runChild(const char* path, char* const* arguments, int output, pid_t parent)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -54,7 +56,8 @@ void replaceByNothing(int number, int flags)
     ::_exit(notStartedStatus);
 }
 
-// Starts the program with `output` as its standard output. Returns its process id, negative for a failure.
+// Starts the program with `output` as its standard output. Returns its process id, or a negative number if
+// that fails.
 pid_t start(const std::string& path, const std::vector<std::string>& arguments, int output)
 {
     const std::vector<char*> vector = argumentVector(path, arguments);
@@ -79,8 +82,8 @@ std::string readToEnd(int descriptor)
     }
 }
 
-// Where this process ignores SIGCHLD, the system reaps its children and keeps no status;
-// what the child wrote is then all there is to go by.
+// Whether the child has exited with status 0. If this process ignores SIGCHLD, the system reaps the child and
+// its status is lost. In this case the function returns true, so that the output of the child is used.
 bool endedWell(pid_t child)
 {
     int status = 0;

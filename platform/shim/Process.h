@@ -18,7 +18,7 @@ inline constexpr int cannotEncodeStatus = 1;
 /// `arguments` do not include the program's name. The program's standard input is empty and its standard
 /// error is discarded. It inherits the descriptors that this process inherited, and no others. Returns
 /// `std::nullopt` if the program cannot be started, exits with a status other than 0, or is ended by a
-/// signal. The child is reaped. If this process ends before it, in whatever way, the child is killed.
+/// signal. The child is reaped. If this process ends before the child, for any reason, the child is killed.
 std::optional<std::string> outputOf(const std::string& path, const std::vector<std::string>& arguments);
 
 /// Replaces this process by the program at `path` (`execv`), which keeps its process id, environment,
@@ -26,8 +26,8 @@ std::optional<std::string> outputOf(const std::string& path, const std::vector<s
 /// `notStartedStatus`.
 int become(const std::string& path, const std::vector<std::string>& arguments);
 
-/// Reports that `tool` was found nowhere, in the words that the window and the command line use, and returns
-/// `notFoundStatus`.
+/// Writes to standard error that `tool` was not found, with the same text as the window and the command line,
+/// and returns `notFoundStatus`.
 int failMissing(std::string_view tool);
 
 /// Writes `message` as one line to standard error and returns `status`, for `return fail(…)`.

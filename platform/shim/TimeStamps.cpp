@@ -16,22 +16,23 @@ namespace
 
 using Arguments = std::vector<std::string>;
 
-/// The value of an option at or after `first`; the end where there is none.
+/// The value of an option in [first, last); `last` if the option is not there.
 Arguments::iterator valueOf(const std::string& option, Arguments::iterator first, Arguments::iterator last)
 {
     const auto found = std::find(first, last, option);
     return found == last ? last : std::next(found);
 }
 
-/// The output's options: what follows the name of the last input.
+/// The start of the options of the output, which follow the name of the last input.
 Arguments::iterator outputOptions(Arguments& arguments)
 {
     const auto input = std::find(arguments.rbegin(), arguments.rend(), "-i").base();
     return input == arguments.begin() || input == arguments.end() ? input : std::next(input);
 }
 
-/// Removes the output's duration and gives it, where the filters can take it over: with sound they have to
-/// include audio filters.
+/// Removes the duration of the output (`-t`) and returns it, if filters can limit the duration instead. For
+/// audio, an `atrim` is added to the audio filters, so an output with audio but without audio filters stays
+/// unchanged.
 std::optional<std::string> takeDuration(Arguments& arguments)
 {
     const auto options = outputOptions(arguments);
@@ -47,8 +48,9 @@ std::optional<std::string> takeDuration(Arguments& arguments)
     return seconds;
 }
 
-/// A third of a second before the end, where that is behind the first key frame. The last picture can then
-/// be decoded, for a comparison with the source, without the up to 250 pictures before it.
+/// The time of a key frame a third of a second before the end; `std::nullopt` if the output is too short for
+/// one. To compare the last picture with the source, it can then be decoded without the up to 250 pictures
+/// before it.
 std::optional<std::string> lastKeyFrame(const std::string& duration)
 {
     double seconds = 0;
@@ -63,9 +65,9 @@ std::optional<std::string> lastKeyFrame(const std::string& duration)
 
 } // namespace
 
-// From FFmpeg 7.0 to 8.0 `setpts` removes the frame rate and the duration of the pictures. Encoders then take
-// the inverse of the time base for the rate: x264 begins with flat grey pictures at a level that few players
-// decode, and the last picture is not shown.
+// From FFmpeg 7.0 to 8.0, `setpts` removes the frame rate and the durations of the pictures. Encoders then
+// use the inverse of the time base as the frame rate: x264 starts with flat grey pictures, and its level is
+// higher than most players support. Players do not show the last picture, because it has no duration.
 Arguments withTimeStampsResetAfterEncoding(Arguments arguments)
 {
     const auto graphOf = [&] { return valueOf("-filter_complex", arguments.begin(), arguments.end()); };

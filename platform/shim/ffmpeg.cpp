@@ -1,6 +1,6 @@
-// The program `ffmpeg` in the resource directory: the system's FFmpeg, made able to encode H.264 where it has
-// no VideoToolbox. It looks at its arguments, changes them where they ask for that encoder, and becomes the
-// system's FFmpeg; process id, output, exit status and signals are from then on FFmpeg's own.
+// The program `ffmpeg` in the resource directory. If its arguments request VideoToolbox and the system's
+// FFmpeg does not have it, it changes them to request another H.264 encoder. It then replaces itself by the
+// system's FFmpeg (`execv`), so the process id, output, exit status and signals are those of FFmpeg.
 #include "platform/shim/Arguments.h"
 #include "platform/shim/Process.h"
 #include "platform/shim/ToolSearch.h"

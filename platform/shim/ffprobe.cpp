@@ -1,5 +1,5 @@
-// The program `ffprobe` in the resource directory: becomes the system's ffprobe, with the arguments as they
-// are.
+// The program `ffprobe` in the resource directory. It replaces itself by the system's ffprobe (`execv`) with
+// the same arguments.
 #include "platform/shim/Process.h"
 #include "platform/shim/ToolSearch.h"
 

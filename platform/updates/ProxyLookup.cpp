@@ -45,7 +45,7 @@ void ProxyLookup::start(const QUrl& url)
         const QNetworkProxy proxy = resolver(url);
         const std::scoped_lock lock(mailbox->mutex);
         mailbox->proxy = proxy;
-        // By name, as Qt guards a function object with locks that the thread sanitizer does not see.
+        // Call it by name: Qt protects a function object by locks that the thread sanitizer does not see.
         if (mailbox->receiver)
             QMetaObject::invokeMethod(mailbox->receiver, "finish", Qt::QueuedConnection);
     };

@@ -48,7 +48,8 @@ void redirect(int descriptor, const std::filesystem::path& file)
     ::close(opened);
 }
 
-/// Becomes a user without other processes, where this process may do so, and sets a limit to its processes.
+/// Limits the number of processes of the current user. If this process is root, it first changes to a user
+/// that has no other processes.
 void limitProcesses(int count)
 {
     const auto user = static_cast<uid_t>(100000 + ::getpid());
@@ -169,7 +170,7 @@ CliResult RunningCli::result()
 
 CliInstallation::CliInstallation()
 {
-    // Another user may run it: see `CliEnvironment::processes`.
+    // Other users need access to the folder, because `limitProcesses` may change the user.
     std::filesystem::permissions(m_tree.path(), std::filesystem::perms(0755));
     std::filesystem::create_directories(m_tree / "bin");
     std::filesystem::copy_file(STACKREEL_CLI, m_tree / "bin/stackreel-cli");

@@ -25,7 +25,7 @@ struct CliEnvironment {
     std::string output = "";       ///< a path for standard output, or "closed"; a captured file if empty
     bool onTerminal = false;       ///< standard error is a terminal, which is also the controlling terminal
     std::vector<int> ignored = {}; ///< signals that are set to be ignored before the program starts
-    int processes = 0;             ///< the limit to processes and threads of the program; 0 for none
+    int processes = 0; ///< the maximum number of processes and threads of the program; 0 for no limit
 };
 
 /// A running `stackreel-cli` whose output a test can read and to which it can send signals. The destructor
@@ -42,7 +42,7 @@ public:
     void signal(int number) const;
     /// Writes keys to the terminal.
     void type(std::string_view keys) const;
-    /// Closes the terminal, as its window does: the run and its children get a hang-up.
+    /// Closes the terminal, as closing its window does. The program and its children receive SIGHUP.
     void closeTerminal();
     /// The text that the terminal has received so far.
     const std::string& screen();

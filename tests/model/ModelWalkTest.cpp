@@ -29,8 +29,9 @@ std::string ruleOf(const std::string& line)
 
 } // namespace
 
-/// Random operations on the model, in runs of the program of some hundred operations each. The rules are
-/// listed in ModelInvariants.h. `STACKREEL_WALK_SEED` repeats a walk, `STACKREEL_WALK_STEPS` sets its length.
+/// Carries out random operations on the model and checks the invariants that ModelInvariants.h lists. The
+/// program "restarts" after some hundred operations. STACKREEL_WALK_SEED repeats a walk; STACKREEL_WALK_STEPS
+/// sets its length.
 TEST(ModelWalkTest, KeepsTheInvariantsWhateverEndsWhen)
 {
     const std::uint64_t seed = fromEnvironment("STACKREEL_WALK_SEED", std::random_device()());

@@ -108,8 +108,8 @@ private:
     int m_before;
 };
 
-/// The signals that a child ignores, as its report has them: one bit for each. Signals 32 and 33 are left
-/// out: the C library uses them and may ignore them at the start of a program.
+/// The signals that a child ignores according to its report, as a bit mask. Signals 32 and 33 are not
+/// included, because the C library uses them and may ignore them when a program starts.
 unsigned long long ignoredSignals(const std::map<std::string, std::string>& report)
 {
     return std::stoull(report.at("SigIgn"), nullptr, 16) & ~0x180000000ULL;

@@ -16,7 +16,7 @@ FocusItem {
     required property real step
     // Screen readers derive the number of decimals from the step size. A step of 0.25 s would hide the second decimal.
     readonly property real stepSize: Math.min(step, announcesValueOnly ? 0.01 : 1)
-    /// Whether the player, too, changes the time. It reports times even after a pause.
+    /// Whether the player also changes the time, which it may do even after a pause.
     property bool followsPlayer: false
     property bool dragged: false
     property bool stepping: false

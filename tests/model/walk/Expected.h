@@ -18,21 +18,21 @@ constexpr std::size_t noCall = std::numeric_limits<std::size_t>::max();
 struct ExpectedExport {
     ExportRequest request;
     unsigned source = 0;        ///< the number of the source that was chosen when it started
-    std::size_t call = noCall;  ///< its call of the fake service, once it runs
-    bool stopRequested = false; ///< by the user, a later export of the same source, or quitting
+    std::size_t call = noCall;  ///< the index of its call of the fake service, once it runs
+    bool stopRequested = false; ///< by the user, by a later export of the same source, or by quitting
     bool ended = false;
 };
 
-/// What a walk expects of the model after the operations so far, once its queued calls have run.
+/// The expected state of the model after the operations so far, when its queued calls have run.
 struct Expected {
     enum class Load { none, probing, previewing, done, failed };
 
-    unsigned source = 0; ///< counts the sources chosen
+    unsigned source = 0; ///< the number of sources that were chosen so far
     std::optional<std::filesystem::path> file;
     Load load = Load::none;
-    std::size_t inspection = noCall; ///< the call of the fake service for this source
+    std::size_t inspection = noCall; ///< the index of the call of the fake service for this source
     std::size_t preview = noCall;
-    std::optional<MediaInfo> media; ///< of a source that is loaded
+    std::optional<MediaInfo> media; ///< of the loaded source, if any
     std::filesystem::path previewFile;
     Phase phase = Phase::empty();
     std::vector<ExpectedExport> exports; ///< in the order of their start

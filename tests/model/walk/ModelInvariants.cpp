@@ -17,7 +17,7 @@ using Kind = Phase::Kind;
 
 constexpr double rounding = 1e-9;
 
-/// Collects the rules that do not hold.
+/// Collects the violated invariants.
 class Broken
 {
 public:

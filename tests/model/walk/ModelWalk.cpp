@@ -73,7 +73,7 @@ void ModelWalk::step()
     for (; left >= chosen->weight; ++chosen)
         left -= chosen->weight;
     (this->*chosen->run)();
-    // Now and then the next operation comes before the queued calls of this one.
+    // Sometimes carry out the next operation before the queued calls of this one have run.
     if (m_random.chance(85))
         runQueue();
     check();
@@ -141,7 +141,7 @@ void ModelWalk::end()
     endAll(m_services.exports);
     if (m_services.exports.size() != begun)
         m_broken.push_back("quit: an export began without a model");
-    // `m_services` ends the other calls.
+    // The destructor of `m_services` ends all other calls.
 }
 
 } // namespace stackreel

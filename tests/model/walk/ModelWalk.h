@@ -16,9 +16,9 @@
 namespace stackreel
 {
 
-/// One run of the program: a model with fake services, random operations on it, and its end. Services end in
-/// any order, late or never. The operations are those that the window offers. Export files are written to
-/// `folder`, which must exist.
+/// One run of the program: a model with fake services, random operations on it, and its end. The operations
+/// are those that a user can do in the window. The calls of services end in any order, late or never.
+/// Exported files are written to `folder`, which must exist.
 class ModelWalk
 {
 public:
@@ -27,14 +27,14 @@ public:
     ModelWalk(const ModelWalk&) = delete;
     ModelWalk& operator=(const ModelWalk&) = delete;
 
-    /// Carries out a random operation and checks the rules.
+    /// Carries out a random operation and checks the invariants.
     void step();
-    /// Ends the program as `Shutdown` does, or destroys the model with everything still running.
+    /// Ends the program as `Shutdown` does, or destroys the model while calls are still pending.
     void end();
 
-    /// The broken rules so far, each as "rule: what was seen".
+    /// The violated invariants so far, each as "name: what was seen".
     const std::vector<std::string>& broken() const { return m_broken; }
-    /// The operations so far, one on a line.
+    /// The operations so far, one per line.
     const std::string& operations() const { return m_operations; }
 
 private:
@@ -84,10 +84,10 @@ private:
     void check();
     void note(const std::string& operation) { m_operations += operation + "\n"; }
     void quit();
-    /// Ends the calls that are pending, as cancelled. Returns whether each was asked to stop.
+    /// Ends all pending calls with `CancellationError`. Returns whether each of them was asked to stop.
     template <typename T>
     static bool endAll(FakeServices::Calls<T>& calls);
-    /// A queued call may queue another.
+    /// How often the queue is processed, because a queued call may queue another one.
     static constexpr int queueRounds = 6;
 
     Random& m_random;
@@ -100,8 +100,8 @@ private:
     Phase::Kind m_lastPhase = Phase::Kind::empty;
 
     bool m_openPanelShown = false;
-    std::optional<unsigned> m_savePanelSource;         ///< the source's number when the save panel was shown
-    std::optional<std::filesystem::path> m_chosen;     ///< the load is queued
+    std::optional<unsigned> m_savePanelSource; ///< the number of the source for which the save panel is shown
+    std::optional<std::filesystem::path> m_chosen;     ///< the chosen file whose load is queued
     std::vector<std::filesystem::path> m_destinations; ///< of queued exports of the current source
     std::optional<unsigned> m_dragSource;
     char m_grabbed = ' '; ///< 's' or 'e' for a trim handle, 'p' for the playhead

@@ -48,7 +48,8 @@ void ModelWalk::releaseTimeline()
 
 void ModelWalk::hideTimeline()
 {
-    // The window hides the timeline, which ends a drag. At the start of a load the end can also come later.
+    // The window hides the timeline when the phase does not allow editing, which ends a drag. At the start of
+    // a load, the drag can also end later.
     const bool hidden = !m_model->phase().isEditable();
     if (!hidden || !m_dragSource || (m_model->phase() == Phase::preparing() && m_random.chance(40)))
         return;
@@ -76,7 +77,8 @@ void ModelWalk::stepTimeline()
 
 void ModelWalk::togglePlayback()
 {
-    // The button is on the picture, the menu's item is enabled where there is one.
+    // The user can toggle playback only if there is a player: the button is over the picture, and the menu
+    // item is disabled without a player.
     if (!m_model->player() || m_dragSource == m_expected.source)
         return;
     note("toggle playback");

@@ -14,13 +14,13 @@ namespace stackreel
 namespace
 {
 
-/// The number in "/clips/7.mov".
+/// The number in a path such as "/clips/7.mov".
 int clipNumber(const std::filesystem::path& file)
 {
     return std::stoi(file.stem().string());
 }
 
-/// Facts from which the clip can be told.
+/// Properties that differ for each clip.
 MediaInfo factsOf(const std::filesystem::path& file)
 {
     constexpr double durations[] = {20, 0.2, 0, 3.75, 7200.5, 0.04};
@@ -149,7 +149,7 @@ void ModelWalk::endThumbnails()
         return;
     auto& call = m_services.thumbnails[index];
     note("end thumbnails " + std::to_string(index + 1));
-    // The pictures are as wide as the clip, so that they can be told.
+    // The pictures are as wide as the clip, so that a check can tell to which clip they belong.
     const std::string preview = call.arguments().substr(0, call.arguments().find(','));
     const auto number = std::stoul(preview.substr(preview.find('-') + 1));
     const int width = static_cast<int>(factsOf(m_services.previews[number].arguments()).width);

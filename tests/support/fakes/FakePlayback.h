@@ -23,7 +23,7 @@ public:
     FakeQueuePlayer& player() const { return *m_players.back(); }
     FakeQueuePlayer& player(std::size_t number) const { return *m_players.at(number - 1); }
     const std::vector<std::shared_ptr<FakeQueuePlayer>>& players() const { return m_players; }
-    /// The loops of all loopers, in the order of their creation.
+    /// The loops of all loopers, in the order in which they were created.
     const std::vector<std::shared_ptr<FakeLoop>>& loops() const { return m_loops; }
 
     /// Whether the next `makePlayer` throws.

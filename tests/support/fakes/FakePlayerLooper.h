@@ -14,7 +14,7 @@ namespace stackreel
 
 class QueuePlayer;
 
-/// What a looper repeats.
+/// The player, file and range of a looper.
 struct FakeLoop {
     const QueuePlayer* player = nullptr;
     std::filesystem::path file;

@@ -18,7 +18,7 @@ public:
     FakeQueuePlayer(std::shared_ptr<Journal> journal, int number);
 
     const std::string& name() const { return m_name; } ///< "player 1"
-    /// Whether the last call of the two was `play`.
+    /// Whether the last call of `play` or `pause` was `play`.
     bool isPlaying() const { return m_playing; }
     bool isObserved() const { return !m_observers.empty(); }
     /// Calls all registered time observers.

@@ -152,7 +152,7 @@ TEST_F(ScreenReaderTest, AFieldExposesItsTextItsSelectionAndItsWords)
     EXPECT_FALSE(widthText().textAtOffset(0, QAccessible::WordBoundary, &start, &end).isEmpty());
 }
 
-/// Which changes of the playhead's time are reported to screen readers.
+/// Tests which changes of the playhead's time are reported to screen readers.
 class PlayheadReportTest : public ScreenReaderTest
 {
 protected:
