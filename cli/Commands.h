@@ -16,9 +16,12 @@ struct Commands {
     /// Prints the properties of a video.
     static QCoro::Task<> probe(ProbeOptions options, std::stop_token stop);
 
-    /// Makes the vertical video, or prints the arguments of `ffmpeg` if `dryRun` is set. When it returns, the
-    /// destination holds the export, which has passed `checkExport`. When it throws, the destination is
-    /// unchanged and no temporary file is left.
+    /// Makes the vertical video. When it returns, the destination holds the export, which has passed
+    /// `checkExport`, even if "Saved" could not be written to standard output. When it throws, the destination
+    /// is unchanged and no other file is left.
+    ///
+    /// With `dryRun` it prints the arguments of `ffmpeg` instead, and refuses what the export would refuse
+    /// before rendering.
     static QCoro::Task<> exportVideo(ExportOptions options, std::stop_token stop);
 };
 

@@ -23,7 +23,7 @@ struct ExportExpectation {
     static ExportExpectation of(const ExportRequest& request, const ProbeDocument& source);
 };
 
-/// Compares the report on a finished file with the expected properties. Throws `CliError` with the first
+/// Compares the report on a finished file with the expected properties. Throws `ExportError` with the first
 /// difference. Pure.
 ///
 /// The length may differ by half a second (for an export shorter than one second: by half of its length) plus

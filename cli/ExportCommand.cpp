@@ -1,15 +1,14 @@
 #include "cli/AbsolutePath.h"
 #include "cli/ArgumentsText.h"
-#include "cli/CliError.h"
 #include "cli/Commands.h"
-#include "cli/Destination.h"
 #include "cli/ExportCheck.h"
 #include "cli/ExportPlan.h"
 #include "cli/ProgressDisplay.h"
 #include "media/MediaProbe.h"
-#include "media/MediaToolError.h"
-#include "model/SourceExport.h"
+#include "media/ToolLocator.h"
+#include "model/FileExport.h"
 #include "platform/StandardStreams.h"
+#include "platform/SystemError.h"
 
 namespace stackreel
 {
@@ -24,32 +23,27 @@ void printArguments(const ExportRequest& request, bool json)
                                       : ArgumentsText::lines(command.arguments));
 }
 
-/// Renders the request and shows the progress. Returns the last status of the encoder, if it printed one.
-QCoro::Task<std::optional<EncoderStatus>> render(ExportRequest request, double lengthSeconds, bool quiet,
-                                                 std::stop_token stop)
+/// Renders the request into the destination and shows the progress.
+QCoro::Task<> render(PartialFile& partial, ExportRequest request, ExportExpectation expected, bool quiet,
+                     std::stop_token stop)
 {
-    ProgressDisplay display(lengthSeconds, quiet);
+    ProgressDisplay display(expected.lengthSeconds, quiet);
     const LaunchCallback launched = [&display](const std::filesystem::path& file) { display.watch(file); };
-    co_await exportSource(std::move(request), stop, launched);
-    co_return display.finish();
+    const ReportCheck check = [&](const ProbeDocument& report) {
+        const auto status = display.finish();
+        checkExport(report, expected, status ? status->frames : std::nullopt);
+    };
+    co_await FileExport::run(partial, std::move(request), check, stop, launched);
 }
 
-/// The report of ffprobe on the rendered file. Error messages do not contain the name of the hidden file,
-/// because the user does not know it.
-QCoro::Task<ProbeDocument> reportOnRendered(std::filesystem::path file, std::stop_token stop)
+/// Says that the file is in place. It is, whether or not that can be said.
+void announceSaved(const std::filesystem::path& file)
 {
-    std::error_code error;
-    if (!std::filesystem::exists(file, error))
-        throw CliError("FFmpeg ended without an error but wrote no file.");
     try {
-        co_return co_await MediaProbe::report(file, stop);
-    } catch (const MediaToolError& problem) {
-        if (!std::holds_alternative<MediaToolError::ProcessFailed>(problem.value()))
-            throw;
-    } catch (const DecodingError&) {
-        // Fall through to the error below.
+        StandardStreams::writeOutput("Saved " + file.filename().string() + "\n");
+    } catch (const SystemError& error) {
+        StandardStreams::writeError(std::string(error.what()) + "\n");
     }
-    throw CliError("FFmpeg ended without an error but wrote a file that cannot be read.");
 }
 
 } // namespace
@@ -60,22 +54,17 @@ QCoro::Task<> Commands::exportVideo(ExportOptions options, std::stop_token stop)
     requireFile(input);
     const ProbeDocument source = co_await MediaProbe::report(input, stop);
     ExportRequest request = planExport(options, MediaProbe::facts(source));
+    requireKnownLength(request.media, request.input);
+    const Destination destination = Destination::check(request.input, request.output, options.overwrite);
+    ToolLocator::locate(MediaTool::ffmpeg);
+    PartialFile partial(destination, PartialFile::Name::hidden);
     if (options.dryRun) {
-        Destination::requireOther(request.input, request.output);
         printArguments(request, options.json);
         co_return;
     }
-    requireKnownLength(request.media, request.input);
-    const Destination destination = Destination::check(request.input, request.output, options.overwrite);
     const ExportExpectation expected = ExportExpectation::of(request, source);
-
-    const PartialFile partial(destination);
-    request.output = partial.path();
-    const auto status = co_await render(request, expected.lengthSeconds, options.quiet, stop);
-    const ProbeDocument report = co_await reportOnRendered(partial.path(), stop);
-    checkExport(report, expected, status ? status->frames : std::nullopt);
-    partial.moveIntoPlace();
-    StandardStreams::writeOutput("Saved " + destination.named.filename().string() + "\n");
+    co_await render(partial, std::move(request), expected, options.quiet, stop);
+    announceSaved(destination.named);
 }
 
 } // namespace stackreel

@@ -6,20 +6,11 @@
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
 
-#include <algorithm>
-
 namespace stackreel
 {
 
 namespace
 {
-
-const ProbeStream* firstStream(const ProbeDocument& document, std::string_view codecType)
-{
-    const auto found = std::find_if(document.streams.begin(), document.streams.end(),
-                                    [&](const ProbeStream& stream) { return stream.codecType == codecType; });
-    return found == document.streams.end() ? nullptr : &*found;
-}
 
 std::optional<std::int64_t> rotationInSideData(const ProbeStream& video)
 {
@@ -68,10 +59,10 @@ QCoro::Task<ProbeDocument> MediaProbe::report(std::filesystem::path source, std:
 
 MediaInfo MediaProbe::facts(const ProbeDocument& document)
 {
-    const ProbeStream* video = firstStream(document, "video");
+    const ProbeStream* video = document.firstStream("video");
     if (video == nullptr || !video->width || !video->height)
         throw MediaToolError::noVideo();
-    const ProbeStream* audio = firstStream(document, "audio");
+    const ProbeStream* audio = document.firstStream("audio");
 
     MediaInfo info;
     info.width = *video->width;

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 
 namespace stackreel
@@ -116,6 +117,13 @@ Json parse(std::string_view json)
 }
 
 } // namespace
+
+const ProbeStream* ProbeDocument::firstStream(std::string_view codecType) const
+{
+    const auto found = std::find_if(streams.begin(), streams.end(),
+                                    [&](const ProbeStream& stream) { return stream.codecType == codecType; });
+    return found == streams.end() ? nullptr : &*found;
+}
 
 ProbeDocument ProbeDocument::decode(std::string_view json)
 {

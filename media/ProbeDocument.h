@@ -41,6 +41,9 @@ struct ProbeDocument {
     std::vector<ProbeStream> streams;
     std::optional<ProbeFormat> format;
 
+    /// The first stream whose codec type equals this one; null where there is none.
+    const ProbeStream* firstStream(std::string_view codecType) const;
+
     /// Throws `DecodingError` when the text is not JSON, when "streams" is missing, or when the type of a
     /// value differs from that of its field here. A null counts as an absent value.
     static ProbeDocument decode(std::string_view json);

@@ -9,30 +9,10 @@
 
 #include <QPointer>
 
-#include <system_error>
 #include <utility>
 
 namespace stackreel
 {
-
-namespace
-{
-
-/// Writes the file. If the export is cancelled, deletes the partial file.
-QCoro::Task<> render(decltype(ModelServices::exportSource) exportSource, ExportRequest request,
-                     std::stop_token stop)
-{
-    const std::filesystem::path destination = request.output;
-    try {
-        co_await exportSource(std::move(request), std::move(stop));
-    } catch (const CancellationError&) {
-        std::error_code ignored;
-        std::filesystem::remove(destination, ignored);
-        throw;
-    }
-}
-
-} // namespace
 
 ExportFlow::ExportFlow(AppModel& model, const ModelServices& services, PreviewPlayback& playback)
     : m_model(model), m_services(services), m_playback(playback), m_queue(std::make_shared<ExportQueue>())
@@ -116,7 +96,7 @@ QCoro::Task<> ExportFlow::exportVideo(Job job, std::stop_token stop)
         const auto turn = co_await ExportQueue::takeTurn(queue, stop);
         if (!model)
             co_return;
-        co_await render(exportSource, std::move(request), stop);
+        co_await exportSource(std::move(request), stop);
         outcome = Phase::complete(job.destination);
     } catch (const CancellationError&) {
         outcome = Phase::ready();

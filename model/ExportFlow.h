@@ -45,9 +45,9 @@ private:
     };
 
     void startExport(Job job, const std::filesystem::path& destination);
-    /// Does nothing if the export is superseded before it begins. Otherwise the phase at the end is
-    /// `complete`; or `failed` with the error's message; or, if the export was cancelled, `ready`, and the
-    /// destination is deleted. In each case the preview then plays.
+    /// Does nothing when the export is superseded before it begins. Otherwise it ends in the phase
+    /// `complete`; `failed` with the error's message; or, when cancelled, `ready`. The preview plays
+    /// afterwards in each case.
     QCoro::Task<> exportVideo(Job job, std::stop_token stop);
     QCoro::Task<> exportAndNotify(Job job, std::stop_token stop);
     ExportRequest snapshot(const Job& job) const;

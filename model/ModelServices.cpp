@@ -2,7 +2,7 @@
 
 #include "media/MediaPipeline.h"
 #include "media/MediaProbe.h"
-#include "model/SourceExport.h"
+#include "model/FileExport.h"
 
 namespace stackreel
 {
@@ -27,7 +27,7 @@ ModelServices ModelServices::system(std::shared_ptr<Playback> playback, std::sha
             },
         .exportSource =
             [](ExportRequest request, std::stop_token stop) {
-                return stackreel::exportSource(std::move(request), std::move(stop));
+                return FileExport::replace(std::move(request), std::move(stop));
             },
         .playback = std::move(playback),
         .openPanel = std::move(openPanel),

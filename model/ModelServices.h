@@ -29,6 +29,7 @@ struct ModelServices {
     std::function<QCoro::Task<std::vector<VideoFrame>>(Path file, double duration, int count,
                                                        std::stop_token)>
         timelineThumbnails;
+    /// Removes what it has written when it is cancelled.
     std::function<QCoro::Task<Path>(ExportRequest, std::stop_token)> exportSource;
     std::shared_ptr<Playback> playback;
     std::shared_ptr<OpenPanel> openPanel;

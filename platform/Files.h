@@ -47,10 +47,6 @@ struct Files {
     static std::string readAll(const std::filesystem::path& path);
     /// Whether the path is a file, not a folder, that the current user may execute.
     static bool isExecutable(const std::filesystem::path& path);
-    /// Renames a file within one file system. With `replace` an existing destination is replaced atomically.
-    /// Without `replace` an existing destination is an error (EEXIST) and is not changed.
-    static void moveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& to,
-                              bool replace);
 };
 
 } // namespace stackreel

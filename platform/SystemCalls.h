@@ -14,7 +14,7 @@ namespace stackreel
 /// The functions have the signatures and the errno convention of the calls they are named after. Only tests
 /// replace entries, before they start the threads that use the table. The program never changes it.
 struct SystemCalls {
-    int (*open)(const char* path, int flags, mode_t mode);
+    int (*openat)(int folder, const char* path, int flags, mode_t mode);
     int (*close)(int descriptor);
     int (*fsync)(int descriptor);
     ssize_t (*read)(int descriptor, void* buffer, size_t size);

@@ -2,9 +2,9 @@
 
 #include "platform/SystemCalls.h"
 #include "platform/SystemError.h"
+#include "platform/linux/Descriptors.h"
 
 #include <fcntl.h>
-#include <stdio.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,31 +18,9 @@ namespace stackreel
 namespace
 {
 
-// In a process that was started with a standard stream closed, the next file that is opened gets the
-// descriptor of that stream, and a child would inherit it, for example as its standard input. Duplicating the
-// descriptor to a higher number avoids that.
-int aboveStandardDescriptors(int descriptor)
-{
-    if (descriptor < 0 || descriptor > STDERR_FILENO)
-        return descriptor;
-    const int moved = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    const int error = errno;
-    systemCalls().close(descriptor);
-    errno = error;
-    return moved;
-}
-
-int openCloseOnExec(const std::filesystem::path& path, int flags)
-{
-    int descriptor = -1;
-    do
-        descriptor = systemCalls().open(path.c_str(), flags | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    while (descriptor < 0 && errno == EINTR);
-    return aboveStandardDescriptors(descriptor);
-}
-
 struct ReadHandle {
-    explicit ReadHandle(const std::filesystem::path& path) : descriptor(openCloseOnExec(path, O_RDONLY))
+    explicit ReadHandle(const std::filesystem::path& path)
+        : descriptor(openCloseOnExec(AT_FDCWD, path, O_RDONLY))
     {
         if (descriptor < 0)
             throw SystemError(errno, "open", path);
@@ -57,7 +35,7 @@ struct ReadHandle {
 } // namespace
 
 WriteHandle::WriteHandle(const std::filesystem::path& path)
-    : m_path(path), m_descriptor(openCloseOnExec(path, O_WRONLY))
+    : m_path(path), m_descriptor(openCloseOnExec(AT_FDCWD, path, O_WRONLY))
 {
     if (m_descriptor < 0)
         throw SystemError(errno, "open", path);
@@ -108,7 +86,7 @@ void Files::createPrivateDirectory(const std::filesystem::path& path)
 
 int Files::createEmpty(const std::filesystem::path& path)
 {
-    const int descriptor = openCloseOnExec(path, O_WRONLY | O_CREAT);
+    const int descriptor = openCloseOnExec(AT_FDCWD, path, O_WRONLY | O_CREAT);
     if (descriptor < 0)
         return errno;
     systemCalls().close(descriptor);
@@ -135,22 +113,6 @@ bool Files::isExecutable(const std::filesystem::path& path)
 {
     std::error_code error;
     return std::filesystem::is_regular_file(path, error) && ::access(path.c_str(), X_OK) == 0;
-}
-
-void Files::moveIntoPlace(const std::filesystem::path& from, const std::filesystem::path& to, bool replace)
-{
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), replace ? 0U : RENAME_NOREPLACE) == 0)
-        return;
-    // Some network and FUSE file systems do not support RENAME_NOREPLACE. On these, check first and then
-    // rename, which is not atomic.
-    if (errno == EINVAL && !replace) {
-        std::error_code error;
-        if (std::filesystem::exists(std::filesystem::symlink_status(to, error)))
-            throw SystemError(EEXIST, "write", to);
-        if (::rename(from.c_str(), to.c_str()) == 0)
-            return;
-    }
-    throw SystemError(errno, "write", to);
 }
 
 } // namespace stackreel

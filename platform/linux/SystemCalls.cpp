@@ -12,7 +12,8 @@ namespace stackreel
 SystemCalls& systemCalls()
 {
     static SystemCalls calls = {
-        .open = [](const char* path, int flags, mode_t mode) { return ::open(path, flags, mode); },
+        .openat = [](int folder, const char* path, int flags,
+                     mode_t mode) { return ::openat(folder, path, flags, mode); },
         .close = ::close,
         .fsync = ::fsync,
         .read = ::read,

@@ -103,12 +103,22 @@ TEST_F(CliProcess, DryRunPrintsTheArgumentsAndRendersNothing)
     EXPECT_EQ(joined, lines.output);
 }
 
-TEST_F(CliProcess, DryRunAcceptsAnExistingDestinationButNotTheSource)
+TEST_F(CliProcess, DryRunRefusesWhatTheExportWouldRefuse)
 {
-    m_cli.write("out.mp4", "old");
-    EXPECT_EQ(m_cli.run({"export", "clip.mov", "out.mp4", "--dry-run"}).status, 0);
+    m_cli.write("old.mp4", "old");
     fs::create_hard_link(m_cli.folder() / "clip.mov", m_cli.folder() / "hard.mp4");
-    EXPECT_EQ(m_cli.run({"export", "clip.mov", "hard.mp4", "--dry-run"}).status, 1);
+    const auto before = m_cli.names();
+    for (const char* name : {"old.mp4", "hard.mp4", "none/out.mp4", "/proc/self/out.mp4"}) {
+        const CliResult real = m_cli.run({"export", "clip.mov", name});
+        const CliResult dry = m_cli.run({"export", "clip.mov", name, "--dry-run"});
+        EXPECT_EQ(real.status, 1) << name;
+        EXPECT_EQ(dry.status, 1) << name;
+        EXPECT_EQ(dry.error, real.error);
+        EXPECT_EQ(dry.output, "");
+    }
+    EXPECT_EQ(m_cli.run({"export", "clip.mov", "old.mp4", "--dry-run", "--overwrite"}).status, 0);
+    EXPECT_EQ(m_cli.names(), before);
+    EXPECT_EQ(m_cli.content("old.mp4"), "old");
 }
 
 TEST_F(CliProcess, ToolsGetFileNamesByteForByte)
@@ -246,14 +256,14 @@ TEST_F(CliProcess, RefusesASourceThatIsNoLandscapeVideo)
     expectFailure("This file does not contain a video stream.");
 }
 
-TEST_F(CliProcess, RefusesASourceOfUnknownLengthExceptInADryRun)
+TEST_F(CliProcess, RefusesASourceOfUnknownLength)
 {
     m_cli.setSourceReport(
         R"({"streams": [{"codec_type": "video", "codec_name": "vp9", "width": 640, "height": 360}]})");
     expectFailure("The length of " + quoted("clip.mov") +
                   " is unknown. Give it one by copying it into a new "
                   "file, for example with: ffmpeg -i SOURCE -c copy copy.mkv");
-    EXPECT_EQ(m_cli.run({"export", "clip.mov", "--dry-run"}).status, 0);
+    EXPECT_EQ(m_cli.run({"export", "clip.mov", "--dry-run"}).status, 1);
 }
 
 TEST_F(CliProcess, RefusesAPipeOrADeviceBeforeAnyToolReadsIt)
@@ -297,11 +307,39 @@ TEST_F(CliProcess, FailsWhenStandardOutputCannotBeWritten)
             EXPECT_EQ(result.status, 1) << output << arguments.front();
             EXPECT_TRUE(result.error.starts_with("Could not write to “standard output”: ")) << result.error;
         }
+    }
+}
+
+TEST_F(CliProcess, SucceedsWithTheFileInPlaceWhenSavedCannotBeWritten)
+{
+    for (const char* output : {"/dev/full", "closed"}) {
         const CliResult saved =
             m_cli.run({"export", "clip.mov", "out.mp4", "--overwrite"}, {.output = output});
-        EXPECT_EQ(saved.status, 1) << output;
+        EXPECT_EQ(saved.status, 0) << output;
+        EXPECT_TRUE(saved.error.starts_with("Could not write to “standard output”: ")) << saved.error;
         EXPECT_EQ(m_cli.content("out.mp4"), "rendered");
     }
+}
+
+TEST_F(CliProcess, KeepsThePermissionsOfTheFileThatItReplaces)
+{
+    m_cli.write("out.mp4", "old");
+    fs::permissions(m_cli.folder() / "out.mp4", fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(m_cli.run({"export", "clip.mov", "out.mp4", "--overwrite"}).status, 0);
+    EXPECT_EQ(fs::status(m_cli.folder() / "out.mp4").permissions(),
+              fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(CliProcess, LeavesNothingInADestinationFolderThatWasRenamed)
+{
+    fs::create_directory(m_cli.folder() / "to");
+    m_cli.setTool("ffmpeg", "printf rendered >\"$last\"; mv \"${last%/*}\" \"${last%/*}.moved\"; exit 3");
+    const CliResult result = m_cli.run({"export", "clip.mov", "to/out.mp4"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.error,
+              "The folder " + quoted("to") +
+                  " was moved or removed during the export. Export again into another folder.\n");
+    EXPECT_TRUE(fs::is_empty(m_cli.folder() / "to.moved"));
 }
 
 TEST_F(CliProcess, AToolNeverReadsTheInputOfTheCallingScript)

@@ -1,6 +1,6 @@
 #include "cli/ExportCheck.h"
 
-#include "cli/CliError.h"
+#include "model/ExportError.h"
 
 #include <gtest/gtest.h>
 
@@ -49,7 +49,7 @@ std::string errorFor(const ProbeDocument& report, const ExportExpectation& expec
 {
     try {
         checkExport(report, expected, frames);
-    } catch (const CliError& error) {
+    } catch (const ExportError& error) {
         return error.what();
     }
     return "";

@@ -30,9 +30,9 @@ Result failWith(int errorNumber)
 /// How many more times a replaced call succeeds before it fails.
 int successesBeforeFailure;
 
-int failOpening(const char* path, int flags, mode_t mode)
+int failOpening(int folder, const char* path, int flags, mode_t mode)
 {
-    return successesBeforeFailure-- > 0 ? ::open(path, flags, mode) : failWith<int>(EMFILE);
+    return successesBeforeFailure-- > 0 ? ::openat(folder, path, flags, mode) : failWith<int>(EMFILE);
 }
 
 int failFlushing(int descriptor)
@@ -107,7 +107,7 @@ TEST_F(ProcessFailureTest, IsReportedWhenACaptureFileCannotBeOpened)
     for (const auto& [opened, expected] : errors) {
         ScopedSystemCalls calls;
         successesBeforeFailure = opened;
-        calls->open = failOpening;
+        calls->openat = failOpening;
         EXPECT_EQ(errorOf(run({"touch", marker()})), expected) << opened;
         EXPECT_EQ(scratchNames().size(), 0U) << opened;
     }
@@ -117,8 +117,8 @@ TEST_F(ProcessFailureTest, IsReportedWhenACaptureFileCannotBeOpened)
 TEST_F(ProcessFailureTest, IsReportedOnOpeningWhenACaptureFileCannotBeCreated)
 {
     ScopedSystemCalls calls;
-    calls->open = [](const char* path, int flags, mode_t mode) {
-        return (flags & O_CREAT) != 0 ? failWith<int>(ENOSPC) : ::open(path, flags, mode);
+    calls->openat = [](int folder, const char* path, int flags, mode_t mode) {
+        return (flags & O_CREAT) != 0 ? failWith<int>(ENOSPC) : ::openat(folder, path, flags, mode);
     };
     EXPECT_EQ(errorOf(run({"touch", marker()})), ENOENT);
     EXPECT_FALSE(isMarked());

@@ -20,12 +20,18 @@ void FakeToolTest::TearDown()
         EXPECT_EQ(name, "Stackreel") << "was left in the temporary folder";
 }
 
+const char* const exportReport =
+    R"({"streams": [{"codec_type": "video", "codec_name": "h264", "width": 1080, "height": 1920}]})";
+
 void FakeToolTest::installTool(const std::string& script) const
 {
     // The check of the pictures afterwards finds none to compare.
     const std::string start = "#!/bin/sh\n[ \"$1\" != -nostdin ] || exit 0\nprintf '%s\\0' \"$@\" > "
                               "arguments\nfor destination; do :; done\n";
     m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg", start + script);
+    if (!std::filesystem::exists(m_directory / "third_party/ffmpeg/bin/ffprobe"))
+        m_directory.writeExecutable("third_party/ffmpeg/bin/ffprobe",
+                                    "#!/bin/sh\necho '" + std::string(exportReport) + "'\n");
 }
 
 void FakeToolTest::installWaitingTool() const

@@ -13,16 +13,19 @@
 namespace stackreel
 {
 
-/// A fixture with a working directory, in which a test installs a fake `ffmpeg`, and a folder for temporary
-/// files. Only for test programs without a resource directory, because tools are looked for there first.
+/// The report of `ffprobe` on an export that is right.
+extern const char* const exportReport;
+
+/// A fixture with its own working directory, where a test installs a fake `ffmpeg`, and its own folder for
+/// temporary files. For programs without a resource directory, which would be searched first.
 class FakeToolTest : public testing::Test
 {
 protected:
     FakeToolTest();
     void TearDown() override;
 
-    /// Installs a shell script as `ffmpeg`, preceded by commands that write the arguments to a file. In the
-    /// script, `$destination` is the last argument.
+    /// Installs a shell script as `ffmpeg`. It first writes its arguments to a file; `$destination` is the
+    /// last. Also installs an `ffprobe` that reports any file as a right export, unless there is one.
     void installTool(const std::string& script) const;
     /// Installs an `ffmpeg` that writes half a file and runs until it is asked to end.
     void installWaitingTool() const;

@@ -27,15 +27,15 @@ protected:
             std::make_unique<AppModel>(ModelServices::system(m_playback, m_loader, m_openPanel, m_savePanel));
     }
 
-    /// Installs a fake `ffprobe` that reports a video of 20 seconds; `keys` is further JSON keys of the
-    /// stream.
-    void installProbe(const std::string& keys) const
+    /// Installs an `ffprobe` that reports a source as a video of 20 seconds with these keys.
+    /// Installs an `ffprobe` that reports a source as a video of 20 seconds with these keys.
+    void installProbe(const std::string& keys, const std::string& ofExport = exportReport) const
     {
+        const std::string ofSource = R"({"streams": [{"codec_type": "video", "codec_name": "h264", )" + keys +
+                                     R"(}], "format": {"duration": "20"}})";
         m_directory.writeExecutable("third_party/ffmpeg/bin/ffprobe",
-                                    "#!/bin/sh\ncat <<'END'\n" +
-                                        (R"({"streams": [{"codec_type": "video", "codec_name": "h264", )" +
-                                         keys + R"(}], "format": {"duration": "20"}})") +
-                                        "\nEND\n");
+                                    "#!/bin/sh\nfor file; do :; done\ncase \"$file\" in *.mp4) echo '" +
+                                        ofExport + "' ;; *) echo '" + ofSource + "' ;; esac\n");
     }
     AppModel& model() { return *m_model; }
     bool becomesPhase(Phase::Kind kind)
@@ -84,6 +84,24 @@ protected:
         std::make_shared<FakeSavePanel>(m_journal, "save panel");
     std::shared_ptr<FakeAssetLoader> m_loader = std::make_shared<FakeAssetLoader>();
     std::unique_ptr<AppModel> m_model;
+};
+
+using Names = std::vector<std::string>;
+
+/// Exports to a file that exists.
+class ReplacingAFile : public ModelWithToolsTest
+{
+protected:
+    ReplacingAFile() { m_directory.write(destination.filename(), "old"); }
+    /// The names of the videos in the destination's folder.
+    Names videos() const
+    {
+        Names names = m_directory.names();
+        std::erase_if(names, [](const std::string& name) { return !name.ends_with(".mp4"); });
+        return names;
+    }
+
+    const std::filesystem::path unfinished = m_directory / "Beach day-vertical (unfinished).mp4";
 };
 
 } // namespace
@@ -235,6 +253,98 @@ TEST_F(ModelWithToolsTest, ShowsTheLastLinesOfAFailedExportAndKeepsItsFile)
     ASSERT_TRUE(becomesPhase(Phase::Kind::failed));
     EXPECT_EQ(model().phaseMessage(), "Invalid data found");
     EXPECT_EQ(contentOf(destination), "half");
+}
+
+TEST_F(ReplacingAFile, KeepsTheOldFileWhileTheExportRuns)
+{
+    installWaitingTool();
+    load();
+    startExport();
+    ASSERT_TRUE(eventually([this] { return isWaiting(); }));
+    EXPECT_EQ(contentOf(destination), "old");
+    model().exportTask()->cancel();
+    ASSERT_TRUE(becomesPhase(Phase::Kind::ready));
+}
+
+TEST_F(ReplacingAFile, PutsTheWholeExportInItsPlace)
+{
+    installTool("printf whole > \"$destination\"\n");
+    load();
+    startExport();
+    ASSERT_TRUE(becomesPhase(Phase::Kind::complete));
+    EXPECT_EQ(contentOf(destination), "whole");
+    EXPECT_EQ(videos(), Names{"Beach day-vertical.mp4"});
+}
+
+TEST_F(ReplacingAFile, KeepsTheOldFileWhenCancelledOrQuit)
+{
+    installWaitingTool();
+    load();
+    startExport();
+    ASSERT_TRUE(eventually([this] { return isWaiting(); }));
+    ExportShutdown::endExport(model().exportTask());
+    EXPECT_EQ(model().phase(), Phase::ready());
+    EXPECT_EQ(contentOf(destination), "old");
+    EXPECT_EQ(videos(), Names{"Beach day-vertical.mp4"});
+}
+
+TEST_F(ReplacingAFile, KeepsBothFilesWhenTheExportFails)
+{
+    load();
+    const char* const ends[] = {"exit 1", "kill -9 $$", "kill -TERM $$",
+                                "echo 'No space left on device' >&2; exit 228"};
+    for (const char* const end : ends) {
+        installTool("printf half > \"$destination\"\n" + std::string(end) + "\n");
+        model().setPhase(Phase::ready());
+        startExport();
+        ASSERT_TRUE(becomesPhase(Phase::Kind::failed)) << end;
+        EXPECT_EQ(contentOf(destination), "old") << end;
+        EXPECT_EQ(contentOf(unfinished), "half") << end;
+        std::filesystem::remove(unfinished);
+    }
+}
+
+TEST_F(ReplacingAFile, LeavesNoOtherFileWhenNothingWasWritten)
+{
+    installTool("exit 1\n");
+    load();
+    startExport();
+    ASSERT_TRUE(becomesPhase(Phase::Kind::failed));
+    EXPECT_EQ(contentOf(destination), "old");
+    EXPECT_EQ(videos(), Names{"Beach day-vertical.mp4"});
+}
+
+TEST_F(ReplacingAFile, KeepsTheOldFileWhenTheExportCannotBeRead)
+{
+    installTool("printf garbage > \"$destination\"\n");
+    load();
+    m_directory.writeExecutable("third_party/ffmpeg/bin/ffprobe", "#!/bin/sh\nexit 1\n");
+    startExport();
+    ASSERT_TRUE(becomesPhase(Phase::Kind::failed));
+    EXPECT_EQ(model().phaseMessage(), "FFmpeg ended without an error but wrote a file that cannot be read.");
+    EXPECT_EQ(contentOf(destination), "old");
+    EXPECT_EQ(contentOf(unfinished), "garbage");
+}
+
+TEST_F(ModelWithToolsTest, FailsWhenTheEncoderSucceedsWithoutAFile)
+{
+    installTool("exit 0\n");
+    load();
+    startExport();
+    ASSERT_TRUE(becomesPhase(Phase::Kind::failed));
+    EXPECT_EQ(model().phaseMessage(), "FFmpeg ended without an error but wrote no file.");
+}
+
+TEST_F(ModelWithToolsTest, FailsWhenTheExportHasAnotherSize)
+{
+    installTool("printf whole > \"$destination\"\n");
+    load();
+    installProbe(
+        "", R"({"streams": [{"codec_type": "video", "codec_name": "h264", "width": 1080, "height": 1350}]})");
+    startExport();
+    ASSERT_TRUE(becomesPhase(Phase::Kind::failed));
+    EXPECT_EQ(model().phaseMessage(), "The export did not become what was asked for: its picture is 1080 × "
+                                      "1350, not 1080 × 1920.");
 }
 
 TEST_F(ModelWithToolsTest, CanBeDestroyedDuringALoad)

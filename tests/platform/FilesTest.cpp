@@ -202,7 +202,7 @@ TEST(AWriteHandle, ReportsTheReasonWhenAFileCannotBeOpened)
     EXPECT_EQ(errorOf([&] { WriteHandle{directory / "missing"}; }), ENOENT);
     EXPECT_EQ(errorOf([&] { WriteHandle{directory.path()}; }), EISDIR);
     ScopedSystemCalls calls;
-    calls->open = [](const char*, int, mode_t) {
+    calls->openat = [](int, const char*, int, mode_t) {
         errno = EMFILE;
         return -1;
     };
@@ -216,9 +216,9 @@ TEST(AWriteHandle, RetriesWhenOpeningIsInterrupted)
     ScopedSystemCalls calls;
     static int attempts;
     attempts = 0;
-    calls->open = [](const char* path, int flags, mode_t mode) {
+    calls->openat = [](int folder, const char* path, int flags, mode_t mode) {
         errno = EINTR;
-        return ++attempts < 3 ? -1 : ::open(path, flags, mode);
+        return ++attempts < 3 ? -1 : ::openat(folder, path, flags, mode);
     };
     EXPECT_GT(WriteHandle(file).descriptor(), STDERR_FILENO);
     EXPECT_EQ(attempts, 3);
@@ -291,28 +291,6 @@ TEST(AnExecutable, IsAFileThatMayBeExecuted)
          {"document", "link to document", "dangling link", "folder", "missing", "program/below"})
         EXPECT_FALSE(Files::isExecutable(directory / name)) << name;
     EXPECT_FALSE(Files::isExecutable(""));
-}
-
-TEST(MovingIntoPlace, FailsWhenTheDestinationExistsUnlessReplaceIsSet)
-{
-    const TemporaryDirectory directory;
-    const auto from = directory.write("from", "new");
-    const auto to = directory.write("to", "old");
-    EXPECT_EQ(errorOf([&] { Files::moveIntoPlace(from, to, false); }), EEXIST);
-    EXPECT_EQ(contentOf(from), "new");
-    EXPECT_EQ(contentOf(to), "old");
-    Files::moveIntoPlace(from, to, true);
-    EXPECT_EQ(contentOf(to), "new");
-    EXPECT_EQ(directory.names(), std::vector<std::string>{"to"});
-}
-
-TEST(MovingIntoPlace, RenamesWhenNoDestinationExists)
-{
-    const TemporaryDirectory directory;
-    Files::moveIntoPlace(directory.write("from", "new"), directory / "to", false);
-    EXPECT_EQ(contentOf(directory / "to"), "new");
-    EXPECT_EQ(directory.names(), std::vector<std::string>{"to"});
-    EXPECT_EQ(errorOf([&] { Files::moveIntoPlace(directory / "from", directory / "to", true); }), ENOENT);
 }
 
 } // namespace stackreel

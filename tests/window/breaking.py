@@ -126,7 +126,7 @@ class Breaking(WindowTest):
                 eventually(lambda: tools.pid("ffmpeg"), "an encoder")
                 folder.rmdir() if how == "gone" else folder.chmod(0)
                 tools.go()
-                self.await_status("No such file" if how == "gone" else "Permission denied")
+                self.await_status("was moved or removed" if how == "gone" else "Permission denied")
 
     def test_reports_a_source_that_was_removed(self):
         source = self.home / "gone.mp4"

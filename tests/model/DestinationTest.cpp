@@ -1,16 +1,11 @@
-#include "cli/Destination.h"
+#include "model/Destination.h"
 
-#include "cli/CliError.h"
-#include "platform/SystemError.h"
-#include "tests/support/ScopedSystemCalls.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
-#include <cerrno>
 #include <string>
 #include <vector>
 
@@ -120,109 +115,6 @@ TEST_F(DestinationTest, RefusesACycleOfLinks)
 TEST_F(DestinationTest, RefusesANameThatIsTooLong)
 {
     EXPECT_NE(errorFor(std::string(300, 'x') + ".mp4", false), "");
-}
-
-class PartialFileTest : public DestinationTest
-{
-protected:
-    Destination destination(bool overwrite) const
-    {
-        return Destination::check(m_source, m_directory / "out.mp4", overwrite);
-    }
-    void render(const PartialFile& partial, const std::string& content) const
-    {
-        m_directory.write(partial.path().filename(), content);
-    }
-};
-
-TEST_F(PartialFileTest, IsAHiddenNameBesideItsDestination)
-{
-    const PartialFile partial(destination(false));
-    EXPECT_EQ(partial.path().parent_path(), m_directory.path());
-    EXPECT_TRUE(partial.path().filename().string().starts_with(".stackreel-"));
-    EXPECT_EQ(partial.path().extension(), ".mp4");
-    EXPECT_EQ(m_directory.names(), std::vector<std::string>{"clip.mov"});
-    EXPECT_NE(PartialFile(destination(false)).path(), partial.path());
-}
-
-TEST_F(PartialFileTest, IsRemovedWithTheObjectUnlessItWasMoved)
-{
-    {
-        const PartialFile partial(destination(false));
-        render(partial, "half");
-    }
-    EXPECT_EQ(m_directory.names(), std::vector<std::string>{"clip.mov"});
-    {
-        const PartialFile partial(destination(false));
-        render(partial, "whole");
-        partial.moveIntoPlace();
-    }
-    EXPECT_EQ(m_directory.names(), (std::vector<std::string>{"clip.mov", "out.mp4"}));
-    EXPECT_EQ(contentOf(m_directory / "out.mp4"), "whole");
-}
-
-TEST_F(PartialFileTest, KeepsAFileThatAppearedAtTheDestination)
-{
-    const PartialFile partial(destination(false));
-    render(partial, "new");
-    m_directory.write("out.mp4", "somebody's");
-    EXPECT_THROW(partial.moveIntoPlace(), CliError);
-    EXPECT_EQ(contentOf(m_directory / "out.mp4"), "somebody's");
-}
-
-TEST_F(PartialFileTest, ReplacesAnExistingFileWithOverwrite)
-{
-    m_directory.write("out.mp4", "old");
-    const PartialFile partial(destination(true));
-    render(partial, "new");
-    partial.moveIntoPlace();
-    EXPECT_EQ(contentOf(m_directory / "out.mp4"), "new");
-}
-
-TEST_F(PartialFileTest, ReplacesTheTargetOfALinkAndKeepsTheLink)
-{
-    m_directory.write("folder/old.mp4", "old");
-    fs::create_symlink("folder/old.mp4", m_directory / "out.mp4");
-    const PartialFile partial(destination(true));
-    EXPECT_EQ(partial.path().parent_path(), m_directory / "folder");
-    m_directory.write(fs::path("folder") / partial.path().filename(), "new");
-    partial.moveIntoPlace();
-    EXPECT_TRUE(fs::is_symlink(m_directory / "out.mp4"));
-    EXPECT_EQ(contentOf(m_directory / "folder/old.mp4"), "new");
-}
-
-TEST_F(PartialFileTest, ThrowsBeforeRenderingWhenTheFolderCannotBeWritten)
-{
-    // No user can create a file in /proc.
-    const fs::path nowhere = "/proc/self/out.mp4";
-    try {
-        const PartialFile partial(Destination::check(m_source, nowhere, false));
-        FAIL() << "a file was made in " << nowhere;
-    } catch (const SystemError& error) {
-        EXPECT_NE(std::string(error.what()).find("Could not write “/proc/self/out.mp4”"), std::string::npos)
-            << error.what();
-    }
-}
-
-TEST_F(PartialFileTest, ThrowsTheSystemsErrorWhenTheFolderCannotBeWritten)
-{
-    static int reason = 0;
-    ScopedSystemCalls calls;
-    // Creating the file fails, and so does opening it afterwards, with ENOENT. The message must show the
-    // error of the creation.
-    calls->open = [](const char*, int flags, mode_t) {
-        errno = (flags & O_CREAT) != 0 ? reason : ENOENT;
-        return -1;
-    };
-    for (const int expected : {EACCES, EROFS, ENOSPC}) {
-        reason = expected;
-        try {
-            const PartialFile partial(destination(false));
-            FAIL() << "a file was made";
-        } catch (const SystemError& error) {
-            EXPECT_EQ(error.code().value(), expected) << error.what();
-        }
-    }
 }
 
 } // namespace

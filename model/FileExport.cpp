@@ -1,0 +1,70 @@
+#include "model/FileExport.h"
+
+#include "media/CancellationError.h"
+#include "media/ToolLocator.h"
+#include "media/WorkerThread.h"
+#include "model/ExportedFile.h"
+
+#include <memory>
+#include <utility>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Partial = std::unique_ptr<PartialFile>;
+
+Partial partialFileFor(const ExportRequest& request)
+{
+    const Destination destination = Destination::check(request.input, request.output, true);
+    // Without a tool no file is created.
+    ToolLocator::locate(MediaTool::ffmpeg);
+    return std::make_unique<PartialFile>(destination, PartialFile::Name::visible);
+}
+
+} // namespace
+
+QCoro::Task<> FileExport::run(PartialFile& partial, ExportRequest request, ReportCheck check,
+                              std::stop_token stop, LaunchCallback launched)
+{
+    request.output = partial.path();
+    ProbeDocument report;
+    try {
+        report = co_await exportSource(std::move(request), stop, std::move(launched));
+    } catch (const CancellationError&) {
+        throw;
+    } catch (...) {
+        // The tools only say that there is no such file.
+        partial.requireFolder();
+        throw;
+    }
+    check(report);
+    // Writing a large file through to disk takes seconds.
+    co_await onWorkerThread([&partial] {
+        partial.moveIntoPlace();
+        return true;
+    });
+}
+
+QCoro::Task<std::filesystem::path> FileExport::replace(ExportRequest request, std::stop_token stop)
+{
+    const std::filesystem::path output = request.output;
+    const PixelSize size = request.settings.size();
+    const Partial partial = co_await onWorkerThread([&request] { return partialFileFor(request); });
+    const ReportCheck check = [size](const ProbeDocument& report) {
+        ExportedFile::requirePicture(report, size);
+    };
+    try {
+        co_await run(*partial, std::move(request), check, stop);
+    } catch (const CancellationError&) {
+        throw;
+    } catch (...) {
+        partial->keep();
+        throw;
+    }
+    co_return output;
+}
+
+} // namespace stackreel

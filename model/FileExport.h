@@ -1,0 +1,33 @@
+#pragma once
+
+#include "model/PartialFile.h"
+#include "model/SourceExport.h"
+
+#include <functional>
+
+namespace stackreel
+{
+
+/// Compares the report on a written file with the request, and throws when they differ.
+using ReportCheck = std::function<void(const ProbeDocument&)>;
+
+/// Exports from request to verified file. Both operations resume on the calling thread, which needs a running
+/// event loop.
+struct FileExport {
+    /// Renders the request into `partial`, whatever its output, has the result checked, and moves it into
+    /// place. Throws what `exportSource`, the check and `PartialFile::moveIntoPlace` throw; the destination
+    /// is unchanged then, unless it is the partial file itself.
+    static QCoro::Task<> run(PartialFile& partial, ExportRequest request, ReportCheck check,
+                             std::stop_token stop, LaunchCallback launched = {});
+
+    /// The window's export to the request's output, which the user has confirmed. Returns the output.
+    ///
+    /// A file that is there stays as it was until the new one is whole and takes its place in one step. When
+    /// the export fails, what was written stays at the output, or, where a file was there before, beside it
+    /// with " (unfinished)" in its name. After a cancellation nothing of it is left. Throws `ExportError` for
+    /// an output that cannot be written or is the source itself, `MediaToolError` when the tool is missing,
+    /// each before any file is changed, and what `run` throws.
+    static QCoro::Task<std::filesystem::path> replace(ExportRequest request, std::stop_token stop);
+};
+
+} // namespace stackreel

@@ -1,0 +1,124 @@
+#include "model/PartialFile.h"
+
+#include "model/ExportError.h"
+#include "platform/Files.h"
+#include "platform/SystemError.h"
+
+#include <QUuid>
+
+#include <cerrno>
+#include <optional>
+
+namespace stackreel
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr int maxUnfinished = 1000;
+
+std::string hiddenName()
+{
+    const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+    return ".stackreel-" + uuid.toStdString() + ".mp4";
+}
+
+std::string unfinishedName(const std::string& stem, int number, const fs::path& extension)
+{
+    const std::string counted = number > 1 ? " " + std::to_string(number) : "";
+    return stem + " (unfinished" + counted + ")" + extension.string();
+}
+
+/// The permissions of a file; none where there is no file.
+std::optional<fs::perms> permissionsOf(const fs::path& file)
+{
+    std::error_code error;
+    const fs::file_status found = fs::status(file, error);
+    if (!fs::is_regular_file(found))
+        return std::nullopt;
+    // Without the bits that run a program as another user.
+    return found.permissions() & fs::perms::all;
+}
+
+} // namespace
+
+PartialFile::PartialFile(const Destination& destination, Name name)
+    : m_destination(destination), m_folder(destination.file.parent_path())
+{
+    const auto replaced = permissionsOf(destination.file);
+    const auto usual = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
+                       fs::perms::group_write | fs::perms::others_read | fs::perms::others_write;
+    const fs::perms permissions =
+        replaced ? *replaced | fs::perms::owner_read | fs::perms::owner_write : usual;
+    if (name == Name::hidden)
+        createFile(hiddenName(), permissions);
+    else if (replaced)
+        createUnfinished(permissions);
+    else
+        m_name = destination.file.filename();
+    m_path = destination.file.parent_path() / m_name;
+}
+
+PartialFile::~PartialFile()
+{
+    if (!m_moved && (!m_kept || m_folder.sizeOf(m_name) == 0))
+        m_folder.remove(m_name);
+}
+
+/// Returns false where the name is taken.
+bool PartialFile::tryToCreate(const std::string& name, fs::perms permissions)
+{
+    const int error = m_folder.createNew(name, permissions);
+    if (error != 0 && error != EEXIST)
+        throw SystemError(error, "write", m_destination.named);
+    m_name = name;
+    return error == 0;
+}
+
+void PartialFile::createFile(const std::string& name, fs::perms permissions)
+{
+    if (!tryToCreate(name, permissions))
+        throw SystemError(EEXIST, "write", m_destination.named);
+}
+
+void PartialFile::createUnfinished(fs::perms permissions)
+{
+    const fs::path extension = m_destination.named.extension();
+    const std::string stem = m_destination.file.stem();
+    // A name of the full length has no room for the addition.
+    const bool hasRoom = unfinishedName(stem, maxUnfinished, extension).size() <= NAME_MAX;
+    for (int number = 1; number <= maxUnfinished; ++number)
+        if (tryToCreate(unfinishedName(hasRoom ? stem : "Export", number, extension), permissions))
+            return;
+    throw SystemError(EEXIST, "write", m_destination.named);
+}
+
+void PartialFile::requireFolder() const
+{
+    if (!m_folder.isInPlace())
+        throw ExportError("The folder “" + m_path.parent_path().string() +
+                          "” was moved or removed during the export. Export again into another folder.");
+}
+
+void PartialFile::moveIntoPlace()
+{
+    requireFolder();
+    WriteHandle(m_path).synchronize();
+    if (m_path != m_destination.file) {
+        if (const auto replaced = permissionsOf(m_destination.file); replaced && m_destination.replace)
+            fs::permissions(m_path, *replaced);
+        try {
+            m_folder.rename(m_name, m_destination.file.filename(), m_destination.replace);
+        } catch (const SystemError& error) {
+            if (error.code().value() == EEXIST)
+                throw m_destination.alreadyExists();
+            throw;
+        }
+    }
+    m_moved = true;
+    m_folder.synchronize();
+}
+
+} // namespace stackreel

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "model/Destination.h"
+#include "platform/Folder.h"
+
+#include <filesystem>
+#include <string>
+
+namespace stackreel
+{
+
+/// The file that an export is written to until it is whole and verified. It lies beside its destination, so
+/// that one rename moves it there. The destructor removes it unless it was moved or kept. It holds the folder
+/// open and so reaches the file even after the folder was renamed. Any thread, one at a time.
+class PartialFile
+{
+public:
+    enum class Name {
+        hidden, ///< ".stackreel-", a random UUID, ".mp4"
+        /// The destination's own where there is no such file yet; else the destination's with "
+        /// (unfinished)".
+        visible
+    };
+
+    /// Chooses the name and creates an empty file, but not under the destination's own name. A file that will
+    /// replace another has the other's permissions and is writable. Throws `SystemError`, naming the
+    /// destination, when no file can be created there.
+    PartialFile(const Destination& destination, Name name);
+    ~PartialFile();
+    PartialFile(const PartialFile&) = delete;
+    PartialFile& operator=(const PartialFile&) = delete;
+
+    const std::filesystem::path& path() const { return m_path; }
+    /// Leaves the file where it is when this object is destroyed, unless it is empty.
+    void keep() { m_kept = true; }
+    /// Throws `ExportError` when the folder was renamed or removed, so that `path` no longer leads to the
+    /// file.
+    void requireFolder() const;
+    /// Writes the file through to disk, gives it the permissions of the file that it replaces, and renames it
+    /// to the destination, whose folder is then written to disk, too. Throws `ExportError` when the folder
+    /// was renamed, or when a file that must not be replaced has appeared meanwhile; `SystemError` when the
+    /// system refuses. The destination is unchanged then.
+    void moveIntoPlace();
+
+private:
+    void createFile(const std::string& name, std::filesystem::perms permissions);
+    void createUnfinished(std::filesystem::perms permissions);
+    bool tryToCreate(const std::string& name, std::filesystem::perms permissions);
+
+    Destination m_destination;
+    Folder m_folder;
+    std::string m_name;
+    std::filesystem::path m_path;
+    bool m_kept = false;
+    bool m_moved = false;
+};
+
+} // namespace stackreel

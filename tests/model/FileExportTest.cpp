@@ -1,0 +1,140 @@
+#include "model/FileExport.h"
+
+#include "media/CancellationError.h"
+#include "media/MediaToolError.h"
+#include "model/ExportError.h"
+#include "tests/model/FakeToolTest.h"
+#include "tests/support/Awaited.h"
+
+namespace stackreel
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+/// The window's exports into a folder of their own.
+class FileExportTest : public FakeToolTest
+{
+protected:
+    FileExportTest()
+    {
+        fs::create_directory(folder);
+        request.input = m_directory.write("source.mov", "a clip");
+        request.output = folder / "out.mp4";
+        request.media.width = 1920;
+        request.media.height = 1080;
+        request.media.duration = 20;
+        request.top = {.x = 0.04, .y = 0.14, .width = 0.44, .height = 0.72};
+        request.bottom = {.x = 0.52, .y = 0.14, .width = 0.44, .height = 0.72};
+        request.trimEnd = 20;
+    }
+    void writeOld() const { m_directory.write("to/out.mp4", "old"); }
+    Names names() const
+    {
+        Names found;
+        for (const auto& entry : fs::directory_iterator(folder))
+            found.push_back(entry.path().filename());
+        return found;
+    }
+    /// The message of the export's failure; empty when it succeeds.
+    std::string failure(std::stop_token stop = {}) const
+    {
+        try {
+            runToEnd(FileExport::replace(request, stop));
+        } catch (const std::exception& error) {
+            return error.what();
+        }
+        return "";
+    }
+
+    const fs::path folder = m_directory / "to";
+    ExportRequest request;
+    std::stop_source m_stop;
+};
+
+} // namespace
+
+TEST_F(FileExportTest, WritesANewFileUnderItsOwnName)
+{
+    installTool("printf whole > \"$destination\"\n");
+    EXPECT_EQ(runToEnd(FileExport::replace(request, {})), request.output);
+    EXPECT_EQ(arguments().back(), request.output);
+    EXPECT_EQ(contentOf(request.output), "whole");
+}
+
+TEST_F(FileExportTest, ReplacesAFileInOneStepAndKeepsItsPermissions)
+{
+    writeOld();
+    fs::permissions(request.output, fs::perms::owner_read | fs::perms::owner_write);
+    // The old file is copied while the new one is written.
+    installTool("printf whole > \"$destination\"\ncp \"${destination%/*}/out.mp4\" seen\n");
+    EXPECT_EQ(failure(), "");
+    EXPECT_EQ(contentOf(m_directory / "seen"), "old");
+    EXPECT_EQ(contentOf(request.output), "whole");
+    EXPECT_EQ(fs::status(request.output).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(names(), Names{"out.mp4"});
+}
+
+TEST_F(FileExportTest, ReplacesTheFileBehindALink)
+{
+    m_directory.write("elsewhere/file.mp4", "old");
+    fs::create_symlink(m_directory / "elsewhere/file.mp4", request.output);
+    installTool("printf whole > \"$destination\"\n");
+    EXPECT_EQ(failure(), "");
+    EXPECT_TRUE(fs::is_symlink(request.output));
+    EXPECT_EQ(contentOf(m_directory / "elsewhere/file.mp4"), "whole");
+}
+
+TEST_F(FileExportTest, KeepsAPartialNewFileOnlyWhenItFails)
+{
+    installTool("printf half > \"$destination\"\necho 'Invalid data found' >&2\nexit 69\n");
+    EXPECT_EQ(failure(), "Invalid data found");
+    EXPECT_EQ(contentOf(request.output), "half");
+    fs::remove(request.output);
+
+    installWaitingTool();
+    Awaited<fs::path> exported(FileExport::replace(request, m_stop.get_token()));
+    ASSERT_TRUE(eventually([this] { return isWaiting(); }));
+    m_stop.request_stop();
+    EXPECT_THROW(exported.result(), CancellationError);
+    EXPECT_EQ(names(), Names());
+}
+
+TEST_F(FileExportTest, RefusesTheSourceUnderAnyNameEvenWhenCancelled)
+{
+    installTool("printf gone > \"$destination\"\n");
+    fs::create_hard_link(request.input, request.output);
+    m_stop.request_stop();
+    EXPECT_EQ(failure(m_stop.get_token()),
+              "“" + request.output.string() + "” is the source itself, which is never overwritten.");
+    EXPECT_EQ(contentOf(request.input), "a clip");
+    EXPECT_FALSE(hasRun());
+}
+
+TEST_F(FileExportTest, ChangesNoFileWhenTheToolIsMissing)
+{
+    if (fs::exists("/usr/local/bin/ffmpeg") || fs::exists("/opt/homebrew/bin/ffmpeg"))
+        GTEST_SKIP() << "this system has the tool in a folder that the search includes";
+    writeOld();
+    EXPECT_EQ(failure(), MediaToolError::toolMissing("ffmpeg").what());
+    EXPECT_EQ(contentOf(request.output), "old");
+    EXPECT_EQ(names(), Names{"out.mp4"});
+}
+
+TEST_F(FileExportTest, IsNoSuccessWhenItsFileWasRemoved)
+{
+    installTool("printf whole > \"$destination\"\nrm \"$destination\"\n");
+    EXPECT_EQ(failure(), "FFmpeg ended without an error but wrote no file.");
+}
+
+TEST_F(FileExportTest, NamesAFolderThatWasMovedAway)
+{
+    installTool("printf whole > \"$destination\"\nmv \"${destination%/*}\" \"${destination%/*}.moved\"\n");
+    EXPECT_EQ(failure(), "The folder “" + folder.string() +
+                             "” was moved or removed during the export. Export again into another folder.");
+}
+
+} // namespace stackreel
