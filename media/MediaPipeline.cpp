@@ -57,7 +57,7 @@ ProxyRun prepareProxy()
     return {.executable = std::move(executable), .proxy = newProxyFile()};
 }
 
-/// Runs the tool. Nobody would use the partial proxy of a cancelled run.
+/// Runs the tool. Deletes the partial proxy of a cancelled run, because nothing would use it.
 QCoro::Task<ProcessOutput> runTool(ProxyRun run, std::vector<std::string> arguments, std::stop_token stop)
 {
     try {

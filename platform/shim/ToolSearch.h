@@ -22,9 +22,9 @@ struct FoundTool {
 /// pointer, which means that PATH is not set, stands for "/usr/local/bin:/usr/bin:/bin".
 std::vector<std::string> searchFolders(const char* path);
 
-/// The folders that the program that ships this one searches after its own: third_party/ffmpeg/bin below the
-/// working directory and below its parent, /opt/homebrew/bin, /usr/local/bin. Without a working directory, as
-/// when it was removed, the first two are missing.
+/// The folders in which Stackreel looks for a tool after its resource directory: third_party/ffmpeg/bin below
+/// the working directory and below the parent of that, /opt/homebrew/bin, /usr/local/bin. If the working
+/// directory has been removed, the first two are missing.
 std::vector<std::string> fixedFolders(const std::optional<std::filesystem::path>& workingDirectory);
 
 /// The first file named `name` in `folders` that this user may execute and that is not one of `avoided`.

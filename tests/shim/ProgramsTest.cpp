@@ -379,7 +379,7 @@ TEST(ShimPrograms, ASignalDuringTheQuestionEndsTheProgramAndTheAskedToolAtOnce)
         ::kill(program.process(), signal);
         EXPECT_EQ(program.wait().signal(), signal);
         EXPECT_FALSE(system.hasWorked());
-        // The pipe stays open for writing until then: closing it would end the tool.
+        // The pipe must stay open for writing until then, because closing it would end the tool.
         EXPECT_TRUE(eventually([&] { return !hasReader(gate); }, std::chrono::seconds(5))) << signal;
         ::close(opened);
     }

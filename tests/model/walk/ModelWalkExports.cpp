@@ -22,7 +22,7 @@ void write(const std::filesystem::path& file, const std::string& content)
 void ModelWalk::showSavePanel()
 {
     const std::size_t shown = m_services.savePanel->timesShown();
-    // One panel is shown at a time.
+    // Only one panel is shown at a time.
     if (m_savePanelSource && m_model->phase().isEditable())
         m_services.savePanel->answer({.accepted = false, .url = std::nullopt});
     note("show the save panel");
@@ -78,7 +78,7 @@ void ModelWalk::takeNextTurn()
             continue;
         const bool begun = item.call != noCall;
         if (!begun && item.stopRequested) {
-            // It was stopped while it waited.
+            // The export was stopped while it waited.
             if (&item == m_expected.shownExport())
                 m_expected.phase = Phase::ready();
             item.ended = true;

@@ -26,7 +26,7 @@ public:
     /// The loops of all loopers, in the order in which they were created.
     const std::vector<std::shared_ptr<FakeLoop>>& loops() const { return m_loops; }
 
-    /// Whether the next `makePlayer` throws.
+    /// Whether the next call of `makePlayer` throws.
     bool nextPlayerFails = false;
 
     std::shared_ptr<QueuePlayer> makePlayer() override;
