@@ -72,7 +72,7 @@ QCoro::Task<> SourceLoading::loadSource(std::filesystem::path url, std::stop_tok
 
 void SourceLoading::fail(const std::string& message)
 {
-    // Creating the player failed after the properties were published, so reset them.
+    // If creating the player failed, the properties are already published. Reset them.
     if (m_model.mediaInfo())
         resetForSource(*m_model.sourceURL());
     m_model.setPhase(Phase::failed(message));

@@ -108,11 +108,12 @@ void changeValues(Arguments& arguments, const std::string& name,
 
 // Removes seeks to the start of an input. They have no effect, except in Flash files: there FFmpeg 5.1 starts
 // two seconds late or finds no picture at all.
-void leaveOutIdleSeeks(Arguments& arguments)
+void removeSeeksToStart(Arguments& arguments)
 {
-    static const Arguments idleSeek{"-ss", "0.000", "-i"};
+    static const Arguments seekToStart{"-ss", "0.000", "-i"};
     auto seek = arguments.begin();
-    while ((seek = std::search(seek, arguments.end(), idleSeek.begin(), idleSeek.end())) != arguments.end())
+    while ((seek = std::search(seek, arguments.end(), seekToStart.begin(), seekToStart.end())) !=
+           arguments.end())
         seek = arguments.erase(seek, seek + 2);
 }
 
@@ -146,7 +147,7 @@ Arguments withOptions(const Arguments& arguments, const Arguments& options)
 
 } // namespace
 
-bool asksForVideoToolbox(const Arguments& arguments)
+bool requestsVideoToolbox(const Arguments& arguments)
 {
     return findRequest(arguments.begin(), arguments.end()) != arguments.end();
 }
@@ -165,7 +166,7 @@ Arguments withEncoder(const Arguments& arguments, H264Encoder encoder)
         result = withTimeStampsResetAfterEncoding(std::move(result));
     result = withOptions(result, encoder == H264Encoder::x264 ? x264Options : openH264Options);
     changeValues(result, "-filter_complex", withFullChroma);
-    leaveOutIdleSeeks(result);
+    removeSeeksToStart(result);
     return result;
 }
 

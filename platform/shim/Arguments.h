@@ -13,7 +13,7 @@ using Arguments = std::vector<std::string>;
 
 /// Whether the arguments request VideoToolbox: they contain `-c:v h264_videotoolbox -allow_sw 1`, these four
 /// in this order and next to each other.
-bool asksForVideoToolbox(const Arguments& arguments);
+bool requestsVideoToolbox(const Arguments& arguments);
 
 /// Changes arguments that request VideoToolbox for an FFmpeg that has `encoder`; returns any others
 /// unchanged. The filters of `-vf` are changed by `withEvenSides`. If `encoder` is not VideoToolbox:

@@ -84,7 +84,7 @@ std::string readToEnd(int descriptor)
 
 // Whether the child has exited with status 0. If this process ignores SIGCHLD, the system reaps the child and
 // its status is lost. In this case the function returns true, so that the output of the child is used.
-bool endedWell(pid_t child)
+bool exitedSuccessfully(pid_t child)
 {
     int status = 0;
     while (::waitpid(child, &status, 0) < 0) {
@@ -106,12 +106,12 @@ std::optional<std::string> outputOf(const std::string& path, const std::vector<s
     ::close(pipe[1]);
     const std::string output = started ? readToEnd(pipe[0]) : std::string();
     ::close(pipe[0]);
-    if (!started || !endedWell(child))
+    if (!started || !exitedSuccessfully(child))
         return std::nullopt;
     return output;
 }
 
-int become(const std::string& path, const std::vector<std::string>& arguments)
+int execProgram(const std::string& path, const std::vector<std::string>& arguments)
 {
     const std::vector<char*> vector = argumentVector(path, arguments);
     ::execv(path.c_str(), vector.data());

@@ -24,7 +24,7 @@ std::optional<std::string> outputOf(const std::string& path, const std::vector<s
 /// Replaces this process by the program at `path` (`execv`), which keeps its process id, environment,
 /// descriptors and signal settings. Returns only if that fails: writes one line to standard error and returns
 /// `notStartedStatus`.
-int become(const std::string& path, const std::vector<std::string>& arguments);
+int execProgram(const std::string& path, const std::vector<std::string>& arguments);
 
 /// Writes to standard error that `tool` was not found, with the same text as the window and the command line,
 /// and returns `notFoundStatus`.

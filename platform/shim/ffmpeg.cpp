@@ -13,13 +13,13 @@ int main(int argc, char** argv)
     const auto tool = systemTool("ffmpeg");
     if (!tool)
         return failMissing("ffmpeg");
-    if (!asksForVideoToolbox(arguments))
-        return become(*tool, arguments);
+    if (!requestsVideoToolbox(arguments))
+        return execProgram(*tool, arguments);
     const auto listing = outputOf(*tool, {"-hide_banner", "-encoders"});
     if (!listing)
         return fail(cannotEncodeStatus, *tool + " could not be asked for its encoders.");
     const auto encoder = preferredEncoder(*listing);
     if (!encoder)
         return fail(cannotEncodeStatus, *tool + " has no H.264 encoder: it needs libx264 or libopenh264.");
-    return become(*tool, withEncoder(arguments, *encoder));
+    return execProgram(*tool, withEncoder(arguments, *encoder));
 }

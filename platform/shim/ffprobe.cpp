@@ -11,5 +11,5 @@ int main(int argc, char** argv)
     const auto tool = systemTool("ffprobe");
     if (!tool)
         return failMissing("ffprobe");
-    return become(*tool, arguments);
+    return execProgram(*tool, arguments);
 }

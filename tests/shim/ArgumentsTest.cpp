@@ -58,9 +58,9 @@ const Arguments withoutRequest[] = {
 TEST(Arguments, OnlyTheFourInTheirOrderAskForTheEncoder)
 {
     for (const Arguments& arguments : withoutRequest)
-        EXPECT_FALSE(asksForVideoToolbox(arguments)) << testing::PrintToString(arguments);
-    EXPECT_TRUE(asksForVideoToolbox(request));
-    EXPECT_TRUE(asksForVideoToolbox(joined({{"-y", "-c:v"}, request, {"out.mp4"}})));
+        EXPECT_FALSE(requestsVideoToolbox(arguments)) << testing::PrintToString(arguments);
+    EXPECT_TRUE(requestsVideoToolbox(request));
+    EXPECT_TRUE(requestsVideoToolbox(joined({{"-y", "-c:v"}, request, {"out.mp4"}})));
 }
 
 TEST(Arguments, NothingChangesWithoutTheRequest)

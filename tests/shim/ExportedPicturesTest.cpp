@@ -60,7 +60,7 @@ protected:
     std::string system(const std::string& name, const std::vector<std::string>& arguments) const
     {
         const Outcome outcome = run({shimProgram(name), arguments, {}});
-        EXPECT_EQ(outcome.status(), 0) << testing::PrintToString(arguments) << '\n' << outcome.errors;
+        EXPECT_EQ(outcome.exitStatus(), 0) << testing::PrintToString(arguments) << '\n' << outcome.errors;
         return outcome.output + outcome.errors;
     }
 
@@ -183,7 +183,7 @@ TEST_F(ExportedPicturesTest, AreThoseOfTheSourceAtTheirTimesWithEveryFFmpeg)
         for (const Row& row : rows) {
             SCOPED_TRACE(ffmpeg.version + ", " + row.name);
             const Outcome outcome = exported(ffmpeg, row);
-            ASSERT_EQ(outcome.status(), 0) << outcome.errors;
+            ASSERT_EQ(outcome.exitStatus(), 0) << outcome.errors;
             expectTimesOfSource(row);
             EXPECT_GT(leastSimilarity(row), 0.9);
             const double megabits = number(m_result, "bit_rate") / 1e6;

@@ -58,7 +58,7 @@ void InstalledFFmpegs::add(const std::string& path)
 {
     const Outcome outcome = run({shimProgram("ffmpeg"), {"-version"}, {{"PATH", path}}});
     const std::string line = outcome.output.substr(0, outcome.output.find(" Copyright"));
-    if (outcome.status() == 0)
+    if (outcome.exitStatus() == 0)
         m_all.push_back({line, path});
 }
 

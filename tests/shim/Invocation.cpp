@@ -45,12 +45,12 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts)
 
 } // namespace
 
-int Outcome::status() const
+int Outcome::exitStatus() const
 {
     return WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : -1;
 }
 
-int Outcome::signal() const
+int Outcome::endingSignal() const
 {
     return WIFSIGNALED(waitStatus) ? WTERMSIG(waitStatus) : 0;
 }

@@ -18,9 +18,9 @@ struct Outcome {
     std::string errors;
 
     /// The exit status; -1 if a signal ended the program.
-    int status() const;
+    int exitStatus() const;
     /// The number of the signal that ended the program; 0 if it exited.
-    int signal() const;
+    int endingSignal() const;
 };
 
 /// A program and the arguments, environment and input to run it with.

@@ -122,7 +122,7 @@ TEST(ShimPrograms, OtherArgumentsPassThroughToTheByteWithoutAQuestion)
     };
     for (const Arguments& arguments : rows) {
         const FakeSystem system;
-        EXPECT_EQ(runWithTools(system, arguments).status(), 0);
+        EXPECT_EQ(runWithTools(system, arguments).exitStatus(), 0);
         EXPECT_EQ(system.arguments(), arguments);
         EXPECT_EQ(system.record("questions"), "");
     }
@@ -131,7 +131,7 @@ TEST(ShimPrograms, OtherArgumentsPassThroughToTheByteWithoutAQuestion)
 TEST(ShimPrograms, NoArgumentsAreNoArguments)
 {
     const FakeSystem system;
-    EXPECT_EQ(runWithTools(system, {}).status(), 0);
+    EXPECT_EQ(runWithTools(system, {}).exitStatus(), 0);
     EXPECT_TRUE(system.hasWorked());
     EXPECT_TRUE(system.arguments().empty());
 }
@@ -160,7 +160,7 @@ TEST(ShimPrograms, AnExportGetsTheEncoderThatIsThere)
     };
     for (const Row& row : rows) {
         const FakeSystem system;
-        EXPECT_EQ(runWithTools(system, exportArguments, {{"FAKE_ENCODERS", row.encoders}}).status(), 0);
+        EXPECT_EQ(runWithTools(system, exportArguments, {{"FAKE_ENCODERS", row.encoders}}).exitStatus(), 0);
         EXPECT_EQ(system.arguments(), withEncoder(exportArguments, row.expected)) << row.encoders;
         EXPECT_EQ(system.record("questions"), "asked\n");
     }
@@ -172,7 +172,7 @@ TEST(ShimPrograms, KeepsBytesThatAreNotUtf8BesideTheRequest)
     arguments[3] = " \xff'\"\n";
     arguments.back() = "";
     const FakeSystem system;
-    EXPECT_EQ(runWithTools(system, arguments).status(), 0);
+    EXPECT_EQ(runWithTools(system, arguments).exitStatus(), 0);
     EXPECT_EQ(system.arguments(), withEncoder(arguments, H264Encoder::x264));
 }
 
@@ -182,8 +182,9 @@ TEST(ShimPrograms, AListingLongerThanAPipeIsReadToItsEnd)
         "i=0; while [ $i -lt 4000 ]; do echo ' A....D filler  a line of a long list of encoders'; "
         "i=$((i+1)); done; echo ' V....D libx264'";
     const FakeSystem system;
-    EXPECT_EQ(runWithTools(system, exportArguments, {{"FAKE_ENCODERS", ""}, {"FAKE_QUERY", filler}}).status(),
-              0);
+    EXPECT_EQ(
+        runWithTools(system, exportArguments, {{"FAKE_ENCODERS", ""}, {"FAKE_QUERY", filler}}).exitStatus(),
+        0);
     EXPECT_EQ(system.arguments(), withEncoder(exportArguments, H264Encoder::x264));
 }
 
@@ -192,7 +193,7 @@ TEST(ShimPrograms, WithoutAnH264EncoderOneLineSaysSo)
     for (const char* encoders : {"", " V....D mpeg4   MPEG-4", " V....D libx264rgb   RGB"}) {
         const FakeSystem system;
         const Outcome outcome = runWithTools(system, exportArguments, {{"FAKE_ENCODERS", encoders}});
-        EXPECT_EQ(outcome.status(), 1);
+        EXPECT_EQ(outcome.exitStatus(), 1);
         EXPECT_TRUE(isOneLine(outcome.errors)) << outcome.errors;
         EXPECT_NE(outcome.errors.find("has no H.264 encoder"), std::string::npos) << outcome.errors;
         EXPECT_EQ(outcome.output, "");
@@ -205,7 +206,7 @@ TEST(ShimPrograms, AToolThatCannotBeAskedIsAnError)
     for (const char* query : {"exit 3", "kill -SEGV $$", "echo noise >&2; exit 1"}) {
         const FakeSystem system;
         const Outcome outcome = runWithTools(system, exportArguments, {{"FAKE_QUERY", query}});
-        EXPECT_EQ(outcome.status(), 1) << query;
+        EXPECT_EQ(outcome.exitStatus(), 1) << query;
         EXPECT_TRUE(isOneLine(outcome.errors)) << outcome.errors;
         EXPECT_NE(outcome.errors.find("could not be asked"), std::string::npos) << outcome.errors;
         EXPECT_FALSE(system.hasWorked());
@@ -220,7 +221,7 @@ TEST(ShimPrograms, WithoutAToolOneLineSaysSo)
         Invocation invocation = system.invocation((system.folder() / "empty").string(), exportArguments);
         invocation.program = shimProgram(name);
         const Outcome outcome = run(invocation);
-        EXPECT_EQ(outcome.status(), 127);
+        EXPECT_EQ(outcome.exitStatus(), 127);
         EXPECT_EQ(outcome.errors, std::string(name) + " is missing. Build the bundled media tools first.\n");
         EXPECT_EQ(outcome.output, "");
     }
@@ -247,7 +248,7 @@ TEST(ShimPrograms, ToolsBelowTheWorkingFolderAreNotTaken)
                                 {"-c", "cd \"$0\" && exec \"$@\"", system.folder().path().string(),
                                  shimProgram("ffmpeg").string(), "-version"},
                                 system.invocation(path, {}).variables};
-        EXPECT_EQ(run(inside).status(), 127) << '"' << path << '"';
+        EXPECT_EQ(run(inside).exitStatus(), 127) << '"' << path << '"';
     }
     EXPECT_FALSE(system.hasWorked());
 }
@@ -260,8 +261,8 @@ TEST(ShimPrograms, TheProgramNeverStartsItself)
         std::filesystem::create_directories(system.folder() / "links");
         std::filesystem::create_symlink(shimProgram("ffmpeg"), system.folder() / "links" / "ffmpeg");
         const std::string itself = own + ':' + (system.folder() / "links").string();
-        EXPECT_EQ(run(system.invocation(itself, arguments)).status(), 127);
-        EXPECT_EQ(run(system.invocation(itself + ':' + system.tools(), arguments)).status(), 0);
+        EXPECT_EQ(run(system.invocation(itself, arguments)).exitStatus(), 127);
+        EXPECT_EQ(run(system.invocation(itself + ':' + system.tools(), arguments)).exitStatus(), 0);
         EXPECT_EQ(system.arguments(), withEncoder(arguments, H264Encoder::x264));
     }
 }
@@ -272,9 +273,9 @@ TEST(ShimPrograms, TwoCopiesDoNotStartEachOtherForEver)
         const FakeSystem system;
         const std::string copies = system.copyOfShim("one") + ':' + system.copyOfShim("two");
         const Outcome alone = run(system.invocation(copies, arguments));
-        EXPECT_NE(alone.status(), 0);
+        EXPECT_NE(alone.exitStatus(), 0);
         EXPECT_TRUE(isOneLine(alone.errors)) << alone.errors;
-        EXPECT_EQ(run(system.invocation(copies + ':' + system.tools(), arguments)).status(), 0);
+        EXPECT_EQ(run(system.invocation(copies + ':' + system.tools(), arguments)).exitStatus(), 0);
         EXPECT_EQ(system.arguments(), withEncoder(arguments, H264Encoder::x264));
     }
 }
@@ -286,8 +287,8 @@ TEST(ShimPrograms, AScriptThatLeadsBackHereIsNotTakenTwice)
         system.folder().writeExecutable("script/ffmpeg",
                                         "#!/bin/sh\nexec '" + shimProgram("ffmpeg").string() + "' \"$@\"\n");
         const std::string script = (system.folder() / "script").string();
-        EXPECT_NE(run(system.invocation(script, arguments)).status(), 0);
-        EXPECT_EQ(run(system.invocation(script + ':' + system.tools(), arguments)).status(), 0);
+        EXPECT_NE(run(system.invocation(script, arguments)).exitStatus(), 0);
+        EXPECT_EQ(run(system.invocation(script + ':' + system.tools(), arguments)).exitStatus(), 0);
         EXPECT_EQ(system.arguments(), withEncoder(arguments, H264Encoder::x264));
     }
 }
@@ -298,11 +299,11 @@ TEST(ShimPrograms, AToolThatCannotBeStartedIsAnError)
     system.folder().writeExecutable("broken/ffmpeg", "#!/nowhere/interpreter\n");
     const std::string path = (system.folder() / "broken").string();
     const Outcome passing = run(system.invocation(path, {"-version"}));
-    EXPECT_EQ(passing.status(), 126);
+    EXPECT_EQ(passing.exitStatus(), 126);
     EXPECT_TRUE(isOneLine(passing.errors)) << passing.errors;
     EXPECT_NE(passing.errors.find("could not be started"), std::string::npos) << passing.errors;
     const Outcome asking = run(system.invocation(path, exportArguments));
-    EXPECT_EQ(asking.status(), 1);
+    EXPECT_EQ(asking.exitStatus(), 1);
     EXPECT_TRUE(isOneLine(asking.errors)) << asking.errors;
 }
 
@@ -312,12 +313,12 @@ TEST(ShimPrograms, TheToolKeepsTheProcessAndItsEndIsTheProcesssEnd)
         const FakeSystem system;
         const Outcome exited =
             runWithTools(system, arguments, {{"FAKE_WORK", "echo out; echo err >&2; exit 7"}});
-        EXPECT_EQ(exited.status(), 7);
+        EXPECT_EQ(exited.exitStatus(), 7);
         EXPECT_EQ(exited.output, "out\n");
         EXPECT_EQ(exited.errors, "err\n");
         EXPECT_EQ(system.record("process"), std::to_string(exited.process) + '\n');
-        EXPECT_EQ(runWithTools(system, arguments, {{"FAKE_WORK", "kill -TERM $$"}}).signal(), SIGTERM);
-        EXPECT_EQ(runWithTools(system, arguments, {{"FAKE_WORK", "kill -KILL $$"}}).signal(), SIGKILL);
+        EXPECT_EQ(runWithTools(system, arguments, {{"FAKE_WORK", "kill -TERM $$"}}).endingSignal(), SIGTERM);
+        EXPECT_EQ(runWithTools(system, arguments, {{"FAKE_WORK", "kill -KILL $$"}}).endingSignal(), SIGKILL);
     }
 }
 
@@ -338,11 +339,11 @@ TEST(ShimPrograms, NoDescriptorReachesTheQuestionOrTheTool)
     Invocation direct = system.invocation(system.tools(), exportArguments);
     direct.program = system.folder() / "tools" / "ffmpeg";
     direct.variables.emplace_back("FAKE_WORK", list + "direct\"");
-    ASSERT_EQ(run(direct).status(), 0);
+    ASSERT_EQ(run(direct).exitStatus(), 0);
     ASSERT_NE(system.record("direct"), "");
     EXPECT_EQ(runWithTools(system, exportArguments,
                            {{"FAKE_QUERY", list + "question\""}, {"FAKE_WORK", list + "work\""}})
-                  .status(),
+                  .exitStatus(),
               0);
     EXPECT_EQ(system.record("question"), system.record("direct"));
     EXPECT_EQ(system.record("work"), system.record("direct"));
@@ -357,7 +358,7 @@ TEST(ShimPrograms, FindsTheEncoderWithClosedDescriptorsAndIgnoredChildren)
         Arguments arguments{"-c", command, "sh", shimProgram("ffmpeg").string()};
         arguments.insert(arguments.end(), exportArguments.begin(), exportArguments.end());
         const Invocation invocation{"/bin/sh", arguments, system.invocation(system.tools(), {}).variables};
-        EXPECT_EQ(run(invocation).status(), 0) << command;
+        EXPECT_EQ(run(invocation).exitStatus(), 0) << command;
         EXPECT_EQ(system.arguments(), withEncoder(exportArguments, H264Encoder::x264)) << command;
     }
 }
@@ -377,7 +378,7 @@ TEST(ShimPrograms, ASignalDuringTheQuestionEndsTheProgramAndTheAskedToolAtOnce)
         int opened = -1;
         EXPECT_TRUE(eventually([&] { return (opened = ::open(gate.c_str(), O_WRONLY | O_NONBLOCK)) >= 0; }));
         ::kill(program.process(), signal);
-        EXPECT_EQ(program.wait().signal(), signal);
+        EXPECT_EQ(program.wait().endingSignal(), signal);
         EXPECT_FALSE(system.hasWorked());
         // The pipe must stay open for writing until then, because closing it would end the tool.
         EXPECT_TRUE(eventually([&] { return !hasReader(gate); }, std::chrono::seconds(5))) << signal;
@@ -393,7 +394,7 @@ TEST(ShimPrograms, FfprobeTakesItsArgumentsAsTheyAre)
     Invocation invocation = system.invocation(STACKREEL_SHIM_DIR ":" + system.tools(), arguments);
     invocation.program = shimProgram("ffprobe");
     invocation.variables.emplace_back("FAKE_WORK", "exit 9");
-    EXPECT_EQ(run(invocation).status(), 9);
+    EXPECT_EQ(run(invocation).exitStatus(), 9);
     EXPECT_EQ(system.arguments(), arguments);
     EXPECT_EQ(system.record("questions"), "");
 }

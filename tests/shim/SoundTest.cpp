@@ -21,7 +21,7 @@ namespace
 std::string tool(const std::string& name, const std::vector<std::string>& arguments)
 {
     const Outcome outcome = run({shimProgram(name), arguments, {}});
-    EXPECT_EQ(outcome.status(), 0) << testing::PrintToString(arguments) << '\n' << outcome.errors;
+    EXPECT_EQ(outcome.exitStatus(), 0) << testing::PrintToString(arguments) << '\n' << outcome.errors;
     return outcome.output;
 }
 
