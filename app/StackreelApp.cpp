@@ -11,12 +11,13 @@
 namespace stackreel
 {
 
-StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, UpdateServices updates)
+StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, UpdateServices updates,
+                           SleepServiceBuses sleepBuses)
     : m_model(std::move(services)),
       m_updater(info, std::move(updates)),
       m_windowModel(m_model),
       m_actions([this] { m_updater.checkForUpdates(); }),
-      m_sleepInhibitor(QStringLiteral("Exporting a video")),
+      m_sleepInhibitor(QStringLiteral("Exporting a video"), std::move(sleepBuses)),
       m_mainWindow(m_windowModel, m_actions)
 {
     installAccessibleLineEdits();

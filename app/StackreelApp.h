@@ -19,7 +19,8 @@ class StackreelApp
 {
 public:
     /// `info` enables or disables updates. Throws `std::runtime_error` when the window cannot be created.
-    StackreelApp(ModelServices services, const InfoDictionary& info, UpdateServices updates);
+    StackreelApp(ModelServices services, const InfoDictionary& info, UpdateServices updates,
+                 SleepServiceBuses sleepBuses = {});
 
     void show() { m_mainWindow.show(); }
     /// Closes the window and ends all running operations. No child process and no partial file is left.

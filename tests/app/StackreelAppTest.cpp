@@ -2,7 +2,9 @@
 
 #include "media/CancellationError.h"
 #include "platform/updates/StandardUpdateServices.h"
+#include "tests/power/FakeSleepServices.h"
 #include "tests/support/Awaited.h"
+#include "tests/support/MessageBus.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/window/WindowWithFakes.h"
 
@@ -24,6 +26,9 @@ class StackreelAppTest : public testing::Test
 protected:
     StackreelAppTest()
     {
+        m_bus.registerObject(QStringLiteral("/org/freedesktop/login1"), &m_logind,
+                             QDBusConnection::ExportAllSlots);
+        m_bus.registerService(QStringLiteral("org.freedesktop.login1"));
         m_app.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_app.window()));
     }
@@ -58,10 +63,26 @@ protected:
         return QCoreApplication::exec();
     }
 
+    ~StackreelAppTest() override
+    {
+        QDBusConnection::disconnectFromBus(QStringLiteral("services"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("program"));
+    }
+    SleepServiceBuses sleepBuses() const
+    {
+        const auto connection = [address = m_daemon.address()] {
+            return QDBusConnection::connectToBus(address, QStringLiteral("program"));
+        };
+        return {.system = connection, .session = connection};
+    }
+
+    MessageBus m_daemon;
+    QDBusConnection m_bus = QDBusConnection::connectToBus(m_daemon.address(), QStringLiteral("services"));
+    FakeLogind m_logind;
     TemporaryDirectory m_folder;
     const std::filesystem::path m_destination = m_folder / "clip-vertical.mp4";
     FakeServices m_world;
-    StackreelApp m_app{m_world.services(), InfoDictionary(), standardUpdateServices()};
+    StackreelApp m_app{m_world.services(), InfoDictionary(), standardUpdateServices(), sleepBuses()};
 };
 
 TEST_F(StackreelAppTest, QuitsWhenTheWindowIsClosed)
@@ -109,6 +130,16 @@ TEST_F(StackreelAppTest, CancelsTheExportOfAReplacedSourceAndTheOneThatWaitsForI
     EXPECT_EQ(m_world.exports.size(), 1U) << "the other one never began";
     EXPECT_FALSE(std::filesystem::exists(m_destination));
     EXPECT_TRUE(m_app.model().unfinishedExports().empty());
+}
+
+TEST_F(StackreelAppTest, KeepsTheComputerAwakeUntilTheExportOfAReplacedSourceHasEnded)
+{
+    startExport();
+    ASSERT_TRUE(eventually([&] { return m_logind.isHeld(); }));
+    load();
+    EXPECT_TRUE(m_logind.isHeld());
+    m_world.exports.back().task().complete(m_destination);
+    EXPECT_TRUE(eventually([&] { return !m_logind.isHeld(); }));
 }
 
 TEST_F(StackreelAppTest, CancelsARunningLoadAndWaitsForItsEnd)
