@@ -19,7 +19,9 @@ namespace stackreel
 namespace
 {
 
-constexpr std::chrono::milliseconds pollInterval{20};
+using namespace std::chrono_literals;
+
+constexpr auto pollInterval = 20ms;
 
 using Tasks = std::vector<std::shared_ptr<TaskHandle>>;
 
@@ -29,12 +31,16 @@ void cancel(const Tasks& tasks)
         task->cancel();
 }
 
-/// Waits for the loads, and for all other children.
+/// Waits for all children that are left, and for a moment for the loads. A load without a child leaves
+/// nothing behind, and may be blocked by the disk.
 void waitForLoads(const AppModel& model, QDeadlineTimer deadline)
 {
     QTimer poll;
     poll.start(pollInterval);
-    const auto isBusy = [&] { return !model.unfinishedLoads().empty() || RunningChildren::count() > 0; };
+    const QDeadlineTimer moment(1s);
+    const auto isBusy = [&] {
+        return RunningChildren::count() > 0 || (!model.unfinishedLoads().empty() && !moment.hasExpired());
+    };
     while (isBusy() && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }

@@ -3,6 +3,7 @@
 #include "app/SceneGraph.h"
 #include "app/StackreelApp.h"
 #include "platform/Bundle.h"
+#include "platform/CleanupProcess.h"
 #include "platform/StandardStreams.h"
 #include "platform/TerminationSignals.h"
 #include "platform/Version.h"
@@ -58,6 +59,14 @@ ModelServices services()
                                  std::make_shared<FileSavePanel>(folders));
 }
 
+/// Qt calls `exit` when the connection to the display breaks. Skip the destructors of static objects there,
+/// too: one of them waits for the player's threads, which nobody has ordered to end. `CleanupProcess` does
+/// the rest.
+void skipDestructorsAtExit()
+{
+    std::atexit([] { std::_Exit(EXIT_FAILURE); });
+}
+
 int run(int& argc, char** argv)
 {
     const TerminationSignals signals;
@@ -65,6 +74,7 @@ int run(int& argc, char** argv)
     chooseSceneGraph();
     StackreelApp app(services(), Bundle::infoDictionary(), standardUpdateServices());
     app.show();
+    skipDestructorsAtExit();
     const auto exit = [] { QCoreApplication::exit(); };
     const std::stop_callback quitOnSignal(signals.stopToken(), [&] {
         QMetaObject::invokeMethod(application.get(), exit, Qt::QueuedConnection);
@@ -82,6 +92,7 @@ int run(int& argc, char** argv)
 int main(int argc, char* argv[])
 {
     StandardStreams::prepare();
+    CleanupProcess::start();
     int status = EXIT_FAILURE;
     try {
         status = run(argc, argv);

@@ -9,10 +9,19 @@
 namespace stackreel
 {
 
-ScratchDirectory::ScratchDirectory()
+namespace
+{
+
+std::filesystem::path newPath()
 {
     const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
-    m_path = Files::temporaryDirectory() / ("Stackreel-Process-" + uuid.toStdString());
+    return Files::temporaryDirectory() / ("Stackreel-Process-" + uuid.toStdString());
+}
+
+} // namespace
+
+ScratchDirectory::ScratchDirectory() : m_path(newPath()), m_temporary(m_path, TemporaryPath::Kind::folder)
+{
     Files::createPrivateDirectory(m_path);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/CleanupProcess.h"
+
 #include <filesystem>
 #include <string_view>
 #include <vector>
@@ -27,6 +29,7 @@ public:
 
 private:
     std::filesystem::path m_path;
+    TemporaryPath m_temporary;
     std::vector<std::filesystem::path> m_files;
 };
 

@@ -61,11 +61,14 @@ private:
     std::list<Entry> m_entries;
 };
 
+/// Constructed before `main`, so that a function which `main` registers with `atexit` runs before the
+/// destructor.
+ThreadReaper reaper;
+
 } // namespace
 
 void runDetached(std::function<void()> body)
 {
-    static ThreadReaper reaper;
     reaper.run(std::move(body));
 }
 

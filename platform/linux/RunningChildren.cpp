@@ -1,5 +1,6 @@
 #include "platform/RunningChildren.h"
 
+#include "platform/CleanupProcess.h"
 #include "platform/SystemCalls.h"
 #include "platform/linux/ChildRegistry.h"
 
@@ -25,6 +26,7 @@ bool ChildRegistry::add(pid_t child)
 {
     const std::lock_guard guard(m_lock);
     m_children.insert(child);
+    CleanupProcess::addChild(child);
     return m_open;
 }
 
@@ -32,6 +34,7 @@ void ChildRegistry::remove(pid_t child)
 {
     const std::lock_guard guard(m_lock);
     m_children.erase(child);
+    CleanupProcess::removeChild(child);
 }
 
 std::size_t ChildRegistry::count() const

@@ -8,6 +8,7 @@
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/window/WindowWithFakes.h"
 
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QTest>
 #include <QTimer>
@@ -157,6 +158,18 @@ TEST_F(StackreelAppTest, CancelsARunningLoadAndWaitsForItsEnd)
     m_app.shutDown();
     EXPECT_TRUE(ended);
     EXPECT_EQ(m_app.model().phase(), Phase::preparing()) << "a cancellation is not shown as a failure";
+}
+
+TEST_F(StackreelAppTest, DoesNotWaitForALoadThatIsBlocked)
+{
+    m_app.model().chooseSource();
+    m_world.openPanel->choose(m_folder / "clip.mov");
+    WindowWithFakes::settle();
+    QElapsedTimer timer;
+    timer.start();
+    m_app.shutDown();
+    EXPECT_LT(timer.elapsed(), 2000);
+    m_world.inspections.back().task().fail(CancellationError());
 }
 
 TEST_F(StackreelAppTest, DoesNothingWhenUpdatesAreCheckedWithoutAKey)

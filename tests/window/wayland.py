@@ -12,10 +12,11 @@ import sys
 import tempfile
 
 from accessible import AccessibilityBus, AccessibleProgram
-from clips import Crop, make_mosaic
+from clips import Crop, make_clip, make_mosaic
 from desktop import eventually
 from pictures import LIGHT_CORAL, Picture, shown_second
 from services import CEILING, start_service
+from tools import descendants_of, is_running
 from window_test import WindowTest, executable, main
 
 APPLICATION = "io.github.stackreel.Stackreel"
@@ -136,6 +137,32 @@ class Wayland(WindowTest):
         program.send_signal(signal.SIGTERM)
         output, errors = program.communicate(timeout=CEILING)
         self.assertEqual((program.returncode, output, errors), (0, "", ""))
+
+    def test_leaves_nothing_when_the_compositor_goes_away_during_an_export(self):
+        other = Compositor()
+        self.addCleanup(other.close)
+        other.environment = compositor.environment | {
+            name: other.environment[name] for name in ("HOME", "XDG_RUNTIME_DIR", "TMPDIR")
+        }
+        long, out = other.folder / "long.mp4", other.folder / "out"
+        make_clip(long, "1920x1080", 20)
+        out.mkdir()
+        program = other.start(1)
+        self.addCleanup(program.communicate)
+        self.addCleanup(program.kill)
+        eventually(lambda: other.shows(APPLICATION) or program.poll() is not None, "a window")
+        accessible = AccessibleProgram(program.pid)
+        accessible.act("Stackreel", "push button", "Choose a video", "Press")
+        accessible.choose_file("Choose a horizontal video", long, "Choose Video")
+        accessible.find("Stackreel", "status bar", long.name)
+        accessible.act("Stackreel", "push button", "Export vertical video", "Press")
+        accessible.choose_file("Export vertical video", out / "never.mp4", "Export")
+        eventually(lambda: any(each.stat().st_size > 0 for each in out.iterdir()), "a file that grows")
+        children = descendants_of(program.pid)
+        other.server.process.kill()
+        program.wait(2)
+        eventually(lambda: not any(is_running(each) for each in children), "no child that is left", 2)
+        eventually(lambda: not list(other.folder.glob("Stackreel-Process-*")), "no scratch folder", 2)
 
     def second_at(self, scale):
         """The second of the clip that the preview shows, as a string. The outline of the bottom crop locates the

@@ -1,0 +1,132 @@
+#include "platform/CleanupProcess.h"
+
+#include "tests/support/Awaited.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// A child that runs longer than a test. Like every program, it has none of its parent's close-on-exec
+/// descriptors.
+pid_t startChild()
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::execl("/bin/sleep", "sleep", "600", nullptr);
+        ::_exit(EXIT_FAILURE);
+    }
+    return child;
+}
+
+/// Tests with a program, a copy of this process, that has a clean-up process and then ends.
+class CleanupProcessTest : public testing::Test
+{
+protected:
+    /// Runs the program: it starts its clean-up process, calls `work` and then `end`, which must end it.
+    static void run(const std::function<void()>& work, const std::function<void()>& end)
+    {
+        const pid_t program = ::fork();
+        if (program == 0) {
+            CleanupProcess::start();
+            work();
+            end();
+        }
+        ::waitpid(program, nullptr, 0);
+    }
+    bool isRemoved(const char* name) const
+    {
+        return eventually([&] { return !std::filesystem::exists(m_folder / name); });
+    }
+
+    TemporaryDirectory m_folder;
+    const std::vector<std::function<void()>> m_ends = {[] { std::exit(0); }, [] { ::_exit(0); },
+                                                       [] { std::abort(); }, [] { ::raise(SIGKILL); }};
+};
+
+} // namespace
+
+TEST_F(CleanupProcessTest, RemovesTemporaryPathsHoweverTheProgramEnds)
+{
+    for (const auto& end : m_ends) {
+        m_folder.write("scratch/output", "text");
+        m_folder.write("half.mp4", "half");
+        run(
+            [this] {
+                using enum TemporaryPath::Kind;
+                new TemporaryPath(m_folder / "scratch", folder);
+                new TemporaryPath(m_folder / "half.mp4", file);
+                new TemporaryPath(m_folder / "not there", file);
+            },
+            end);
+        EXPECT_TRUE(isRemoved("scratch"));
+        EXPECT_TRUE(isRemoved("half.mp4"));
+    }
+}
+
+TEST_F(CleanupProcessTest, KeepsWhatIsNoLongerTemporaryAndWhatItDoesNotKnow)
+{
+    for (const char* name : {"other.mp4", "whole.mp4", "folder/file", "half.mp4"})
+        m_folder.write(name, "text");
+    run(
+        [this] {
+            using enum TemporaryPath::Kind;
+            std::make_unique<TemporaryPath>(m_folder / "whole.mp4", file).reset();
+            new TemporaryPath(m_folder / "folder", file);
+            new TemporaryPath(m_folder / "half.mp4", file);
+        },
+        [] { ::_exit(0); });
+    ASSERT_TRUE(isRemoved("half.mp4"));
+    EXPECT_EQ(m_folder.names(), (std::vector<std::string>{"folder", "other.mp4", "whole.mp4"}));
+    EXPECT_TRUE(std::filesystem::exists(m_folder / "folder/file")) << "a folder in the place of a file";
+}
+
+TEST_F(CleanupProcessTest, KillsTheChildrenThatAreLeft)
+{
+    for (const auto& end : m_ends) {
+        // The pipe is closed by the end of all who hold it.
+        int ends[2];
+        ASSERT_EQ(::pipe(ends), 0);
+        run(
+            [] {
+                for (int count = 0; count < 3; ++count)
+                    CleanupProcess::addChild(startChild());
+            },
+            end);
+        ::close(ends[1]);
+        char none = 0;
+        EXPECT_EQ(::read(ends[0], &none, 1), 0);
+        ::close(ends[0]);
+    }
+}
+
+TEST_F(CleanupProcessTest, KillsNoChildThatWasRemoved)
+{
+    const pid_t child = startChild();
+    m_folder.write("last", "");
+    run(
+        [this, child] {
+            CleanupProcess::addChild(child);
+            CleanupProcess::removeChild(child);
+            new TemporaryPath(m_folder / "last", TemporaryPath::Kind::file);
+        },
+        [] { ::_exit(0); });
+    ASSERT_TRUE(isRemoved("last")) << "children are killed before";
+    EXPECT_EQ(::waitpid(child, nullptr, WNOHANG), 0) << "it runs";
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+}
+
+} // namespace stackreel
