@@ -59,12 +59,19 @@ PartialFile::PartialFile(const Destination& destination, Name name)
     else
         m_name = destination.file.filename();
     m_path = destination.file.parent_path() / m_name;
+    m_temporary.emplace(m_path, TemporaryPath::Kind::file);
 }
 
 PartialFile::~PartialFile()
 {
     if (!m_moved && (!m_kept || m_folder.sizeOf(m_name) == 0))
         m_folder.remove(m_name);
+}
+
+void PartialFile::keep()
+{
+    m_kept = true;
+    m_temporary.reset();
 }
 
 /// Returns false where the name is taken.
@@ -118,6 +125,7 @@ void PartialFile::moveIntoPlace()
         }
     }
     m_moved = true;
+    m_temporary.reset();
     m_folder.synchronize();
 }
 

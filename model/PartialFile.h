@@ -1,9 +1,11 @@
 #pragma once
 
 #include "model/Destination.h"
+#include "platform/CleanupProcess.h"
 #include "platform/Folder.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace stackreel
@@ -32,7 +34,7 @@ public:
 
     const std::filesystem::path& path() const { return m_path; }
     /// Leaves the file where it is when this object is destroyed, unless it is empty.
-    void keep() { m_kept = true; }
+    void keep();
     /// Throws `ExportError` when the folder was renamed or removed, so that `path` no longer leads to the
     /// file.
     void requireFolder() const;
@@ -51,6 +53,7 @@ private:
     Folder m_folder;
     std::string m_name;
     std::filesystem::path m_path;
+    std::optional<TemporaryPath> m_temporary;
     bool m_kept = false;
     bool m_moved = false;
 };

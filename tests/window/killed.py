@@ -1,5 +1,5 @@
 """Takes the display away from the program, or kills the program, while it works. The program ends at once and leaves
-no child process and no temporary file."""
+no child process, no temporary file and no part of a file that it exported."""
 
 import pathlib
 import shutil
@@ -65,6 +65,7 @@ class Killed(WindowTest):
         program.process.wait(LIMIT)
         eventually(lambda: not any(is_running(each) for each in children), "no child that is left", LIMIT)
         eventually(lambda: not list(self.desktop.folder.glob("Stackreel-Process-*")), "no scratch folder", LIMIT)
+        eventually(lambda: not list(self.out.iterdir()), "no part of an export", LIMIT)
         self.assertLess(time.monotonic() - before, LIMIT)
 
     def load(self, program):

@@ -163,6 +163,7 @@ class Wayland(WindowTest):
         program.wait(2)
         eventually(lambda: not any(is_running(each) for each in children), "no child that is left", 2)
         eventually(lambda: not list(other.folder.glob("Stackreel-Process-*")), "no scratch folder", 2)
+        eventually(lambda: not list(out.iterdir()), "no part of an export", 2)
 
     def second_at(self, scale):
         """The second of the clip that the preview shows, as a string. The outline of the bottom crop locates the
