@@ -2,9 +2,11 @@
 #include "app/DarkPalette.h"
 #include "app/SceneGraph.h"
 #include "app/StackreelApp.h"
+#include "media/PreviewCopies.h"
 #include "platform/Bundle.h"
 #include "platform/CleanupProcess.h"
 #include "platform/StandardStreams.h"
+#include "platform/StartThread.h"
 #include "platform/TerminationSignals.h"
 #include "platform/Version.h"
 #include "platform/gstreamer/GstAssetLoader.h"
@@ -67,6 +69,17 @@ void skipDestructorsAtExit()
     std::atexit([] { std::_Exit(EXIT_FAILURE); });
 }
 
+/// Removes preview copies of earlier runs on a thread of its own, because the disk may be slow. The program
+/// does not wait for it.
+void removeEarlierPreviewCopies()
+{
+    try {
+        startThread(PreviewCopies::removeUnused).detach();
+    } catch (const std::exception&) {
+        // The next start tries again.
+    }
+}
+
 int run(int& argc, char** argv)
 {
     const TerminationSignals signals;
@@ -75,6 +88,7 @@ int run(int& argc, char** argv)
     StackreelApp app(services(), Bundle::infoDictionary(), standardUpdateServices());
     app.show();
     skipDestructorsAtExit();
+    removeEarlierPreviewCopies();
     const auto exit = [] { QCoreApplication::exit(); };
     const std::stop_callback quitOnSignal(signals.stopToken(), [&] {
         QMetaObject::invokeMethod(application.get(), exit, Qt::QueuedConnection);

@@ -2,12 +2,10 @@
 
 #include "media/CancellationError.h"
 #include "media/MediaToolError.h"
+#include "media/PreviewCopies.h"
 #include "media/ProcessRunner.h"
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
-#include "platform/Files.h"
-
-#include <QUuid>
 
 #include <algorithm>
 #include <cmath>
@@ -38,14 +36,6 @@ bool hasVideoTrack(Asset& asset, std::stop_token stop)
     }
 }
 
-std::filesystem::path newProxyFile()
-{
-    const auto folder = Files::temporaryDirectory() / "Stackreel";
-    Files::createDirectories(folder);
-    const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
-    return folder / (uuid.toStdString() + ".mp4");
-}
-
 struct ProxyRun {
     std::filesystem::path executable;
     std::filesystem::path proxy;
@@ -54,7 +44,7 @@ struct ProxyRun {
 ProxyRun prepareProxy()
 {
     auto executable = ToolLocator::locate(MediaTool::ffmpeg);
-    return {.executable = std::move(executable), .proxy = newProxyFile()};
+    return {.executable = std::move(executable), .proxy = PreviewCopies::newFile()};
 }
 
 /// Runs the tool. Deletes the partial proxy of a cancelled run, because nothing would use it.

@@ -24,10 +24,10 @@ struct MediaPipeline {
     static QCoro::Task<std::filesystem::path> previewSource(std::filesystem::path source, Loader loader,
                                                             std::stop_token stop = {});
 
-    /// Creates a small H.264 proxy of the source, without sound, under a new name in the folder "Stackreel"
-    /// of the temporary directory. Deletes no proxy except the partial one of a cancelled run. Throws
-    /// `MediaToolError` when the tool is missing or fails (the partial proxy stays), `SystemError` when the
-    /// folder cannot be created, and the errors of `ProcessRunner::run`.
+    /// Creates a small H.264 proxy of the source, without sound, under a new name (`PreviewCopies`). Deletes
+    /// no proxy except the partial one of a cancelled run. Throws `MediaToolError` when the tool is missing
+    /// or fails (the partial proxy stays), `SystemError` when the folder cannot be created, and the errors of
+    /// `ProcessRunner::run`.
     static QCoro::Task<std::filesystem::path> createPreview(std::filesystem::path source,
                                                             std::stop_token stop = {});
 

@@ -4,6 +4,8 @@
 #include "tests/support/ChildReport.h"
 #include "tests/support/Descriptors.h"
 
+#include <unistd.h>
+
 namespace stackreel
 {
 
@@ -17,7 +19,7 @@ void FakeToolTest::TearDown()
 {
     EXPECT_FALSE(hasChildren());
     for (const std::string& name : m_temporary.names())
-        EXPECT_EQ(name, "Stackreel") << "was left in the temporary folder";
+        EXPECT_EQ(name, "Stackreel-" + std::to_string(::geteuid())) << "was left in the temporary folder";
 }
 
 const char* const exportReport =

@@ -8,6 +8,8 @@
 #include "tests/support/Uuid.h"
 #include "tests/support/fakes/FakeAssetLoader.h"
 
+#include <unistd.h>
+
 #include <thread>
 
 namespace stackreel
@@ -82,7 +84,7 @@ TEST_F(PreviewProxy, IsANewFileInTheTemporaryFolderEachTime)
     const auto two = runToEnd(MediaPipeline::createPreview(source));
     EXPECT_NE(one, two);
     for (const auto& proxy : {one, two}) {
-        EXPECT_EQ(proxy.parent_path(), m_temporary / "Stackreel");
+        EXPECT_EQ(proxy.parent_path(), m_temporary / ("Stackreel-" + std::to_string(::geteuid())));
         EXPECT_TRUE(isUpperCaseUuid(proxy.stem())) << proxy;
         EXPECT_EQ(proxy.extension(), ".mp4");
         EXPECT_TRUE(std::filesystem::exists(proxy));
@@ -135,7 +137,7 @@ TEST_F(PreviewProxy, FailsWithoutTheTool)
 TEST_F(PreviewProxy, FailsWhenItsFolderCannotBeCreated)
 {
     installTool("exit 0\n");
-    m_temporary.write("Stackreel", "a file in the way");
+    m_temporary.write("Stackreel-" + std::to_string(::geteuid()), "a file in the way");
     EXPECT_THROW(runToEnd(MediaPipeline::createPreview(source)), SystemError);
     EXPECT_FALSE(hasRun());
 }

@@ -1,6 +1,7 @@
 """Ends the program in different ways while a task is running. It must exit soon with status 0, and leave no child
 process and no temporary file."""
 
+import os
 import shutil
 import signal
 
@@ -50,7 +51,7 @@ class Quitting(WindowTest):
                 eventually(lambda: not any(is_running(each) for each in children), "no child that is left")
                 self.assertEqual(list(self.out.iterdir()), [])
                 # The folder of the proxy files is kept on purpose.
-                left = [each for each in temporary.rglob("*") if each != temporary / "Stackreel"]
+                left = [each for each in temporary.rglob("*") if each != temporary / f"Stackreel-{os.getuid()}"]
                 self.assertEqual(left, [])
 
     def load(self, program, clip):
