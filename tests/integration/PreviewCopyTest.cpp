@@ -72,4 +72,21 @@ const CopyOfSize ordinary[] = {
 };
 INSTANTIATE_TEST_SUITE_P(OrdinarySizes, PreviewCopyTest, testing::ValuesIn(ordinary));
 
+const CopyOfSize unusual[] = {
+    {still(4, 2), 480},
+    {still(16, 2), 120},
+    {still(641, 359), 538},
+    {still(855, 481), 540},
+    {still(4096, 2), 2},
+    {still(4095, 3), 2},
+    {still(8192, 4320), 506},
+    {still(1440, 1080, "4/3"), 720},
+    {still(720, 480, "8/9"), 640},
+    {still(720, 576, "64/45"), 768},
+    {still(352, 288, "1", 90), 786},
+    {still(352, 288, "1", 180), 786},
+    {still(704, 480, "1", 270), 654},
+};
+INSTANTIATE_TEST_SUITE_P(UnusualSizes, PreviewCopyTest, testing::ValuesIn(unusual));
+
 } // namespace stackreel
