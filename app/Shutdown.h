@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/RunningChildren.h"
+
 #include <chrono>
 
 namespace stackreel
@@ -12,7 +14,7 @@ struct Shutdown {
     /// Cancels every export and every load that has not ended, ends all children, and waits until the exports
     /// have cleaned up and the loads have ended. A child that is still running after `gracePeriod` is killed.
     /// If one cannot be killed, the program exits, so this call never waits for ever.
-    static void run(AppModel& model, std::chrono::milliseconds gracePeriod = std::chrono::seconds(4));
+    static void run(AppModel& model, std::chrono::milliseconds gracePeriod = RunningChildren::gracePeriod);
 };
 
 } // namespace stackreel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/SourceContent.h"
 #include "framing/ExportCommandBuilder.h"
 #include "framing/PixelSize.h"
 #include "media/ProbeDocument.h"
@@ -14,13 +15,15 @@ namespace stackreel
 struct ExportExpectation {
     PixelSize size;
     bool audio = false;
+    bool audioMayBeMissing = false; ///< where `audio` is set: whether an export without sound is right, too
     double lengthSeconds = 0;
-    /// Whether the length of the video stream is checked, instead of that of the whole file. False when the
-    /// source states only the length of the whole file, because its audio may be longer than its video.
-    bool checksVideoLength = true;
 
-    /// The properties that follow from a request and the report on its source.
-    static ExportExpectation of(const ExportRequest& request, const ProbeDocument& source);
+    /// The properties that follow from a request.
+    static ExportExpectation of(const ExportRequest& request);
+    /// The same for a source with this content in the range. Its sound may end before the range, so that the
+    /// export has none. Its picture may end before the range does, so that the export is shorter. That is
+    /// accepted only where the source's data reach its stated end, because otherwise it was cut short.
+    ExportExpectation within(const ExportRequest& request, const SourceContent& content) const;
 };
 
 /// Compares the report on a finished file with the expected properties. Throws `ExportError` with the first

@@ -4,6 +4,8 @@
 #include "cli/ExportCheck.h"
 #include "cli/ExportPlan.h"
 #include "cli/ProgressDisplay.h"
+#include "cli/SourceContent.h"
+#include "framing/ExportRange.h"
 #include "media/MediaProbe.h"
 #include "media/ToolLocator.h"
 #include "model/FileExport.h"
@@ -23,17 +25,50 @@ void printArguments(const ExportRequest& request, bool json)
                                       : ArgumentsText::lines(command.arguments));
 }
 
+/// What is checked after an export.
+struct Check {
+    ExportRequest request;
+    ProbeDocument source;
+    ExportExpectation expected;
+};
+
+/// Throws where the report differs from what the source has in the range.
+QCoro::Task<> checkWithContent(Check check, ProbeDocument report, std::optional<std::int64_t> frames,
+                               std::stop_token stop)
+{
+    const ExportRequest& request = check.request;
+    const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
+    const auto content = co_await SourceContent::read(request.input, check.source, range.start,
+                                                      range.start + range.length, stop);
+    checkExport(report, check.expected.within(request, content), frames);
+}
+
+/// Checks the report, and looks into the source only where the report is not as the source states.
+QCoro::Task<> checkReport(Check check, ProbeDocument report, std::optional<std::int64_t> frames,
+                          std::stop_token stop)
+{
+    try {
+        checkExport(report, check.expected, frames);
+        co_return;
+    } catch (const ExportError&) {
+        // Checked again below.
+    }
+    co_await checkWithContent(std::move(check), std::move(report), frames, stop);
+}
+
 /// Renders the request into the destination and shows the progress.
-QCoro::Task<> render(PartialFile& partial, ExportRequest request, ExportExpectation expected, bool quiet,
+QCoro::Task<> render(PartialFile& partial, ExportRequest request, ProbeDocument source, bool quiet,
                      std::stop_token stop)
 {
-    ProgressDisplay display(expected.lengthSeconds, quiet);
+    const Check check = {
+        .request = request, .source = std::move(source), .expected = ExportExpectation::of(request)};
+    ProgressDisplay display(check.expected.lengthSeconds, quiet);
     const LaunchCallback launched = [&display](const std::filesystem::path& file) { display.watch(file); };
-    const ReportCheck check = [&](const ProbeDocument& report) {
+    const ReportCheck checked = [&](ProbeDocument report) {
         const auto status = display.finish();
-        checkExport(report, expected, status ? status->frames : std::nullopt);
+        return checkReport(check, std::move(report), status ? status->frames : std::nullopt, stop);
     };
-    co_await FileExport::run(partial, std::move(request), check, stop, launched);
+    co_await FileExport::run(partial, std::move(request), checked, stop, launched);
 }
 
 /// Says that the file is in place. It is, whether or not that can be said.
@@ -62,8 +97,7 @@ QCoro::Task<> Commands::exportVideo(ExportOptions options, std::stop_token stop)
         printArguments(request, options.json);
         co_return;
     }
-    const ExportExpectation expected = ExportExpectation::of(request, source);
-    co_await render(partial, std::move(request), expected, options.quiet, stop);
+    co_await render(partial, std::move(request), source, options.quiet, stop);
     announceSaved(destination.named);
 }
 

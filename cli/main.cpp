@@ -1,5 +1,7 @@
 #include "cli/CliOptions.h"
 #include "cli/Commands.h"
+#include "cli/FailureText.h"
+#include "cli/ToolDeadline.h"
 #include "platform/StandardStreams.h"
 #include "platform/TerminationSignals.h"
 
@@ -40,6 +42,8 @@ QCoro::Task<int> statusOf(CliOptions options, TerminationSignals& signals)
     } catch (const UsageError& error) {
         status = wrongUsage;
         message = std::string(error.what()) + "\n" + error.hint();
+    } catch (const MediaToolError& error) {
+        message = failureText(error);
     } catch (const std::exception& error) {
         message = error.what();
     }
@@ -67,6 +71,7 @@ int run(int argc, char* argv[])
     int ownName = argc > 0 ? 1 : 0;
     const QCoreApplication application(ownName, argv);
     qInstallMessageHandler(previous);
+    const ToolDeadline deadline(signals);
     return QCoro::waitFor(statusOf(options, signals));
 }
 

@@ -4,6 +4,7 @@
 #include "media/MediaToolError.h"
 #include "media/PreviewCopies.h"
 #include "media/ProcessRunner.h"
+#include "media/ToolFailure.h"
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
 
@@ -146,7 +147,7 @@ QCoro::Task<std::filesystem::path> MediaPipeline::createPreview(std::filesystem:
     auto arguments = proxyArguments(source, run.proxy);
     const ProcessOutput output = co_await runTool(run, std::move(arguments), stop);
     if (output.status != 0)
-        throw MediaToolError::processFailed("FFmpeg", output.status, output.errorText());
+        throwToolFailure("FFmpeg", output);
     co_return run.proxy;
 }
 

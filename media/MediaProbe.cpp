@@ -3,6 +3,8 @@
 #include "media/MediaToolError.h"
 #include "media/ProbeNumbers.h"
 #include "media/ProcessRunner.h"
+#include "media/TemporaryFolderFull.h"
+#include "media/ToolFailure.h"
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
 
@@ -35,6 +37,18 @@ std::optional<double> seconds(const std::optional<std::string>& text)
     return text ? parseDecimal(*text) : std::nullopt;
 }
 
+ProbeDocument decoded(const ProcessOutput& output)
+{
+    try {
+        return ProbeDocument::decode(output.standardOutput);
+    } catch (const DecodingError&) {
+        // The tool ends with status 0 even if its report could not be written to the end.
+        if (output.captureIsFull)
+            throw TemporaryFolderFull();
+        throw;
+    }
+}
+
 double durationOf(const ProbeStream& video, const std::optional<ProbeFormat>& format)
 {
     if (const auto ofStream = seconds(video.duration))
@@ -52,9 +66,9 @@ QCoro::Task<ProbeDocument> MediaProbe::report(std::filesystem::path source, std:
                                           "-of", "json",  source.string()};
     const ProcessOutput output = co_await ProcessRunner::run(executable, std::move(arguments), stop);
     if (output.status != 0)
-        throw MediaToolError::processFailed("ffprobe", output.status, output.errorText());
+        throwToolFailure("ffprobe", output);
     // Decoding is done on the worker thread, too, because a report can be long: tags may contain any text.
-    co_return co_await onWorkerThread([&output] { return ProbeDocument::decode(output.standardOutput); });
+    co_return co_await onWorkerThread([&output] { return decoded(output); });
 }
 
 MediaInfo MediaProbe::facts(const ProbeDocument& document)

@@ -22,7 +22,7 @@ struct MediaProbe {
     static QCoro::Task<MediaInfo> inspect(std::filesystem::path source, std::stop_token stop = {});
 
     /// The report of `ffprobe` on any file. Throws `MediaToolError` when the tool is missing or fails, the
-    /// errors of `ProcessRunner::run`, and `DecodingError`.
+    /// errors of `ProcessRunner::run`, `TemporaryFolderFull`, and `DecodingError`.
     static QCoro::Task<ProbeDocument> report(std::filesystem::path source, std::stop_token stop = {});
 
     /// The properties in a report. Throws the same `MediaToolError`s as `inspect`. A pure function.

@@ -49,6 +49,7 @@ ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
         launched(errorFile);
 
     const int status = child->waitForExit();
+    const bool endedBySignal = child->endedBySignal();
     const bool cancelled = storeProcess(nullptr);
     // `cancel` can no longer signal the child, so it can be reaped: from then on the system may reuse its
     // process id.
@@ -60,7 +61,9 @@ ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
     error.synchronize();
     return {.status = status,
             .standardOutput = Files::readAll(outputFile),
-            .standardError = Files::readAll(errorFile)};
+            .standardError = Files::readAll(errorFile),
+            .endedBySignal = endedBySignal,
+            .captureIsFull = output.isDiskFull()};
 }
 
 void ProcessSession::cancel()

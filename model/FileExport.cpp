@@ -40,7 +40,7 @@ QCoro::Task<> FileExport::run(PartialFile& partial, ExportRequest request, Repor
         partial.requireFolder();
         throw;
     }
-    check(report);
+    co_await check(std::move(report));
     // Writing a large file through to disk takes seconds.
     co_await onWorkerThread([&partial] {
         partial.moveIntoPlace();
@@ -53,8 +53,9 @@ QCoro::Task<std::filesystem::path> FileExport::replace(ExportRequest request, st
     const std::filesystem::path output = request.output;
     const PixelSize size = request.settings.size();
     const Partial partial = co_await onWorkerThread([&request] { return partialFileFor(request); });
-    const ReportCheck check = [size](const ProbeDocument& report) {
+    const ReportCheck check = [size](ProbeDocument report) -> QCoro::Task<> {
         ExportedFile::requirePicture(report, size);
+        co_return;
     };
     try {
         co_await run(*partial, std::move(request), check, stop);

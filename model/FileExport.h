@@ -9,7 +9,7 @@ namespace stackreel
 {
 
 /// Compares the report on a written file with the request, and throws when they differ.
-using ReportCheck = std::function<void(const ProbeDocument&)>;
+using ReportCheck = std::function<QCoro::Task<>(ProbeDocument)>;
 
 /// Exports from request to verified file. Both operations resume on the calling thread, which needs a running
 /// event loop.

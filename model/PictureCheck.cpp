@@ -2,6 +2,7 @@
 
 #include "framing/ExportRange.h"
 #include "media/ProcessRunner.h"
+#include "media/TemporaryFolderFull.h"
 #include "model/PictureComparison.h"
 
 #include <algorithm>
@@ -105,6 +106,41 @@ std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Dec
     return words;
 }
 
+namespace
+{
+
+/// The error for a result that has another picture than the source at its start or end.
+std::runtime_error otherPicture(const std::string& begins)
+{
+    return std::runtime_error("The exported video does not " + begins +
+                              " with the picture of the source. The encoder of FFmpeg may be at fault.");
+}
+
+/// Whether a picture can be decoded in the file at or after a time.
+QCoro::Task<bool> hasPicture(std::filesystem::path ffmpeg, std::filesystem::path file, double start,
+                             std::stop_token stop)
+{
+    Words words = {"-nostdin", "-v", "error"};
+    append(words, seek(start));
+    append(words, {"-i", file.string(), "-map", "0:v:0", "-frames:v", "1", "-vf", "scale=32:32,format=gray",
+                   "-f", "rawvideo", "-"});
+    const ProcessOutput output = co_await ProcessRunner::run(ffmpeg, std::move(words), stop);
+    co_return !output.standardOutput.empty();
+}
+
+/// Throws where the source has a picture at its start and the result has none. FFmpeg compares nothing then:
+/// it cannot set up the filter graph.
+QCoro::Task<> requireDecodableStart(std::filesystem::path ffmpeg, ExportRequest request, std::stop_token stop)
+{
+    if (co_await hasPicture(ffmpeg, request.output, 0, stop))
+        co_return;
+    const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
+    if (co_await hasPicture(ffmpeg, request.input, range.start, stop))
+        throw otherPicture("begin");
+}
+
+} // namespace
+
 QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request, std::stop_token stop)
 {
     Decoding decoding = Decoding::fast;
@@ -113,12 +149,14 @@ QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request,
             co_await ProcessRunner::run(ffmpeg, pictureCheckArguments(request, decoding), stop);
         const ComparedPictures pictures = ComparedPictures::parse(output.standardOutput);
         const bool sameStart = pictures.sameStart();
+        if (pictures.sourceStart.empty() && pictures.resultStart.empty())
+            co_return co_await requireDecodableStart(ffmpeg, request, stop);
         if (sameStart && pictures.sameEnd())
             co_return;
+        if (output.captureIsFull)
+            throw TemporaryFolderFull();
         if (decoding == Decoding::exact)
-            throw std::runtime_error(
-                std::string("The exported video does not ") + (sameStart ? "end" : "begin") +
-                " with the picture of the source. The encoder of FFmpeg may be at fault.");
+            throw otherPicture(sameStart ? "end" : "begin");
         decoding = Decoding::exact;
     }
 }

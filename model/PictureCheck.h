@@ -27,9 +27,10 @@ std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Dec
 /// of the tool. Decodes fast at first; if the pictures differ, decodes again exactly.
 ///
 /// Throws `std::runtime_error` with a sentence for the user if the pictures differ; `CancellationError` when
-/// the token fired, and the other errors of `ProcessRunner::run`. Pictures are not compared if either cannot
-/// be decoded, for example if the video stream of the source ends before its audio. Resumes on the calling
-/// thread, which needs a running event loop.
+/// the token fired, and the other errors of `ProcessRunner::run`. Where the source has a
+/// first picture that can be decoded, the export must have one as well. Otherwise pictures are not compared
+/// if either cannot be decoded, for example if the video stream of the source ends before its audio. Resumes
+/// on the calling thread, which needs a running event loop.
 QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request, std::stop_token stop);
 
 } // namespace stackreel

@@ -86,7 +86,9 @@ ComparedPictures ComparedPictures::parse(std::string_view frames)
 
 bool ComparedPictures::sameStart() const
 {
-    return sourceStart.empty() || resultStart.empty() || resultStart.front().resembles(sourceStart.front());
+    if (sourceStart.empty())
+        return true;
+    return !resultStart.empty() && resultStart.front().resembles(sourceStart.front());
 }
 
 bool ComparedPictures::sameEnd() const

@@ -37,7 +37,7 @@ struct ComparedPictures {
 
     /// Whether the result begins, or ends, with a picture of the source. At the end any picture in
     /// `sourceEnd` will do, because rounding decides which one is the last. If a list is empty, the pictures
-    /// count as the same.
+    /// count as the same, unless the source has a picture at its start and the result has none.
     bool sameStart() const;
     bool sameEnd() const;
 };

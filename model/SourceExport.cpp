@@ -1,7 +1,7 @@
 #include "model/SourceExport.h"
 
-#include "media/MediaToolError.h"
 #include "media/ProcessRunner.h"
+#include "media/ToolFailure.h"
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
 #include "model/ExportedFile.h"
@@ -37,7 +37,7 @@ QCoro::Task<ProbeDocument> exportSource(ExportRequest request, std::stop_token s
     const ProcessOutput output =
         co_await ProcessRunner::run(tool.executable, std::move(tool.arguments), stop, std::move(launched));
     if (output.status != 0)
-        throw MediaToolError::processFailed("FFmpeg", output.status, output.errorText());
+        throwToolFailure("FFmpeg", output);
     ExportedFile::requireFile(request.output);
     co_await checkPictures(std::move(tool.executable), request, stop);
     co_return co_await ExportedFile::report(request.output, stop);

@@ -45,6 +45,8 @@ public:
     /// Blocks until the child has ended, without reaping it. Returns its exit status, or the signal's number
     /// when a signal ended the child. Throws `SystemError` when waiting fails.
     int waitForExit();
+    /// Whether a signal ended the child. To be called after `waitForExit`, on the same thread.
+    bool endedBySignal() const { return m_endedBySignal; }
 
     /// Asks a running child to end (SIGTERM), which it may ignore. Does nothing if the child has ended. Any
     /// thread.
@@ -55,6 +57,7 @@ private:
 
     pid_t m_pid;
     std::filesystem::path m_executable;
+    bool m_endedBySignal = false;
 };
 
 } // namespace stackreel

@@ -23,6 +23,9 @@ public:
     int descriptor() const { return m_descriptor; }
     /// Flushes what was written to disk. Throws `SystemError`.
     void synchronize() const;
+    /// Whether the file system has no room for more of this file, or the user's share is used up. False where
+    /// the file system cannot tell.
+    bool isDiskFull() const noexcept;
 
 private:
     std::filesystem::path m_path;

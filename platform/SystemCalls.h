@@ -17,6 +17,7 @@ struct SystemCalls {
     int (*openat)(int folder, const char* path, int flags, mode_t mode);
     int (*close)(int descriptor);
     int (*fsync)(int descriptor);
+    int (*fallocate)(int descriptor, int mode, off_t offset, off_t length);
     ssize_t (*read)(int descriptor, void* buffer, size_t size);
     int (*mkdir)(const char* path, mode_t mode);
     int (*posixSpawn)(pid_t* pid, const char* path, const posix_spawn_file_actions_t* actions,

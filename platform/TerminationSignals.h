@@ -28,6 +28,8 @@ public:
 
     /// A stop is requested when the first signal arrives.
     std::stop_token stopToken() const { return m_source.get_token(); }
+    /// A stop is requested when the second signal arrives.
+    std::stop_token repeatToken() const { return m_repeatSource.get_token(); }
     /// The number of the first signal that arrived; 0 if none has arrived. Any thread.
     int received() const { return m_received; }
     /// Stops receiving, and returns the number of the first signal that arrived, or 0 if none has. Unlike
@@ -41,6 +43,7 @@ private:
 
     sigset_t m_awaited{};
     std::stop_source m_source;
+    std::stop_source m_repeatSource;
     std::atomic<int> m_received{0};
     std::atomic<bool> m_ended{false};
     std::thread m_thread;

@@ -123,6 +123,7 @@ int ChildProcess::waitForExit()
     if (!waitFor(m_pid, info, WEXITED | WNOWAIT))
         throw SystemError(errno, "wait for", m_executable);
     // When a signal ended the child, si_status holds the signal's number.
+    m_endedBySignal = info.si_code != CLD_EXITED;
     return info.si_status;
 }
 

@@ -52,6 +52,18 @@ void WriteHandle::synchronize() const
         throw SystemError(errno, "write", m_path);
 }
 
+bool WriteHandle::isDiskFull() const noexcept
+{
+    struct stat found = {};
+    if (::fstat(m_descriptor, &found) != 0)
+        return false;
+    // The last block of the file may have room left; the next one is new.
+    const off_t block = 65536;
+    const off_t next = (found.st_size / block + 1) * block;
+    return systemCalls().fallocate(m_descriptor, FALLOC_FL_KEEP_SIZE, next, 1) != 0 &&
+           (errno == ENOSPC || errno == EDQUOT);
+}
+
 std::filesystem::path Files::temporaryDirectory()
 {
     const char* chosen = std::getenv("TMPDIR");

@@ -16,6 +16,7 @@ SystemCalls& systemCalls()
                      mode_t mode) { return ::openat(folder, path, flags, mode); },
         .close = ::close,
         .fsync = ::fsync,
+        .fallocate = ::fallocate,
         .read = ::read,
         .mkdir = ::mkdir,
         .posixSpawn = ::posix_spawn,

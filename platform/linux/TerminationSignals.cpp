@@ -66,8 +66,8 @@ void TerminationSignals::record(int signal)
     if (signal == wakeUp)
         return;
     int none = 0;
-    m_received.compare_exchange_strong(none, signal);
-    m_source.request_stop();
+    const bool isFirst = m_received.compare_exchange_strong(none, signal);
+    (isFirst ? m_source : m_repeatSource).request_stop();
 }
 
 } // namespace stackreel

@@ -211,17 +211,23 @@ TEST_F(CliProcess, SaysSoWhenItMayNotStartAThreadOrATool)
     }
 }
 
-TEST_F(CliProcess, ShowsTheLastLinesOfAFailedTool)
+TEST_F(CliProcess, SaysWhatAFailedToolDidBeforeItsLastLines)
 {
+    const std::string advice = " It may be damaged, or not be a video. If no player opens it either, copy or "
+                               "download it again.";
     m_cli.setTool("ffmpeg", "printf half >\"$last\"; echo 'frame=1 time=00:00:01.00' >&2; echo >&2; "
                             "echo 'av_write_frame(): No space left on device' >&2; exit 1");
-    expectFailure("frame=1 time=00:00:01.00\nav_write_frame(): No space left on device");
+    expectFailure("FFmpeg could not process this video. The disk is full. Free some space and try "
+                  "again.\nav_write_frame(): No space left on device");
     m_cli.setTool("ffmpeg", "exit 7");
-    expectFailure("FFmpeg could not process this video.");
-    m_cli.setTool("ffmpeg", "kill -SEGV $$");
-    expectFailure("FFmpeg could not process this video.");
+    expectFailure("FFmpeg could not process this video." + advice);
+    m_cli.setTool("ffmpeg", "echo 'frame=1 fps=0.0' >&2; kill -KILL $$");
+    expectFailure(
+        "FFmpeg could not process this video. The system ended it, probably because memory ran out. "
+        "Close other programs and try again.");
     m_cli.setTool("ffprobe", "printf '%s: No such file or directory\\n' \"$last\" >&2; exit 1");
-    expectFailure((m_cli.folder() / "clip.mov").string() + ": No such file or directory");
+    expectFailure("ffprobe could not process this video. A file does not exist, or was removed meanwhile.\n" +
+                  (m_cli.folder() / "clip.mov").string() + ": No such file or directory");
 }
 
 TEST_F(CliProcess, FailsWhenTheEncoderWritesNoReadableFile)
@@ -275,8 +281,9 @@ TEST_F(CliProcess, RefusesAPipeOrADeviceBeforeAnyToolReadsIt)
         EXPECT_EQ(m_cli.run({"export", source, "out.mp4"}).error,
                   quoted(source) + " is a pipe or a device, and an export reads its source more than once. "
                                    "Copy it into a file first.\n");
-    EXPECT_EQ(m_cli.run({"export", "missing.mov"}).error, "ffprobe could not process this video.\n");
-    EXPECT_EQ(m_cli.run({"probe", "pipe.mov"}).error, "ffprobe could not process this video.\n");
+    EXPECT_EQ(m_cli.run({"export", "missing.mov"}).error.substr(0, 37),
+              "ffprobe could not process this video.");
+    EXPECT_EQ(m_cli.run({"probe", "pipe.mov"}).error.substr(0, 37), "ffprobe could not process this video.");
 }
 
 TEST_F(CliProcess, ExitsWithStatusTwoAndAHintOnWrongUsage)

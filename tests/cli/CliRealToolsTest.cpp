@@ -114,6 +114,56 @@ TEST_F(CliRealTools, ShowsTheToolsMessageForAFileThatIsNoVideo)
     EXPECT_EQ(m_folder.names(), (Names{"folder.mov", "text.mov"}));
 }
 
+TEST_F(CliRealTools, ExportsAClipWhoseSoundAndPictureEndAtDifferentTimes)
+{
+    // Matroska states one length for both.
+    const auto make = [this](const std::string& picture, const std::string& sound, const std::string& name) {
+        const Names arguments = {"ffmpeg",
+                                 "-v",
+                                 "error",
+                                 "-f",
+                                 "lavfi",
+                                 "-i",
+                                 "testsrc2=r=25:s=320x180:d=" + picture,
+                                 "-f",
+                                 "lavfi",
+                                 "-i",
+                                 "sine=d=" + sound,
+                                 "-c:v",
+                                 "libx264",
+                                 "-preset",
+                                 "ultrafast",
+                                 "-c:a",
+                                 "aac",
+                                 name};
+        EXPECT_EQ(RunningCli("/usr/bin/env", arguments, m_folder.path(), {}).result().status, 0);
+    };
+    make("3", "6", "short picture.mkv");
+    make("6", "2", "short sound.mkv");
+    const std::vector<Names> rows = {
+        {"short picture.mkv", "--no-audio"}, {"short picture.mkv"}, {"short sound.mkv", "--from", "3"}};
+    for (const Names& row : rows) {
+        Names arguments = {"export", "--size", "180x320", "--quiet"};
+        arguments.insert(arguments.end(), row.begin(), row.end());
+        const CliResult result = run(arguments);
+        EXPECT_EQ(result.status, 0) << row.back() << result.error;
+        fs::remove(m_folder / "short picture-vertical.mp4");
+    }
+}
+
+TEST_F(CliRealTools, FailsForATruncatedClipThatStatesOneLength)
+{
+    makeClip("clip.mkv", "320x180", "6");
+    fs::resize_file(m_folder / "clip.mkv", fs::file_size(m_folder / "clip.mkv") / 2);
+    for (const char* sound : {"--no-audio", "--quiet"}) {
+        const CliResult result =
+            run({"export", "clip.mkv", "out.mp4", "--size", "180x320", "--quiet", sound});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_TRUE(result.error.starts_with("The export did not become what was asked for: it lasts "))
+            << result.error;
+    }
+}
+
 TEST_F(CliRealTools, FailsForATruncatedClip)
 {
     // FFmpeg itself exits with status 0 here.

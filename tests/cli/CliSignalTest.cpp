@@ -1,4 +1,5 @@
 #include "cli/Progress.h"
+#include "platform/RunningChildren.h"
 #include "tests/cli/CliInstallation.h"
 #include "tests/support/Awaited.h"
 
@@ -6,8 +7,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace stackreel
@@ -87,6 +90,40 @@ TEST(CliSignal, WaitsForAToolThatEndsSlowly)
     EXPECT_FALSE(running.hasEnded());
     cli.resumeTool();
     EXPECT_EQ(running.result().status, 143);
+    EXPECT_FALSE(isRunning(tool));
+    EXPECT_EQ(cli.names(), Names{"clip.mov"});
+}
+
+const char* const stubborn = "trap '' INT TERM HUP QUIT; printf half >\"$last\"; pause";
+
+TEST(CliSignal, KillsAToolThatIgnoresSignalsAfterTheGracePeriod)
+{
+    const CliInstallation cli;
+    cli.setTool("ffmpeg", stubborn);
+    RunningCli running = cli.start({"export", "clip.mov", "out.mp4"});
+    const pid_t tool = cli.waitForPausedTool();
+    running.signal(SIGTERM);
+    const CliResult result = running.result();
+    EXPECT_EQ(result.status, 143);
+    EXPECT_EQ(result.error, "Cancelled.\n");
+    EXPECT_FALSE(isRunning(tool));
+    EXPECT_EQ(cli.names(), Names{"clip.mov"});
+}
+
+TEST(CliSignal, KillsAToolThatIgnoresSignalsAtTheSecondSignal)
+{
+    const CliInstallation cli;
+    cli.setTool("ffmpeg", stubborn);
+    RunningCli running = cli.start({"export", "clip.mov", "out.mp4"});
+    const pid_t tool = cli.waitForPausedTool();
+    const auto start = std::chrono::steady_clock::now();
+    running.signal(SIGTERM);
+    // Wait until the first signal was taken: two that are pending at once may be received in either order.
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_FALSE(running.hasEnded());
+    running.signal(SIGINT);
+    EXPECT_EQ(running.result().status, 143);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, RunningChildren::gracePeriod);
     EXPECT_FALSE(isRunning(tool));
     EXPECT_EQ(cli.names(), Names{"clip.mov"});
 }

@@ -103,6 +103,14 @@ TEST_F(PictureCheckTest, AnEncoderThatMakesOtherPicturesIsFound)
     EXPECT_EQ(exportError(request, "s/setsar=1/setsar=1,hflip/g"), begin);
 }
 
+TEST_F(PictureCheckTest, AResultWhosePicturesCannotBeDecodedIsFound)
+{
+    const auto moving = clip({.seconds = 1, .audio = false});
+    const ExportRequest request = requestFor(moving, 0, 1);
+    // The stream's header stays whole, so that ffprobe reports the file as right.
+    EXPECT_EQ(exportError(request, "s/^setts=/noise=amount=1,setts=/"), begin);
+}
+
 TEST_F(PictureCheckTest, BlackAndFlatSourcesPass)
 {
     const auto file = m_folder / "clip.mov";

@@ -133,4 +133,13 @@ TEST(PictureComparison, WhatCannotBeDecodedIsNotCompared)
     EXPECT_TRUE(pictures.sameEnd());
 }
 
+TEST(PictureComparison, AResultWithoutAFirstPictureDiffersFromASourceWithOne)
+{
+    ComparedPictures pictures;
+    pictures.sourceStart = {picture(scene)};
+    EXPECT_FALSE(pictures.sameStart());
+    pictures.resultStart = {picture(scene)};
+    EXPECT_TRUE(pictures.sameStart());
+}
+
 } // namespace stackreel

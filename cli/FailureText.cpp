@@ -1,0 +1,63 @@
+#include "cli/FailureText.h"
+
+#include <array>
+#include <sstream>
+#include <string_view>
+#include <utility>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using Advice = std::pair<std::string_view, std::string_view>;
+
+constexpr std::array advices = {
+    Advice("No space left on device", "The disk is full. Free some space and try again."),
+    Advice("Disk quota exceeded", "Your share of the disk is used up. Free some space and try again."),
+    Advice("No such file or directory", "A file does not exist, or was removed meanwhile."),
+    Advice("Permission denied", "A file may not be read or written by this user."),
+    Advice("Is a directory", "A folder was named in place of a file."),
+    Advice("Cannot allocate memory", "Memory ran out. Close other programs and try again."),
+};
+
+constexpr std::string_view damaged =
+    "It may be damaged, or not be a video. If no player opens it either, copy or download it again.";
+
+std::string_view adviceFor(const std::string& lines)
+{
+    for (const auto& [reason, advice] : advices)
+        if (lines.find(reason) != std::string::npos)
+            return advice;
+    return damaged;
+}
+
+/// The lines without those that show the encoder's progress.
+std::string withoutProgress(const std::string& lines)
+{
+    std::istringstream stream(lines);
+    std::string kept;
+    for (std::string line; std::getline(stream, line);)
+        if (!line.starts_with("frame="))
+            kept += (kept.empty() ? "" : "\n") + line;
+    return kept;
+}
+
+} // namespace
+
+std::string failureText(const MediaToolError& error)
+{
+    const auto* failed = std::get_if<MediaToolError::ProcessFailed>(&error.value());
+    if (failed == nullptr)
+        return error.errorDescription();
+    const std::string sentence = failed->tool + " could not process this video.";
+    // A tool that was ended by a signal has a message that begins with the sentence.
+    if (failed->message.starts_with(sentence))
+        return failed->message;
+    const std::string lines = withoutProgress(failed->message);
+    const std::string start = sentence + " " + std::string(adviceFor(lines));
+    return lines.empty() ? start : start + "\n" + lines;
+}
+
+} // namespace stackreel

@@ -1,0 +1,111 @@
+#include "cli/SourceContent.h"
+
+#include "cli/Decimal.h"
+#include "media/ProbeNumbers.h"
+#include "media/ProcessRunner.h"
+#include "media/ToolFailure.h"
+#include "media/ToolLocator.h"
+#include "media/WorkerThread.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace stackreel
+{
+
+namespace
+{
+
+// A packet of sound this close to the range's ends need not be in the export.
+constexpr double soundTolerance = 0.1;
+
+/// The text up to the separator, which is removed with it.
+std::string_view takeUntil(std::string_view& text, char separator)
+{
+    const std::size_t end = std::min(text.find(separator), text.size());
+    const std::string_view taken = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return taken;
+}
+
+struct Packet {
+    std::int64_t stream = 0;
+    double time = 0;
+    double duration = 0;
+};
+
+/// A line such as "packet,0,2.960000,0.040000".
+std::optional<Packet> parsePacket(std::string_view line)
+{
+    if (takeUntil(line, ',') != "packet")
+        return std::nullopt;
+    const auto stream = parseInteger(takeUntil(line, ','));
+    const auto time = parseDecimal(takeUntil(line, ','));
+    const auto duration = parseDecimal(takeUntil(line, ','));
+    if (!stream || !time)
+        return std::nullopt;
+    return Packet{.stream = *stream, .time = *time, .duration = duration.value_or(0)};
+}
+
+/// The start in a line such as "format,1.400000"; 0 where it is not stated.
+double startIn(std::string_view packets)
+{
+    const std::size_t at = packets.rfind("format,");
+    if (at == std::string_view::npos)
+        return 0;
+    packets.remove_prefix(at + std::string_view("format,").size());
+    return parseDecimal(takeUntil(packets, '\n')).value_or(0);
+}
+
+/// The index of the first stream with this codec type; -1 where there is none.
+std::int64_t indexOf(const ProbeDocument& source, std::string_view codecType)
+{
+    const ProbeStream* stream = source.firstStream(codecType);
+    return stream == nullptr ? -1 : stream - source.streams.data();
+}
+
+} // namespace
+
+SourceContent SourceContent::parse(std::string_view packets, const ProbeDocument& source, double from,
+                                   double to)
+{
+    const double start = startIn(packets);
+    const std::int64_t picture = indexOf(source, "video");
+    const std::int64_t sound = indexOf(source, "audio");
+    SourceContent content;
+    while (!packets.empty()) {
+        const auto packet = parsePacket(takeUntil(packets, '\n'));
+        if (!packet)
+            continue;
+        const double time = packet->time - start;
+        const double end = time + packet->duration;
+        content.end = std::max(content.end, end);
+        if (packet->stream == picture)
+            content.pictureEnd = std::max(content.pictureEnd, end);
+        else if (packet->stream == sound && time >= from + soundTolerance && time < to - soundTolerance)
+            content.hasSound = true;
+    }
+    return content;
+}
+
+QCoro::Task<SourceContent> SourceContent::read(std::filesystem::path file, ProbeDocument source, double from,
+                                               double to, std::stop_token stop)
+{
+    const auto executable = co_await onWorkerThread([] { return ToolLocator::locate(MediaTool::ffprobe); });
+    std::vector<std::string> arguments = {"-v",
+                                          "error",
+                                          "-read_intervals",
+                                          fixedDecimal(from, 3) + "%",
+                                          "-show_entries",
+                                          "packet=stream_index,pts_time,duration_time:format=start_time",
+                                          "-of",
+                                          "csv",
+                                          file.string()};
+    const ProcessOutput output = co_await ProcessRunner::run(executable, std::move(arguments), stop);
+    if (output.status != 0)
+        throwToolFailure("ffprobe", output);
+    co_return parse(output.standardOutput, source, from, to);
+}
+
+} // namespace stackreel

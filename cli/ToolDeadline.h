@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/TerminationSignals.h"
+
+#include <QObject>
+
+#include <functional>
+#include <stop_token>
+
+namespace stackreel
+{
+
+/// Kills the tools that do not end when they are asked to: `RunningChildren::gracePeriod` after the first
+/// signal, or at once at the second. Needs a `QCoreApplication`; main thread.
+class ToolDeadline
+{
+public:
+    explicit ToolDeadline(const TerminationSignals& signals);
+
+private:
+    QObject m_context; ///< lives on the main thread
+    std::stop_callback<std::function<void()>> m_first;
+    std::stop_callback<std::function<void()>> m_second;
+};
+
+} // namespace stackreel

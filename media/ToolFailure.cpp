@@ -1,0 +1,67 @@
+#include "media/ToolFailure.h"
+
+#include "media/MediaToolError.h"
+#include "media/TemporaryFolderFull.h"
+#include "platform/Files.h"
+
+#include <csignal>
+
+namespace stackreel
+{
+
+namespace
+{
+
+std::string signalSentence(int signal)
+{
+    switch (signal) {
+    case SIGKILL:
+        return "The system ended it, probably because memory ran out. Close other programs and try again.";
+    case SIGXFSZ:
+        return "Its file reached the largest size that is allowed here (“ulimit -f”). Allow larger files, or "
+               "export a shorter part.";
+    case SIGXCPU:
+        return "It used up the processor time that is allowed here (“ulimit -t”). Allow more, or export a "
+               "shorter part.";
+    case SIGABRT:
+    case SIGBUS:
+    case SIGFPE:
+    case SIGILL:
+    case SIGSEGV:
+        return "It crashed (signal " + std::to_string(signal) + "). Another version of it may succeed.";
+    default:
+        return "It was ended by signal " + std::to_string(signal) + ". Try again.";
+    }
+}
+
+bool isCrash(int signal)
+{
+    return signal == SIGABRT || signal == SIGBUS || signal == SIGFPE || signal == SIGILL || signal == SIGSEGV;
+}
+
+std::string message(const std::string& tool, const ProcessOutput& output)
+{
+    const std::string lines = output.errorText();
+    if (!output.endedBySignal)
+        return lines;
+    const std::string sentence = tool + " could not process this video. " + signalSentence(output.status);
+    return isCrash(output.status) && !lines.empty() ? sentence + "\n" + lines : sentence;
+}
+
+} // namespace
+
+TemporaryFolderFull::TemporaryFolderFull()
+    : std::runtime_error("The temporary folder “" + Files::temporaryDirectory().string() +
+                         "” is full. Free some space there, or choose another folder with TMPDIR.")
+{
+}
+
+void throwToolFailure(const std::string& tool, const ProcessOutput& output)
+{
+    const std::string text = message(tool, output);
+    if (text.empty() && output.captureIsFull)
+        throw TemporaryFolderFull();
+    throw MediaToolError::processFailed(tool, output.status, text);
+}
+
+} // namespace stackreel

@@ -1,0 +1,46 @@
+#include "cli/FailureText.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel
+{
+
+namespace
+{
+
+struct Row {
+    MediaToolError error;
+    std::string text;
+};
+
+const std::string damaged =
+    " could not process this video. It may be damaged, or not be a video. If no player opens it either, copy "
+    "or download it again.";
+
+TEST(FailureText, IsASentenceWithAdviceFollowedByTheToolsLines)
+{
+    const Row rows[] = {
+        {MediaToolError::toolMissing("ffmpeg"), "ffmpeg is missing. Build the bundled media tools first."},
+        {MediaToolError::noVideo(), "This file does not contain a video stream."},
+        {MediaToolError::processFailed("ffprobe", 1, ""), "ffprobe" + damaged},
+        {MediaToolError::processFailed("ffprobe", 1, "[mov @ 0x5] moov atom not found\na.mp4: Invalid data"),
+         "ffprobe" + damaged + "\n[mov @ 0x5] moov atom not found\na.mp4: Invalid data"},
+        {MediaToolError::processFailed("FFmpeg", 1, "frame=    1 fps=0.0\nav_write: No space left on device"),
+         "FFmpeg could not process this video. The disk is full. Free some space and try again.\nav_write: "
+         "No "
+         "space left on device"},
+        {MediaToolError::processFailed("ffprobe", 1, "a.mp4: No such file or directory"),
+         "ffprobe could not process this video. A file does not exist, or was removed meanwhile.\na.mp4: No "
+         "such "
+         "file or directory"},
+        {MediaToolError::processFailed("FFmpeg", 9,
+                                       "FFmpeg could not process this video. The system ended it."),
+         "FFmpeg could not process this video. The system ended it."},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(failureText(row.error), row.text);
+}
+
+} // namespace
+
+} // namespace stackreel
