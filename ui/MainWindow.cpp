@@ -12,13 +12,6 @@
 namespace stackreel
 {
 
-namespace
-{
-
-constexpr QSize initialSize(1180, 780);
-
-} // namespace
-
 MainWindow::MainWindow(WindowModel& model, WindowActions& actions)
 {
     installAccessibleChanges();
@@ -36,7 +29,7 @@ MainWindow::MainWindow(WindowModel& model, WindowActions& actions)
 void MainWindow::show()
 {
     const QSize available = m_window->screen()->availableGeometry().size();
-    m_window->resize(initialSize.boundedTo(available).expandedTo(m_window->minimumSize()));
+    m_window->resize(m_window->size().boundedTo(available).expandedTo(m_window->minimumSize()));
     m_window->show();
 }
 

@@ -17,7 +17,8 @@ public:
     MainWindow(WindowModel& model, WindowActions& actions);
 
     QQuickWindow& window() const { return *m_window; }
-    /// Shows the window at its initial size: 1180 × 780 points, or less on a smaller screen.
+    /// Shows the window at its initial size: 1180 × 780 points of content below the title bar, or less on a
+    /// smaller screen.
     void show();
 
 private:

@@ -7,7 +7,7 @@ from pictures import CORAL, LIGHT_CORAL, Picture, shown_second
 from window_test import WindowTest, main
 
 PANEL = 1.125  # width / height of half the output
-WINDOW = (1180, 780)
+WINDOW = (1180, 810)
 # Layout of this window in points: left edge and size of the picture; left edge and width of the timeline's track, and
 # its distance from the bottom.
 PICTURE_LEFT, PICTURE_WIDTH, PICTURE_HEIGHT = 42, 768, 432

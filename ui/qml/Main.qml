@@ -12,7 +12,9 @@ Window {
     title: "Stackreel"
     color: Theme.graphite
     flags: Qt.Window | Qt.FramelessWindowHint | Qt.WindowMinMaxButtonsHint | Qt.WindowCloseButtonHint
-    // The content needs at least 980 × 680 points.
+    // The content has 1180 × 780 points at first, and at least 980 × 680.
+    width: 1180
+    height: 780 + titleBar.height
     minimumWidth: 980
     minimumHeight: 680 + titleBar.height
 

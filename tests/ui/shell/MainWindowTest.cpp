@@ -37,8 +37,11 @@ TEST(MainWindowTest, OpensAtItsInitialSizeLimitedByTheScreen)
     MainWindow shown(windowModel, actions);
     const QSize screen = shown.window().screen()->availableGeometry().size();
     ASSERT_EQ(screen, QSize(800, 800)) << "the offscreen platform has another screen size";
+    const auto* titleBar = shown.window().findChild<QQuickItem*>(QStringLiteral("titleBar"));
+    ASSERT_NE(titleBar, nullptr);
+    EXPECT_EQ(shown.window().size(), QSize(1180, 780 + int(titleBar->height()))) << "before it is limited";
     shown.show();
-    EXPECT_EQ(shown.window().size(), QSize(980, 780)) << "limited by the minimum width of the content";
+    EXPECT_EQ(shown.window().size(), QSize(980, 800)) << "limited by the minimum width of the content";
 }
 
 TEST(MainWindowTest, PassesThroughAllPhasesFromLoadToExport)
