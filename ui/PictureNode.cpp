@@ -52,16 +52,17 @@ void PictureNode::setFrame(const VideoFrame& frame)
         m_picture->setFiltering(QSGTexture::Linear);
     }
     m_picture->setTexture(m_window.createTextureFromImage(imageOf(frame), QQuickWindow::TextureIsOpaque));
-    m_picture->setSourceRect(QRectF(0, 0, frame.width, frame.height));
     // An image node must have a texture before it is added to the tree.
     if (isFirst)
         appendChildNode(m_picture);
 }
 
-void PictureNode::setPictureRect(const QRectF& rect)
+void PictureNode::placePicture(const QRectF& target, const QRectF& source)
 {
-    if (m_picture != nullptr)
-        m_picture->setRect(rect);
+    if (m_picture == nullptr)
+        return;
+    m_picture->setSourceRect(source);
+    m_picture->setRect(target);
 }
 
 } // namespace stackreel

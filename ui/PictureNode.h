@@ -26,8 +26,8 @@ public:
     void setBounds(const QRectF& bounds);
     /// Shows the frame, or only the background for a frame without pixels. The pixels are not copied.
     void setFrame(const VideoFrame& frame);
-    /// Sets the rectangle of the picture, in item coordinates.
-    void setPictureRect(const QRectF& rect);
+    /// Draws the part `source` of the picture, in its pixels, in the rectangle `target`, in item coordinates.
+    void placePicture(const QRectF& target, const QRectF& source);
 
 private:
     QQuickWindow& m_window;

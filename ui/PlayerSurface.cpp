@@ -42,8 +42,10 @@ void PlayerSurface::setModel(WindowModel* model)
     if (m_model)
         disconnect(m_model, nullptr, this, nullptr);
     m_model = model;
-    if (m_model)
+    if (m_model) {
+        connect(m_model, &WindowModel::mediaInfoChanged, this, &QQuickItem::update);
         connect(m_model, &WindowModel::playerChanged, this, &PlayerSurface::attachPlayer);
+    }
     attachPlayer();
     Q_EMIT modelChanged();
 }
@@ -112,7 +114,8 @@ void PlayerSurface::sendVideoSize()
     const auto player = m_player.lock();
     if (!player || window() == nullptr)
         return;
-    const QSize size = (this->size() * window()->effectiveDevicePixelRatio()).toSize();
+    const ViewSize exact = videoSize(viewSize(), window()->effectiveDevicePixelRatio());
+    const QSize size(static_cast<int>(exact.width), static_cast<int>(exact.height));
     if (size.isEmpty() || size == m_sentSize)
         return;
     m_sentSize = size;
@@ -134,20 +137,23 @@ QSGNode* PlayerSurface::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*)
         node = new PictureNode(*window());
     if (isNew || arrived || m_frame.pixels == nullptr)
         node->setFrame(m_frame);
-    node->setBounds(boundingRect());
-    node->setPictureRect(pictureRect());
+    placeContent(*node);
     return node;
 }
 
-QRectF PlayerSurface::pictureRect() const
+void PlayerSurface::placeContent(PictureNode& node) const
 {
+    const auto rect = [](const ViewRect& each) { return QRectF(each.x, each.y, each.width, each.height); };
     const QPointF origin = mapToScene(QPointF());
-    const ViewRect rect = pictureFrame({.width = double(m_frame.width), .height = double(m_frame.height)},
-                                       {.width = width(), .height = height()},
-                                       {.devicePixelRatio = window()->effectiveDevicePixelRatio(),
-                                        .originX = origin.x(),
-                                        .originY = origin.y()});
-    return {rect.x, rect.y, rect.width, rect.height};
+    const PixelGrid grid = {.devicePixelRatio = window()->effectiveDevicePixelRatio(),
+                            .originX = origin.x(),
+                            .originY = origin.y()};
+    // The aspect ratio of the facts: the export crops stored pixels, whatever their shape.
+    const PicturePlacement placement =
+        placePicture({.width = double(m_frame.width), .height = double(m_frame.height)},
+                     m_model ? m_model->displayAspect() : 0, viewSize(), grid);
+    node.setBounds(rect(grid.snapped({.width = width(), .height = height()})));
+    node.placePicture(rect(placement.target), rect(placement.source));
 }
 
 } // namespace stackreel

@@ -2,6 +2,7 @@
 
 #include "platform/playback/VideoFrame.h"
 #include "ui/WindowModel.h"
+#include "ui/geometry/ViewGeometry.h"
 
 #include <QPointer>
 #include <QQuickItem>
@@ -15,14 +16,15 @@ namespace stackreel
 {
 
 class FrameMailbox;
+class PictureNode;
 
-/// Shows the frames of the model's preview player over a black background: whole, centred and with their
-/// aspect ratio unchanged. When the model's player changes, the surface switches to the new one. Takes no
-/// input.
+/// Shows the frames of the model's preview player over a black background: whole, centred and in
+/// the displayed aspect ratio of the model's media, which the crops use as well. When the model's player
+/// changes, the surface switches to the new one. Takes no input.
 ///
-/// The surface sets the player's video size to its own size in device pixels, when it is first painted and
-/// shortly after each resize ends, so that frames arrive at the size they are shown at. Destroying the
-/// surface does not change the player.
+/// The surface sets the player's video size to its own size in device pixels (`videoSize`), when it is first
+/// painted and shortly after each resize ends, so that frames arrive at the size they are shown at.
+/// Destroying the surface does not change the player.
 class PlayerSurface : public QQuickItem
 {
     Q_OBJECT
@@ -50,7 +52,8 @@ private:
     void connectToAncestors();
     void sizeChanged();
     void sendVideoSize();
-    QRectF pictureRect() const;
+    ViewSize viewSize() const { return {.width = width(), .height = height()}; }
+    void placeContent(PictureNode& node) const;
 
     QPointer<WindowModel> m_model;
     std::weak_ptr<QueuePlayer> m_player;

@@ -16,6 +16,13 @@ int evenSide(double side)
     return std::max(2, static_cast<int>(std::floor(side / 2 + 1e-6)) * 2);
 }
 
+/// A side up to two pixels shorter than the box gets the length of the box: whoever asks for a box of even
+/// sides draws its picture pixel for pixel.
+double filledSide(double side, int boxSide, double storedSide)
+{
+    return boxSide - side <= 2 && boxSide <= storedSide ? std::max<double>(side, boxSide) : side;
+}
+
 double limitOf(int boxSide, double side)
 {
     return boxSide > 0 ? boxSide / side : 1.0;
@@ -36,7 +43,8 @@ PictureSize scaledSize(const GstVideoInfo& stored, Orientation orientation, Pict
     else if (numerator > 0 && denominator > numerator)
         height = height * denominator / numerator;
     const double factor = std::min({1.0, limitOf(box.width, width), limitOf(box.height, height)});
-    return {evenSide(width * factor), evenSide(height * factor)};
+    return {evenSide(filledSide(width * factor, box.width, width)),
+            evenSide(filledSide(height * factor, box.height, height))};
 }
 
 } // namespace stackreel

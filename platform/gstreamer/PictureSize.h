@@ -17,7 +17,8 @@ struct PictureSize {
 
 /// The size a stored picture is scaled to, before it is turned, so that upright and with square pixels it
 /// fits inside `box`. Pictures are never enlarged, since whoever draws them does that for less. Both sides
-/// are even and at least 2. A side of `box` that is not positive sets no limit.
+/// are even and at least 2. A side that is shorter than the box by up to two pixels is made as long as the
+/// box. A side of `box` that is not positive sets no limit.
 PictureSize scaledSize(const GstVideoInfo& stored, Orientation orientation, PictureSize box);
 
 } // namespace stackreel

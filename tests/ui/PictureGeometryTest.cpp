@@ -11,64 +11,100 @@ namespace stackreel
 namespace
 {
 
+ViewRect targetOf(ViewSize pixels, double aspect, ViewSize view)
+{
+    return placePicture(pixels, aspect, view, {}).target;
+}
+
 TEST(PictureGeometryTest, FillsTheViewWithAPictureOfTheSameAspect)
 {
-    EXPECT_EQ(pictureFrame({1920, 1080}, {320, 180}, {}), (ViewRect{0, 0, 320, 180}));
+    EXPECT_EQ(placePicture({1920, 1080}, 0, {320, 180}, {}),
+              (PicturePlacement{{0, 0, 320, 180}, {0, 0, 1920, 1080}}));
 }
 
 TEST(PictureGeometryTest, FitsAndCentresAPictureOfAnotherAspect)
 {
-    EXPECT_EQ(pictureFrame({640, 180}, {320, 180}, {}), (ViewRect{0, 45, 320, 90}));
-    EXPECT_EQ(pictureFrame({90, 90}, {320, 180}, {}), (ViewRect{70, 0, 180, 180}));
+    EXPECT_EQ(targetOf({640, 180}, 0, {320, 180}), (ViewRect{0, 45, 320, 90}));
+    EXPECT_EQ(targetOf({90, 90}, 0, {320, 180}), (ViewRect{70, 0, 180, 180}));
+}
+
+TEST(PictureGeometryTest, StretchesAPictureToTheGivenAspect)
+{
+    EXPECT_EQ(placePicture({960, 540}, 4.0 / 3, {960, 720}, {}),
+              (PicturePlacement{{0, 0, 960, 720}, {0, 0, 960, 540}}));
+    EXPECT_EQ(targetOf({960, 540}, 1, {320, 180}), (ViewRect{70, 0, 180, 180}));
 }
 
 TEST(PictureGeometryTest, IsEmptyForAnEmptyPictureOrView)
 {
-    EXPECT_EQ(pictureFrame({0, 0}, {320, 180}, {}), ViewRect());
-    EXPECT_EQ(pictureFrame({320, 180}, {0, 0}, {}), ViewRect());
+    EXPECT_EQ(placePicture({0, 0}, 1, {320, 180}, {}), PicturePlacement());
+    EXPECT_EQ(targetOf({320, 180}, 1, {0, 0}), ViewRect());
 }
 
 TEST(PictureGeometryTest, DrawsAPictureScaledForTheViewPixelForPixel)
 {
-    // The player scales pictures to even sizes, so a picture may be about a pixel smaller than the view.
-    EXPECT_EQ(pictureFrame({1100, 618}, {1100, 618.75}, {}), (ViewRect{0, 0, 1100, 618}));
+    EXPECT_EQ(placePicture({1100, 620}, 16.0 / 9, {1100, 618.75}, {}),
+              (PicturePlacement{{0, 0, 1100, 619}, {0, 0, 1100, 619}}));
 }
 
-TEST(PictureGeometryTest, DrawsAPictureScaledForTheViewPixelForPixelOnAHighDpiScreen)
+TEST(PictureGeometryTest, ScalesAPictureThatIsSmallerOrLargerByMoreThanTwoPixels)
 {
-    const ViewRect frame = pictureFrame({1374, 772}, {1100, 618.75}, {.devicePixelRatio = 1.25});
-    EXPECT_DOUBLE_EQ(frame.width * 1.25, 1374);
-    EXPECT_DOUBLE_EQ(frame.height * 1.25, 772);
+    EXPECT_EQ(placePicture({198, 98}, 2, {200, 100}, {}).source, (ViewRect{0, 0, 198, 98}));
+    EXPECT_EQ(placePicture({202, 102}, 2, {200, 100}, {}).source, (ViewRect{0, 0, 200, 100}));
+    EXPECT_EQ(placePicture({204, 104}, 2, {200, 100}, {}).source, (ViewRect{0, 0, 204, 104}));
 }
 
-TEST(PictureGeometryTest, ScalesAPictureThatDiffersByMoreThanTwoPixels)
+TEST(PictureGeometryTest, VideoSizesAreEvenAndCoverTheView)
 {
-    EXPECT_EQ(pictureFrame({1096, 616.5}, {1100, 618.75}, {}), (ViewRect{0, 0, 1100, 618.75}));
+    EXPECT_EQ(videoSize({320, 180}, 1), (ViewSize{320, 180}));
+    EXPECT_EQ(videoSize({321, 180.2}, 1), (ViewSize{322, 182}));
+    EXPECT_EQ(videoSize({100, 33.4}, 1.25), (ViewSize{126, 42}));
+    EXPECT_EQ(videoSize({}, 2), ViewSize());
 }
 
-TEST(PictureGeometryTest, CountsTheDifferenceInDevicePixels)
+struct Layout {
+    ViewSize view;
+    PixelGrid grid;
+};
+
+/// A view of any size at any place, on screens of the usual scales.
+Layout anyLayout()
 {
-    const PixelGrid dense = {.devicePixelRatio = 2};
-    EXPECT_EQ(pictureFrame({198, 99}, {100, 50}, dense), (ViewRect{0.5, 0.5, 99, 49.5})) << "two";
-    EXPECT_EQ(pictureFrame({197, 98.5}, {100, 50}, dense), (ViewRect{0, 0, 100, 50})) << "three";
+    const double width = *rc::gen::inRange(200, 20000) / 10.0;
+    const double height = *rc::gen::inRange(200, 20000) / 10.0;
+    const double ratio = *rc::gen::element(1.0, 1.25, 1.5, 1.75, 2.0);
+    const double x = *rc::gen::inRange(0, 4000) / 4.0;
+    const double y = *rc::gen::inRange(0, 4000) / 4.0;
+    return {.view = {width, height}, .grid = {.devicePixelRatio = ratio, .originX = x, .originY = y}};
 }
 
-RC_GTEST_PROP(PictureGeometryProperty, AlignsAPictureScaledForTheViewToDevicePixels, ())
+RC_GTEST_PROP(PictureGeometryProperty, AVideoOfTheViewsAspectCoversItWithoutBeingScaled, ())
 {
-    const double ratio = *rc::gen::element(1.0, 1.25, 1.5, 2.0);
-    const int width = *rc::gen::inRange(100, 2000);
-    const int height = *rc::gen::inRange(100, 2000);
-    const double originX = *rc::gen::inRange(0, 4000) / 4.0;
-    const double originY = *rc::gen::inRange(0, 4000) / 4.0;
-    const ViewSize view = {width / ratio, height / ratio};
-    const ViewRect frame = pictureFrame({double(width - 1), double(height - 1)}, view,
-                                        {.devicePixelRatio = ratio, .originX = originX, .originY = originY});
-    const double left = (originX + frame.x) * ratio;
-    const double top = (originY + frame.y) * ratio;
-    if (std::abs(frame.width * ratio - (width - 1)) > 1e-6)
-        return; // the aspect ratios differ too much, so the picture is scaled
-    RC_ASSERT(std::abs(left - std::round(left)) < 1e-6);
-    RC_ASSERT(std::abs(top - std::round(top)) < 1e-6);
+    const auto [view, grid] = anyLayout();
+    const double ratio = grid.devicePixelRatio;
+    const ViewSize video = videoSize(view, ratio);
+    const PicturePlacement placement = placePicture(video, view.width / view.height, view, grid);
+    RC_ASSERT(std::abs(placement.source.width - placement.target.width * ratio) < 1e-6);
+    RC_ASSERT(std::abs(placement.source.height - placement.target.height * ratio) < 1e-6);
+    RC_ASSERT(placement.source.width <= video.width);
+    RC_ASSERT(placement.source.height <= video.height);
+    const ViewRect whole = grid.snapped({.width = view.width, .height = view.height});
+    RC_ASSERT(std::abs(placement.target.x - whole.x) < 1e-9);
+    RC_ASSERT(std::abs(placement.target.y - whole.y) < 1e-9);
+    RC_ASSERT(std::abs(placement.target.width - whole.width) < 1e-9);
+    RC_ASSERT(std::abs(placement.target.height - whole.height) < 1e-9);
+}
+
+RC_GTEST_PROP(PictureGeometryProperty, EveryPictureIsAlignedToDevicePixels, ())
+{
+    const auto [view, grid] = anyLayout();
+    const double aspect = *rc::gen::inRange(1, 40) / 10.0;
+    const ViewRect target = placePicture({640, 360}, aspect, view, grid).target;
+    for (const double edge : {grid.originX + target.x, grid.originX + target.x + target.width,
+                              grid.originY + target.y, grid.originY + target.y + target.height}) {
+        const double pixels = edge * grid.devicePixelRatio;
+        RC_ASSERT(std::abs(pixels - std::round(pixels)) < 1e-6);
+    }
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "tests/ui/shell/PlayerSurfaceTest.h"
 
+#include <cmath>
+
 namespace stackreel
 {
 
@@ -81,6 +83,45 @@ TEST_F(PlayerSurfaceSizeTest, DrawsPixelForPixelWhenAnAncestorMoves)
         expectStripes();
     }
     m_surface.setParentItem(m_window.contentItem());
+}
+
+TEST_F(PlayerSurfaceSizeTest, LeavesNoBlackLineAtTheEdgesOfTheFrame)
+{
+    newPlayer();
+    for (double offset = 0; offset < 1; offset += 0.125) {
+        m_surface.setPosition(QPointF(40 + offset, 60 + offset / 2));
+        m_surface.setSize(QSizeF(320.3 - offset / 3, 180.6 + offset));
+        MediaInfo media = WindowWithFakes::clip();
+        media.width = std::lround(m_surface.width() * 1000);
+        media.height = std::lround(m_surface.height() * 1000);
+        m_model.setMediaInfo(media);
+        show(inPixels(m_surface.size()), Qt::red);
+        at(0, 0);
+        const QImage image = m_window.grabWindow().convertToFormat(QImage::Format_RGB32);
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor colour = image.pixelColor(x, y);
+                ASSERT_TRUE(colour == QColor(Qt::red) || colour == QColor(Qt::blue))
+                    << x << ", " << y << ": " << colour.name().toStdString() << " at offset " << offset;
+            }
+    }
+}
+
+TEST_F(PlayerSurfaceSizeTest, FillsTheFrameOfTheCropsWithAPictureOfNonSquarePixels)
+{
+    WindowWithFakes offline;
+    MediaInfo media = WindowWithFakes::clip();
+    media.width = 1440;
+    offline.load(media);
+    // The player shows 1440 × 1080 stored pixels of the shape 4:3 as 16:9.
+    offline.showPicture({960, 540}, Qt::red);
+    const QQuickItem& frame = offline.item(QStringLiteral("videoFrame"));
+    EXPECT_NEAR(frame.width() / frame.height(), 4.0 / 3, 1e-6);
+    const QImage image = offline.screenshot();
+    const QRectF onScreen = frame.mapRectToScene(QRectF(0, 0, frame.width(), frame.height()));
+    const double scale = offline.window().effectiveDevicePixelRatio();
+    for (const QPointF corner : {onScreen.topLeft() + QPointF(1, 1), onScreen.bottomLeft() + QPointF(1, -2)})
+        EXPECT_EQ(image.pixelColor((corner * scale).toPoint()).name().toStdString(), "#ff0000") << corner.x();
 }
 
 } // namespace

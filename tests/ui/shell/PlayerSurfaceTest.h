@@ -4,6 +4,7 @@
 #include "tests/support/Awaited.h"
 #include "tests/support/window/WindowWithFakes.h"
 #include "ui/PlayerSurface.h"
+#include "ui/geometry/PictureGeometry.h"
 
 #include <QQuickWindow>
 #include <QTest>
@@ -49,7 +50,12 @@ protected:
     void show(QSize pixels, Qt::GlobalColor colour) { show(pixels, colour, player()); }
 
     double ratio() const { return m_window.effectiveDevicePixelRatio(); }
-    QSize inPixels(QSizeF points) const { return (points * ratio()).toSize(); }
+    /// The video size for a surface of this size.
+    QSize inPixels(QSizeF points) const
+    {
+        const ViewSize size = videoSize({.width = points.width(), .height = points.height()}, ratio());
+        return {int(size.width), int(size.height)};
+    }
     /// The colour on the screen at a position of the surface, in points.
     QColor at(double x, double y)
     {
@@ -62,10 +68,11 @@ protected:
     /// aligned to the device pixels, the colours of the stripes change.
     void showStripes()
     {
-        QImage stripes(inPixels({320, 180}) - QSize(1, 1), QImage::Format_RGB32);
+        QImage stripes(inPixels({320, 180}), QImage::Format_RGB32);
         for (int y = 0; y < stripes.height(); ++y)
             for (int x = 0; x < stripes.width(); ++x)
                 stripes.setPixelColor(x, y, x % 2 == 0 ? Qt::white : Qt::red);
+        m_model.setMediaInfo(WindowWithFakes::clip()); // of the same aspect ratio as the surface
         player().videoOutput()->present(WindowWithFakes::picture(stripes));
     }
     void expectStripes()
