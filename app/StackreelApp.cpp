@@ -3,13 +3,29 @@
 #include "app/Shutdown.h"
 #include "platform/accessibility/AccessibleLineEdit.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QFileDialog>
 #include <QWindow>
 
 #include <utility>
 
 namespace stackreel
 {
+
+namespace
+{
+
+/// Whether the active window is a file dialog or a message of one.
+bool panelHasFocus()
+{
+    for (const QWidget* widget = QApplication::activeWindow(); widget != nullptr;
+         widget = widget->parentWidget())
+        if (qobject_cast<const QFileDialog*>(widget) != nullptr)
+            return true;
+    return false;
+}
+
+} // namespace
 
 StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, UpdateServices updates,
                            SleepServiceBuses sleepBuses)
@@ -23,6 +39,8 @@ StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, U
     installAccessibleLineEdits();
     // `exit` instead of `quit`: `quit` first closes the windows, and one of them may be the caller.
     QObject::connect(&m_actions, &WindowActions::quitRequested, &m_actions, [] { QCoreApplication::exit(); });
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &m_actions,
+                     [this] { m_actions.setPanelFocused(panelHasFocus()); });
     QObject::connect(
         &m_model, &AppModel::unfinishedExportsChanged, &m_actions, [this] { inhibitSleepWhileExporting(); },
         Qt::QueuedConnection);

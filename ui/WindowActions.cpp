@@ -17,6 +17,14 @@ QString WindowActions::version() const
     return QString::fromLatin1(buildVersion());
 }
 
+void WindowActions::setPanelFocused(bool focused)
+{
+    if (focused == m_panelFocused)
+        return;
+    m_panelFocused = focused;
+    Q_EMIT panelFocusedChanged();
+}
+
 void WindowActions::checkForUpdates() const
 {
     if (m_checkForUpdates)

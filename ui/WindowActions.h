@@ -16,12 +16,17 @@ class WindowActions : public QObject
     QML_UNCREATABLE("The application owns the actions.")
 
     Q_PROPERTY(QString version READ version CONSTANT FINAL)
+    /// Whether the user works in an open or save panel. The window's shortcuts do nothing then.
+    Q_PROPERTY(bool panelFocused READ panelFocused WRITE setPanelFocused NOTIFY panelFocusedChanged FINAL)
 
 public:
     /// `checkForUpdates` is called each time the user requests a check for updates. It may be empty.
     explicit WindowActions(std::function<void()> checkForUpdates = {}, QObject* parent = nullptr);
 
     QString version() const; ///< of the program
+
+    bool panelFocused() const { return m_panelFocused; }
+    void setPanelFocused(bool focused);
 
     Q_INVOKABLE void checkForUpdates() const;
     /// Called when the user quits by the menu, by its shortcut, or by closing the window. Emits
@@ -30,9 +35,11 @@ public:
 
 Q_SIGNALS:
     void quitRequested();
+    void panelFocusedChanged();
 
 private:
     std::function<void()> m_checkForUpdates;
+    bool m_panelFocused = false;
 };
 
 } // namespace stackreel

@@ -8,8 +8,9 @@
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/window/WindowWithFakes.h"
 
-#include <QElapsedTimer>
+#include <QFileDialog>
 #include <QGuiApplication>
+#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
@@ -100,6 +101,39 @@ TEST_F(StackreelAppTest, QuitsWhenTheWindowIsClosedWhileAnotherIsOpen)
 TEST_F(StackreelAppTest, QuitsWhenItsShortcutIsPressed)
 {
     EXPECT_EQ(runAndQuit([this] { QTest::keyClick(&m_app.window(), Qt::Key_Q, Qt::ControlModifier); }), 0);
+}
+
+TEST_F(StackreelAppTest, TakesItsShortcutsWhileAMessageHasTheFocus)
+{
+    QMessageBox message(QMessageBox::Information, QStringLiteral("Update"),
+                        QStringLiteral("There is an update."));
+    message.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&message));
+    QTest::keyClick(&message, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(m_world.openPanel->timesShown(), 1U);
+    EXPECT_EQ(runAndQuit([&] { QTest::keyClick(&message, Qt::Key_Q, Qt::ControlModifier); }), 0);
+}
+
+TEST_F(StackreelAppTest, LeavesItsShortcutsAloneWhileAPanelHasTheFocus)
+{
+    QFileDialog panel;
+    panel.setOption(QFileDialog::DontUseNativeDialog);
+    panel.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
+    QTest::keyClick(&panel, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(m_world.openPanel->timesShown(), 0U);
+    QMessageBox question(QMessageBox::Question, QStringLiteral("Replace"), QStringLiteral("Replace it?"),
+                         QMessageBox::Yes | QMessageBox::No, &panel);
+    question.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&question));
+    QTest::keyClick(&question, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(m_world.openPanel->timesShown(), 0U);
+    question.close();
+    panel.close();
+    m_app.window().requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&m_app.window()));
+    QTest::keyClick(&m_app.window(), Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(m_world.openPanel->timesShown(), 1U);
 }
 
 TEST_F(StackreelAppTest, CancelsARunningExportBeforeItEnds)

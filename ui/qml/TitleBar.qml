@@ -130,19 +130,19 @@ Item {
         }
     }
 
-    // These two shortcuts also work while a menu or dialog of this window is open. They do not work in a file dialog,
-    // which has its own.
+    // These two also work while a menu or a message of the program has the focus, but not in a file dialog: they would
+    // close it and lose what was typed there.
     Shortcut {
         sequence: "Ctrl+O"
         context: Qt.ApplicationShortcut
         autoRepeat: false
-        enabled: titleBar.window.active
+        enabled: !titleBar.actions.panelFocused
         onActivated: titleBar.model.chooseSource()
     }
     Shortcut {
         sequence: "Ctrl+Q"
         context: Qt.ApplicationShortcut
-        enabled: titleBar.window.active
+        enabled: !titleBar.actions.panelFocused
         onActivated: titleBar.actions.quit()
     }
     // A focused text field and a button with visual focus handle this key themselves.
