@@ -1,5 +1,7 @@
 #include "tests/support/window/WindowWithFakes.h"
 
+#include <QTest>
+
 #include <gtest/gtest.h>
 
 namespace stackreel
@@ -95,10 +97,21 @@ TEST_F(SpaceKeyTest, TogglesASwitchWithVisualFocus)
 
 TEST_F(SpaceKeyTest, TogglesThePreviewOnceWhileHeldDown)
 {
-    QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), true);
-    m_window.key(Qt::Key_Space);
-    QCoreApplication::sendEvent(&m_window.window(), &repeated);
+    // Sent by the window system, because shortcuts are matched before an event reaches the window.
+    const auto send = [this](bool press, bool repeated) {
+        QTest::simulateEvent(&m_window.window(), press, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "),
+                             repeated);
+        WindowWithFakes::settle();
+    };
+    send(true, false);
     EXPECT_FALSE(playing());
+    for (int count = 0; count < 3; ++count) {
+        send(true, true);
+        EXPECT_FALSE(playing());
+    }
+    send(false, false);
+    send(true, false);
+    EXPECT_TRUE(playing());
 }
 
 } // namespace
