@@ -18,22 +18,31 @@ Rectangle {
     Rectangle {
         id: segment
 
+        property real travel: -width
+
         objectName: "segment"
-        width: MotionPreference.reduced ? bar.width : 72
+        // With reduced motion, the segment fades in and out in the middle. A filled bar would mean "done".
+        x: MotionPreference.reduced ? (bar.width - width) / 2 : travel
+        width: 72
         height: bar.height
         radius: height / 2
         color: bar.tint
-    }
 
-    NumberAnimation {
-        target: segment
-        property: "x"
-        from: -72
-        to: bar.width
-        duration: 1400
-        easing.type: Easing.InOutSine
-        loops: Animation.Infinite
-        running: bar.visible && !MotionPreference.reduced
-        onStopped: segment.x = 0
+        NumberAnimation on travel {
+            from: -segment.width
+            to: bar.width
+            duration: 1400
+            easing.type: Easing.InOutSine
+            loops: Animation.Infinite
+            running: bar.visible && !MotionPreference.reduced
+        }
+
+        SequentialAnimation on opacity {
+            loops: Animation.Infinite
+            running: bar.visible && MotionPreference.reduced
+
+            NumberAnimation { from: 1; to: 0.4; duration: 1200; easing.type: Easing.InOutSine }
+            NumberAnimation { from: 0.4; to: 1; duration: 1200; easing.type: Easing.InOutSine }
+        }
     }
 }
