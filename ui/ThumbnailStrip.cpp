@@ -43,18 +43,27 @@ void ThumbnailStrip::setModel(WindowModel* model)
 void ThumbnailStrip::geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry)
 {
     QQuickItem::geometryChange(newGeometry, oldGeometry);
-    if (m_row.isNull())
-        polish();
-    else if (newGeometry.size() != oldGeometry.size())
-        m_resizeTimer.start();
+    if (newGeometry.size() != oldGeometry.size()) {
+        if (isVisible() && showsThumbnails())
+            m_resizeTimer.start();
+        else
+            polish();
+    }
     update();
 }
 
 void ThumbnailStrip::itemChange(ItemChange change, const ItemChangeData& data)
 {
     QQuickItem::itemChange(change, data);
-    if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange)
+    // The layout may have changed the size while the strip was hidden.
+    if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange ||
+        change == ItemVisibleHasChanged)
         polish();
+}
+
+bool ThumbnailStrip::showsThumbnails() const
+{
+    return m_model && !m_model->model().timelineThumbnails().empty() && !m_row.isNull();
 }
 
 void ThumbnailStrip::updatePolish()

@@ -12,8 +12,8 @@ namespace stackreel
 {
 
 /// Shows the model's timeline thumbnails side by side, or placeholders while there are none. The row is
-/// painted again when the thumbnails or the device pixel ratio change, and shortly after a resize ends.
-/// During a resize the painted row is stretched. Main thread.
+/// painted again when the thumbnails or the device pixel ratio change or the strip is resized. Thumbnails are
+/// painted shortly after a resize ends; during the resize they are stretched. Main thread.
 class ThumbnailStrip : public QQuickItem
 {
     Q_OBJECT
@@ -36,6 +36,8 @@ protected:
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
 
 private:
+    bool showsThumbnails() const;
+
     QPointer<WindowModel> m_model;
     QTimer m_resizeTimer;
     QImage m_row;

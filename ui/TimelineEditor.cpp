@@ -1,5 +1,7 @@
 #include "ui/TimelineEditor.h"
 
+#include <cmath>
+
 namespace stackreel
 {
 
@@ -80,6 +82,11 @@ std::optional<TimelineInteraction> TimelineEditor::hitTest(double x) const
     return Geometry::hitTest(x, startX(), endX());
 }
 
+bool TimelineEditor::reaches(double x, double y) const
+{
+    return Geometry::onTrack(y) || (Geometry::onHandle(y) && hitTest(x));
+}
+
 void TimelineEditor::press(double x)
 {
     if (!m_model || m_interaction)
@@ -155,28 +162,49 @@ void TimelineEditor::setHoveredHandle(std::optional<TimelineInteraction> handle)
 
 void TimelineEditor::adjustPlayhead(int direction)
 {
-    if (m_model && m_model->hasMedia())
-        m_model->model().seekPreview(m_model->currentTime() + direction * step());
+    if (m_model)
+        movePlayhead(m_model->currentTime() + direction * step());
 }
 
 void TimelineEditor::adjustTrimStart(int direction)
 {
-    if (!m_model || !m_model->hasMedia())
-        return;
-    AppModel& model = m_model->model();
-    model.beginTimelineInteraction();
-    model.updateTrimStart(model.trimStart() + direction * step());
-    model.endTimelineStep();
+    if (m_model)
+        moveTrimStart(m_model->trimStart() + direction * step());
 }
 
 void TimelineEditor::adjustTrimEnd(int direction)
 {
-    if (!m_model || !m_model->hasMedia())
+    if (m_model)
+        moveTrimEnd(m_model->trimEnd() + direction * step());
+}
+
+void TimelineEditor::movePlayhead(double time)
+{
+    if (canMoveTo(time))
+        m_model->model().seekPreview(time);
+}
+
+void TimelineEditor::moveTrimStart(double time)
+{
+    if (!canMoveTo(time))
         return;
-    AppModel& model = m_model->model();
-    model.beginTimelineInteraction();
-    model.updateTrimEnd(model.trimEnd() + direction * step());
-    model.endTimelineStep();
+    m_model->model().beginTimelineInteraction();
+    m_model->model().updateTrimStart(time);
+    m_model->model().endTimelineStep();
+}
+
+void TimelineEditor::moveTrimEnd(double time)
+{
+    if (!canMoveTo(time))
+        return;
+    m_model->model().beginTimelineInteraction();
+    m_model->model().updateTrimEnd(time);
+    m_model->model().endTimelineStep();
+}
+
+bool TimelineEditor::canMoveTo(double time) const
+{
+    return m_model && m_model->hasMedia() && !std::isnan(time);
 }
 
 } // namespace stackreel

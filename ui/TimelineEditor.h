@@ -67,6 +67,10 @@ public:
     bool endActive() const { return isActive(TimelineInteraction::trimEnd); }
     Qt::CursorShape cursorShape() const { return m_cursors.current(); }
 
+    /// Whether the timeline takes the pointer there. `y` is in points below the top of the track. Only the
+    /// handles' hit areas extend beyond the track.
+    Q_INVOKABLE bool reaches(double x, double y) const;
+
     /// A drag consists of one `press`, any number of calls of `drag`, and one `release`. `press` grabs a
     /// handle if there is one at `x`; otherwise it seeks.
     Q_INVOKABLE void press(double x);
@@ -82,6 +86,11 @@ public:
     Q_INVOKABLE void adjustPlayhead(int direction);
     Q_INVOKABLE void adjustTrimStart(int direction);
     Q_INVOKABLE void adjustTrimEnd(int direction);
+
+    /// Move to a time in seconds, within the limits of the model. A time that is not a number does nothing.
+    Q_INVOKABLE void movePlayhead(double time);
+    Q_INVOKABLE void moveTrimStart(double time);
+    Q_INVOKABLE void moveTrimEnd(double time);
 
 Q_SIGNALS:
     void modelChanged();
@@ -100,6 +109,7 @@ private:
     bool isActive(TimelineInteraction handle) const;
     std::optional<TimelineInteraction> hitTest(double x) const;
     void apply(double x);
+    bool canMoveTo(double time) const;
     void setHoveredHandle(std::optional<TimelineInteraction> handle);
 
     QPointer<WindowModel> m_model;

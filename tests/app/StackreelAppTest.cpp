@@ -8,6 +8,7 @@
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/window/WindowWithFakes.h"
 
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMessageBox>

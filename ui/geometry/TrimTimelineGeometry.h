@@ -16,6 +16,15 @@ struct TrimTimelineGeometry {
     static constexpr double inset = 18; ///< on each side of the track
     static constexpr double trackHeight = 42;
     static constexpr double handleTarget = 36; ///< width of a handle's hit area
+    static constexpr double handleHeight = 46; ///< as far above the track as below it
+
+    /// Whether a height, in points below the top of the track, is on the track or on a handle.
+    static constexpr bool onTrack(double y) { return y >= 0 && y <= trackHeight; }
+    static constexpr bool onHandle(double y)
+    {
+        constexpr double overhang = (handleHeight - trackHeight) / 2;
+        return y >= -overhang && y <= trackHeight + overhang;
+    }
 
     /// The track's width in a view; at least 1.
     static double trackWidth(double viewWidth);

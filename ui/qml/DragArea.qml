@@ -1,4 +1,5 @@
 import QtQuick
+import Stackreel
 
 /// Reports a drag of its parent in the coordinates of `referenceItem`, which does not move with the parent. A press
 /// gives `focusTarget` the focus.
@@ -16,6 +17,11 @@ MouseArea {
 
     anchors.fill: parent
     preventStealing: true
+
+    DragCursor {
+        active: area.pressed
+        shape: area.cursorShape
+    }
 
     onPressed: mouse => {
         pressPosition = mapToItem(referenceItem, mouse.x, mouse.y);

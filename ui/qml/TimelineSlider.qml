@@ -8,9 +8,8 @@ FocusItem {
     required property string name
     required property string valueText
     required property real seconds
-    // Qt exposes the properties with these names to assistive technology. They are read-only, because assistive
-    // technology changes the time in steps only.
-    readonly property real value: seconds
+    // Qt exposes the properties with these names to assistive technology, which can set the value.
+    property real value: seconds
     readonly property real minimumValue: 0
     required property real maximumValue
     required property real step
@@ -26,10 +25,22 @@ FocusItem {
     readonly property bool announcesValueOnly: step < 1
 
     signal stepped(direction: int)
+    signal timeRequested(time: real)
 
     function move(direction: int) {
         stepping = true;
         stepped(direction);
+        stepping = false;
+    }
+
+    onValueChanged: {
+        if (value === seconds)
+            return;
+        const time = value;
+        // Setting the value has removed the binding.
+        value = Qt.binding(() => seconds);
+        stepping = true;
+        timeRequested(time);
         stepping = false;
     }
 

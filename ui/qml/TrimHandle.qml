@@ -10,22 +10,21 @@ TimelineSlider {
 
     // Applied to the sizes instead of a scale transform, because with a transform the software scene graph leaves gaps
     // in rounded corners.
-    property real growth: active ? 1.1 : 1
+    readonly property real growth: spring.value
 
     width: 13
     height: 46
 
-    Behavior on growth {
-        enabled: !MotionPreference.reduced
+    SpringValue {
+        id: spring
 
-        // A spring with a response of 0.18 s and a damping fraction of 0.66. SpringAnimation works in steps of 16 ms,
-        // so its values are spring = 0.016 (2π / 0.18)² and damping = 0.016 · 2 · 0.66 (2π / 0.18).
-        SpringAnimation {
-            objectName: "spring"
-            spring: 19.5
-            damping: 0.74
-            epsilon: 0.001
-        }
+        target: handle.active ? 1.1 : 1
+        animated: !MotionPreference.reduced
+    }
+
+    FrameAnimation {
+        running: !spring.settled
+        onTriggered: spring.advance(frameTime)
     }
 
     SoftShadow {

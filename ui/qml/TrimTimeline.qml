@@ -72,6 +72,7 @@ Item {
                 maximumValue: timeline.model.duration
                 step: editor.step
                 onStepped: direction => editor.adjustPlayhead(direction)
+                onTimeRequested: time => editor.movePlayhead(time)
 
                 ThumbnailStrip {
                     objectName: "thumbnails"
@@ -133,6 +134,7 @@ Item {
                 maximumValue: timeline.model.duration
                 step: editor.step
                 onStepped: direction => editor.adjustTrimStart(direction)
+                onTimeRequested: time => editor.moveTrimStart(time)
             }
 
             TrimHandle {
@@ -149,9 +151,12 @@ Item {
                 maximumValue: timeline.model.duration
                 step: editor.step
                 onStepped: direction => editor.adjustTrimEnd(direction)
+                onTimeRequested: time => editor.moveTrimEnd(time)
             }
 
             MouseArea {
+                id: pointerArea
+
                 objectName: "trimTimeline"
                 // Has the height of the handles, which is slightly more than that of the thumbnails.
                 anchors.fill: parent
@@ -161,21 +166,40 @@ Item {
                 preventStealing: true
                 cursorShape: editor.cursorShape
 
+                DragCursor {
+                    active: pointerArea.pressed
+                    shape: editor.cursorShape
+                }
+
                 onPressed: mouse => {
+                    mouse.accepted = reaches(mouse.x, mouse.y);
+                    if (!mouse.accepted)
+                        return;
                     editor.press(mouse.x);
                     const grabbed = editor.draggingStart ? startHandle : editor.draggingEnd ? endHandle : position;
                     grabbed.forceActiveFocus(Qt.MouseFocusReason);
                 }
                 onPositionChanged: mouse => {
                     editor.drag(mouse.x);
-                    editor.hover(mouse.x);
+                    hoverAt(mouse.x, mouse.y);
                 }
-                onEntered: editor.hover(mouseX)
+                onEntered: hoverAt(mouseX, mouseY)
                 onReleased: endDrag()
                 onCanceled: endDrag()
                 onVisibleChanged: if (!visible) editor.leave()
                 // A handle that is being dragged stays hovered.
                 onExited: if (!pressed) editor.leave()
+
+                function reaches(x: real, y: real): bool {
+                    return editor.reaches(x, y + anchors.topMargin);
+                }
+
+                function hoverAt(x: real, y: real) {
+                    if (reaches(x, y))
+                        editor.hover(x);
+                    else if (!pressed)
+                        editor.leave();
+                }
 
                 function endDrag() {
                     editor.release();

@@ -2,8 +2,10 @@
 target_sources(stackreel_ui PRIVATE
   ../CropEditor.cpp ../CropEditor.h
   ../CursorStack.cpp
+  ../DragCursor.cpp ../DragCursor.h
   ../FocusItem.cpp ../FocusItem.h
   ../MotionPreference.cpp ../MotionPreference.h
+  ../SpringValue.cpp ../SpringValue.h
   ../ThumbnailPainter.cpp
   ../ThumbnailStrip.cpp ../ThumbnailStrip.h
   ../TimelineEditor.cpp ../TimelineEditor.h

@@ -4,6 +4,7 @@
 #include <QAccessible>
 
 #include <algorithm>
+#include <cmath>
 
 namespace stackreel
 {
@@ -208,12 +209,24 @@ TEST_F(AccessibilityTest, SlidersExposeTheirTimesAndCanBeAdjusted)
     EXPECT_DOUBLE_EQ(accessible("videoPosition").valueInterface()->currentValue().toDouble(), 10.25);
 }
 
-TEST_F(AccessibilityTest, ASliderIgnoresASetValue)
+TEST_F(AccessibilityTest, SlidersCanBeSetToATime)
 {
     enter(WindowModel::Ready);
-    accessible("trimEndHandle").valueInterface()->setCurrentValue(3);
-    EXPECT_EQ(model().trimEnd(), 20);
-    EXPECT_EQ(accessible("trimEndHandle").valueInterface()->currentValue().toDouble(), 20);
+    const auto set = [this](const char* name, double time) {
+        QAccessibleValueInterface& slider = *accessible(name).valueInterface();
+        slider.setCurrentValue(time);
+        return slider.currentValue().toDouble();
+    };
+    EXPECT_EQ(set("trimStartHandle", 4), 4);
+    EXPECT_EQ(set("trimEndHandle", 12), 12);
+    EXPECT_EQ(set("videoPosition", 7.5), 7.5);
+    EXPECT_EQ(model().trimStart(), 4);
+    EXPECT_EQ(model().trimEnd(), 12);
+    EXPECT_EQ(model().currentTime(), 7.5);
+    EXPECT_EQ(set("trimEndHandle", 1), 4.25) << "limited by the other handle";
+    EXPECT_EQ(set("trimEndHandle", std::nan("")), 4.25);
+    model().updateTrimEnd(15);
+    EXPECT_EQ(accessible("trimEndHandle").valueInterface()->currentValue().toDouble(), 15);
 }
 
 TEST_F(AccessibilityTest, CropsExposeTheirSelectionAndCanBeSelectedMovedAndResized)

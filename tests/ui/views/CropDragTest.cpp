@@ -22,15 +22,6 @@ protected:
 
     QQuickItem& body(const char* crop) { return child(crop, "body"); }
     QPoint corner() { return centre(child("topCrop", "resizeHandle")); }
-    /// The cursor shape of the mouse area in an item.
-    static Qt::CursorShape cursorOver(const QQuickItem& target)
-    {
-        for (const QQuickItem* each : target.childItems())
-            if (each->inherits("QQuickMouseArea"))
-                return each->cursor().shape();
-        return Qt::ArrowCursor;
-    }
-
     QRectF top() { return windowModel().topRegion(); }
     QRectF bottom() { return windowModel().bottomRegion(); }
 };
@@ -195,8 +186,43 @@ TEST_F(CropDragTest, TheOutlineHasTheCropsColourAndIsWiderWhenSelected)
 
 TEST_F(CropDragTest, TheCursorShowsWhetherADragMovesOrResizes)
 {
-    EXPECT_EQ(cursorOver(body("topCrop")), Qt::SizeAllCursor);
-    EXPECT_EQ(cursorOver(child("topCrop", "resizeHandle")), Qt::SizeFDiagCursor);
+    moveTo(centre(body("topCrop")));
+    EXPECT_EQ(cursor(), Qt::SizeAllCursor);
+    moveTo(corner());
+    EXPECT_EQ(cursor(), Qt::SizeFDiagCursor);
+}
+
+TEST_F(CropDragTest, ADragKeepsItsCursorWhereverThePointerGoes)
+{
+    const QPoint elsewhere = centre(item("exportButton"));
+    press(corner());
+    moveTo(elsewhere);
+    EXPECT_EQ(cursor(), Qt::SizeFDiagCursor);
+    release(elsewhere);
+    EXPECT_NE(cursor(), Qt::SizeFDiagCursor);
+    press(centre(body("bottomCrop")));
+    moveTo(elsewhere);
+    EXPECT_EQ(cursor(), Qt::SizeAllCursor);
+    release(elsewhere);
+    EXPECT_NE(cursor(), Qt::SizeAllCursor);
+}
+
+TEST_F(CropDragTest, WhereCropsOverlapTheBottomCropIsInFront)
+{
+    for (int selected : {0, 1}) {
+        model().setTopRegion({.x = 0.2, .y = 0.2, .width = 0.4, .height = 0.4});
+        model().setBottomRegion({.x = 0.3, .y = 0.3, .width = 0.4, .height = 0.4});
+        model().setSelectedCrop(selected);
+        settle();
+        const QRectF before = top();
+        const QRectF frame = geometry("videoFrame");
+        const QPoint both =
+            item("videoFrame").mapToScene({0.5 * frame.width(), 0.5 * frame.height()}).toPoint();
+        drag(both, QPoint(30, 0));
+        EXPECT_EQ(top(), before) << selected;
+        EXPECT_NEAR(bottom().x(), 0.3 + 30 / frame.width(), 1e-9) << selected;
+        EXPECT_EQ(model().selectedCrop(), 1);
+    }
 }
 
 } // namespace

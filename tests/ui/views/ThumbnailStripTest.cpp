@@ -28,6 +28,27 @@ protected:
     }
 };
 
+using FirstFrameTest = ViewsTest;
+
+TEST_F(FirstFrameTest, ShowsWholePlaceholders)
+{
+    // Lay the window out while the timeline is hidden and has no width.
+    window().window().resize(1200, 800);
+    settle();
+    enter(WindowModel::Ready);
+    const QImage image = window().screenshot();
+    const double scale = window().window().effectiveDevicePixelRatio();
+    const QPoint left = (item("thumbnails").mapToScene(QPointF(0, 10)) * scale).toPoint();
+    int placeholders = 0;
+    bool inside = false;
+    for (int x = 0; x < static_cast<int>(item("thumbnails").width() * scale); ++x) {
+        const bool bright = image.pixelColor(left + QPoint(x, 0)).green() > 12;
+        placeholders += bright && !inside;
+        inside = bright;
+    }
+    EXPECT_EQ(placeholders, 12);
+}
+
 TEST_F(ThumbnailStripTest, ShowsThumbnailsWhenTheyArrive)
 {
     EXPECT_EQ(count(Qt::darkGreen), 0);

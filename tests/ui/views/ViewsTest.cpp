@@ -2,6 +2,7 @@
 
 #include "media/MediaToolError.h"
 
+#include <QGuiApplication>
 #include <QTest>
 
 #include <stdexcept>
@@ -85,6 +86,12 @@ void ViewsTest::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 QPoint ViewsTest::centre(QQuickItem& target)
 {
     return target.mapToScene(QPointF(target.width() / 2, target.height() / 2)).toPoint();
+}
+
+Qt::CursorShape ViewsTest::cursor()
+{
+    const QCursor* everywhere = QGuiApplication::overrideCursor();
+    return everywhere != nullptr ? everywhere->shape() : m_window.window().cursor().shape();
 }
 
 void ViewsTest::press(QPoint position)

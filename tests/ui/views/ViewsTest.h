@@ -53,6 +53,8 @@ protected:
     QPoint centre(QQuickItem& target);
     void click(const char* name);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// The cursor shape on screen.
+    Qt::CursorShape cursor();
     void focus(const char* name) { item(name).forceActiveFocus(Qt::TabFocusReason); }
     /// Processes pending events, then lays out and paints the window.
     void settle();
