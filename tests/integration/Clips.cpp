@@ -39,7 +39,9 @@ std::string sourceFilter(const ClipRecipe& recipe)
     const std::string timing = ":rate=" + recipe.rate + ":duration=" + std::to_string(recipe.seconds);
     if (recipe.numbered)
         return "color=black:size=" + size + timing + ",geq=lum='16+mod(N\\,44)*5':cb=128:cr=128";
-    return "testsrc2=size=" + size + timing;
+    // The source itself rounds an odd size down.
+    const std::string exact = std::to_string(recipe.width) + ":" + std::to_string(recipe.height);
+    return "testsrc2=size=" + size + timing + ",format=yuv444p,scale=" + exact;
 }
 
 /// A 32-bit number in the byte order of MOV files.
