@@ -95,7 +95,9 @@ TEST_F(InspectTest, ThrowsForAFailedRunWhateverItWrote)
 TEST_F(InspectTest, ThrowsWhenASignalEndsTheProbe)
 {
     m_directory.writeExecutable("lib/stackreel/ffprobe", "#!/bin/sh\nkill -KILL $$\n");
-    EXPECT_EQ(probe(), "ffprobe 9 MediaToolError: ffprobe could not process this video.\n");
+    EXPECT_EQ(probe(),
+              "ffprobe 9 MediaToolError: ffprobe could not process this video. The system ended it, probably "
+              "because memory ran out. Close other programs and try again.\n");
 }
 
 TEST_F(InspectTest, ThrowsForABadReportBeforeLookingForVideo)

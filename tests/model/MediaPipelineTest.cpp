@@ -101,7 +101,9 @@ TEST_F(PreviewProxy, ReportsAFailedRunAndKeepsThePartialFile)
     const Row rows[] = {
         {"printf half > \"$destination\"\nexit 1\n", 1, "FFmpeg could not process this video."},
         {"printf half > \"$destination\"\necho one >&2\necho two >&2\nexit 234\n", 234, "one\ntwo"},
-        {"printf half > \"$destination\"\nkill -KILL $$\n", 9, "FFmpeg could not process this video."},
+        {"printf half > \"$destination\"\nkill -KILL $$\n", 9,
+         "FFmpeg could not process this video. The system ended it, probably because memory ran out. Close "
+         "other programs and try again."},
     };
     for (const Row& row : rows) {
         installTool(row.script);
