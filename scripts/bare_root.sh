@@ -38,6 +38,7 @@ run_in_root() {
   unshare --mount --pid --fork --kill-child --propagation private sh -ec '
     root=$1 archives=$2 user=$3
     shift 3
+    mount --bind "$root" "$root"
     mount -t proc proc "$root/proc"
     mount --rbind /sys "$root/sys"
     mount --rbind /dev "$root/dev"
