@@ -1,6 +1,7 @@
 #include "tests/player/RealModelTest.h"
 
 #include "media/MediaProbe.h"
+#include "platform/PrivateFolder.h"
 #include "platform/gstreamer/FrameScaler.h"
 #include "platform/gstreamer/RgbPainter.h"
 #include "platform/gstreamer/SampleSource.h"
@@ -33,7 +34,7 @@ private:
 
 std::vector<std::filesystem::path> proxies()
 {
-    const auto folder = std::filesystem::temp_directory_path() / "Stackreel";
+    const auto folder = PrivateFolder::pathOfUser("Stackreel");
     std::vector<std::filesystem::path> files;
     if (std::filesystem::exists(folder))
         for (const auto& entry : std::filesystem::directory_iterator(folder))
