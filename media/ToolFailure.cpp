@@ -41,7 +41,7 @@ bool isCrash(int signal)
 
 std::string message(const std::string& tool, const ProcessOutput& output)
 {
-    const std::string lines = output.errorText();
+    std::string lines = output.errorText();
     if (!output.endedBySignal)
         return lines;
     const std::string sentence = tool + " could not process this video. " + signalSentence(output.status);

@@ -89,8 +89,7 @@ Destination Destination::check(const fs::path& source, const fs::path& destinati
         throw ExportError(quoted(destination) + " is a folder. Name the file to write.");
     if (fs::exists(found) && !fs::is_regular_file(found))
         throw ExportError(quoted(destination) + " is not a regular file.");
-    const Destination checked = {
-        .named = destination, .file = followLinks(destination), .replace = overwrite};
+    Destination checked = {.named = destination, .file = followLinks(destination), .replace = overwrite};
     if (!overwrite && fs::exists(linkStatus(destination)))
         throw checked.alreadyExists();
     requireFolderFor(checked.file);

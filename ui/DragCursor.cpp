@@ -1,5 +1,6 @@
 #include "ui/DragCursor.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 
 namespace stackreel
