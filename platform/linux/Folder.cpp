@@ -71,7 +71,7 @@ void Folder::rename(const std::string& from, const std::string& to, bool replace
     if (errno == EINVAL && !replace) {
         if (::faccessat(m_descriptor, to.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0)
             throw SystemError(EEXIST, "write", m_path / to);
-        if (::renameat(m_descriptor, from.c_str(), m_descriptor, to.c_str()) == 0)
+        if (errno == ENOENT && ::renameat(m_descriptor, from.c_str(), m_descriptor, to.c_str()) == 0)
             return;
     }
     throw SystemError(errno, "write", m_path / to);

@@ -26,9 +26,11 @@ QString reasonNotWritable(const QFileInfo& file)
         return QStringLiteral("The folder “%1” does not exist.").arg(file.absolutePath());
     if (QFile::encodeName(file.fileName()).size() > maxNameBytes)
         return QStringLiteral("The name is too long. Choose a shorter one.");
-    if (!(file.exists() ? file : folder).isWritable())
-        return QStringLiteral("“%1” cannot be written to.")
-            .arg(file.exists() ? file.fileName() : file.absolutePath());
+    if (file.exists() && !file.isWritable())
+        return QStringLiteral("“%1” cannot be written to.").arg(file.fileName());
+    // A file is replaced by another one of its folder.
+    if (!folder.isWritable())
+        return QStringLiteral("“%1” cannot be written to.").arg(file.absolutePath());
     return {};
 }
 
