@@ -42,8 +42,8 @@ QCoro::Task<> FileExport::run(PartialFile& partial, ExportRequest request, Repor
     }
     co_await check(std::move(report));
     // Writing a large file through to disk takes seconds.
-    co_await onWorkerThread([&partial] {
-        partial.moveIntoPlace();
+    co_await onWorkerThread([&partial, &stop] {
+        partial.moveIntoPlace(stop);
         return true;
     });
 }
@@ -62,7 +62,8 @@ QCoro::Task<std::filesystem::path> FileExport::replace(ExportRequest request, st
     } catch (const CancellationError&) {
         throw;
     } catch (...) {
-        partial->keep();
+        if (!stop.stop_requested())
+            partial->keep();
         throw;
     }
     co_return output;

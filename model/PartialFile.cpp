@@ -1,5 +1,6 @@
 #include "model/PartialFile.h"
 
+#include "media/CancellationError.h"
 #include "model/ExportError.h"
 #include "platform/Files.h"
 #include "platform/SystemError.h"
@@ -54,7 +55,8 @@ PartialFile::PartialFile(const Destination& destination, Name name)
         replaced ? *replaced | fs::perms::owner_read | fs::perms::owner_write : usual;
     if (name == Name::hidden)
         createFile(hiddenName(), permissions);
-    else if (replaced)
+    else if (replaced || destination.file.extension() != destination.named.extension())
+        // FFmpeg chooses the format by the extension, which the target of a link need not have.
         createUnfinished(permissions);
     else
         m_name = destination.file.filename();
@@ -74,31 +76,34 @@ void PartialFile::keep()
     m_temporary.reset();
 }
 
-/// Returns false where the name is taken.
-bool PartialFile::tryToCreate(const std::string& name, fs::perms permissions)
+/// Returns 0, or EEXIST or ENAMETOOLONG if there cannot be a file of this name.
+int PartialFile::tryToCreate(const std::string& name, fs::perms permissions)
 {
     const int error = m_folder.createNew(name, permissions);
-    if (error != 0 && error != EEXIST)
+    if (error != 0 && error != EEXIST && error != ENAMETOOLONG)
         throw SystemError(error, "write", m_destination.named);
     m_name = name;
-    return error == 0;
+    return error;
 }
 
 void PartialFile::createFile(const std::string& name, fs::perms permissions)
 {
-    if (!tryToCreate(name, permissions))
-        throw SystemError(EEXIST, "write", m_destination.named);
+    if (const int error = tryToCreate(name, permissions); error != 0)
+        throw SystemError(error, "write", m_destination.named);
 }
 
 void PartialFile::createUnfinished(fs::perms permissions)
 {
     const fs::path extension = m_destination.named.extension();
     const std::string stem = m_destination.file.stem();
-    // A name of the full length has no room for the addition.
-    const bool hasRoom = unfinishedName(stem, maxUnfinished, extension).size() <= NAME_MAX;
-    for (int number = 1; number <= maxUnfinished; ++number)
-        if (tryToCreate(unfinishedName(hasRoom ? stem : "Export", number, extension), permissions))
-            return;
+    // A long name may have no room for the addition.
+    for (const std::string& base : {stem, std::string("Export")})
+        for (int number = 1; number <= maxUnfinished; ++number)
+            if (const int error = tryToCreate(unfinishedName(base, number, extension), permissions);
+                error == 0)
+                return;
+            else if (error == ENAMETOOLONG)
+                break;
     throw SystemError(EEXIST, "write", m_destination.named);
 }
 
@@ -109,13 +114,17 @@ void PartialFile::requireFolder() const
                           "” was moved or removed during the export. Export again into another folder.");
 }
 
-void PartialFile::moveIntoPlace()
+void PartialFile::moveIntoPlace(const std::stop_token& stop)
 {
     requireFolder();
     WriteHandle(m_path).synchronize();
+    if (stop.stop_requested())
+        throw CancellationError();
     if (m_path != m_destination.file) {
+        // Some file systems fix the permissions of all files and refuse to set any.
+        std::error_code ignored;
         if (const auto replaced = permissionsOf(m_destination.file); replaced && m_destination.replace)
-            fs::permissions(m_path, *replaced);
+            fs::permissions(m_path, *replaced, ignored);
         try {
             m_folder.rename(m_name, m_destination.file.filename(), m_destination.replace);
         } catch (const SystemError& error) {

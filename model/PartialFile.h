@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <stop_token>
 #include <string>
 
 namespace stackreel
@@ -38,16 +39,17 @@ public:
     /// Throws `ExportError` when the folder was renamed or removed, so that `path` no longer leads to the
     /// file.
     void requireFolder() const;
-    /// Writes the file through to disk, gives it the permissions of the file that it replaces, and renames it
-    /// to the destination, whose folder is then written to disk, too. Throws `ExportError` when the folder
-    /// was renamed, or when a file that must not be replaced has appeared meanwhile; `SystemError` when the
-    /// system refuses. The destination is unchanged then.
-    void moveIntoPlace();
+    /// Writes the file through to disk, which takes seconds for a large one; gives it the permissions of the
+    /// file that it replaces; and renames it to the destination, whose folder is then written to disk, too.
+    /// Throws `CancellationError` when the token fires before the file is renamed; `ExportError` when the
+    /// folder was renamed, or when a file that must not be replaced has appeared meanwhile; `SystemError`
+    /// when the system refuses. The destination is unchanged then.
+    void moveIntoPlace(const std::stop_token& stop = {});
 
 private:
     void createFile(const std::string& name, std::filesystem::perms permissions);
     void createUnfinished(std::filesystem::perms permissions);
-    bool tryToCreate(const std::string& name, std::filesystem::perms permissions);
+    int tryToCreate(const std::string& name, std::filesystem::perms permissions);
 
     Destination m_destination;
     Folder m_folder;

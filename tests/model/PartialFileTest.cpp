@@ -1,5 +1,6 @@
 #include "model/PartialFile.h"
 
+#include "media/CancellationError.h"
 #include "model/ExportError.h"
 #include "platform/SystemError.h"
 #include "tests/support/ScopedSystemCalls.h"
@@ -237,6 +238,30 @@ TEST_F(VisiblePartialFileTest, HasANameThatSaysSoWhereTheDestinationExists)
     m_directory.write("out (unfinished).mp4", "an earlier one");
     m_directory.write("out (unfinished 2).mp4", "another");
     EXPECT_EQ(nameFor("out.mp4"), "out (unfinished 3).mp4");
+}
+
+TEST_F(VisiblePartialFileTest, HasTheChosenExtensionWhereALinkLeadsToAnother)
+{
+    fs::create_symlink("target.mkv", m_directory / "out.mp4");
+    PartialFile partial(destination(true), PartialFile::Name::visible);
+    EXPECT_EQ(partial.path().extension(), ".mp4") << "FFmpeg chooses the format by it";
+    render(partial, "whole");
+    partial.moveIntoPlace();
+    EXPECT_EQ(contentOf(m_directory / "target.mkv"), "whole");
+}
+
+TEST_F(PartialFileTest, IsNotMovedAfterACancellation)
+{
+    m_directory.write("out.mp4", "old");
+    std::stop_source cancelled;
+    cancelled.request_stop();
+    {
+        PartialFile partial(destination(true), PartialFile::Name::visible);
+        render(partial, "whole");
+        EXPECT_THROW(partial.moveIntoPlace(cancelled.get_token()), CancellationError);
+    }
+    EXPECT_EQ(m_directory.names(), (Names{"clip.mov", "out.mp4"}));
+    EXPECT_EQ(contentOf(m_directory / "out.mp4"), "old");
 }
 
 TEST_F(VisiblePartialFileTest, StaysUnlessEmptyWhenItIsKept)
