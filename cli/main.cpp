@@ -2,6 +2,7 @@
 #include "cli/Commands.h"
 #include "cli/FailureText.h"
 #include "cli/ToolDeadline.h"
+#include "platform/CleanupProcess.h"
 #include "platform/StandardStreams.h"
 #include "platform/TerminationSignals.h"
 
@@ -80,6 +81,7 @@ int run(int argc, char* argv[])
 int main(int argc, char* argv[])
 {
     StandardStreams::prepare();
+    CleanupProcess::start();
     try {
         return run(argc, argv);
     } catch (const std::exception& error) {

@@ -43,6 +43,13 @@ bool isRunning(pid_t pid)
     return ::kill(pid, 0) == 0 || errno != ESRCH;
 }
 
+/// Whether a process that is not our child has ended, even if nobody has reaped it.
+bool hasEnded(pid_t pid)
+{
+    const std::string status = contentOf("/proc/" + std::to_string(pid) + "/stat");
+    return status.empty() || status.find(") Z ") != std::string::npos;
+}
+
 TEST(CliSignal, EndsTheToolRemovesTheFileAndGivesTheShellsStatus)
 {
     for (const Moment& moment : moments) {
@@ -62,6 +69,20 @@ TEST(CliSignal, EndsTheToolRemovesTheFileAndGivesTheShellsStatus)
             EXPECT_EQ(cli.content("out.mp4"), "old") << moment.name;
         }
     }
+}
+
+TEST(CliSignal, LeavesNothingBehindWhenItCannotBeCaught)
+{
+    const CliInstallation cli;
+    cli.setTool("ffmpeg", "printf half >\"$last\"; pause; printf whole >\"$last\"");
+    cli.write("out.mp4", "old");
+    RunningCli running = cli.start({"export", "clip.mov", "out.mp4", "--overwrite"});
+    const pid_t tool = cli.waitForPausedTool();
+    running.signal(SIGKILL);
+    EXPECT_EQ(running.result().status, 1000 + SIGKILL);
+    EXPECT_TRUE(eventually([&] { return hasEnded(tool); }));
+    EXPECT_TRUE(eventually([&] { return cli.names() == Names{"clip.mov", "out.mp4"}; }));
+    EXPECT_EQ(cli.content("out.mp4"), "old");
 }
 
 TEST(CliSignal, EndsAProbe)
