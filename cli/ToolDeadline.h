@@ -2,7 +2,7 @@
 
 #include "platform/TerminationSignals.h"
 
-#include <QObject>
+#include <QTimer>
 
 #include <functional>
 #include <stop_token>
@@ -18,7 +18,7 @@ public:
     explicit ToolDeadline(const TerminationSignals& signals);
 
 private:
-    QObject m_context; ///< lives on the main thread
+    QTimer m_timer;
     std::stop_callback<std::function<void()>> m_first;
     std::stop_callback<std::function<void()>> m_second;
 };
