@@ -61,7 +61,7 @@ offered_name() {
   for name in ${1//|/ }; do
     # Do not pipe into `grep -q`: it exits early, SIGPIPE then ends apt-cache, and with pipefail the name counts as not
     # offered.
-    policy=$(apt-cache policy "$name" 2>/dev/null)
+    policy=$(LC_ALL=C apt-cache policy "$name" 2>/dev/null)
     [[ $policy != *"Candidate: "[!\(]* ]] || break
   done
   echo "$name"

@@ -10,9 +10,12 @@ status=0
 tool() { printf '#!/bin/bash\n%s\n' "$2" >"$folder/$1" && chmod +x "$folder/$1"; }
 # shellcheck disable=SC2016 # expanded by the tool
 tool dpkg-query 'case " $INSTALLED " in *" ${!#} "*) echo -n installed ;; *) exit 1 ;; esac'
-# A version table longer than a pipe holds follows, so that apt-cache dies if its reader ends early.
+# apt-cache is German unless asked otherwise. A version table longer than a pipe holds follows, so that apt-cache dies if its
+# reader ends early.
 # shellcheck disable=SC2016
-tool apt-cache 'case " $OFFERED " in *" $2 "*) echo "  Candidate: 1.0-1" ;; *) echo "  Candidate: (none)" ;; esac
+tool apt-cache 'candidate=Installationskandidat
+[ "${LC_ALL:-}" != C ] || candidate=Candidate
+case " $OFFERED " in *" $2 "*) echo "  $candidate: 1.0-1" ;; *) echo "  $candidate: (none)" ;; esac
 printf "%100000s\n" table'
 # shellcheck disable=SC2016
 tool apt-get 'echo "$*" >>"'"$folder"'/asked"'
