@@ -1,7 +1,6 @@
 # shellcheck shell=bash disable=SC2034 # the lists are for the scripts that source this one
 # Sourced by other scripts: the packages that this project needs, and functions that install them on Debian and Ubuntu.
-# An entry "a|b" stands for the first of these packages that is installed, or otherwise the first that the system offers,
-# because the names differ between releases.
+# An entry "a|b" stands for the first of these packages that the system offers, because the names differ between releases.
 
 # To build the programs and run them.
 run_packages=(
@@ -43,28 +42,27 @@ package_packages=(git dpkg-dev lintian debootstrap util-linux xvfb xdotool)
 
 is_installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
 
-# missing_packages ENTRY…: prints the entries of which no package is installed.
-missing_packages() {
-  local entry name
-  for entry in "$@"; do
-    for name in ${entry//|/ }; do
-      is_installed "$name" && continue 2
-    done
-    echo "$entry"
-  done
-}
-
-# offered_name ENTRY: prints the first name of the entry that can be installed on this system; the last name if none
-# can.
+# offered_name ENTRY: prints the first name of the entry that is installed or can be installed on this system; the last
+# name if there is none.
 offered_name() {
   local name policy
   for name in ${1//|/ }; do
+    if [ "$name" = "$1" ] || is_installed "$name"; then break; fi
     # Do not pipe into `grep -q`: it exits early, SIGPIPE then ends apt-cache, and with pipefail the name counts as not
     # offered.
     policy=$(LC_ALL=C apt-cache policy "$name" 2>/dev/null)
     [[ $policy != *"Candidate: "[!\(]* ]] || break
   done
   echo "$name"
+}
+
+# missing_packages ENTRY…: prints the entries whose package is not installed. A later name of an entry does not replace
+# one that is offered: where Qt's SVG plugins are a package of their own, the library alone is not enough.
+missing_packages() {
+  local entry
+  for entry in "$@"; do
+    is_installed "$(offered_name "$entry")" || echo "$entry"
+  done
 }
 
 # require_packages ENTRY…: installs the missing packages, as root or through sudo. If neither is possible, prints their
@@ -87,6 +85,7 @@ require_packages() {
     as_root=(sudo)
   fi
   "${as_root[@]}" apt-get update -qq >&2 || true
+  missing=$(missing_packages "$@")
   for entry in $missing; do names+=("$(offered_name "$entry")"); done
   echo "Installing: ${names[*]}" >&2
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${names[@]}" >&2

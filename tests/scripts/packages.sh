@@ -49,7 +49,10 @@ require "" "new old" "new|old"
 expect "the first alternative is preferred" "new" "$(installed)"
 
 require "old" "new old" "new|old"
-expect "an installed alternative is enough" "" "$(installed)"
+expect "an installed alternative is not enough where the system offers an earlier one" "new" "$(installed)"
+
+require "old" "" "new|old"
+expect "an installed alternative is enough where the system offers none before it" "" "$(installed)"
 
 require "" "" "new|old"
 expect "a name that is not offered reaches apt-get, which says so" "old" "$(installed)"
