@@ -1,5 +1,22 @@
-# stackreel_target(<target>): sets the C++ standard, warnings, sanitizers and defines, for every target of this project.
+include(CheckPIESupported)
+check_pie_supported()
+
+# stackreel_harden(<target>): in a release build, checks of buffers and of the stack at run time, and addresses that are
+# random and, once resolved, read-only. The Debian package adds the flags of dpkg-buildflags, which may be stricter.
+function(stackreel_harden target)
+  set(release $<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${STACKREEL_SANITIZE}>>>)
+  # The macro may be defined by the environment, and GCC warns about another definition.
+  target_compile_options(${target} PRIVATE
+    "$<${release}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong>")
+  target_link_options(${target} PRIVATE "$<${release}:LINKER:-z,relro,-z,now,-z,noexecstack>")
+endfunction()
+
+# stackreel_target(<target> [FOR_TESTS]): sets the C++ standard, warnings, sanitizers and defines, for every target of this
+# project, and hardens all but those of the tests.
 function(stackreel_target target)
+  if(NOT FOR_TESTS IN_LIST ARGN)
+    stackreel_harden(${target})
+  endif()
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
   target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR})

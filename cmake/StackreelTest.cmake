@@ -12,7 +12,7 @@ add_custom_target(quick_tests)
 # tested libraries are fully optimised, the tests are not: they need not be fast, and GCC 12 warns falsely about
 # uninitialised optional values when it inlines them.
 function(stackreel_test_options target)
-  stackreel_target(${target})
+  stackreel_target(${target} FOR_TESTS)
   target_compile_options(${target} PRIVATE
     $<$<CONFIG:Release>:-O1> $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-Wno-maybe-uninitialized>)
 endfunction()

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# package.sh FOLDER: tests the Debian package. Builds it twice and compares the results, runs lintian, and installs it in a
-# bare root of this machine's own release. There it exports a clip, opens the window, looks for updates and removes
-# the package. Prints one line for each check: ok, FAILED or skipped. Logs and screenshots stay in FOLDER.
+# package.sh FOLDER: tests the Debian package. Builds it twice and compares the results, runs lintian, looks at how the
+# programs are hardened, and installs it in a bare root of this machine's own release. There it exports a clip, opens the
+# window, looks for updates and removes the package. Prints one line for each check: ok, FAILED or skipped. Logs and
+# screenshots stay in FOLDER.
 set -uo pipefail
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 folder=$(realpath -m "$1")
@@ -32,6 +33,11 @@ run_lintian() {
     cat "$folder/lintian.log"
     failed "lintian finds no error"
   }
+}
+
+programs_are_hardened() {
+  rm -rf "$folder/content"
+  dpkg-deb --extract "$package" "$folder/content" && python3 "$source/tests/packaging/hardening.py" "$folder/content"
 }
 
 install_package() {
@@ -83,6 +89,7 @@ removal_is_complete() {
 mkdir -p "$folder"
 build_twice
 run_lintian
+check "the programs in the package are hardened" programs_are_hardened
 if reason=$(why_no_root) || { [ -z "$(debian_suite)" ] && reason="this is not a Debian"; }; then
   skipped "the bare system: $reason"
   exit $status
