@@ -20,7 +20,7 @@ std::filesystem::path newPath()
 
 } // namespace
 
-ScratchDirectory::ScratchDirectory() : m_path(newPath()), m_temporary(m_path, TemporaryPath::Kind::folder)
+ScratchDirectory::ScratchDirectory() : m_path(newPath()), m_temporary(m_path)
 {
     Files::createPrivateDirectory(m_path);
 }

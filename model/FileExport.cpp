@@ -37,7 +37,7 @@ QCoro::Task<> FileExport::run(PartialFile& partial, ExportRequest request, Repor
         throw;
     } catch (...) {
         // The tools only say that there is no such file.
-        partial.requireFolder();
+        partial.requireInPlace();
         throw;
     }
     co_await check(std::move(report));

@@ -55,19 +55,19 @@ PartialFile::PartialFile(const Destination& destination, Name name)
         replaced ? *replaced | fs::perms::owner_read | fs::perms::owner_write : usual;
     if (name == Name::hidden)
         createFile(hiddenName(), permissions);
-    else if (replaced || destination.file.extension() != destination.named.extension())
-        // FFmpeg chooses the format by the extension, which the target of a link need not have.
+    // FFmpeg chooses the format by the extension, which the target of a link need not have.
+    else if (replaced || destination.file.extension() != destination.named.extension() ||
+             tryToCreate(destination.file.filename(), permissions) != 0)
         createUnfinished(permissions);
-    else
-        m_name = destination.file.filename();
     m_path = destination.file.parent_path() / m_name;
-    m_temporary.emplace(m_path, TemporaryPath::Kind::file);
+    m_identity = m_file->identity();
+    m_temporary.emplace(m_path, m_identity);
 }
 
 PartialFile::~PartialFile()
 {
-    if (!m_moved && (!m_kept || m_folder.sizeOf(m_name) == 0))
-        m_folder.remove(m_name);
+    if (!m_moved && (!m_kept || m_file->size() == 0))
+        m_folder.remove(m_name, m_identity);
 }
 
 void PartialFile::keep()
@@ -79,7 +79,7 @@ void PartialFile::keep()
 /// Returns 0, or EEXIST or ENAMETOOLONG if there cannot be a file of this name.
 int PartialFile::tryToCreate(const std::string& name, fs::perms permissions)
 {
-    const int error = m_folder.createNew(name, permissions);
+    const int error = m_folder.createNew(name, permissions, m_file);
     if (error != 0 && error != EEXIST && error != ENAMETOOLONG)
         throw SystemError(error, "write", m_destination.named);
     m_name = name;
@@ -107,19 +107,22 @@ void PartialFile::createUnfinished(fs::perms permissions)
     throw SystemError(EEXIST, "write", m_destination.named);
 }
 
-void PartialFile::requireFolder() const
+void PartialFile::requireInPlace() const
 {
     if (!m_folder.isInPlace())
         throw ExportError("The folder “" + m_path.parent_path().string() +
                           "” was moved or removed during the export. Export again into another folder.");
+    if (!m_folder.contains(m_name, m_identity))
+        throw ExportError("“" + m_path.string() +
+                          "” was removed or replaced by another program during the export. Export again.");
 }
 
 void PartialFile::moveIntoPlace(const std::stop_token& stop)
 {
-    requireFolder();
-    WriteHandle(m_path).synchronize();
+    m_file->synchronize();
     if (stop.stop_requested())
         throw CancellationError();
+    requireInPlace();
     if (m_path != m_destination.file) {
         // Some file systems fix the permissions of all files and refuse to set any.
         std::error_code ignored;

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/FileIdentity.h"
+
 #include <sys/types.h>
 
 #include <atomic>
 #include <filesystem>
+#include <optional>
 
 namespace stackreel
 {
@@ -26,11 +29,10 @@ struct CleanupProcess {
 class TemporaryPath
 {
 public:
-    /// A folder is removed with its content. A file is not removed if a folder has its name by then.
-    enum class Kind { file, folder };
-
-    /// The path must be absolute; it need not exist.
-    TemporaryPath(const std::filesystem::path& path, Kind kind);
+    /// The path must be absolute. With `file` it is removed only if it is still the path of that file.
+    /// Without it is a folder, which need not exist yet, and is removed with its content.
+    explicit TemporaryPath(const std::filesystem::path& path,
+                           std::optional<FileIdentity> file = std::nullopt);
     ~TemporaryPath();
     TemporaryPath(const TemporaryPath&) = delete;
     TemporaryPath& operator=(const TemporaryPath&) = delete;

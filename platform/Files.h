@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/FileIdentity.h"
+
 #include <sys/types.h>
 
 #include <filesystem>
@@ -16,11 +18,17 @@ class WriteHandle
 public:
     /// Opens an existing file for writing at its start. Throws `SystemError`.
     explicit WriteHandle(const std::filesystem::path& path);
+    /// Takes over a descriptor that is open for writing. The path is for messages.
+    WriteHandle(const std::filesystem::path& path, int descriptor);
     ~WriteHandle();
     WriteHandle(const WriteHandle&) = delete;
     WriteHandle& operator=(const WriteHandle&) = delete;
 
     int descriptor() const { return m_descriptor; }
+    /// Throws `SystemError`.
+    FileIdentity identity() const;
+    /// The size of the file in bytes; 0 if it cannot be found out.
+    std::uintmax_t size() const noexcept;
     /// Flushes what was written to disk. Throws `SystemError`.
     void synchronize() const;
     /// Whether the file system has no room for more of this file, or the user's share is used up. False where

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/Files.h"
+
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace stackreel
@@ -17,13 +20,16 @@ public:
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
-    /// Creates a new empty file with these permissions, reduced by the user's file mode mask. Throws nothing:
-    /// returns 0, or the errno value of a failure, EEXIST for a name that is taken.
-    int createNew(const std::string& name, std::filesystem::perms permissions) const;
-    /// Removes a file; a failure is ignored.
-    void remove(const std::string& name) const noexcept;
-    /// The size of a file in bytes; 0 where there is none.
-    std::uintmax_t sizeOf(const std::string& name) const noexcept;
+    /// Creates a new empty file with these permissions, reduced by the user's file mode mask, and opens it as
+    /// `file`. Throws nothing: returns 0, or the errno value of a failure, EEXIST for a name that is taken.
+    int createNew(const std::string& name, std::filesystem::perms permissions,
+                  std::optional<WriteHandle>& file) const;
+    /// Whether the name is that of this file, not of a link to it. Throws `SystemError` when the system does
+    /// not tell.
+    bool contains(const std::string& name, FileIdentity file) const;
+    /// Removes the file if it still has the name; a failure is ignored. The system cannot do both in one
+    /// step: another program that gives the name to a file of its own right between them loses that file.
+    void remove(const std::string& name, FileIdentity file) const noexcept;
     /// Renames a file in the folder. With `replace` an existing destination is replaced atomically. Without
     /// it an existing destination is an error (EEXIST) and stays as it was. Throws `SystemError`.
     void rename(const std::string& from, const std::string& to, bool replace) const;

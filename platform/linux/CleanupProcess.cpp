@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -32,7 +33,7 @@ constexpr int millisecondsToEnd = 1000;
 struct Table {
     struct Path {
         std::atomic<bool> used = false;
-        TemporaryPath::Kind kind = TemporaryPath::Kind::file;
+        std::optional<FileIdentity> file; ///< none for a folder
         std::array<char, PATH_MAX> name{};
     };
 
@@ -102,9 +103,11 @@ void killChild(pid_t child)
 void remove(const Table::Path& path)
 {
     std::error_code ignored;
-    if (path.kind == TemporaryPath::Kind::folder)
+    struct stat found = {};
+    if (!path.file)
         std::filesystem::remove_all(path.name.data(), ignored);
-    else
+    else if (::lstat(path.name.data(), &found) == 0 &&
+             path.file == FileIdentity{.device = found.st_dev, .inode = found.st_ino})
         ::unlink(path.name.data());
 }
 
@@ -155,7 +158,7 @@ void CleanupProcess::removeChild(pid_t child)
     replaceChild(child, 0);
 }
 
-TemporaryPath::TemporaryPath(const std::filesystem::path& path, Kind kind)
+TemporaryPath::TemporaryPath(const std::filesystem::path& path, std::optional<FileIdentity> file)
 {
     const std::string& name = path.native();
     if (table == nullptr || name.size() >= PATH_MAX)
@@ -166,7 +169,7 @@ TemporaryPath::TemporaryPath(const std::filesystem::path& path, Kind kind)
     if (free == table->paths.end())
         return;
     std::memcpy(free->name.data(), name.c_str(), name.size() + 1);
-    free->kind = kind;
+    free->file = file;
     free->used = true;
     m_used = &free->used;
 }

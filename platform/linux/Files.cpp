@@ -41,9 +41,28 @@ WriteHandle::WriteHandle(const std::filesystem::path& path)
         throw SystemError(errno, "open", path);
 }
 
+WriteHandle::WriteHandle(const std::filesystem::path& path, int descriptor)
+    : m_path(path), m_descriptor(descriptor)
+{
+}
+
 WriteHandle::~WriteHandle()
 {
     systemCalls().close(m_descriptor);
+}
+
+FileIdentity WriteHandle::identity() const
+{
+    struct stat found = {};
+    if (::fstat(m_descriptor, &found) != 0)
+        throw SystemError(errno, "look at", m_path);
+    return {.device = found.st_dev, .inode = found.st_ino};
+}
+
+std::uintmax_t WriteHandle::size() const noexcept
+{
+    struct stat found = {};
+    return ::fstat(m_descriptor, &found) == 0 ? static_cast<std::uintmax_t>(found.st_size) : 0;
 }
 
 void WriteHandle::synchronize() const

@@ -39,26 +39,35 @@ Folder::~Folder()
     systemCalls().close(m_descriptor);
 }
 
-int Folder::createNew(const std::string& name, std::filesystem::perms permissions) const
+int Folder::createNew(const std::string& name, std::filesystem::perms permissions,
+                      std::optional<WriteHandle>& file) const
 {
-    const int file =
+    const int descriptor =
         openCloseOnExec(m_descriptor, name, O_WRONLY | O_CREAT | O_EXCL, static_cast<mode_t>(permissions));
-    if (file < 0)
+    if (descriptor < 0)
         return errno;
-    systemCalls().close(file);
+    file.emplace(m_path / name, descriptor);
     return 0;
 }
 
-void Folder::remove(const std::string& name) const noexcept
-{
-    ::unlinkat(m_descriptor, name.c_str(), 0);
-}
-
-std::uintmax_t Folder::sizeOf(const std::string& name) const noexcept
+bool Folder::contains(const std::string& name, FileIdentity file) const
 {
     struct stat found = {};
-    const bool exists = ::fstatat(m_descriptor, name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0;
-    return exists ? static_cast<std::uintmax_t>(found.st_size) : 0;
+    if (::fstatat(m_descriptor, name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0)
+        return file == FileIdentity{.device = found.st_dev, .inode = found.st_ino};
+    if (errno == ENOENT)
+        return false;
+    throw SystemError(errno, "look at", m_path / name);
+}
+
+void Folder::remove(const std::string& name, FileIdentity file) const noexcept
+{
+    try {
+        if (contains(name, file))
+            ::unlinkat(m_descriptor, name.c_str(), 0);
+    } catch (const SystemError&) {
+        // Ignored, as the header says.
+    }
 }
 
 void Folder::rename(const std::string& from, const std::string& to, bool replace) const

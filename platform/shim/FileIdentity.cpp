@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <charconv>
+#include <cstdint>
 
 namespace stackreel::shim
 {

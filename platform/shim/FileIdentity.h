@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstdint>
+#include "platform/FileIdentity.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,15 +9,6 @@
 
 namespace stackreel::shim
 {
-
-/// Identifies a file independent of its name. Two links to one file have the same identity; a copy has
-/// another one.
-struct FileIdentity {
-    std::uint64_t device = 0;
-    std::uint64_t inode = 0;
-
-    bool operator==(const FileIdentity&) const = default;
-};
 
 /// The identity of the file at `path`, with symbolic links followed. Returns `std::nullopt` if the file does
 /// not exist or cannot be examined.

@@ -5,6 +5,7 @@
 #include "model/ExportError.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
+#include "tests/support/ChildReport.h"
 
 namespace stackreel
 {
@@ -124,10 +125,28 @@ TEST_F(FileExportTest, ChangesNoFileWhenTheToolIsMissing)
     EXPECT_EQ(names(), Names{"out.mp4"});
 }
 
-TEST_F(FileExportTest, IsNoSuccessWhenItsFileWasRemoved)
+TEST_F(FileExportTest, IsNoSuccessWhenItsFileWasRemovedOrReplaced)
 {
-    installTool("printf whole > \"$destination\"\nrm \"$destination\"\n");
-    EXPECT_EQ(failure(), "FFmpeg ended without an error but wrote no file.");
+    const char* const changes[] = {"rm \"$destination\"\n",
+                                   "printf theirs > other\nmv other \"$destination\"\n"};
+    for (const char* const change : changes) {
+        installTool("printf whole > \"$destination\"\n" + std::string(change));
+        EXPECT_EQ(failure(),
+                  "“" + request.output.string() +
+                      "” was removed or replaced by another program during the export. Export again.");
+    }
+    EXPECT_EQ(contentOf(request.output), "theirs");
+}
+
+TEST_F(FileExportTest, LeavesAFileOfAnotherProgramWhenCancelled)
+{
+    installTool("printf theirs > other\nmv other \"$destination\"\nexec '" + testChild().string() +
+                "' patient pid 1\n");
+    Awaited<fs::path> exported(FileExport::replace(request, m_stop.get_token()));
+    ASSERT_TRUE(eventually([this] { return isWaiting(); }));
+    m_stop.request_stop();
+    EXPECT_THROW(exported.result(), CancellationError);
+    EXPECT_EQ(contentOf(request.output), "theirs");
 }
 
 TEST_F(FileExportTest, NamesAFolderThatWasMovedAway)

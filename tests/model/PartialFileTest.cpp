@@ -13,6 +13,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -99,6 +100,27 @@ TEST_F(PartialFileTest, ReplacesTheTargetOfALinkAndKeepsTheLink)
     partial.moveIntoPlace();
     EXPECT_TRUE(fs::is_symlink(m_directory / "out.mp4"));
     EXPECT_EQ(contentOf(m_directory / "folder/old.mp4"), "new");
+}
+
+TEST_F(PartialFileTest, LeavesAFileOfAnotherProgramThatTookItsName)
+{
+    for (const bool exists : {false, true}) {
+        for (const auto name : {PartialFile::Name::hidden, PartialFile::Name::visible}) {
+            if (exists)
+                m_directory.write("out.mp4", "old");
+            auto partial = std::make_unique<PartialFile>(destination(true), name);
+            const fs::path path = partial->path();
+            render(*partial, "ours");
+            fs::rename(m_directory.write("other", "theirs"), path);
+            EXPECT_THROW(partial->moveIntoPlace(), ExportError);
+            partial.reset();
+            EXPECT_EQ(contentOf(path), "theirs") << path;
+            if (exists) {
+                EXPECT_EQ(contentOf(m_directory / "out.mp4"), "old");
+            }
+            fs::remove(path);
+        }
+    }
 }
 
 TEST_F(PartialFileTest, ThrowsBeforeRenderingWhenTheFolderCannotBeWritten)
@@ -224,7 +246,7 @@ protected:
 TEST_F(VisiblePartialFileTest, IsTheDestinationWhereThereIsNone)
 {
     EXPECT_EQ(nameFor("out.mp4"), "out.mp4");
-    EXPECT_EQ(m_directory.names(), Names{"clip.mov"}) << "it does not exist yet";
+    EXPECT_EQ(m_directory.names(), Names{"clip.mov"}) << "removed with the object";
 }
 
 TEST_F(VisiblePartialFileTest, HasANameThatSaysSoWhereTheDestinationExists)

@@ -1,5 +1,6 @@
 #include "platform/CleanupProcess.h"
 
+#include "platform/Files.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -46,6 +47,11 @@ protected:
         }
         ::waitpid(program, nullptr, 0);
     }
+    TemporaryPath* addFile(const char* name) const
+    {
+        const std::filesystem::path path = m_folder / name;
+        return new TemporaryPath(path, WriteHandle(path).identity());
+    }
     bool isRemoved(const char* name) const
     {
         return eventually([&] { return !std::filesystem::exists(m_folder / name); });
@@ -65,10 +71,9 @@ TEST_F(CleanupProcessTest, RemovesTemporaryPathsHoweverTheProgramEnds)
         m_folder.write("half.mp4", "half");
         run(
             [this] {
-                using enum TemporaryPath::Kind;
-                new TemporaryPath(m_folder / "scratch", folder);
-                new TemporaryPath(m_folder / "half.mp4", file);
-                new TemporaryPath(m_folder / "not there", file);
+                new TemporaryPath(m_folder / "scratch");
+                new TemporaryPath(m_folder / "not there");
+                addFile("half.mp4");
             },
             end);
         EXPECT_TRUE(isRemoved("scratch"));
@@ -78,19 +83,36 @@ TEST_F(CleanupProcessTest, RemovesTemporaryPathsHoweverTheProgramEnds)
 
 TEST_F(CleanupProcessTest, KeepsWhatIsNoLongerTemporaryAndWhatItDoesNotKnow)
 {
-    for (const char* name : {"other.mp4", "whole.mp4", "folder/file", "half.mp4"})
+    for (const char* name : {"other.mp4", "whole.mp4", "half.mp4"})
         m_folder.write(name, "text");
     run(
         [this] {
-            using enum TemporaryPath::Kind;
-            std::make_unique<TemporaryPath>(m_folder / "whole.mp4", file).reset();
-            new TemporaryPath(m_folder / "folder", file);
-            new TemporaryPath(m_folder / "half.mp4", file);
+            delete addFile("whole.mp4");
+            addFile("half.mp4");
         },
         [] { ::_exit(0); });
     ASSERT_TRUE(isRemoved("half.mp4"));
-    EXPECT_EQ(m_folder.names(), (std::vector<std::string>{"folder", "other.mp4", "whole.mp4"}));
-    EXPECT_TRUE(std::filesystem::exists(m_folder / "folder/file")) << "a folder in the place of a file";
+    EXPECT_EQ(m_folder.names(), (std::vector<std::string>{"other.mp4", "whole.mp4"}));
+}
+
+TEST_F(CleanupProcessTest, KeepsWhatTookTheNameOfATemporaryFile)
+{
+    for (const char* name : {"file", "folder", "link", "last"})
+        m_folder.write(name, "ours");
+    m_folder.write("theirs", "theirs");
+    run(
+        [this] {
+            for (const char* name : {"file", "folder", "link", "last"})
+                addFile(name);
+            std::filesystem::rename(m_folder / "theirs", m_folder / "file");
+            std::filesystem::remove(m_folder / "folder");
+            std::filesystem::create_directory(m_folder / "folder");
+            std::filesystem::rename(m_folder / "link", m_folder / "renamed");
+            std::filesystem::create_symlink("renamed", m_folder / "link");
+        },
+        [] { ::_exit(0); });
+    ASSERT_TRUE(isRemoved("last")) << "after the others";
+    EXPECT_EQ(m_folder.names(), (std::vector<std::string>{"file", "folder", "link", "renamed"}));
 }
 
 TEST_F(CleanupProcessTest, KillsTheChildrenThatAreLeft)
@@ -120,7 +142,7 @@ TEST_F(CleanupProcessTest, KillsNoChildThatWasRemoved)
         [this, child] {
             CleanupProcess::addChild(child);
             CleanupProcess::removeChild(child);
-            new TemporaryPath(m_folder / "last", TemporaryPath::Kind::file);
+            addFile("last");
         },
         [] { ::_exit(0); });
     ASSERT_TRUE(isRemoved("last")) << "children are killed before";

@@ -102,7 +102,7 @@ protected:
     void startWriting()
     {
         startExport();
-        ASSERT_TRUE(eventually([this] { return std::filesystem::exists(destination); }));
+        ASSERT_TRUE(eventually([this] { return !contentOf(destination).empty(); }));
         ASSERT_EQ(model().phase(), Phase::exporting());
     }
     void expectNothingLeft()

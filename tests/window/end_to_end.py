@@ -68,7 +68,7 @@ class EndToEnd(WindowTest):
         program.export_to(result)
         eventually(program.progress_is_shown, "an export under way")
         self.shoot(program, "exporting")
-        self.assertFalse(result.exists())
+        self.assertFalse(is_whole(result))
         self.tools.go()
         # The moving part of the progress bar is invisible at times, so its absence alone does not mean that the export
         # has ended.
@@ -103,7 +103,7 @@ class EndToEnd(WindowTest):
         self.shoot(program, "custom-size")
         result = self.out / "custom.mp4"
         program.export_to(self.out / "custom")
-        eventually(result.exists, "an exported file with the suffix that was not typed")
+        eventually(lambda: is_whole(result), "an exported file with the suffix that was not typed")
         self.quit(program)
 
     def test_moves_resizes_and_maximizes_the_window_by_its_frame(self):
