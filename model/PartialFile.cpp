@@ -122,12 +122,11 @@ void PartialFile::moveIntoPlace(const std::stop_token& stop)
     m_file->synchronize();
     if (stop.stop_requested())
         throw CancellationError();
+    if (const auto replaced = permissionsOf(m_destination.file); replaced && m_destination.replace)
+        m_file->setPermissions(*replaced);
+    // Last before the rename, so that another program has as little time as possible to replace the file.
     requireInPlace();
     if (m_path != m_destination.file) {
-        // Some file systems fix the permissions of all files and refuse to set any.
-        std::error_code ignored;
-        if (const auto replaced = permissionsOf(m_destination.file); replaced && m_destination.replace)
-            fs::permissions(m_path, *replaced, ignored);
         try {
             m_folder.rename(m_name, m_destination.file.filename(), m_destination.replace);
         } catch (const SystemError& error) {

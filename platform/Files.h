@@ -29,6 +29,8 @@ public:
     FileIdentity identity() const;
     /// The size of the file in bytes; 0 if it cannot be found out.
     std::uintmax_t size() const noexcept;
+    /// A failure is ignored: some file systems fix the permissions of all files and refuse to set any.
+    void setPermissions(std::filesystem::perms permissions) const noexcept;
     /// Flushes what was written to disk. Throws `SystemError`.
     void synchronize() const;
     /// Whether the file system has no room for more of this file, or the user's share is used up. False where

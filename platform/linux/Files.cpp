@@ -65,6 +65,11 @@ std::uintmax_t WriteHandle::size() const noexcept
     return ::fstat(m_descriptor, &found) == 0 ? static_cast<std::uintmax_t>(found.st_size) : 0;
 }
 
+void WriteHandle::setPermissions(std::filesystem::perms permissions) const noexcept
+{
+    ::fchmod(m_descriptor, static_cast<mode_t>(permissions));
+}
+
 void WriteHandle::synchronize() const
 {
     if (systemCalls().fsync(m_descriptor) != 0)

@@ -123,6 +123,20 @@ TEST_F(PartialFileTest, LeavesAFileOfAnotherProgramThatTookItsName)
     }
 }
 
+TEST_F(PartialFileTest, ChangesNothingThroughALinkThatTookItsName)
+{
+    m_directory.write("out.mp4", "old");
+    fs::permissions(m_directory / "out.mp4", fs::perms(0666));
+    fs::permissions(m_directory.write("private", "secret"), fs::perms(0600));
+    PartialFile partial(destination(true), PartialFile::Name::visible);
+    render(partial, "new");
+    fs::remove(partial.path());
+    fs::create_symlink("private", partial.path());
+    EXPECT_THROW(partial.moveIntoPlace(), ExportError);
+    EXPECT_EQ(permissionsOf("private"), fs::perms(0600));
+    EXPECT_EQ(contentOf(m_directory / "out.mp4"), "old");
+}
+
 TEST_F(PartialFileTest, ThrowsBeforeRenderingWhenTheFolderCannotBeWritten)
 {
     // No user can create a file in /proc.
