@@ -20,6 +20,11 @@ constexpr std::array advices = {
     Advice("Permission denied", "A file may not be read or written by this user."),
     Advice("Is a directory", "A folder was named in place of a file."),
     Advice("Cannot allocate memory", "Memory ran out. Close other programs and try again."),
+    Advice("Too many open files",
+           "The system allows no more open files here. Close other programs, or allow more (“ulimit -n”)."),
+    Advice("Resource temporarily unavailable",
+           "The system allows no more processes here. Close other programs, or allow more (“ulimit -u”)."),
+    Advice("could not be asked for its encoders", "It could not be started completely. Try again."),
 };
 
 constexpr std::string_view damaged =

@@ -4,7 +4,10 @@
 #include "media/TemporaryFolderFull.h"
 #include "platform/Files.h"
 
+#include <charconv>
 #include <csignal>
+#include <optional>
+#include <string_view>
 
 namespace stackreel
 {
@@ -39,13 +42,30 @@ bool isCrash(int signal)
     return signal == SIGABRT || signal == SIGBUS || signal == SIGFPE || signal == SIGILL || signal == SIGSEGV;
 }
 
+/// The signal that ended the tool; none where it ended by itself. FFmpeg catches a request to end, and says
+/// so in its last line.
+std::optional<int> endingSignal(const ProcessOutput& output, const std::string& lines)
+{
+    if (output.endedBySignal)
+        return output.status;
+    const std::string_view caught = "Exiting normally, received signal ";
+    const std::size_t found = lines.rfind(caught);
+    int signal = 0;
+    if (found == std::string::npos)
+        return std::nullopt;
+    const char* const digits = lines.data() + found + caught.size();
+    const bool isNumber = std::from_chars(digits, lines.data() + lines.size(), signal).ec == std::errc();
+    return isNumber ? std::optional(signal) : std::nullopt;
+}
+
 std::string message(const std::string& tool, const ProcessOutput& output)
 {
     std::string lines = output.errorText();
-    if (!output.endedBySignal)
+    const std::optional<int> signal = endingSignal(output, lines);
+    if (!signal)
         return lines;
-    const std::string sentence = tool + " could not process this video. " + signalSentence(output.status);
-    return isCrash(output.status) && !lines.empty() ? sentence + "\n" + lines : sentence;
+    const std::string sentence = tool + " could not process this video. " + signalSentence(*signal);
+    return isCrash(*signal) && !lines.empty() ? sentence + "\n" + lines : sentence;
 }
 
 } // namespace

@@ -33,6 +33,15 @@ TEST(FailureText, IsASentenceWithAdviceFollowedByTheToolsLines)
          "ffprobe could not process this video. A file does not exist, or was removed meanwhile.\na.mp4: No "
          "such "
          "file or directory"},
+        {MediaToolError::processFailed("FFmpeg", 1, "/usr/bin/ffmpeg could not be asked for its encoders."),
+         "FFmpeg could not process this video. It could not be started completely. Try again.\n"
+         "/usr/bin/ffmpeg could not be asked for its encoders."},
+        {MediaToolError::processFailed("ffprobe", 1, "a.mp4: Too many open files"),
+         "ffprobe could not process this video. The system allows no more open files here. Close other "
+         "programs, or allow more (“ulimit -n”).\na.mp4: Too many open files"},
+        {MediaToolError::processFailed("FFmpeg", 1, "Error: Resource temporarily unavailable"),
+         "FFmpeg could not process this video. The system allows no more processes here. Close other "
+         "programs, or allow more (“ulimit -u”).\nError: Resource temporarily unavailable"},
         {MediaToolError::processFailed("FFmpeg", 9,
                                        "FFmpeg could not process this video. The system ended it."),
          "FFmpeg could not process this video. The system ended it."},

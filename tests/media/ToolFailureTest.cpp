@@ -49,6 +49,16 @@ TEST(ToolFailure, SaysWhatEndedAToolInsteadOfItsProgress)
               "FFmpeg could not process this video. It was ended by signal 15. Try again.");
 }
 
+TEST(ToolFailure, SaysWhatEndedFFmpegWhenItCaughtTheSignal)
+{
+    const ProcessOutput output = {.status = 255,
+                                  .standardOutput = "",
+                                  .standardError = "frame=   30 fps=0.0\nvideo:1133kB audio:16kB\n"
+                                                   "Exiting normally, received signal 15.\n"};
+    EXPECT_EQ(failureOf(output),
+              "FFmpeg could not process this video. It was ended by signal 15. Try again.");
+}
+
 TEST(ToolFailure, ShowsTheLastLinesOfAToolThatCrashed)
 {
     EXPECT_EQ(failureOf(endedBy(SIGABRT, "Assertion x failed\n")),
