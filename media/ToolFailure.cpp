@@ -1,6 +1,5 @@
 #include "media/ToolFailure.h"
 
-#include "media/MediaToolError.h"
 #include "media/TemporaryFolderFull.h"
 #include "platform/Files.h"
 
@@ -14,6 +13,11 @@ namespace stackreel
 
 namespace
 {
+
+std::string firstSentence(const std::string& tool)
+{
+    return tool + " could not process this video. ";
+}
 
 std::string signalSentence(int signal)
 {
@@ -64,7 +68,7 @@ std::string message(const std::string& tool, const ProcessOutput& output)
     const std::optional<int> signal = endingSignal(output, lines);
     if (!signal)
         return lines;
-    const std::string sentence = tool + " could not process this video. " + signalSentence(*signal);
+    const std::string sentence = firstSentence(tool) + signalSentence(*signal);
     return isCrash(*signal) && !lines.empty() ? sentence + "\n" + lines : sentence;
 }
 
@@ -82,6 +86,11 @@ void throwToolFailure(const std::string& tool, const ProcessOutput& output)
     if (text.empty() && output.captureIsFull)
         throw TemporaryFolderFull();
     throw MediaToolError::processFailed(tool, output.status, text);
+}
+
+bool namesSignal(const MediaToolError::ProcessFailed& failure)
+{
+    return failure.message.starts_with(firstSentence(failure.tool));
 }
 
 } // namespace stackreel

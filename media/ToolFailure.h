@@ -1,5 +1,6 @@
 #pragma once
 
+#include "media/MediaToolError.h"
 #include "media/ProcessOutput.h"
 
 #include <string>
@@ -14,5 +15,8 @@ namespace stackreel
 /// was ended by a signal, a sentence that says so and what to do, followed by these lines only if the tool
 /// crashed. It is `TemporaryFolderFull` when there are no lines because there was no room for them.
 [[noreturn]] void throwToolFailure(const std::string& tool, const ProcessOutput& output);
+
+/// Whether the message says that a signal ended the tool.
+bool namesSignal(const MediaToolError::ProcessFailed& failure);
 
 } // namespace stackreel

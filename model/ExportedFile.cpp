@@ -2,6 +2,7 @@
 
 #include "media/MediaProbe.h"
 #include "media/MediaToolError.h"
+#include "media/ToolFailure.h"
 #include "model/ExportError.h"
 
 #include <algorithm>
@@ -44,7 +45,8 @@ QCoro::Task<ProbeDocument> ExportedFile::report(std::filesystem::path file, std:
     try {
         co_return co_await MediaProbe::report(std::move(file), stop);
     } catch (const MediaToolError& problem) {
-        if (!std::holds_alternative<MediaToolError::ProcessFailed>(problem.value()))
+        const auto* failed = std::get_if<MediaToolError::ProcessFailed>(&problem.value());
+        if (failed == nullptr || namesSignal(*failed))
             throw;
     } catch (const DecodingError&) {
         // Reported below.

@@ -3,6 +3,7 @@
 #include "framing/ExportRange.h"
 #include "media/ProcessRunner.h"
 #include "media/TemporaryFolderFull.h"
+#include "media/ToolFailure.h"
 #include "model/PictureComparison.h"
 
 #include <algorithm>
@@ -125,6 +126,8 @@ QCoro::Task<bool> hasPicture(std::filesystem::path ffmpeg, std::filesystem::path
     append(words, {"-i", file.string(), "-map", "0:v:0", "-frames:v", "1", "-vf", "scale=32:32,format=gray",
                    "-f", "rawvideo", "-"});
     const ProcessOutput output = co_await ProcessRunner::run(ffmpeg, std::move(words), stop);
+    if (output.endedBySignal)
+        throwToolFailure("FFmpeg", output);
     co_return !output.standardOutput.empty();
 }
 
@@ -147,6 +150,12 @@ QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request,
     while (true) {
         const ProcessOutput output =
             co_await ProcessRunner::run(ffmpeg, pictureCheckArguments(request, decoding), stop);
+        if (output.endedBySignal && decoding == Decoding::exact)
+            throwToolFailure("FFmpeg", output);
+        if (output.endedBySignal) {
+            decoding = Decoding::exact;
+            continue;
+        }
         const ComparedPictures pictures = ComparedPictures::parse(output.standardOutput);
         const bool sameStart = pictures.sameStart();
         if (pictures.sourceStart.empty() && pictures.resultStart.empty())

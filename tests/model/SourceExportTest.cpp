@@ -54,6 +54,31 @@ TEST_F(SourceExportTest, ReportsAFailedRunAndKeepsThePartialFile)
     EXPECT_EQ(exportedContent(), "half");
 }
 
+TEST_F(SourceExportTest, SaysWhatEndedAToolThatChecksTheResult)
+{
+    const std::string killed = "#!/bin/sh\nkill -KILL $$\n";
+    const std::string copies = "printf whole > \"$destination\"\n";
+    const auto failure = [this] {
+        try {
+            runToEnd(exportSource(request));
+        } catch (const std::exception& error) {
+            return std::string(error.what());
+        }
+        return std::string("none");
+    };
+    const std::string sentence =
+        " could not process this video. The system ended it, probably because memory "
+        "ran out. Close other programs and try again.";
+    m_directory.writeExecutable("third_party/ffmpeg/bin/ffprobe", killed);
+    installTool(copies);
+    EXPECT_EQ(failure(), "ffprobe" + sentence);
+    m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg",
+                                "#!/bin/sh\n[ \"$1\" != -nostdin ] || kill -KILL $$\n"
+                                "for destination; do :; done\n" +
+                                    copies);
+    EXPECT_EQ(failure(), "FFmpeg" + sentence);
+}
+
 TEST_F(SourceExportTest, ReportsAMissingToolAndWritesNothing)
 {
     if (std::filesystem::exists("/usr/local/bin/ffmpeg") ||
