@@ -1,5 +1,8 @@
 #include "cli/FailureText.h"
 
+#include "media/ToolFailure.h"
+
+#include <algorithm>
 #include <array>
 #include <sstream>
 #include <string_view>
@@ -38,13 +41,15 @@ std::string_view adviceFor(const std::string& lines)
     return damaged;
 }
 
-/// The lines without those that show the encoder's progress.
-std::string withoutProgress(const std::string& lines)
+/// The lines without those that show the encoder's progress. FFmpeg ends these with a carriage return, so
+/// that an error may follow on the same line.
+std::string withoutProgress(std::string lines)
 {
+    std::replace(lines.begin(), lines.end(), '\r', '\n');
     std::istringstream stream(lines);
     std::string kept;
     for (std::string line; std::getline(stream, line);)
-        if (!line.starts_with("frame="))
+        if (!line.empty() && !line.starts_with("frame="))
             kept += (kept.empty() ? "" : "\n") + line;
     return kept;
 }
@@ -56,12 +61,11 @@ std::string failureText(const MediaToolError& error)
     const auto* failed = std::get_if<MediaToolError::ProcessFailed>(&error.value());
     if (failed == nullptr)
         return error.errorDescription();
-    const std::string sentence = failed->tool + " could not process this video.";
-    // A tool that was ended by a signal has a message that begins with the sentence.
-    if (failed->message.starts_with(sentence))
+    if (namesSignal(*failed))
         return failed->message;
     const std::string lines = withoutProgress(failed->message);
-    const std::string start = sentence + " " + std::string(adviceFor(lines));
+    const std::string start =
+        failed->tool + " could not process this video. " + std::string(adviceFor(lines));
     return lines.empty() ? start : start + "\n" + lines;
 }
 

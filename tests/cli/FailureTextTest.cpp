@@ -29,6 +29,13 @@ TEST(FailureText, IsASentenceWithAdviceFollowedByTheToolsLines)
          "FFmpeg could not process this video. The disk is full. Free some space and try again.\nav_write: "
          "No "
          "space left on device"},
+        {MediaToolError::processFailed(
+             "FFmpeg", 1,
+             "frame=    1 fps=0.0 \rframe=    9 fps=8.7 \rav_write: No space left on "
+             "device\r\nframe=   12 fps=8.7 \r"),
+         "FFmpeg could not process this video. The disk is full. Free some space and try again.\nav_write: "
+         "No "
+         "space left on device"},
         {MediaToolError::processFailed("ffprobe", 1, "a.mp4: No such file or directory"),
          "ffprobe could not process this video. A file does not exist, or was removed meanwhile.\na.mp4: No "
          "such "
