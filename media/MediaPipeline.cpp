@@ -7,6 +7,8 @@
 #include "media/ToolFailure.h"
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
+#include "platform/Files.h"
+#include "platform/SystemError.h"
 
 #include <algorithm>
 #include <cmath>
@@ -57,6 +59,18 @@ QCoro::Task<ProcessOutput> runTool(ProxyRun run, std::vector<std::string> argume
         std::error_code ignored;
         std::filesystem::remove(run.proxy, ignored);
         throw;
+    }
+}
+
+/// Deletes what a failed run has written if it has filled the disk, where other work needs the space.
+/// Returns whether it did.
+bool removeFromFullDisk(const std::filesystem::path& proxy)
+{
+    std::error_code ignored;
+    try {
+        return WriteHandle(proxy).isDiskFull() && std::filesystem::remove(proxy, ignored);
+    } catch (const SystemError&) {
+        return false; // nothing was written
     }
 }
 
@@ -146,8 +160,10 @@ QCoro::Task<std::filesystem::path> MediaPipeline::createPreview(std::filesystem:
     const ProxyRun run = co_await onWorkerThread(prepareProxy);
     auto arguments = proxyArguments(source, run.proxy);
     const ProcessOutput output = co_await runTool(run, std::move(arguments), stop);
-    if (output.status != 0)
+    if (output.status != 0) {
+        co_await onWorkerThread([&run] { return removeFromFullDisk(run.proxy); });
         throwToolFailure("FFmpeg", output);
+    }
     co_return run.proxy;
 }
 

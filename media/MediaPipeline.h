@@ -25,9 +25,9 @@ struct MediaPipeline {
                                                             std::stop_token stop = {});
 
     /// Creates a small H.264 proxy of the source, without sound, under a new name (`PreviewCopies`). Deletes
-    /// no proxy except the partial one of a cancelled run. Throws `MediaToolError` when the tool is missing
-    /// or fails (the partial proxy stays), `SystemError` when the folder cannot be created, and the errors of
-    /// `ProcessRunner::run`.
+    /// no proxy except the partial one of a run that was cancelled or has filled the disk. Throws
+    /// `MediaToolError` when the tool is missing or fails (the partial proxy otherwise stays), `SystemError`
+    /// when no folder can be created, and the errors of `ProcessRunner::run`.
     static QCoro::Task<std::filesystem::path> createPreview(std::filesystem::path source,
                                                             std::stop_token stop = {});
 

@@ -5,11 +5,13 @@
 #include "platform/SystemError.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
+#include "tests/support/ScopedSystemCalls.h"
 #include "tests/support/Uuid.h"
 #include "tests/support/fakes/FakeAssetLoader.h"
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <thread>
 
 namespace stackreel
@@ -120,6 +122,18 @@ TEST_F(PreviewProxy, ReportsAFailedRunAndKeepsThePartialFile)
     }
 }
 
+TEST_F(PreviewProxy, DoesNotKeepThePartialFileOnAFullDisk)
+{
+    installTool("printf half > \"$destination\"\necho 'No space left on device' >&2\nexit 228\n");
+    ScopedSystemCalls calls;
+    calls->fallocate = [](int, int, off_t, off_t) {
+        errno = ENOSPC;
+        return -1;
+    };
+    EXPECT_THROW(runToEnd(MediaPipeline::createPreview(source)), MediaToolError);
+    EXPECT_FALSE(std::filesystem::exists(arguments().back()));
+}
+
 TEST_F(PreviewProxy, FailsWithoutTheTool)
 {
     if (std::filesystem::exists("/usr/local/bin/ffmpeg") ||
@@ -139,7 +153,8 @@ TEST_F(PreviewProxy, FailsWithoutTheTool)
 TEST_F(PreviewProxy, FailsWhenItsFolderCannotBeCreated)
 {
     installTool("exit 0\n");
-    m_temporary.write("Stackreel-" + std::to_string(::geteuid()), "a file in the way");
+    const ScopedEnvironment place("TMPDIR",
+                                  m_temporary.write("Stackreel-" + std::to_string(::geteuid()), ""));
     EXPECT_THROW(runToEnd(MediaPipeline::createPreview(source)), SystemError);
     EXPECT_FALSE(hasRun());
 }
