@@ -61,9 +61,9 @@ ModelServices services()
                                  std::make_shared<FileSavePanel>(folders));
 }
 
-/// Qt calls `exit` when the connection to the display breaks. Skip the destructors of static objects there,
-/// too: one of them waits for the player's threads, which nobody has ordered to end. `CleanupProcess` does
-/// the rest.
+/// Qt calls `exit` when the connection to the display breaks. Skip the destructors of this program's static
+/// objects there, too: one of them waits for the player's threads, which nobody has ordered to end.
+/// `CleanupProcess` does the rest. What a library registers later, at its first use, still runs before.
 void skipDestructorsAtExit()
 {
     std::atexit([] { std::_Exit(EXIT_FAILURE); });
