@@ -1,6 +1,8 @@
 #include "media/PreviewCopies.h"
 
+#include "media/ScratchDirectory.h"
 #include "platform/PrivateFolder.h"
+#include "platform/SystemError.h"
 
 #include <QUuid>
 
@@ -30,6 +32,26 @@ void keepOpen(std::unique_ptr<PrivateFolder> folder)
     kept.swap(folder);
 }
 
+/// A folder with a random name. It is never destroyed: `CleanupProcess` removes it after the end of the
+/// program.
+const ScratchDirectory& folderOfThisRun()
+{
+    static const auto& folder = *new ScratchDirectory;
+    return folder;
+}
+
+std::filesystem::path openFolder()
+{
+    const auto path = folderPath();
+    try {
+        keepOpen(std::make_unique<PrivateFolder>(path));
+        return path;
+    } catch (const SystemError&) {
+        // Another user may have created something by that name, which this user cannot remove.
+        return folderOfThisRun().path();
+    }
+}
+
 void removeCopies(const std::filesystem::path& folder)
 {
     std::error_code ignored;
@@ -42,10 +64,9 @@ void removeCopies(const std::filesystem::path& folder)
 
 std::filesystem::path PreviewCopies::newFile()
 {
-    const auto path = folderPath();
-    keepOpen(std::make_unique<PrivateFolder>(path));
+    const auto folder = openFolder();
     const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
-    return path / (uuid.toStdString() + extension);
+    return folder / (uuid.toStdString() + extension);
 }
 
 void PreviewCopies::removeUnused() noexcept

@@ -1,13 +1,15 @@
 #include "media/PreviewCopies.h"
 
 #include "platform/PrivateFolder.h"
-#include "platform/SystemError.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <functional>
 
 namespace stackreel
 {
@@ -48,11 +50,30 @@ TEST_F(PreviewCopiesTest, AreInAFolderOfTheUsersOwn)
     EXPECT_EQ(fs::status(m_folder).permissions(), fs::perms::owner_all);
 }
 
-TEST_F(PreviewCopiesTest, AreNotWrittenThroughAPlantedLink)
+TEST_F(PreviewCopiesTest, AreInANewPrivateFolderWhenAnotherUserHasTheNameOfTheirFolder)
 {
     fs::create_directory(m_temporary / "elsewhere");
-    fs::create_directory_symlink(m_temporary / "elsewhere", m_folder);
-    EXPECT_THROW(PreviewCopies::newFile(), SystemError);
+    const auto plantLink = [this] { fs::create_directory_symlink(m_temporary / "elsewhere", m_folder); };
+    const auto plantFolder = [this] {
+        fs::create_directory(m_folder);
+        if (::geteuid() == 0) // only root can give a folder to another user
+            ASSERT_EQ(::chown(m_folder.c_str(), 54321, 54321), 0);
+        else
+            fs::permissions(m_folder, fs::perms(0));
+    };
+    const auto plantFile = [this] { m_temporary.write(m_folder.filename(), "a file in the way"); };
+    for (const std::function<void()>& plant :
+         {std::function<void()>(plantLink), {plantFolder}, {plantFile}}) {
+        plant();
+        const auto copy = PreviewCopies::newFile();
+        EXPECT_EQ(copy.extension(), ".mp4");
+        EXPECT_EQ(copy.parent_path().parent_path(), m_temporary.path());
+        EXPECT_NE(copy.parent_path(), m_folder);
+        EXPECT_EQ(fs::status(copy.parent_path()).permissions(), fs::perms::owner_all);
+        EXPECT_EQ(fs::status(copy.parent_path()).type(), fs::file_type::directory);
+        fs::remove(m_folder);
+    }
+    EXPECT_TRUE(fs::is_empty(m_temporary / "elsewhere"));
 }
 
 TEST_F(PreviewCopiesTest, OfEarlierRunsAreRemoved)
