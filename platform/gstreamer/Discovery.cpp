@@ -2,6 +2,7 @@
 
 #include "platform/gstreamer/GStreamer.h"
 
+#include <mutex>
 #include <stdexcept>
 #include <string>
 
@@ -19,7 +20,7 @@ struct MainLoopUnref {
 };
 using DiscovererPtr = std::unique_ptr<GstDiscoverer, GObjectUnref>;
 
-/// An event loop of this thread's own, so that waiting can be ended from another one.
+/// The event loop of a discovery, on the thread that constructs it.
 class LocalLoop
 {
 public:
@@ -37,34 +38,61 @@ public:
     }
 
     void run() { g_main_loop_run(m_loop.get()); }
-
-    /// Any thread. Also ends a run that has not begun yet.
-    void quit()
-    {
-        // An event of its own, for it must not be lost when the loop does not run yet.
-        GSource* event = g_idle_source_new();
-        g_source_set_priority(event, G_PRIORITY_HIGH);
-        g_source_set_callback(
-            event,
-            [](gpointer loop) -> gboolean {
-                g_main_loop_quit(static_cast<GMainLoop*>(loop));
-                return G_SOURCE_REMOVE;
-            },
-            m_loop.get(), nullptr);
-        g_source_attach(event, m_context);
-        g_source_unref(event);
-    }
+    void quit() { g_main_loop_quit(m_loop.get()); }
 
 private:
     GMainContext* m_context;
     std::unique_ptr<GMainLoop, MainLoopUnref> m_loop;
 };
 
+/// Ends a discovery by an error of its source. `gst_discoverer_stop` must not be called before the end:
+/// GStreamer 1.22 then sets the pipeline's state while it holds a lock that the removal of a pad needs, and
+/// never returns.
+class Interruption
+{
+public:
+    /// Any thread.
+    void request()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_requested = true;
+        postError();
+    }
+    /// Also ends a discovery whose end was requested before it had a source.
+    void setSource(GstElement* source)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_source.reset(GST_ELEMENT(gst_object_ref(source)));
+        postError();
+    }
+
+private:
+    void postError() const
+    {
+        if (!m_requested || !m_source)
+            return;
+        GError* error = g_error_new_literal(GST_CORE_ERROR, GST_CORE_ERROR_FAILED, "stopped");
+        gst_element_post_message(m_source.get(),
+                                 gst_message_new_error(GST_OBJECT(m_source.get()), error, nullptr));
+        g_error_free(error);
+    }
+
+    std::mutex m_mutex;
+    bool m_requested = false;
+    GstElementPtr m_source;
+};
+
 struct Finding {
     LocalLoop loop;
+    Interruption interruption;
     DiscovererInfoPtr info;
     std::string error;
 };
+
+void onSourceSetup(GstDiscoverer*, GstElement* source, gpointer self)
+{
+    static_cast<Finding*>(self)->interruption.setSource(source);
+}
 
 void onDiscovered(GstDiscoverer*, GstDiscovererInfo* info, GError* error, gpointer self)
 {
@@ -103,12 +131,13 @@ DiscovererInfoPtr discover(const std::filesystem::path& file, int timeoutSeconds
     const std::unique_ptr<gchar, GFree> uri(gst_filename_to_uri(file.c_str(), nullptr));
     if (!uri)
         throw std::runtime_error("not a file's name: " + file.string());
+    g_signal_connect(discoverer.get(), "source-setup", G_CALLBACK(onSourceSetup), &finding);
     g_signal_connect(discoverer.get(), "discovered", G_CALLBACK(onDiscovered), &finding);
     g_signal_connect(discoverer.get(), "finished", G_CALLBACK(onFinished), &finding);
     gst_discoverer_start(discoverer.get());
     gst_discoverer_discover_uri_async(discoverer.get(), uri.get());
     {
-        const std::stop_callback onStop(stop, [&finding] { finding.loop.quit(); });
+        const std::stop_callback onStop(stop, [&finding] { finding.interruption.request(); });
         finding.loop.run();
     }
     gst_discoverer_stop(discoverer.get());

@@ -5,9 +5,30 @@
 #include <mutex>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace stackreel
 {
+
+namespace
+{
+
+/// Excludes the demuxers of FFmpeg inside GStreamer from the choice. At the end of a GIF file that demuxer
+/// reads for ever, and a seek in a GXF file does not return. A clip that no other demuxer reads gets a
+/// preview copy.
+void excludeLibavDemuxers()
+{
+    GstRegistry* registry = gst_registry_get();
+    GList* features = gst_registry_get_feature_list_by_plugin(registry, "libav");
+    for (GList* entry = features; entry; entry = entry->next) {
+        auto* feature = static_cast<GstPluginFeature*>(entry->data);
+        if (std::string_view(gst_plugin_feature_get_name(feature)).starts_with("avdemux_"))
+            gst_plugin_feature_set_rank(feature, GST_RANK_NONE);
+    }
+    gst_plugin_feature_list_free(features);
+}
+
+} // namespace
 
 void ensureGStreamer()
 {
@@ -16,7 +37,7 @@ void ensureGStreamer()
         returnLargeBlocksAtOnce();
         GError* error = nullptr;
         if (gst_init_check(nullptr, nullptr, &error))
-            return;
+            return excludeLibavDemuxers();
         const std::string reason = error ? error->message : "unknown reason";
         g_clear_error(&error);
         throw std::runtime_error("GStreamer cannot be used: " + reason);

@@ -76,7 +76,7 @@ GstAsset::Facts GstAsset::findOut(const std::stop_token& stop) const
         const DiscovererInfoPtr info = discover(m_file, discoverySeconds, stop);
         return {lacksNothingNeeded(info.get()), countVideoTracks(info.get())};
     } catch (const std::runtime_error&) {
-        if (!showsPicture(latest, stop))
+        if (stop.stop_requested() || !showsPicture(latest, stop))
             throw;
         return {.playable = true, .videoTracks = 1};
     }

@@ -5,8 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <future>
 #include <optional>
 #include <stdexcept>
+#include <thread>
+#include <utility>
 
 namespace stackreel
 {
@@ -76,6 +79,13 @@ TEST(Asset, IsNotPlayableWithoutAVideoDecoder)
     EXPECT_EQ(playable(renamedCodec(clip.file(), "unknown-codec.mp4", "avc1", "ZYGO")), false);
 }
 
+TEST(Asset, IsNotPlayableWhereOnlyALibavDemuxerReadsIt)
+{
+    // At the end of such a file, that demuxer never ends.
+    const MarkedClip animation{.name = "animation.gif", .frames = 5, .output = "-c:v gif -pix_fmt rgb8"};
+    EXPECT_FALSE(playable(animation.file()).value_or(false) && videoTracks(animation.file()).value_or(0) > 0);
+}
+
 TEST(Asset, IsJudgedWithinFiveSecondsWhenItsFileIsCutShort)
 {
     const MarkedClip clip{.name = "short.mov", .frames = 36, .keyInterval = 30, .sound = true};
@@ -98,6 +108,29 @@ TEST(Asset, ThrowsWhenAStopIsRequested)
     const auto asset = GstAssetLoader().open(clip.file());
     EXPECT_THROW(asset->isPlayable(stop.get_token()), std::runtime_error);
     EXPECT_TRUE(asset->isPlayable({}));
+}
+
+TEST(Asset, AnswersSoonAfterAStopIsRequestedAtAnyMoment)
+{
+    const MarkedClip clip{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
+    const auto file = clip.file();
+    for (int i = 0; i < 100; ++i) {
+        std::stop_source stop;
+        std::packaged_task<void()> ask([file, token = stop.get_token()] {
+            try {
+                GstAssetLoader().open(file)->isPlayable(token);
+            } catch (const std::runtime_error&) {
+                // It was stopped.
+            }
+        });
+        std::future<void> answered = ask.get_future();
+        std::thread thread(std::move(ask));
+        std::this_thread::sleep_for(std::chrono::microseconds(i * 300));
+        stop.request_stop();
+        const bool ended = answered.wait_for(std::chrono::seconds(5)) == std::future_status::ready;
+        ended ? thread.join() : thread.detach();
+        ASSERT_TRUE(ended) << "stopped after " << i * 0.3 << " ms";
+    }
 }
 
 } // namespace stackreel
