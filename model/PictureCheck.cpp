@@ -23,6 +23,9 @@ using Words = std::vector<std::string>;
 // result came late, the last one may show a later moment of the source.
 constexpr double endSeconds = 0.25;
 constexpr double beyondSeconds = 0.04;
+// To decode exactly, the source is read from this much earlier. In a stream such as MPEG-TS, FFmpeg seeks to
+// packets behind the key frame, and the pictures up to the next key frame are then damaged.
+constexpr double leadSeconds = 10;
 
 std::string seconds(double value)
 {
@@ -64,7 +67,8 @@ std::string branch(int input, const std::string& first, const std::string& top, 
            "[o" + n + "];";
 }
 
-std::string filterGraph(const ExportRequest& request, Decoding decoding)
+/// `lead` is how long before the compared end the source is read, in seconds.
+std::string filterGraph(const ExportRequest& request, Decoding decoding, double lead)
 {
     const std::string top = crop(request.top.sourcePixels(request.media));
     const std::string bottom = crop(request.bottom.sourcePixels(request.media));
@@ -72,10 +76,10 @@ std::string filterGraph(const ExportRequest& request, Decoding decoding)
     const std::string lowerHalf = "crop=iw:trunc(ih/2):0:ih-trunc(ih/2)";
     const std::string only = "trim=end_frame=1,";
     const bool fast = decoding == Decoding::fast;
-    const std::string lastFour = fast ? "reverse,trim=end_frame=4," : "";
+    const std::string sourceEnd = fast ? "reverse,trim=end_frame=4," : "trim=start=" + seconds(lead) + ",";
     const std::string last = fast ? "reverse,trim=end_frame=1," : "";
     return branch(0, only, top, bottom) + branch(1, only, upperHalf, lowerHalf) +
-           branch(2, lastFour, top, bottom) + branch(3, last, upperHalf, lowerHalf) +
+           branch(2, sourceEnd, top, bottom) + branch(3, last, upperHalf, lowerHalf) +
            "[o0][o1][o2][o3]concat=n=4[pictures]";
 }
 
@@ -86,6 +90,7 @@ std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Dec
     const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
     const double length = std::min(range.length, std::max(request.media.duration - range.start, 0.0));
     const double end = std::max(length - endSeconds, 0.0);
+    const double lead = decoding == Decoding::fast ? 0 : std::min(end, leadSeconds);
     const Words input = {"-i", request.input.string()};
     const Words result = {"-i", request.output.string()};
     const Words options =
@@ -96,13 +101,13 @@ std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Dec
     append(words, input);
     append(words, result);
     append(words, options);
-    append(words, seek(range.start + end));
-    append(words, {"-t", seconds(endSeconds + beyondSeconds)});
+    append(words, seek(range.start + end - lead));
+    append(words, {"-t", seconds(lead + endSeconds + beyondSeconds)});
     append(words, input);
     append(words, options);
     append(words, seek(end));
     append(words, result);
-    append(words, {"-filter_complex", filterGraph(request, decoding), "-map", "[pictures]", "-fps_mode",
+    append(words, {"-filter_complex", filterGraph(request, decoding, lead), "-map", "[pictures]", "-fps_mode",
                    "passthrough", "-f", "rawvideo", "-"});
     return words;
 }

@@ -15,7 +15,7 @@ namespace stackreel
 /// How the pictures at the end are decoded.
 enum class Decoding {
     fast, ///< only the last few, without the loop filter and without pictures that are not references
-    exact ///< all pictures of the last quarter second, completely
+    exact ///< all pictures of the last quarter second, completely; the source is read from well before
 };
 
 /// The arguments of `ffmpeg` to write pictures of an export and of its source to standard output, in the

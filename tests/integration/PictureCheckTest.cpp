@@ -150,6 +150,9 @@ TEST_F(PictureCheckTest, WhatIsRightPassesWhateverTheSource)
     passes(with({"-vf", "interlace", "-flags", "+ildct+ilme"}), "interlaced.mp4", 0.7, 1.9);
     passes(with({"-f", "lavfi", "-i", "sine=duration=6"}), "short picture.mp4", 0.5, 6);
     passes(with({"-bf", "3", "-g", "15"}), "stream.ts", 1.21, 1.73);
+    // There is only one key frame. FFmpeg starts to decode behind it when it seeks in a stream.
+    passes({"-f", "lavfi", "-i", pattern, "-c:v", "libx265", "-x265-params", "log-level=none"}, "hevc.ts", 0,
+           3);
     passes(with({}), "moment.mkv", 2.7, 3);
     passes({"-itsoffset", "0.7", "-f", "lavfi", "-i", pattern, "-f", "lavfi", "-i", "sine=duration=4", "-c:v",
             "libx264", "-pix_fmt", "yuv420p"},
