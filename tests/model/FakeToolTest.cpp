@@ -9,6 +9,20 @@
 namespace stackreel
 {
 
+ExportRequest landscapeRequest(const std::filesystem::path& input, const std::filesystem::path& output)
+{
+    ExportRequest request;
+    request.input = input;
+    request.output = output;
+    request.media.width = 1920;
+    request.media.height = 1080;
+    request.media.duration = 20;
+    request.top = {.x = 0.04, .y = 0.14, .width = 0.44, .height = 0.72};
+    request.bottom = {.x = 0.52, .y = 0.14, .width = 0.44, .height = 0.72};
+    request.trimEnd = 20;
+    return request;
+}
+
 FakeToolTest::FakeToolTest()
     : m_working(m_directory.path()), m_temporaryPlace("TMPDIR", m_temporary.path().string())
 {

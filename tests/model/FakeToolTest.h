@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framing/ExportCommandBuilder.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/ScopedWorkingDirectory.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -12,6 +13,9 @@
 
 namespace stackreel
 {
+
+/// A request to export all 20 seconds of a landscape clip.
+ExportRequest landscapeRequest(const std::filesystem::path& input, const std::filesystem::path& output);
 
 /// The report of `ffprobe` on an export that is right.
 extern const char* const exportReport;

@@ -20,18 +20,7 @@ using Names = std::vector<std::string>;
 class FileExportTest : public FakeToolTest
 {
 protected:
-    FileExportTest()
-    {
-        fs::create_directory(folder);
-        request.input = m_directory.write("source.mov", "a clip");
-        request.output = folder / "out.mp4";
-        request.media.width = 1920;
-        request.media.height = 1080;
-        request.media.duration = 20;
-        request.top = {.x = 0.04, .y = 0.14, .width = 0.44, .height = 0.72};
-        request.bottom = {.x = 0.52, .y = 0.14, .width = 0.44, .height = 0.72};
-        request.trimEnd = 20;
-    }
+    FileExportTest() { fs::create_directory(folder); }
     void writeOld() const { m_directory.write("to/out.mp4", "old"); }
     Names names() const
     {
@@ -52,7 +41,8 @@ protected:
     }
 
     const fs::path folder = m_directory / "to";
-    ExportRequest request;
+    const ExportRequest request =
+        landscapeRequest(m_directory.write("source.mov", "a clip"), folder / "out.mp4");
     std::stop_source m_stop;
 };
 

@@ -15,20 +15,10 @@ namespace
 class SourceExportTest : public FakeToolTest
 {
 protected:
-    SourceExportTest()
-    {
-        request.input = "/clips/-Beach 'day' 東京 100%.MOV";
-        request.output = m_directory / "out.mp4";
-        request.media.width = 1920;
-        request.media.height = 1080;
-        request.media.duration = 20;
-        request.top = {.x = 0.04, .y = 0.14, .width = 0.44, .height = 0.72};
-        request.bottom = {.x = 0.52, .y = 0.14, .width = 0.44, .height = 0.72};
-        request.trimEnd = 20;
-    }
     std::string exportedContent() const { return contentOf(request.output); }
 
-    ExportRequest request;
+    const ExportRequest request =
+        landscapeRequest("/clips/-Beach 'day' 東京 100%.MOV", m_directory / "out.mp4");
     std::stop_source m_stop;
 };
 
