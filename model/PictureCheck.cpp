@@ -4,12 +4,12 @@
 #include "media/ProcessRunner.h"
 #include "media/TemporaryFolderFull.h"
 #include "media/ToolFailure.h"
+#include "model/ExportError.h"
 #include "model/PictureComparison.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <stdexcept>
 
 namespace stackreel
 {
@@ -116,10 +116,10 @@ namespace
 {
 
 /// The error for a result that has another picture than the source at its start or end.
-std::runtime_error otherPicture(const std::string& begins)
+ExportError otherPicture(const std::string& begins)
 {
-    return std::runtime_error("The exported video does not " + begins +
-                              " with the picture of the source. The encoder of FFmpeg may be at fault.");
+    return ExportError("The exported video does not " + begins +
+                       " with the picture of the source. The encoder of FFmpeg may be at fault.");
 }
 
 /// Whether a picture can be decoded in the file at or after a time.

@@ -26,11 +26,11 @@ std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Dec
 /// Compares the first and the last picture of a written export with those of the source. `ffmpeg` is the path
 /// of the tool. Decodes fast at first; if the pictures differ, decodes again exactly.
 ///
-/// Throws `std::runtime_error` with a sentence for the user if the pictures differ; `CancellationError` when
-/// the token fired, and the other errors of `ProcessRunner::run`. Where the source has a
-/// first picture that can be decoded, the export must have one as well. Otherwise pictures are not compared
-/// if either cannot be decoded, for example if the video stream of the source ends before its audio. Resumes
-/// on the calling thread, which needs a running event loop.
+/// Throws `ExportError` if the pictures differ; `TemporaryFolderFull` if that may be because not all of them
+/// could be captured; `CancellationError` when the token fired, and the other errors of `ProcessRunner::run`.
+/// Where the source has a first picture that can be decoded, the export must have one as well. Otherwise
+/// pictures are not compared if either cannot be decoded, for example if the video stream of the source ends
+/// before its audio. Resumes on the calling thread, which needs a running event loop.
 QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request, std::stop_token stop);
 
 } // namespace stackreel

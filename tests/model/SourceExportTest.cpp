@@ -2,6 +2,7 @@
 
 #include "media/CancellationError.h"
 #include "media/MediaToolError.h"
+#include "model/ExportError.h"
 #include "platform/SystemError.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
@@ -67,6 +68,18 @@ TEST_F(SourceExportTest, SaysWhatEndedAToolThatChecksTheResult)
                                 "for destination; do :; done\n" +
                                     copies);
     EXPECT_EQ(failure(), "FFmpeg" + sentence);
+}
+
+TEST_F(SourceExportTest, ThrowsExportErrorWhenOnlyTheSourceHasAFirstPicture)
+{
+    installTool("printf whole > \"$destination\"\n");
+    m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg",
+                                "#!/bin/sh\nfor destination; do :; done\ncase \"$*\" in\n"
+                                "-nostdin*-filter_complex*) ;;\n"
+                                "-nostdin*.MOV*) printf picture ;;\n"
+                                "-nostdin*) ;;\n"
+                                "*) printf whole > \"$destination\" ;;\nesac\n");
+    EXPECT_THROW(runToEnd(exportSource(request)), ExportError);
 }
 
 TEST_F(SourceExportTest, ReportsAMissingToolAndWritesNothing)
