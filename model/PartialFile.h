@@ -29,7 +29,7 @@ public:
 
     /// Chooses the name and creates an empty file. A file that will replace another has the other's
     /// permissions and is writable. Throws `SystemError`, naming the destination, when no file can be created
-    /// there.
+    /// there or when the system does not let this user replace the existing one.
     PartialFile(const Destination& destination, Name name);
     ~PartialFile();
     PartialFile(const PartialFile&) = delete;

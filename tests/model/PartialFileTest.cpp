@@ -10,6 +10,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <fstream>
@@ -148,6 +149,24 @@ TEST_F(PartialFileTest, ThrowsBeforeRenderingWhenTheFolderCannotBeWritten)
         EXPECT_NE(std::string(error.what()).find("Could not write “/proc/self/out.mp4”"), std::string::npos)
             << error.what();
     }
+}
+
+TEST_F(PartialFileTest, ThrowsBeforeRenderingWhenAnothersFileInAStickyFolderCannotBeReplaced)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can make a file of another user";
+    const auto everything = fs::perms::all | fs::perms::sticky_bit;
+    fs::permissions(m_directory.path(), everything);
+    fs::permissions(m_directory.write("out.mp4", "theirs"), fs::perms(0666));
+    const uid_t nobody = 65534;
+    for (const auto name : {PartialFile::Name::hidden, PartialFile::Name::visible}) {
+        ASSERT_EQ(::seteuid(nobody), 0);
+        EXPECT_THROW(PartialFile(destination(true), name), SystemError);
+        ASSERT_EQ(::seteuid(0), 0);
+        EXPECT_NO_THROW(PartialFile(destination(true), name)) << "root may";
+    }
+    EXPECT_EQ(m_directory.names(), (Names{"clip.mov", "out.mp4"}));
+    EXPECT_EQ(contentOf(m_directory / "out.mp4"), "theirs");
 }
 
 TEST_F(PartialFileTest, ThrowsTheSystemsErrorWhenTheFolderCannotBeWritten)
