@@ -4,6 +4,7 @@
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
 #include "model/ExportedFile.h"
+#include "platform/TerminationSignals.h"
 
 #include <memory>
 #include <utility>
@@ -62,7 +63,9 @@ QCoro::Task<std::filesystem::path> FileExport::replace(ExportRequest request, st
     } catch (const CancellationError&) {
         throw;
     } catch (...) {
-        if (!stop.stop_requested())
+        // A signal such as that of Ctrl+C reaches the tools as well. It cancels, even if the tool's failure
+        // is known before the stop is requested.
+        if (!stop.stop_requested() && !TerminationSignals::haveArrived())
             partial->keep();
         throw;
     }

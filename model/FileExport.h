@@ -24,7 +24,8 @@ struct FileExport {
     ///
     /// A file that is there stays as it was until the new one is whole and takes its place in one step. When
     /// the export fails, what was written stays at the output, or, where a file was there before, beside it
-    /// with " (unfinished)" in its name. After a cancellation nothing of it is left. Throws `ExportError`
+    /// with " (unfinished)" in its name. After a cancellation, or after a
+    /// signal that asks the program to end, nothing of it is left. Throws `ExportError`
     /// or `SystemError` for an output that cannot be written or is the source itself, `MediaToolError` when
     /// the tool is missing, each before any file is changed, and what `run` throws.
     static QCoro::Task<std::filesystem::path> replace(ExportRequest request, std::stop_token stop);

@@ -30,6 +30,10 @@ public:
     std::stop_token stopToken() const { return m_source.get_token(); }
     /// A stop is requested when the second signal arrives.
     std::stop_token repeatToken() const { return m_repeatSource.get_token(); }
+    /// Whether a signal has arrived, also one that has not requested a stop yet. When a signal is sent to a
+    /// group of processes and ends a child, this is true before the end of the child is known. False while no
+    /// object of this class exists. Call it on the thread that constructed the object.
+    static bool haveArrived();
     /// The number of the first signal that arrived; 0 if none has arrived. Any thread.
     int received() const { return m_received; }
     /// Stops receiving, and returns the number of the first signal that arrived, or 0 if none has. Unlike
@@ -38,6 +42,7 @@ public:
     int finish();
 
 private:
+    bool hasArrived();
     void receive();
     void record(int signal);
 
@@ -46,6 +51,7 @@ private:
     std::stop_source m_repeatSource;
     std::atomic<int> m_received{0};
     std::atomic<bool> m_ended{false};
+    std::atomic<unsigned> m_wakeUps{0};
     std::thread m_thread;
 };
 

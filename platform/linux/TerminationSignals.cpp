@@ -9,8 +9,10 @@ namespace stackreel
 namespace
 {
 
-// Wakes the receiving thread in `finish`.
+// Wakes the receiving thread in `finish` and in `hasArrived`.
 constexpr int wakeUp = SIGUSR2;
+
+TerminationSignals* existing = nullptr;
 
 sigset_t signalsToAwait()
 {
@@ -33,11 +35,34 @@ TerminationSignals::TerminationSignals() : m_awaited(signalsToAwait())
     ::signal(SIGCHLD, SIG_DFL);
     pthread_sigmask(SIG_BLOCK, &m_awaited, nullptr);
     m_thread = startThread([this] { receive(); });
+    existing = this;
 }
 
 TerminationSignals::~TerminationSignals()
 {
+    existing = nullptr;
     finish();
+}
+
+bool TerminationSignals::haveArrived()
+{
+    return existing != nullptr && existing->hasArrived();
+}
+
+bool TerminationSignals::hasArrived()
+{
+    sigset_t pending{};
+    ::sigpending(&pending);
+    for (const int signal : endingSignals)
+        if (sigismember(&m_awaited, signal) == 1 && sigismember(&pending, signal) == 1)
+            return true;
+    if (m_thread.joinable()) {
+        // The thread may have taken a signal without recording it yet. It does so before it takes the next.
+        const unsigned before = m_wakeUps;
+        pthread_kill(m_thread.native_handle(), wakeUp);
+        m_wakeUps.wait(before);
+    }
+    return m_received != 0;
 }
 
 int TerminationSignals::finish()
@@ -63,8 +88,11 @@ void TerminationSignals::receive()
 
 void TerminationSignals::record(int signal)
 {
-    if (signal == wakeUp)
+    if (signal == wakeUp) {
+        ++m_wakeUps;
+        m_wakeUps.notify_one();
         return;
+    }
     int none = 0;
     const bool isFirst = m_received.compare_exchange_strong(none, signal);
     (isFirst ? m_source : m_repeatSource).request_stop();

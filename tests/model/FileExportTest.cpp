@@ -3,9 +3,12 @@
 #include "media/CancellationError.h"
 #include "media/MediaToolError.h"
 #include "model/ExportError.h"
+#include "platform/TerminationSignals.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/ChildReport.h"
+
+#include <csignal>
 
 namespace stackreel
 {
@@ -144,6 +147,22 @@ TEST_F(FileExportTest, NamesAFolderThatWasMovedAway)
     installTool("printf whole > \"$destination\"\nmv \"${destination%/*}\" \"${destination%/*}.moved\"\n");
     EXPECT_EQ(failure(), "The folder “" + folder.string() +
                              "” was moved or removed during the export. Export again into another folder.");
+}
+
+TEST_F(FileExportTest, KeepsNothingWhenASignalEndsAToolAndTheProgram)
+{
+    sigset_t before{};
+    ::pthread_sigmask(SIG_SETMASK, nullptr, &before);
+    {
+        const TerminationSignals signals;
+        installTool("printf whole > \"$destination\"\n");
+        // Ctrl+C reaches both. The stop request of the program comes later.
+        m_directory.writeExecutable("third_party/ffmpeg/bin/ffprobe",
+                                    "#!/bin/sh\nkill -INT $PPID\nkill -INT $$\n");
+        EXPECT_NE(failure(), "");
+        EXPECT_EQ(names(), Names());
+    }
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 } // namespace stackreel

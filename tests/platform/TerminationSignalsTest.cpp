@@ -67,6 +67,17 @@ TEST_F(TerminationSignalsTest, TurnsEachRequestToEndIntoAStopRequest)
         EXPECT_TRUE(requestsStopFor(signal)) << signal;
 }
 
+TEST_F(TerminationSignalsTest, KnowsOfASignalAsSoonAsItIsSent)
+{
+    for (int round = 0; round < 500; ++round) {
+        const TerminationSignals signals;
+        EXPECT_FALSE(TerminationSignals::haveArrived());
+        ::kill(::getpid(), SIGINT);
+        EXPECT_TRUE(TerminationSignals::haveArrived()) << round;
+    }
+    EXPECT_FALSE(TerminationSignals::haveArrived()) << "nothing receives them";
+}
+
 TEST_F(TerminationSignalsTest, KeepsTheFirstSignalWhenSeveralArrive)
 {
     const TerminationSignals signals;
