@@ -4,8 +4,10 @@
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
 #include "model/ExportedFile.h"
+#include "platform/SystemError.h"
 #include "platform/TerminationSignals.h"
 
+#include <exception>
 #include <memory>
 #include <utility>
 
@@ -25,6 +27,28 @@ Partial partialFileFor(const ExportRequest& request)
     return std::make_unique<PartialFile>(destination, PartialFile::Name::visible);
 }
 
+/// Throws where the partial file is not in place. Of that the tools only say that there is no such file.
+QCoro::Task<> requireInPlace(const PartialFile& partial)
+{
+    co_await onWorkerThread([&partial] {
+        partial.requireInPlace();
+        return true;
+    });
+}
+
+/// Destroys the object, which removes a file that was neither moved nor kept.
+QCoro::Task<> destroy(Partial partial)
+{
+    try {
+        co_await onWorkerThread([&partial] {
+            partial.reset();
+            return true;
+        });
+    } catch (const SystemError&) {
+        // Without another thread, the end of this function destroys the object.
+    }
+}
+
 } // namespace
 
 QCoro::Task<> FileExport::run(PartialFile& partial, ExportRequest request, ReportCheck check,
@@ -32,14 +56,17 @@ QCoro::Task<> FileExport::run(PartialFile& partial, ExportRequest request, Repor
 {
     request.output = partial.path();
     ProbeDocument report;
+    std::exception_ptr failure;
     try {
         report = co_await exportSource(std::move(request), stop, std::move(launched));
     } catch (const CancellationError&) {
         throw;
     } catch (...) {
-        // The tools only say that there is no such file.
-        partial.requireInPlace();
-        throw;
+        failure = std::current_exception();
+    }
+    if (failure) {
+        co_await requireInPlace(partial);
+        std::rethrow_exception(failure);
     }
     co_await check(std::move(report));
     // Writing a large file through to disk takes seconds.
@@ -53,22 +80,24 @@ QCoro::Task<std::filesystem::path> FileExport::replace(ExportRequest request, st
 {
     const std::filesystem::path output = request.output;
     const PixelSize size = request.settings.size();
-    const Partial partial = co_await onWorkerThread([&request] { return partialFileFor(request); });
+    Partial partial = co_await onWorkerThread([&request] { return partialFileFor(request); });
     const ReportCheck check = [size](ProbeDocument report) -> QCoro::Task<> {
         ExportedFile::requirePicture(report, size);
         co_return;
     };
+    std::exception_ptr failure;
     try {
         co_await run(*partial, std::move(request), check, stop);
-    } catch (const CancellationError&) {
-        throw;
     } catch (...) {
+        failure = std::current_exception();
         // A signal such as that of Ctrl+C reaches the tools as well. It cancels, even if the tool's failure
         // is known before the stop is requested.
         if (!stop.stop_requested() && !TerminationSignals::haveArrived())
             partial->keep();
-        throw;
     }
+    co_await destroy(std::move(partial));
+    if (failure)
+        std::rethrow_exception(failure);
     co_return output;
 }
 

@@ -15,8 +15,9 @@ using ReportCheck = std::function<QCoro::Task<>(ProbeDocument)>;
 /// event loop.
 struct FileExport {
     /// Renders the request into `partial`, whatever its output, has the result checked, and moves it into
-    /// place. Throws what `exportSource`, the check and `PartialFile::moveIntoPlace` throw; the destination
-    /// is unchanged then, unless it is the partial file itself.
+    /// place. Throws what `exportSource`, the check and `PartialFile::moveIntoPlace` throw, and what
+    /// `PartialFile::requireInPlace` throws instead of a failure of `exportSource`; the destination is
+    /// unchanged then, unless it is the partial file itself.
     static QCoro::Task<> run(PartialFile& partial, ExportRequest request, ReportCheck check,
                              std::stop_token stop, LaunchCallback launched = {});
 
@@ -24,10 +25,11 @@ struct FileExport {
     ///
     /// A file that is there stays as it was until the new one is whole and takes its place in one step. When
     /// the export fails, what was written stays at the output, or, where a file was there before, beside it
-    /// with " (unfinished)" in its name. After a cancellation, or after a
-    /// signal that asks the program to end, nothing of it is left. Throws `ExportError`
-    /// or `SystemError` for an output that cannot be written or is the source itself, `MediaToolError` when
-    /// the tool is missing, each before any file is changed, and what `run` throws.
+    /// with " (unfinished)" in its name. After a cancellation, or after a signal that asks the program to
+    /// end, nothing of it is left. Throws `ExportError` or `SystemError` for an output that cannot be written
+    /// or is the source itself, `MediaToolError` when the tool is missing, each before any file is changed,
+    /// and what `run` throws. No file is looked at or removed on the calling thread, because the folder may
+    /// be on a slow network.
     static QCoro::Task<std::filesystem::path> replace(ExportRequest request, std::stop_token stop);
 };
 

@@ -38,7 +38,10 @@ QCoro::Task<ProbeDocument> exportSource(ExportRequest request, std::stop_token s
         co_await ProcessRunner::run(tool.executable, std::move(tool.arguments), stop, std::move(launched));
     if (output.status != 0)
         throwToolFailure("FFmpeg", output);
-    ExportedFile::requireFile(request.output);
+    co_await onWorkerThread([&request] {
+        ExportedFile::requireFile(request.output);
+        return true;
+    });
     co_await checkPictures(std::move(tool.executable), request, stop);
     co_return co_await ExportedFile::report(request.output, stop);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/types.h>
 #include <sys/wait.h>
 
@@ -16,6 +17,7 @@ namespace stackreel
 struct SystemCalls {
     int (*openat)(int folder, const char* path, int flags, mode_t mode);
     int (*close)(int descriptor);
+    int (*fstatat)(int folder, const char* path, struct stat* found, int flags);
     int (*fsync)(int descriptor);
     int (*fallocate)(int descriptor, int mode, off_t offset, off_t length);
     ssize_t (*read)(int descriptor, void* buffer, size_t size);

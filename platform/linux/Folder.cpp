@@ -53,7 +53,7 @@ int Folder::createNew(const std::string& name, std::filesystem::perms permission
 bool Folder::contains(const std::string& name, FileIdentity file) const
 {
     struct stat found = {};
-    if (::fstatat(m_descriptor, name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0)
+    if (systemCalls().fstatat(m_descriptor, name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0)
         return file == FileIdentity{.device = found.st_dev, .inode = found.st_ino};
     if (errno == ENOENT)
         return false;

@@ -15,6 +15,7 @@ SystemCalls& systemCalls()
         .openat = [](int folder, const char* path, int flags,
                      mode_t mode) { return ::openat(folder, path, flags, mode); },
         .close = ::close,
+        .fstatat = ::fstatat,
         .fsync = ::fsync,
         .fallocate = ::fallocate,
         .read = ::read,

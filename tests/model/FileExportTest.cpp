@@ -7,8 +7,14 @@
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/ChildReport.h"
+#include "tests/support/ScopedSystemCalls.h"
 
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <csignal>
+#include <mutex>
+#include <thread>
 
 namespace stackreel
 {
@@ -163,6 +169,24 @@ TEST_F(FileExportTest, KeepsNothingWhenASignalEndsAToolAndTheProgram)
         EXPECT_EQ(names(), Names());
     }
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+TEST_F(FileExportTest, LooksAtAndRemovesItsFileOnAnotherThread)
+{
+    static std::mutex mutex;
+    static std::vector<std::thread::id> threads;
+    threads.clear();
+    ScopedSystemCalls calls;
+    calls->fstatat = [](int directory, const char* path, struct stat* found, int flags) {
+        const std::lock_guard lock(mutex);
+        threads.push_back(std::this_thread::get_id());
+        return ::fstatat(directory, path, found, flags);
+    };
+    installTool("exit 1\n");
+    EXPECT_NE(failure(), "");
+    EXPECT_EQ(names(), Names());
+    EXPECT_EQ(threads.size(), 2U) << "to explain the failure, and to remove the empty file";
+    EXPECT_EQ(std::ranges::count(threads, std::this_thread::get_id()), 0);
 }
 
 } // namespace stackreel
