@@ -87,14 +87,21 @@ bool waitForEnd()
     }
 }
 
-/// Kills a child and waits until it has ended, so that it writes no file after those are removed.
-void killChild(pid_t child)
+/// Kills a child and waits until it has ended, so that it writes no file after those are removed. A process
+/// of another group is not the child: the system has reused the id. Children stay in the program's group.
+void killChild(pid_t child, pid_t group)
 {
-    // The parent has just ended, so the id is still that of its child.
-    const int handle = static_cast<int>(::syscall(SYS_pidfd_open, child, 0));
-    if (handle < 0)
+    if (::getpgid(child) != group)
         return;
-    ::syscall(SYS_pidfd_send_signal, handle, SIGKILL, nullptr, 0);
+    // A handle also shows the end of a process that nobody has reaped yet. Old kernels and some sandboxes
+    // have none.
+    const int handle = static_cast<int>(::syscall(SYS_pidfd_open, child, 0));
+    ::kill(child, SIGKILL);
+    if (handle < 0) {
+        for (int waited = 0; waited < millisecondsToEnd && ::kill(child, 0) == 0; waited += 5)
+            ::poll(nullptr, 0, 5);
+        return;
+    }
     pollfd end = {.fd = handle, .events = POLLIN, .revents = 0};
     ::poll(&end, 1, millisecondsToEnd);
     ::close(handle);
@@ -113,12 +120,13 @@ void remove(const Table::Path& path)
 
 [[noreturn]] void cleanUpAfterTheEnd(int lifeline)
 {
+    const pid_t group = ::getpgrp();
     detach(lifeline);
     if (!waitForEnd())
         ::_exit(EXIT_FAILURE);
     for (const auto& child : table->children)
         if (child != 0)
-            killChild(child);
+            killChild(child, group);
     for (const auto& path : table->paths)
         if (path.used)
             remove(path);

@@ -6,6 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,16 +25,29 @@ namespace stackreel
 namespace
 {
 
-/// A child that runs longer than a test. Like every program, it has none of its parent's close-on-exec
-/// descriptors.
-pid_t startChild()
+/// A child that runs longer than a test, if asked for in a session of its own, as processes of other programs
+/// are. Like every program, it has none of its parent's close-on-exec descriptors.
+pid_t startChild(bool inOtherSession = false)
 {
     const pid_t child = ::fork();
     if (child == 0) {
+        if (inOtherSession)
+            ::setsid();
         ::execl("/bin/sleep", "sleep", "600", nullptr);
         ::_exit(EXIT_FAILURE);
     }
     return child;
+}
+
+void denyPidfd()
+{
+    sock_filter code[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                          BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_pidfd_open, 0, 1),
+                          BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+                          BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+    const sock_fprog program = {.len = 4, .filter = code};
+    ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program);
 }
 
 /// Tests with a program, a copy of this process, that has a clean-up process and then ends.
@@ -132,6 +150,39 @@ TEST_F(CleanupProcessTest, KillsTheChildrenThatAreLeft)
         EXPECT_EQ(::read(ends[0], &none, 1), 0);
         ::close(ends[0]);
     }
+}
+
+TEST_F(CleanupProcessTest, KillsTheChildrenWhereTheSystemHasNoPidfd)
+{
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const pid_t outer = ::fork();
+    if (outer == 0) {
+        denyPidfd();
+        run([] { CleanupProcess::addChild(startChild()); }, [] { ::_exit(0); });
+        ::_exit(0);
+    }
+    ::waitpid(outer, nullptr, 0);
+    ::close(ends[1]);
+    pollfd end = {.fd = ends[0], .events = POLLIN, .revents = 0};
+    EXPECT_EQ(::poll(&end, 1, 5000), 1);
+    ::close(ends[0]);
+}
+
+TEST_F(CleanupProcessTest, KillsNoOtherProcessThatHasTheIdOfAChild)
+{
+    const pid_t other = startChild(true);
+    m_folder.write("last", "");
+    run(
+        [this, other] {
+            CleanupProcess::addChild(other);
+            addFile("last");
+        },
+        [] { ::_exit(0); });
+    ASSERT_TRUE(isRemoved("last")) << "children are killed before";
+    EXPECT_EQ(::waitpid(other, nullptr, WNOHANG), 0) << "it runs";
+    ::kill(other, SIGKILL);
+    ::waitpid(other, nullptr, 0);
 }
 
 TEST_F(CleanupProcessTest, KillsNoChildThatWasRemoved)
