@@ -3,6 +3,7 @@
 #include "app/SceneGraph.h"
 #include "app/StackreelApp.h"
 #include "media/PreviewCopies.h"
+#include "media/ScratchDirectory.h"
 #include "platform/Bundle.h"
 #include "platform/CleanupProcess.h"
 #include "platform/StandardStreams.h"
@@ -69,12 +70,15 @@ void skipDestructorsAtExit()
     std::atexit([] { std::_Exit(EXIT_FAILURE); });
 }
 
-/// Removes preview copies of earlier runs on a thread of its own, because the disk may be slow. The program
-/// does not wait for it.
-void removeEarlierPreviewCopies()
+/// Removes what earlier runs have left in the temporary directory, on a thread of its own, because the disk
+/// may be slow. The program does not wait for it.
+void removeEarlierTemporaryFiles()
 {
     try {
-        startThread(PreviewCopies::removeUnused).detach();
+        startThread([] {
+            PreviewCopies::removeUnused();
+            ScratchDirectory::removeUnused();
+        }).detach();
     } catch (const std::exception&) {
         // The next start tries again.
     }
@@ -88,7 +92,7 @@ int run(int& argc, char** argv)
     StackreelApp app(services(), Bundle::infoDictionary(), standardUpdateServices());
     app.show();
     skipDestructorsAtExit();
-    removeEarlierPreviewCopies();
+    removeEarlierTemporaryFiles();
     const auto exit = [] { QCoreApplication::exit(); };
     const std::stop_callback quitOnSignal(signals.stopToken(), [&] {
         QMetaObject::invokeMethod(application.get(), exit, Qt::QueuedConnection);

@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/ExportCheck.h"
 #include "cli/ExportPlan.h"
+#include "cli/Leftovers.h"
 #include "cli/ProgressDisplay.h"
 #include "cli/SourceContent.h"
 #include "framing/ExportRange.h"
@@ -98,6 +99,7 @@ QCoro::Task<> Commands::exportVideo(ExportOptions options, std::stop_token stop)
         printArguments(request, options.json);
         co_return;
     }
+    removeLeftovers(destination.file.parent_path());
     co_await render(partial, std::move(request), source, options.quiet, stop);
     announceSaved(destination.named);
 }

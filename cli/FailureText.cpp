@@ -27,6 +27,9 @@ constexpr std::array advices = {
            "The system allows no more open files here. Close other programs, or allow more (“ulimit -n”)."),
     Advice("Resource temporarily unavailable",
            "The system allows no more processes here. Close other programs, or allow more (“ulimit -u”)."),
+    Advice("Error while opening encoder",
+           "The encoder could not be started; the system may allow no more processes or memory. Close other "
+           "programs and try again."),
     Advice("could not be asked for its encoders", "It could not be started completely. Try again."),
 };
 

@@ -1,6 +1,7 @@
 #include "media/ScratchDirectory.h"
 
 #include "platform/Files.h"
+#include "platform/UnusedFiles.h"
 
 #include <QUuid>
 
@@ -12,10 +13,12 @@ namespace stackreel
 namespace
 {
 
+constexpr std::string_view prefix = "Stackreel-Process-";
+
 std::filesystem::path newPath()
 {
     const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
-    return Files::temporaryDirectory() / ("Stackreel-Process-" + uuid.toStdString());
+    return Files::temporaryDirectory() / (std::string(prefix) + uuid.toStdString());
 }
 
 } // namespace
@@ -34,6 +37,12 @@ ScratchDirectory::~ScratchDirectory()
         std::filesystem::remove(file, ignored);
     if (!std::filesystem::remove(m_path, ignored))
         std::filesystem::remove_all(m_path, ignored);
+}
+
+void ScratchDirectory::removeUnused() noexcept
+{
+    const auto isName = [](const std::string& name) { return name.starts_with(prefix); };
+    UnusedFiles::removeFolders(Files::temporaryDirectory(), isName);
 }
 
 std::filesystem::path ScratchDirectory::file(std::string_view name)

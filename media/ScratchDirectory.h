@@ -21,6 +21,9 @@ public:
     ScratchDirectory(const ScratchDirectory&) = delete;
     ScratchDirectory& operator=(const ScratchDirectory&) = delete;
 
+    /// Removes the folders that earlier programs of this user have left behind, at least a minute ago.
+    static void removeUnused() noexcept;
+
     const std::filesystem::path& path() const { return m_path; }
 
     /// The path of a file in the folder. Does not create the file. The destructor removes the file even when

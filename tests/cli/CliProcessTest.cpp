@@ -7,6 +7,7 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -71,6 +72,18 @@ TEST_F(CliProcess, ExportWritesBesideTheSourceWithoutADestination)
     const CliResult result = m_cli.run({"export", "folder/a b.final.MOV"});
     EXPECT_EQ(result.output, "Saved a b.final-vertical.mp4\n");
     EXPECT_EQ(m_cli.content("folder/a b.final-vertical.mp4"), "rendered");
+}
+
+TEST_F(CliProcess, RemovesTheHiddenFilesThatAKilledExportHasLeftInTheFolderAndNoOthers)
+{
+    for (const char* const name :
+         {".stackreel-0B5E3E4C-8A0F-4F4E-9A55-0E5B0A0C5D11.mp4", ".stackreel-mine.mp4"}) {
+        m_cli.write(name, "left");
+        const auto anHourAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
+        fs::last_write_time(m_cli.folder() / name, anHourAgo);
+    }
+    EXPECT_EQ(m_cli.run({"export", "clip.mov", "out.mp4"}).status, 0);
+    EXPECT_EQ(m_cli.names(), (Names{".stackreel-mine.mp4", "clip.mov", "out.mp4"}));
 }
 
 TEST_F(CliProcess, EncoderGetsTheSourceAndAHiddenFileBesideTheDestination)

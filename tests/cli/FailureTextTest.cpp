@@ -49,6 +49,10 @@ TEST(FailureText, IsASentenceWithAdviceFollowedByTheToolsLines)
         {MediaToolError::processFailed("FFmpeg", 1, "Error: Resource temporarily unavailable"),
          "FFmpeg could not process this video. The system allows no more processes here. Close other "
          "programs, or allow more (“ulimit -u”).\nError: Resource temporarily unavailable"},
+        {MediaToolError::processFailed("FFmpeg", 1, "Error while opening encoder for output stream #0:0"),
+         "FFmpeg could not process this video. The encoder could not be started; the system may allow no "
+         "more processes or memory. Close other programs and try again.\n"
+         "Error while opening encoder for output stream #0:0"},
         {MediaToolError::processFailed("FFmpeg", 9,
                                        "FFmpeg could not process this video. The system ended it."),
          "FFmpeg could not process this video. The system ended it."},

@@ -1,0 +1,35 @@
+#include "cli/Leftovers.h"
+
+#include "media/ScratchDirectory.h"
+#include "platform/UnusedFiles.h"
+
+#include <QUuid>
+
+#include <string_view>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// Whether it is a name that `PartialFile` gives to hidden files.
+bool isHiddenExport(const std::string& name)
+{
+    constexpr std::string_view prefix = ".stackreel-";
+    constexpr std::string_view suffix = ".mp4";
+    if (!name.starts_with(prefix) || !name.ends_with(suffix))
+        return false;
+    const std::string uuid = name.substr(prefix.size(), name.size() - prefix.size() - suffix.size());
+    return QUuid::fromString(QLatin1StringView(uuid.data(), static_cast<qsizetype>(uuid.size()))) != QUuid();
+}
+
+} // namespace
+
+void removeLeftovers(const std::filesystem::path& destinationFolder)
+{
+    UnusedFiles::remove(destinationFolder, isHiddenExport);
+    ScratchDirectory::removeUnused();
+}
+
+} // namespace stackreel

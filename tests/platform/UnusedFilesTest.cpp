@@ -1,0 +1,89 @@
+#include "platform/UnusedFiles.h"
+
+#include "platform/Files.h"
+#include "tests/support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace stackreel
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+bool isOurs(const std::string& name)
+{
+    return name.starts_with("ours");
+}
+
+void makeOld(const fs::path& path)
+{
+    fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours(1));
+}
+
+fs::path writeOld(const TemporaryDirectory& folder, const std::string& name)
+{
+    fs::path file = folder.write(name, "content");
+    makeOld(file);
+    return file;
+}
+
+TEST(UnusedFilesTest, RemovesOnlyOldFilesWithSuchANameThatNobodyHasOpen)
+{
+    const TemporaryDirectory folder;
+    writeOld(folder, "ours");
+    writeOld(folder, "other");
+    folder.write("ours, new", "content");
+    const WriteHandle open(writeOld(folder, "ours, open"));
+    UnusedFiles::remove(folder.path(), isOurs);
+    EXPECT_EQ(folder.names(), (Names{"other", "ours, new", "ours, open"}));
+}
+
+TEST(UnusedFilesTest, RemovesNoLinkAndNoFolderWithSuchAName)
+{
+    const TemporaryDirectory folder;
+    writeOld(folder, "other");
+    fs::create_symlink("other", folder / "ours, a link");
+    fs::create_directory(folder / "ours, a folder");
+    makeOld(folder / "ours, a folder");
+    UnusedFiles::remove(folder.path(), isOurs);
+    EXPECT_EQ(folder.names(), (Names{"other", "ours, a folder", "ours, a link"}));
+}
+
+TEST(UnusedFilesTest, DoesNothingWhereThereIsNoFolder)
+{
+    UnusedFiles::remove("/does not exist", isOurs);
+    UnusedFiles::removeFolders("/does not exist", isOurs);
+}
+
+TEST(UnusedFilesTest, RemovesOldFoldersInWhichNoFileIsOpen)
+{
+    const TemporaryDirectory folder;
+    for (const char* const name : {"ours, old", "ours, new", "other"})
+        writeOld(folder, std::string(name) + "/stdout");
+    const WriteHandle open(writeOld(folder, "ours, open/stdout"));
+    for (const char* const name : {"ours, old", "ours, open", "other"})
+        makeOld(folder / name);
+    UnusedFiles::removeFolders(folder.path(), isOurs);
+    EXPECT_EQ(folder.names(), (Names{"other", "ours, new", "ours, open"}));
+    EXPECT_TRUE(fs::exists(folder / "ours, open/stdout"));
+}
+
+TEST(UnusedFilesTest, FollowsNoLinkToAFolder)
+{
+    const TemporaryDirectory folder;
+    writeOld(folder, "other/file");
+    makeOld(folder / "other");
+    fs::create_directory_symlink("other", folder / "ours");
+    UnusedFiles::removeFolders(folder.path(), isOurs);
+    EXPECT_TRUE(fs::exists(folder / "other/file"));
+}
+
+} // namespace
+
+} // namespace stackreel
