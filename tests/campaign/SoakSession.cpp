@@ -1,0 +1,218 @@
+#include "tests/campaign/SoakSession.h"
+
+#include "model/TaskHandle.h"
+#include "platform/gstreamer/GstAssetLoader.h"
+#include "platform/gstreamer/GstPlayback.h"
+#include "platform/panels/OpenPanel.h"
+#include "platform/panels/SavePanel.h"
+#include "platform/playback/QueuePlayer.h"
+#include "tests/support/Awaited.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace stackreel
+{
+
+using namespace std::chrono_literals;
+
+class AnsweringPanel : public OpenPanel, public SavePanel
+{
+public:
+    void begin(const OpenPanelRequest&, PanelCompletion completion) override { completion(answer()); }
+    void begin(const SavePanelRequest&, PanelCompletion completion) override { completion(answer()); }
+
+    std::filesystem::path file;
+
+private:
+    PanelResponse answer() const { return {.accepted = true, .url = file}; }
+};
+
+namespace
+{
+
+/// Plays at the right speed, and is silent. There need be no sound device.
+GstElementPtr makeSilentSink()
+{
+    GstElementPtr sink = makeElement("fakesink");
+    g_object_set(sink.get(), "sync", TRUE, nullptr);
+    return sink;
+}
+
+} // namespace
+
+void CountingOutput::present(VideoFrame frame) noexcept
+{
+    std::uint64_t sum = 0;
+    for (int y = 0; y < frame.height; ++y)
+        for (int x = 0; x < frame.width * 4; x += 64)
+            sum += std::to_integer<std::uint64_t>(frame.pixels[y * frame.bytesPerLine + x]);
+    m_checksum += sum;
+    ++m_frames;
+}
+
+SoakSession::SoakSession(std::vector<std::filesystem::path> clips, std::filesystem::path folder,
+                         std::uint32_t seed)
+    : m_clips(std::move(clips)),
+      m_destination(std::move(folder) / "exported.mp4"),
+      m_random(seed),
+      m_panel(std::make_shared<AnsweringPanel>()),
+      m_model(std::make_unique<AppModel>(ModelServices::system(std::make_shared<GstPlayback>(makeSilentSink),
+                                                               std::make_shared<GstAssetLoader>(), m_panel,
+                                                               m_panel)))
+{
+    QObject::connect(m_model.get(), &AppModel::playerChanged, [this] {
+        if (m_model->player())
+            m_model->player()->setVideoOutput(m_output);
+    });
+}
+
+SoakSession::~SoakSession() = default;
+
+void SoakSession::use(std::chrono::milliseconds duration)
+{
+    const auto end = std::chrono::steady_clock::now() + duration;
+    while (std::chrono::steady_clock::now() < end)
+        performAction();
+}
+
+void SoakSession::rest()
+{
+    const bool ended = eventually([this] { return m_model->unfinishedExports().empty(); });
+    m_model->setPreviewMuted(true);
+    m_model->setSettings({});
+    load(m_clips.front());
+    if (!ended || !finishLoad() || m_model->phase() != Phase::ready())
+        throw std::runtime_error("the first clip is not ready: " + m_model->phaseMessage());
+    m_model->player()->setVideoSize(640, 360);
+    if (!eventually([this] { return !m_model->timelineThumbnails().empty(); }))
+        throw std::runtime_error("the first clip has no thumbnails");
+    // A player closes its decoder after three seconds of a range that it keeps in memory.
+    run(5s);
+}
+
+void SoakSession::performAction()
+{
+    const int choice = below(100);
+    if (choice < 30)
+        scrub();
+    else if (choice < 45)
+        trim();
+    else if (choice < 65)
+        change();
+    else if (choice < 80)
+        loadAny();
+    else if (choice < 83)
+        exportRange();
+    else
+        run(std::chrono::milliseconds(below(1500)));
+    run(std::chrono::milliseconds(below(200)));
+}
+
+void SoakSession::load(const std::filesystem::path& clip)
+{
+    m_panel->file = clip;
+    m_model->chooseSource();
+    ++m_counts.loads;
+    eventually([&] { return m_model->sourceURL() == clip && m_model->phase() == Phase::preparing(); });
+}
+
+/// Sometimes chooses the next clip while the one before is still loading.
+void SoakSession::loadAny()
+{
+    load(m_clips[static_cast<std::size_t>(below(static_cast<int>(m_clips.size())))]);
+    if (below(4) == 0)
+        run(std::chrono::milliseconds(below(300)));
+    else if (finishLoad())
+        m_counts.failedLoads += m_model->phase().kind() == Phase::Kind::failed;
+}
+
+void SoakSession::scrub()
+{
+    m_model->beginTimelineInteraction();
+    for (int step = below(30); step >= 0; --step, ++m_counts.seeks) {
+        m_model->seekPreview(timeInClip());
+        run(std::chrono::milliseconds(below(30)));
+    }
+    m_model->endTimelineInteraction(false);
+}
+
+void SoakSession::trim()
+{
+    m_model->beginTimelineInteraction();
+    for (int step = below(10); step >= 0; --step) {
+        if (below(2) == 0)
+            m_model->updateTrimStart(timeInClip());
+        else
+            m_model->updateTrimEnd(timeInClip());
+        run(std::chrono::milliseconds(below(20)));
+    }
+    m_model->endTimelineInteraction(true);
+    ++m_counts.trims;
+}
+
+void SoakSession::change()
+{
+    switch (below(5)) {
+    case 0:
+        return m_model->togglePreviewPlayback();
+    case 1:
+        return m_model->setPreviewMuted(!m_model->previewMuted());
+    case 2:
+        return m_model->swapCrops();
+    case 3:
+        m_model->setSettings({.aspect = OutputAspect::custom, .customWidth = 160, .customHeight = 284});
+        return m_model->adaptRegionsToCurrentOutput();
+    default:
+        if (m_model->player())
+            m_model->player()->setVideoSize(320 + below(480), 180 + below(270));
+    }
+}
+
+/// Waits for the end of most exports, cancels some, and goes on during the others.
+void SoakSession::exportRange()
+{
+    if (m_model->phase() != Phase::ready() && m_model->phase().kind() != Phase::Kind::complete)
+        return;
+    m_panel->file = m_destination;
+    m_model->chooseExportDestination();
+    if (!eventually([this] { return m_model->exportTask() != nullptr; }, 2s))
+        return;
+    ++m_counts.exports;
+    const auto task = m_model->exportTask();
+    const int choice = below(4);
+    if (choice == 0)
+        return;
+    if (choice == 1) {
+        run(std::chrono::milliseconds(below(400)));
+        task->cancel();
+        ++m_counts.cancelledExports;
+    }
+    eventually([&] { return task->hasEnded(); });
+    m_counts.failedExports += m_model->phase().kind() == Phase::Kind::failed;
+}
+
+void SoakSession::run(std::chrono::milliseconds duration)
+{
+    eventually([] { return false; }, duration);
+}
+
+bool SoakSession::finishLoad()
+{
+    return eventually([this] { return m_model->phase() != Phase::preparing(); });
+}
+
+/// A number from 0 to `limit` − 1.
+int SoakSession::below(int limit)
+{
+    return std::uniform_int_distribution<int>(0, limit - 1)(m_random);
+}
+
+double SoakSession::timeInClip()
+{
+    const double length = m_model->mediaInfo() ? m_model->mediaInfo()->duration : 1;
+    return std::uniform_real_distribution<double>(0, std::max(length, 0.1))(m_random);
+}
+
+} // namespace stackreel

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "model/AppModel.h"
+#include "platform/playback/VideoOutput.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <vector>
+
+namespace stackreel
+{
+
+/// Answers each panel at once.
+class AnsweringPanel;
+
+/// Reads each frame once, as drawing does, and keeps only a count.
+class CountingOutput : public VideoOutput
+{
+public:
+    void present(VideoFrame frame) noexcept override;
+    void clear() noexcept override {}
+    std::uint64_t frames() const { return m_frames; }
+
+private:
+    std::atomic<std::uint64_t> m_frames = 0;
+    std::atomic<std::uint64_t> m_checksum = 0;
+};
+
+/// A person at the window: random actions on a model with the real player and the real tools. Main thread.
+class SoakSession
+{
+public:
+    struct Counts {
+        int loads = 0;
+        int failedLoads = 0;
+        int seeks = 0;
+        int trims = 0;
+        int exports = 0;
+        int failedExports = 0;
+        int cancelledExports = 0;
+    };
+
+    /// `clips` has at least one element, which can be played. Exports are written to `folder`.
+    SoakSession(std::vector<std::filesystem::path> clips, std::filesystem::path folder, std::uint32_t seed);
+    ~SoakSession();
+
+    /// Performs random actions for some time. Takes longer if a load or an export does.
+    void use(std::chrono::milliseconds duration);
+    /// Loads the first clip and lets it loop until all other work has ended and its decoder is closed. Each
+    /// call ends in the same state. Throws `std::runtime_error` when that takes more than a minute.
+    void rest();
+
+    const Counts& counts() const { return m_counts; }
+    std::uint64_t frames() const { return m_output->frames(); }
+
+private:
+    void performAction();
+    void load(const std::filesystem::path& clip);
+    void loadAny();
+    void scrub();
+    void trim();
+    void change();
+    void exportRange();
+    void run(std::chrono::milliseconds duration);
+    bool finishLoad();
+    int below(int limit);
+    double timeInClip();
+
+    std::vector<std::filesystem::path> m_clips;
+    std::filesystem::path m_destination;
+    std::mt19937 m_random;
+    Counts m_counts;
+    std::shared_ptr<CountingOutput> m_output = std::make_shared<CountingOutput>();
+    std::shared_ptr<AnsweringPanel> m_panel;
+    std::unique_ptr<AppModel> m_model;
+};
+
+} // namespace stackreel

@@ -1,0 +1,135 @@
+/// Uses the model for a long time, and checks that the process does not grow.
+///
+/// soak SECONDS SEED FOLDER CLIP…
+///
+/// About once a minute it rests with the first clip looping, and prints what the process uses. Descriptors
+/// and threads have to be the same at each rest as at the first. After ten minutes, allocated memory must not
+/// exceed its highest value until then by more than 3 %. Writes its exports to FOLDER. Ends with status 1
+/// when a check fails.
+
+#include "tests/campaign/ProcessFigures.h"
+#include "tests/campaign/SoakSession.h"
+#include "tests/support/Awaited.h"
+#include "tests/support/ProcessEnd.h"
+
+#include <QCoreApplication>
+
+#include <glib.h>
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <optional>
+
+using namespace stackreel;
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::minutes warmUp(10);
+constexpr double mostGrowth = 0.03;
+
+/// The figures at rest. Waits a little for the last threads to end. Returns the memory that the allocator
+/// keeps for later: how much that is varies by chance.
+ProcessFigures settledFigures(const std::optional<ProcessFigures>& wanted)
+{
+    ::malloc_trim(0);
+    ProcessFigures figures;
+    eventually(
+        [&] {
+            figures = ProcessFigures::now();
+            return !wanted ||
+                   (figures.threads == wanted->threads && figures.descriptors == wanted->descriptors);
+        },
+        std::chrono::seconds(10));
+    return figures;
+}
+
+class Soak
+{
+public:
+    Soak(SoakSession& session, std::chrono::seconds duration) : m_session(session), m_duration(duration) {}
+
+    /// Whether all checks held.
+    bool run()
+    {
+        // Use everything once before the first rest: libraries open files and start threads when first used.
+        const auto step = std::min<Clock::duration>(std::chrono::seconds(48), m_duration / 2);
+        do {
+            m_session.use(std::chrono::duration_cast<std::chrono::milliseconds>(step));
+            m_session.rest();
+            check(settledFigures(m_first));
+        } while (elapsed() < m_duration);
+        return m_holds;
+    }
+
+private:
+    Clock::duration elapsed() const { return Clock::now() - m_start; }
+
+    void check(const ProcessFigures& figures)
+    {
+        print(figures);
+        if (!m_first)
+            m_first = figures;
+        require(figures.descriptors == m_first->descriptors, "the number of descriptors has changed");
+        require(figures.threads == m_first->threads, "the number of threads has changed");
+        if (elapsed() < warmUp)
+            m_highest = std::max(m_highest, figures.memory);
+        else
+            require(figures.memory <= m_highest * (1 + mostGrowth), "memory has grown by more than 3 %");
+    }
+    void require(bool condition, const char* failure)
+    {
+        if (condition)
+            return;
+        std::printf("FAILED %s\n", failure);
+        m_holds = false;
+    }
+    void print(const ProcessFigures& figures) const
+    {
+        const auto& counts = m_session.counts();
+        std::printf("%6.1f min  %7.1f MiB (%.1f resident)  %d descriptors  %d threads  %d loads (%d failed), "
+                    "%d seeks, %d trims, "
+                    "%d exports (%d cancelled, %d failed), %llu frames\n",
+                    std::chrono::duration<double, std::ratio<60>>(elapsed()).count(), figures.memory,
+                    figures.resident, figures.descriptors, figures.threads, counts.loads, counts.failedLoads,
+                    counts.seeks, counts.trims, counts.exports, counts.cancelledExports, counts.failedExports,
+                    static_cast<unsigned long long>(m_session.frames()));
+        std::fflush(stdout);
+    }
+
+    SoakSession& m_session;
+    Clock::time_point m_start = Clock::now();
+    Clock::duration m_duration;
+    std::optional<ProcessFigures> m_first;
+    double m_highest = 0; ///< of the memory in the first ten minutes
+    bool m_holds = true;
+};
+
+int run(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    if (argc < 5) {
+        std::fprintf(stderr, "soak SECONDS SEED FOLDER CLIP…\n");
+        return 2;
+    }
+    // GLib keeps idle threads of its pools for 15 s. How many there are then depends on chance.
+    g_thread_pool_set_max_idle_time(1000);
+    SoakSession session({argv + 4, argv + argc}, argv[3], static_cast<std::uint32_t>(std::atoi(argv[2])));
+    try {
+        return Soak(session, std::chrono::seconds(std::atoi(argv[1]))).run() ? 0 : 1;
+    } catch (const std::exception& error) {
+        std::printf("FAILED %s\n", error.what());
+        return 1;
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    endProcess(run(argc, argv));
+}
