@@ -8,6 +8,7 @@
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/window/WindowWithFakes.h"
 
+#include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QGuiApplication>
@@ -95,6 +96,16 @@ TEST_F(StackreelAppTest, QuitsWhenTheWindowIsClosed)
 TEST_F(StackreelAppTest, QuitsWhenTheWindowIsClosedWhileAnotherIsOpen)
 {
     QWindow other;
+    other.show();
+    EXPECT_EQ(runAndQuit([this] { m_app.window().close(); }), 0);
+}
+
+TEST_F(StackreelAppTest, QuitsWhileAnotherWindowRefusesToClose)
+{
+    class : public QWindow
+    {
+        void closeEvent(QCloseEvent* event) override { event->ignore(); }
+    } other;
     other.show();
     EXPECT_EQ(runAndQuit([this] { m_app.window().close(); }), 0);
 }
