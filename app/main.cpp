@@ -56,7 +56,7 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 
 ModelServices services()
 {
-    const auto folders = std::make_shared<PanelFolders>();
+    const auto folders = std::make_shared<PanelFolders>(PanelFolders::standardFile());
     return ModelServices::system(std::make_shared<GstPlayback>(), std::make_shared<GstAssetLoader>(),
                                  std::make_shared<FileOpenPanel>(folders),
                                  std::make_shared<FileSavePanel>(folders));

@@ -1,5 +1,7 @@
 #include "platform/updates/UpdateStore.h"
 
+#include "platform/StateFolder.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -57,11 +59,7 @@ std::int64_t secondsOf(UpdateStore::Time time)
 
 std::filesystem::path UpdateStore::standardFile()
 {
-    std::filesystem::path folder = qgetenv("XDG_STATE_HOME").toStdString();
-    if (!folder.is_absolute())
-        folder =
-            std::filesystem::path(QFile::encodeName(QDir::homePath()).toStdString()) / ".local" / "state";
-    return folder / "stackreel" / "updates.ini";
+    return stateFolder() / "updates.ini";
 }
 
 void UpdateStore::setLastCheck(Time time)

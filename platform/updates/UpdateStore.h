@@ -18,8 +18,7 @@ public:
 
     explicit UpdateStore(std::filesystem::path file) : m_file(std::move(file)) {}
 
-    /// The file to use: `stackreel/updates.ini` in XDG_STATE_HOME, or in `~/.local/state` if that is not set
-    /// to an absolute path.
+    /// The file to use: `updates.ini` in the program's state folder.
     static std::filesystem::path standardFile();
 
     /// The time of the last check, in whole seconds.

@@ -1,6 +1,8 @@
 #include "platform/panels/qt/FileOpenPanel.h"
 #include "platform/panels/qt/FileSavePanel.h"
+#include "platform/panels/qt/PanelPaths.h"
 #include "tests/support/Awaited.h"
+#include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <QAbstractButton>
@@ -30,6 +32,8 @@ namespace
 class PanelsTest : public testing::Test
 {
 protected:
+    PanelsTest() { m_folders->setOpenedFile(m_folder.path() / "clip.mov"); }
+
     void openPanel()
     {
         m_open->begin(
@@ -128,8 +132,7 @@ protected:
 
     std::vector<PanelResponse> m_responses;
     TemporaryDirectory m_folder;
-    std::shared_ptr<PanelFolders> m_folders =
-        std::make_shared<PanelFolders>(PanelFolders{.open = m_folder.path(), .save = m_folder.path()});
+    std::shared_ptr<PanelFolders> m_folders = std::make_shared<PanelFolders>();
     std::unique_ptr<FileOpenPanel> m_open = std::make_unique<FileOpenPanel>(m_folders);
     std::unique_ptr<FileSavePanel> m_save = std::make_unique<FileSavePanel>(m_folders);
 };
@@ -223,7 +226,7 @@ TEST_F(PanelsTest, OpensUnusualNamesAsTheyWereEntered)
         ASSERT_EQ(m_responses.size(), 1U) << name;
         EXPECT_EQ(m_responses[0].url, file);
         m_responses.clear();
-        m_folders->open = m_folder.path();
+        m_folders->setOpenedFile(m_folder / "clip.mov");
     }
 }
 
@@ -369,11 +372,30 @@ TEST_F(PanelsTest, EachPanelRemembersItsLastFolder)
     EXPECT_EQ(dialog()->directory(), QDir(QString::fromStdString(m_folder.path().string())));
 }
 
-TEST_F(PanelsTest, StartsElsewhereWhenItsFolderWasRemoved)
+TEST_F(PanelsTest, TheOpenPanelStartsInTheVideosFolderAtFirstAndWhenItsFolderWasRemoved)
 {
-    m_folders->open = m_folder.path() / "gone";
+    const ScopedEnvironment home("HOME", m_folder.path().string());
+    const ScopedEnvironment configuration("XDG_CONFIG_HOME", m_folder.path().string());
+    std::filesystem::create_directory(m_folder / "Videos");
+    for (const auto& folders : {PanelFolders(), PanelFolders(m_folder.write("open-folder", "/gone"))}) {
+        *m_folders = folders;
+        openPanel();
+        EXPECT_EQ(PanelPaths::path(dialog()->directory().path()), m_folder / "Videos");
+    }
+}
+
+TEST_F(PanelsTest, TheOpenPanelStartsInTheFolderOfTheLastRun)
+{
+    *m_folders = PanelFolders(m_folder / "open-folder");
+    std::filesystem::create_directory(m_folder / "inner");
+    const auto clip = makeFile("inner/clip.mov");
     openPanel();
-    EXPECT_TRUE(dialog()->directory().exists());
+    enter(PanelPaths::text(clip));
+    confirmButton()->click();
+    ASSERT_EQ(m_responses.size(), 1U);
+    *m_folders = PanelFolders(m_folder / "open-folder");
+    openPanel();
+    EXPECT_EQ(PanelPaths::path(dialog()->directory().path()), m_folder / "inner");
 }
 
 TEST_F(PanelsTest, CancelsTheOpenDialogWhenBegunAgain)

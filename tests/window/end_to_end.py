@@ -93,6 +93,19 @@ class EndToEnd(WindowTest):
         self.shoot(program, "failed")
         self.quit(program)
 
+    def test_opens_the_panel_in_the_folder_of_the_last_run(self):
+        folder = self.desktop.home / "last folder"
+        folder.mkdir()
+        shutil.copy(self.clip, folder / "clip.mp4")
+        program = self.start()
+        program.choose(folder / "clip.mp4")
+        eventually(program.export_is_offered, "a loaded clip")
+        self.quit(program)
+        program = self.start()
+        program.choose("clip.mp4")
+        eventually(program.export_is_offered, "a clip of the folder in which the panel opened")
+        self.quit(program)
+
     def test_exports_a_custom_size(self):
         program = self.start_ready()
         width, _ = program.size()

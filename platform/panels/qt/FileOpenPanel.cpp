@@ -28,7 +28,7 @@ void FileOpenPanel::begin(const OpenPanelRequest& request, PanelCompletion compl
     dialog->setFileMode(fileMode(request));
     dialog->setNameFilters(ContentTypeFilters::names(request.allowedContentTypes));
     dialog->selectNameFilter(ContentTypeFilters::initial(request.allowedContentTypes));
-    dialog->setDirectory(PanelPaths::startingFolder(m_folders->open));
+    dialog->setDirectory(PanelPaths::startingFolder(m_folders->open()));
     dialog->setLabelText(QFileDialog::Accept, QString::fromStdString(request.prompt));
 
     const auto choice = [this, shown = dialog.get()]() -> std::optional<std::filesystem::path> {
@@ -36,8 +36,7 @@ void FileOpenPanel::begin(const OpenPanelRequest& request, PanelCompletion compl
         if (chosen.isEmpty())
             return std::nullopt;
         const auto file = PanelPaths::path(chosen);
-        m_folders->open = file.parent_path();
-        m_folders->save = file.parent_path();
+        m_folders->setOpenedFile(file);
         return file;
     };
     m_shown.show(std::move(dialog), choice, std::move(completion));

@@ -16,13 +16,13 @@ void FileSavePanel::begin(const SavePanelRequest& request, PanelCompletion compl
     dialog->setWindowTitle(QString::fromStdString(request.title));
     dialog->setOption(QFileDialog::ReadOnly, !request.canCreateDirectories);
     dialog->setNameFilters(ContentTypeFilters::names(request.allowedContentTypes));
-    dialog->setDirectory(PanelPaths::startingFolder(m_folders->save));
+    dialog->setDirectory(PanelPaths::startingFolder(m_folders->save()));
     dialog->setLabelText(QFileDialog::Accept, QString::fromStdString(request.prompt));
     dialog->selectFile(PanelPaths::text(request.defaultName));
 
     const auto choice = [this, shown = dialog.get()]() -> std::optional<std::filesystem::path> {
         const auto file = PanelPaths::path(shown->chosenFile());
-        m_folders->save = file.parent_path();
+        m_folders->setSavedFile(file);
         return file;
     };
     m_shown.show(std::move(dialog), choice, std::move(completion));
