@@ -26,6 +26,14 @@ TEST(FittedFrameTest, FillsAnAreaOfTheSameAspect)
               (ViewRect{.x = 0, .y = 0, .width = 160, .height = 80}));
 }
 
+TEST(FittedFrameTest, FitsVeryWideAndVeryTallFrames)
+{
+    EXPECT_EQ(fittedFrame({.width = 568, .height = 400}, 4),
+              (ViewRect{.x = 0, .y = 129, .width = 568, .height = 142}));
+    EXPECT_EQ(fittedFrame({.width = 568, .height = 400}, 0.25),
+              (ViewRect{.x = 234, .y = 0, .width = 100, .height = 400}));
+}
+
 TEST(FittedFrameTest, IsEmptyForAnEmptyAreaOrAspect)
 {
     EXPECT_EQ(fittedFrame({.width = 0, .height = 80}, 2), ViewRect());

@@ -21,6 +21,8 @@ Rectangle {
             objectName: "canvasArea"
             Layout.fillWidth: true
             Layout.fillHeight: true
+            // The label of a small crop at the picture's right edge extends beyond the canvas.
+            clip: true
 
             VideoCanvas {
                 id: canvas

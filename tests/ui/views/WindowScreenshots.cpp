@@ -49,6 +49,12 @@ protected:
         window.model().seekPreview(27);
     }
 
+    void load(WindowWithFakes& window, const MediaInfo& media) const
+    {
+        window.load(media);
+        window.player().videoOutput()->present(frame(QSize(int(media.width), int(media.height))));
+    }
+
     void save(WindowWithFakes& window, const QString& name) const
     {
         window.item(QStringLiteral("contentView")); // throws if the window has no content
@@ -147,6 +153,42 @@ TEST_F(WindowScreenshots, CustomAtTheSmallestSizeWithALongName)
     save(window, QStringLiteral("smallest"));
     window.click(QStringLiteral("aspectPicker"));
     save(window, QStringLiteral("picker"));
+}
+
+TEST_F(WindowScreenshots, SmallestCrops)
+{
+    WindowWithFakes window;
+    load(window);
+    window.windowModel().setTopRegion(QRectF(0.2, 0.3, 0.06, 0.06));
+    window.windowModel().setBottomRegion(QRectF(0.6, 0.3, 0.06, 0.72));
+    save(window, QStringLiteral("smallest-crops"));
+    window.windowModel().setTopRegion(QRectF(0, 0, 0.06, 0.06));
+    window.windowModel().setBottomRegion(QRectF(0.94, 0.94, 0.06, 0.06));
+    window.model().setSelectedCrop(1);
+    save(window, QStringLiteral("smallest-crops-in-the-corners"));
+}
+
+TEST_F(WindowScreenshots, WideAndTallClips)
+{
+    for (const QSize size : {QSize(1920, 480), QSize(480, 1920)}) {
+        WindowWithFakes window(QSize(1, 1));
+        window.window().resize(window.window().minimumSize());
+        MediaInfo media = WindowWithFakes::clip();
+        media.width = size.width();
+        media.height = size.height();
+        load(window, media);
+        save(window,
+             size.width() > size.height() ? QStringLiteral("wide-clip") : QStringLiteral("tall-clip"));
+    }
+}
+
+TEST_F(WindowScreenshots, ShortestClipAndUnknownLength)
+{
+    for (const double duration : {0.25, 0.0}) {
+        WindowWithFakes window;
+        load(window, WindowWithFakes::clip(duration));
+        save(window, duration > 0 ? QStringLiteral("shortest-clip") : QStringLiteral("unknown-length"));
+    }
 }
 
 } // namespace
