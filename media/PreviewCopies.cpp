@@ -1,6 +1,7 @@
 #include "media/PreviewCopies.h"
 
-#include "media/ScratchDirectory.h"
+#include "platform/CleanupProcess.h"
+#include "platform/Files.h"
 #include "platform/PrivateFolder.h"
 #include "platform/SystemError.h"
 
@@ -32,13 +33,21 @@ void keepOpen(std::unique_ptr<PrivateFolder> folder)
     kept.swap(folder);
 }
 
-/// A folder with a random name. It is never destroyed: `CleanupProcess` removes it after the end of the
-/// program.
-const ScratchDirectory& folderOfThisRun()
+std::string newUuid()
 {
-    static const auto& folder = *new ScratchDirectory;
-    return folder;
+    return QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper().toStdString();
 }
+
+/// A new private folder with a random name. `CleanupProcess` removes it after the end of the program.
+struct FolderOfThisRun {
+    FolderOfThisRun() : path(folderPath().string() + "-" + newUuid()), temporary(path)
+    {
+        Files::createPrivateDirectory(path);
+    }
+
+    std::filesystem::path path;
+    TemporaryPath temporary;
+};
 
 std::filesystem::path openFolder()
 {
@@ -48,7 +57,8 @@ std::filesystem::path openFolder()
         return path;
     } catch (const SystemError&) {
         // Another user may have created something by that name, which this user cannot remove.
-        return folderOfThisRun().path();
+        static const auto& ofThisRun = *new FolderOfThisRun; // never destroyed
+        return ofThisRun.path;
     }
 }
 
@@ -64,9 +74,7 @@ void removeCopies(const std::filesystem::path& folder)
 
 std::filesystem::path PreviewCopies::newFile()
 {
-    const auto folder = openFolder();
-    const QString uuid = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
-    return folder / (uuid.toStdString() + extension);
+    return openFolder() / (newUuid() + extension);
 }
 
 void PreviewCopies::removeUnused() noexcept
