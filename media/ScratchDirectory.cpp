@@ -42,7 +42,8 @@ ScratchDirectory::~ScratchDirectory()
 void ScratchDirectory::removeUnused() noexcept
 {
     const auto isName = [](const std::string& name) { return name.starts_with(prefix); };
-    UnusedFiles::removeFolders(Files::temporaryDirectory(), isName);
+    const auto isOutput = [](const std::string& name) { return name == "stdout" || name == "stderr"; };
+    UnusedFiles::removeFolders(Files::temporaryDirectory(), isName, isOutput);
 }
 
 std::filesystem::path ScratchDirectory::file(std::string_view name)

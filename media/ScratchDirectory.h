@@ -21,7 +21,8 @@ public:
     ScratchDirectory(const ScratchDirectory&) = delete;
     ScratchDirectory& operator=(const ScratchDirectory&) = delete;
 
-    /// Removes the folders that earlier programs of this user have left behind, at least a minute ago.
+    /// Removes the folders that earlier programs of this user have left behind, at least a minute ago, and
+    /// that hold the output of a child. Others may be in use without an open file.
     static void removeUnused() noexcept;
 
     const std::filesystem::path& path() const { return m_path; }

@@ -17,8 +17,9 @@ struct UnusedFiles {
     static void remove(const std::filesystem::path& folder, const NameCheck& isName) noexcept;
 
     /// Removes the folders with such a name that belong to this user, have not changed for a minute and have
-    /// only unused files in them.
-    static void removeFolders(const std::filesystem::path& parent, const NameCheck& isName) noexcept;
+    /// nothing in them but unused files with such names. An empty folder stays.
+    static void removeFolders(const std::filesystem::path& parent, const NameCheck& isName,
+                              const NameCheck& isFileName) noexcept;
 };
 
 } // namespace stackreel

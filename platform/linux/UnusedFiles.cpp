@@ -72,9 +72,11 @@ std::vector<fs::path> entries(const fs::path& folder, const UnusedFiles::NameChe
 }
 
 /// Removes what is unused in the folder, and the folder if nothing else is in it.
-void removeFolder(const fs::path& folder)
+void removeFolder(const fs::path& folder, const UnusedFiles::NameCheck& isFileName)
 {
-    UnusedFiles::remove(folder, [](const std::string&) { return true; });
+    if (entries(folder, isFileName).empty())
+        return;
+    UnusedFiles::remove(folder, isFileName);
     ::rmdir(folder.c_str());
 }
 
@@ -91,12 +93,13 @@ void UnusedFiles::remove(const fs::path& folder, const NameCheck& isName) noexce
     }
 }
 
-void UnusedFiles::removeFolders(const fs::path& parent, const NameCheck& isName) noexcept
+void UnusedFiles::removeFolders(const fs::path& parent, const NameCheck& isName,
+                                const NameCheck& isFileName) noexcept
 {
     try {
         for (const fs::path& folder : entries(parent, isName))
             if (isUnusedFolder(folder))
-                removeFolder(folder);
+                removeFolder(folder, isFileName);
     } catch (const std::exception&) {
         // The folder cannot be listed.
     }

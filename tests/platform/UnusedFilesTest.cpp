@@ -21,6 +21,11 @@ bool isOurs(const std::string& name)
     return name.starts_with("ours");
 }
 
+bool isOutput(const std::string& name)
+{
+    return name == "stdout";
+}
+
 void makeOld(const fs::path& path)
 {
     fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours(1));
@@ -58,7 +63,7 @@ TEST(UnusedFilesTest, RemovesNoLinkAndNoFolderWithSuchAName)
 TEST(UnusedFilesTest, DoesNothingWhereThereIsNoFolder)
 {
     UnusedFiles::remove("/does not exist", isOurs);
-    UnusedFiles::removeFolders("/does not exist", isOurs);
+    UnusedFiles::removeFolders("/does not exist", isOurs, isOutput);
 }
 
 TEST(UnusedFilesTest, RemovesOldFoldersInWhichNoFileIsOpen)
@@ -66,22 +71,25 @@ TEST(UnusedFilesTest, RemovesOldFoldersInWhichNoFileIsOpen)
     const TemporaryDirectory folder;
     for (const char* const name : {"ours, old", "ours, new", "other"})
         writeOld(folder, std::string(name) + "/stdout");
+    writeOld(folder, "ours, with a copy/copy.mp4");
+    fs::create_directory(folder / "ours, empty");
     const WriteHandle open(writeOld(folder, "ours, open/stdout"));
-    for (const char* const name : {"ours, old", "ours, open", "other"})
+    for (const char* const name : {"ours, old", "ours, open", "other", "ours, with a copy", "ours, empty"})
         makeOld(folder / name);
-    UnusedFiles::removeFolders(folder.path(), isOurs);
-    EXPECT_EQ(folder.names(), (Names{"other", "ours, new", "ours, open"}));
+    UnusedFiles::removeFolders(folder.path(), isOurs, isOutput);
+    EXPECT_EQ(folder.names(),
+              (Names{"other", "ours, empty", "ours, new", "ours, open", "ours, with a copy"}));
     EXPECT_TRUE(fs::exists(folder / "ours, open/stdout"));
 }
 
 TEST(UnusedFilesTest, FollowsNoLinkToAFolder)
 {
     const TemporaryDirectory folder;
-    writeOld(folder, "other/file");
+    writeOld(folder, "other/stdout");
     makeOld(folder / "other");
     fs::create_directory_symlink("other", folder / "ours");
-    UnusedFiles::removeFolders(folder.path(), isOurs);
-    EXPECT_TRUE(fs::exists(folder / "other/file"));
+    UnusedFiles::removeFolders(folder.path(), isOurs, isOutput);
+    EXPECT_TRUE(fs::exists(folder / "other/stdout"));
 }
 
 } // namespace
