@@ -75,6 +75,9 @@ DecodePipeline::~DecodePipeline()
 {
     // Whatever waits for room in the sink's queue, perhaps with a lock that the change of state needs, goes.
     gst_pad_send_event(m_sinkPad.get(), gst_event_new_flush_start());
+    // The decoder by itself first: while it links a new stream to the sink, GStreamer 1.22 may leave it out
+    // when it stops the pipeline ("loop detected in the graph"), and its threads would outlive this object.
+    gst_element_set_state(m_decoder, GST_STATE_NULL);
     gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
     const Handover handover;
 }
@@ -85,7 +88,7 @@ void DecodePipeline::build(const std::filesystem::path& path, Content content)
     m_aheadAtFirst = kind.atFirst;
     m_ahead = kind.ahead;
     GstElement* source = addElement(m_pipeline.get(), "filesrc");
-    GstElement* decoder = addElement(m_pipeline.get(), kind.decoder);
+    m_decoder = addElement(m_pipeline.get(), kind.decoder);
     m_sink = addElement(m_pipeline.get(), "appsink");
     GstElement* taker = m_sink;
     if (content == Content::sound) {
@@ -97,8 +100,8 @@ void DecodePipeline::build(const std::filesystem::path& path, Content content)
     const GstCapsPtr delivered(kind.delivered ? gst_caps_from_string(kind.delivered) : gst_caps_new_any());
     g_object_set(m_sink, "caps", delivered.get(), "sync", FALSE, "async", FALSE, "qos", FALSE, "max-buffers",
                  0, "enable-last-sample", FALSE, "wait-on-eos", FALSE, nullptr);
-    gst_element_link(source, decoder);
-    m_picker.watch(decoder, taker);
+    gst_element_link(source, m_decoder);
+    m_picker.watch(m_decoder, taker);
 }
 
 void DecodePipeline::watch()

@@ -90,7 +90,8 @@ private:
     FirstPacket m_firstPacket;
     OrientationTag m_orientation;
     GstElementPtr m_pipeline;
-    GstElement* m_sink = nullptr; ///< the pipeline's
+    GstElement* m_decoder = nullptr; ///< the pipeline's
+    GstElement* m_sink = nullptr;    ///< the pipeline's
     GstPadPtr m_sinkPad;
     guint m_aheadAtFirst = 0;            ///< samples, until it is known where the file begins
     guint m_ahead = 0;                   ///< samples, from then on
