@@ -70,6 +70,14 @@ SoakSession::SoakSession(std::vector<std::filesystem::path> clips, std::filesyst
 
 SoakSession::~SoakSession() = default;
 
+void SoakSession::loadEach()
+{
+    for (const auto& clip : m_clips) {
+        load(clip);
+        finishLoad();
+    }
+}
+
 void SoakSession::use(std::chrono::milliseconds duration)
 {
     const auto end = std::chrono::steady_clock::now() + duration;

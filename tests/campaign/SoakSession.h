@@ -49,6 +49,8 @@ public:
     SoakSession(std::vector<std::filesystem::path> clips, std::filesystem::path folder, std::uint32_t seed);
     ~SoakSession();
 
+    /// Loads each clip once. Some files and threads are opened when they are first needed, and stay.
+    void loadEach();
     /// Performs random actions for some time. Takes longer if a load or an export does.
     void use(std::chrono::milliseconds duration);
     /// Loads the first clip and lets it loop until all other work has ended and its decoder is closed. Each
