@@ -23,16 +23,6 @@ void ModelTest::runQueuedTasks()
         QCoreApplication::sendPostedEvents();
 }
 
-MediaInfo ModelTest::clip(double duration)
-{
-    return {.width = 1920,
-            .height = 1080,
-            .rotation = 0,
-            .duration = duration,
-            .videoCodec = "h264",
-            .audioCodec = "aac"};
-}
-
 void ModelTest::choose(const std::filesystem::path& file)
 {
     model().chooseSource();

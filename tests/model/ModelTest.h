@@ -31,7 +31,7 @@ protected:
     Lines takeJournal() { return m_services.journal->take(); }
 
     /// The properties of a landscape clip of this duration, in seconds.
-    static MediaInfo clip(double duration);
+    static MediaInfo clip(double duration) { return landscapeClip(duration); }
     /// Chooses a file and starts its load.
     void choose(const std::filesystem::path& file);
     /// Completes the probe and the preview of the load that was started last.

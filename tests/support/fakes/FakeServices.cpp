@@ -3,6 +3,16 @@
 namespace stackreel
 {
 
+MediaInfo landscapeClip(double duration)
+{
+    return {.width = 1920,
+            .height = 1080,
+            .rotation = 0,
+            .duration = duration,
+            .videoCodec = "h264",
+            .audioCodec = "aac"};
+}
+
 template <typename T>
 QCoro::Task<T> FakeServices::call(Calls<T>& calls, const std::string& service, const std::string& arguments,
                                   std::stop_token stop)

@@ -18,6 +18,9 @@
 namespace stackreel
 {
 
+/// The facts of a landscape clip with sound; `duration` in seconds.
+MediaInfo landscapeClip(double duration);
+
 /// One call of a fake service. It ends when the test completes or fails its task. A cancellation is written
 /// to the journal ("cancel export 1").
 template <typename T>

@@ -41,16 +41,6 @@ WindowWithFakes::WindowWithFakes(QSize size)
     settle();
 }
 
-MediaInfo WindowWithFakes::clip(double duration)
-{
-    return {.width = 1920,
-            .height = 1080,
-            .rotation = 0,
-            .duration = duration,
-            .videoCodec = "h264",
-            .audioCodec = "aac"};
-}
-
 void WindowWithFakes::load(const MediaInfo& media, const std::filesystem::path& file)
 {
     m_model.chooseSource();

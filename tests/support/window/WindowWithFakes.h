@@ -35,7 +35,7 @@ public:
     int updateChecks() const { return m_updateChecks; }
 
     /// The properties of a clip of 1920 × 1080 pixels, with audio and this duration in seconds.
-    static MediaInfo clip(double duration = 20);
+    static MediaInfo clip(double duration = 20) { return landscapeClip(duration); }
     /// Loads a clip through the open panel, up to the phase `ready`. The thumbnails stay pending.
     void load(const MediaInfo& media = clip(), const std::filesystem::path& file = "/clips/Beach day.MOV");
     /// Completes the thumbnails with pictures of a single colour each.
