@@ -118,6 +118,9 @@ Q_SIGNALS:
     void selectedCropChanged();
     void previewMutedChanged();
     void unfinishedExportsChanged();
+    /// An export whose source was replaced is complete or has failed. `phase` does not show that. `message`
+    /// is a sentence for the user.
+    void replacedExportEnded(const QString& message);
 
 private:
     template <typename Value>

@@ -14,6 +14,21 @@
 namespace stackreel
 {
 
+namespace
+{
+
+/// What became of an export to a file, after which the window would show this phase.
+QString endMessage(const std::filesystem::path& file, const Phase& phase)
+{
+    const QString message = QString::fromStdString(phase.message(std::nullopt));
+    if (phase.kind() == Phase::Kind::complete)
+        return message;
+    return QStringLiteral("%1 was not exported. %2")
+        .arg(QString::fromStdString(file.filename().string()), message);
+}
+
+} // namespace
+
 ExportFlow::ExportFlow(AppModel& model, const ModelServices& services, PreviewPlayback& playback)
     : m_model(model), m_services(services), m_playback(playback), m_queue(std::make_shared<ExportQueue>())
 {
@@ -105,6 +120,8 @@ QCoro::Task<> ExportFlow::exportVideo(Job job, std::stop_token stop)
     }
     if (model && isShown(job))
         finish(outcome);
+    else if (model && outcome.kind() != Phase::Kind::ready)
+        Q_EMIT model->replacedExportEnded(endMessage(job.destination, outcome));
 }
 
 void ExportFlow::finish(const Phase& phase)

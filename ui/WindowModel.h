@@ -135,6 +135,7 @@ Q_SIGNALS:
     void selectedCropChanged();
     void settingsChanged();
     void timelineThumbnailsChanged();
+    void replacedExportEnded(const QString& message);
 
 private:
     void forwardChanges();

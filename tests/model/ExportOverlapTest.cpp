@@ -26,6 +26,10 @@ protected:
         m_directory.write(destination.filename(), "half");
         load(30, "/clips/b.mov");
     }
+    static QString nameOf(const std::filesystem::path& file)
+    {
+        return QString::fromStdString(file.filename().string());
+    }
     ManualTask<std::filesystem::path>& first() { return m_services.exports.at(0).task(); }
     ManualTask<std::filesystem::path>& second() { return m_services.exports.at(1).task(); }
     void endFirst()
@@ -87,6 +91,30 @@ TEST_F(ExportsOfTwoSources, GoOnWhenTheSourceIsReplaced)
     EXPECT_EQ(model().unfinishedExports().size(), 1U);
     endFirst();
     EXPECT_EQ(model().unfinishedExports(), Tasks());
+}
+
+TEST_F(ExportsOfTwoSources, ReportTheEndOfTheFirstOnceUnlessItIsCancelled)
+{
+    QStringList messages;
+    const QObject context;
+    QObject::connect(&model(), &AppModel::replacedExportEnded, &context,
+                     [&](const QString& message) { messages += message; });
+    replaceTheSourceDuringAnExport();
+    endFirst();
+    EXPECT_EQ(messages.takeFirst(), QStringLiteral("Saved ") + nameOf(destination));
+
+    startExport();
+    load(20, "/clips/a.mov");
+    exporting().fail(MediaToolError::processFailed("FFmpeg", 1, "No space left on device"));
+    EXPECT_EQ(messages.takeFirst(),
+              nameOf(destination) + QStringLiteral(" was not exported. No space left on device"));
+
+    startExport();
+    load(20, "/clips/b.mov");
+    exporting().fail(CancellationError());
+    startExport();
+    exporting().complete(destination);
+    EXPECT_EQ(messages, QStringList()) << "a cancelled one, and one that the window shows";
 }
 
 TEST_F(ExportsOfTwoSources, RunOneAfterTheOther)

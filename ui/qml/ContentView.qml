@@ -21,6 +21,14 @@ Item {
         status: view.model.phaseMessage
     }
 
+    Connections {
+        target: view.model
+
+        function onReplacedExportEnded(message: string) {
+            view.announce(message);
+        }
+    }
+
     FocusFallback {
         model: view.model
         content: view
