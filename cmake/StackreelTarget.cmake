@@ -4,11 +4,13 @@ check_pie_supported()
 # stackreel_harden(<target>): in a release build, checks of buffers and of the stack at run time, and addresses that are
 # random and, once resolved, read-only. The Debian package adds the flags of dpkg-buildflags, which may be stricter.
 function(stackreel_harden target)
-  set(release $<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${STACKREEL_SANITIZE}>>>)
+  if(STACKREEL_SANITIZE)
+    return()
+  endif()
   # The macro may be defined by the environment, and GCC warns about another definition.
   target_compile_options(${target} PRIVATE
-    "$<${release}:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong>")
-  target_link_options(${target} PRIVATE "$<${release}:LINKER:-z,relro,-z,now,-z,noexecstack>")
+    "$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong>")
+  target_link_options(${target} PRIVATE "$<$<CONFIG:Release>:LINKER:-z,relro,-z,now,-z,noexecstack>")
 endfunction()
 
 # stackreel_target(<target> [FOR_TESTS]): sets the C++ standard, warnings, sanitizers and defines, for every target of this
