@@ -43,10 +43,12 @@ protected:
         release(from.toPoint() + distance);
     }
     /// The colours on a line between two points in the window, in points.
-    static std::vector<QColor> colours(const QImage& picture, QPointF from, QPointF to)
+    std::vector<QColor> colours(QPointF from, QPointF to)
     {
         std::vector<QColor> found;
-        const QLineF line(from * picture.devicePixelRatio(), to * picture.devicePixelRatio());
+        const QImage picture = window().screenshot();
+        const double scale = window().window().effectiveDevicePixelRatio();
+        const QLineF line(from * scale, to * scale);
         for (double at = 0; at <= 1; at += 1 / line.length())
             found.push_back(picture.pixelColor(line.pointAt(at).toPoint()));
         return found;
@@ -108,8 +110,8 @@ TEST_F(ExtremesTest, ASmallCropInACornerIsDrawnOnlyInTheWorkspace)
         << "the test needs a label that extends";
     const QPointF beside = badge.mapToScene(QPointF(0, badge.height() / 2));
     const QRectF workspace = geometry("workspace").translated(item("contentView").mapToScene(QPointF(0, 0)));
-    for (const QColor& colour : colours(window().screenshot(), QPointF(workspace.right() + 1, beside.y()),
-                                        QPointF(workspace.right() + 17, beside.y())))
+    for (const QColor& colour :
+         colours(QPointF(workspace.right() + 1, beside.y()), QPointF(workspace.right() + 17, beside.y())))
         EXPECT_TRUE(same(colour, graphite));
 }
 
