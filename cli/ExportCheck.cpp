@@ -67,8 +67,10 @@ ExportExpectation ExportExpectation::within(const ExportRequest& request, const 
 {
     ExportExpectation expected = *this;
     expected.audioMayBeMissing = !content.hasSound;
-    // A source that was cut short ends before the length that it states.
-    if (content.end < request.media.duration - endTolerance)
+    // A source that was cut short ends before the length that it states. Matroska counts that from 0, also
+    // where the first picture comes later.
+    const double statedEnd = content.end + std::max(content.start, 0.0);
+    if (statedEnd < request.media.duration - endTolerance)
         return expected;
     const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
     expected.lengthSeconds = std::clamp(content.pictureEnd - range.start, 0.0, lengthSeconds);

@@ -73,7 +73,7 @@ SourceContent SourceContent::parse(std::string_view packets, const ProbeDocument
     const double start = startIn(packets);
     const std::int64_t picture = indexOf(source, "video");
     const std::int64_t sound = indexOf(source, "audio");
-    SourceContent content;
+    SourceContent content{.start = start};
     while (!packets.empty()) {
         const auto packet = parsePacket(takeUntil(packets, '\n'));
         if (!packet)

@@ -16,8 +16,9 @@ namespace stackreel
 /// sound.
 struct SourceContent {
     double pictureEnd =
-        0;          ///< where the first picture stream ends; 0 without a packet in the range or after it
-    double end = 0; ///< where the last stream ends
+        0;            ///< where the first picture stream ends; 0 without a packet in the range or after it
+    double end = 0;   ///< where the last stream ends
+    double start = 0; ///< of the first picture or sound, on the container's own clock
     bool hasSound = false; ///< whether the first sound stream has a packet inside the range
 
     /// Finds them in the output of `ffprobe` as `read` calls it. Lines that are not understood are skipped.

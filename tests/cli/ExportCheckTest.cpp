@@ -214,6 +214,19 @@ TEST(ExportExpectation, IsAsShortAsThePictureOfASourceThatIsWhole)
     EXPECT_EQ(lengthWith(6, 6), 8) << "it was cut short";
 }
 
+/// As in Matroska, whose stated length counts from 0.
+TEST(ExportExpectation, TakesASourceThatStartsLateAsWhole)
+{
+    const ExportRequest request = requestFor(10, true);
+    const auto lengthWith = [&](double start) {
+        return ExportExpectation::of(request)
+            .within(request, {.pictureEnd = 5, .end = 5, .start = start, .hasSound = true})
+            .lengthSeconds;
+    };
+    EXPECT_EQ(lengthWith(5), 5);
+    EXPECT_EQ(lengthWith(0), 10) << "it was cut short";
+}
+
 TEST(ExportExpectation, LetsSoundBeMissingWhereTheRangeHasNone)
 {
     const ExportRequest request = requestFor(10, true);

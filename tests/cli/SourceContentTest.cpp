@@ -33,6 +33,7 @@ TEST(SourceContent, CountsTimesFromTheStartOfTheSource)
     const auto content = SourceContent::parse(packets, usual, 0, 6);
     EXPECT_DOUBLE_EQ(content.pictureEnd, 0.5);
     EXPECT_DOUBLE_EQ(content.end, 1.1);
+    EXPECT_DOUBLE_EQ(content.start, 1.4);
 }
 
 TEST(SourceContent, TakesTheFirstStreamOfEachKindOnly)
