@@ -15,13 +15,12 @@ namespace
 /// How much later than wanted a seek asks for a key frame. Demuxers go back to where a packet of sound begins
 /// that overlaps the time asked for, and from a key frame at that time thus to the one before it.
 constexpr Nanoseconds packetOfSound = 48 * millisecond;
-/// How long nothing has to come of what broke off until nothing is expected any more.
-constexpr auto quietAfterFailure = std::chrono::seconds(2);
 
 } // namespace
 
-FrameReader::FrameReader(SourceFile file, PictureSize box, std::function<void()> wake)
-    : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box), m_end(quietAfterFailure)
+FrameReader::FrameReader(SourceFile file, PictureSize box, std::function<void()> wake,
+                         std::chrono::nanoseconds quiet)
+    : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box), m_end(quiet)
 {
     open();
 }

@@ -30,9 +30,11 @@ public:
         failed,  ///< no frame at all can be had
     };
 
-    /// Opens the file, to be read from its beginning. `wake` as with `DecodePipeline`. Throws
-    /// `std::runtime_error` when GStreamer lacks an element.
-    FrameReader(SourceFile file, PictureSize box, std::function<void()> wake);
+    /// Opens the file, to be read from its beginning. `wake` as with `DecodePipeline`. After an error, frames
+    /// may still be on their way through the decoder: none is expected any more when none came for `quiet`.
+    /// Throws `std::runtime_error` when GStreamer lacks an element.
+    FrameReader(SourceFile file, PictureSize box, std::function<void()> wake,
+                std::chrono::nanoseconds quiet = std::chrono::seconds(2));
 
     /// The next frame is to be the one on screen at `time`: the last that starts no later. Where the file
     /// begins after or ends before that time, its first or last frame.

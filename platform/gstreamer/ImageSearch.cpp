@@ -5,11 +5,19 @@
 namespace stackreel
 {
 
+namespace
+{
+
+/// Short, because each image near damaged data takes as long.
+constexpr std::chrono::milliseconds quietAfterFailure(300);
+
+} // namespace
+
 ImageSearch::ImageSearch(const SourceFile& file, PictureSize box, bool upright, std::stop_token stop)
     : m_stop(std::move(stop)),
       m_onStop(m_stop, Notify{m_wakeUp}),
       m_finder(file, m_stop),
-      m_reader(file, box, Notify{m_wakeUp})
+      m_reader(file, box, Notify{m_wakeUp}, quietAfterFailure)
 {
     m_reader.setUpright(upright);
 }

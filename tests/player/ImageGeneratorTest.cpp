@@ -183,6 +183,19 @@ TEST(ImageGenerator, StopsBetweenImagesWhenAStopIsRequested)
     EXPECT_EQ(reported, 3);
 }
 
+/// Four of the images lie near the damaged frame.
+TEST(ImageGenerator, WaitsBrieflyForWhatFollowsADamagedFrame)
+{
+    const MarkedClip clip{.name = "picture.avi", .frames = 30, .keyInterval = 1, .output = "-c:v png"};
+    const auto file = corruptedCopy(clip.file(), "damaged-picture.avi",
+                                    std::filesystem::file_size(clip.file()) * 3 / 10, 10);
+    const auto start = std::chrono::steady_clock::now();
+    const auto images = generate(file, twelve(clip.duration()), settings(0.5));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    for (const GeneratedImage& image : images)
+        EXPECT_TRUE(image.frame.pixels) << image.requestedTime.seconds();
+}
+
 TEST(ImageGenerator, WaitsForAPlayerThatPreparesAFrame)
 {
     std::optional<ForegroundWork> work(std::in_place);
