@@ -1,7 +1,6 @@
 #include "app/StackreelApp.h"
 
 #include "app/Shutdown.h"
-#include "platform/StandardStreams.h"
 #include "platform/accessibility/AccessibleLineEdit.h"
 
 #include <QApplication>
@@ -45,10 +44,6 @@ StackreelApp::StackreelApp(ModelServices services, const InfoDictionary& info, U
     QObject::connect(
         &m_model, &AppModel::unfinishedExportsChanged, &m_actions, [this] { inhibitSleepWhileExporting(); },
         Qt::QueuedConnection);
-    // The window shows the source that replaced that of the export, so its status line cannot show this end.
-    QObject::connect(&m_model, &AppModel::replacedExportEnded, &m_actions, [](const QString& message) {
-        StandardStreams::writeError(message.toStdString() + "\n");
-    });
 }
 
 void StackreelApp::inhibitSleepWhileExporting()

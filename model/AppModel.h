@@ -120,7 +120,7 @@ Q_SIGNALS:
     void unfinishedExportsChanged();
     /// An export whose source was replaced is complete or has failed. `phase` does not show that. `message`
     /// is a sentence for the user.
-    void replacedExportEnded(const QString& message);
+    void exportOfReplacedSourceEnded(const QString& message);
 
 private:
     template <typename Value>

@@ -17,10 +17,10 @@ namespace stackreel
 namespace
 {
 
-/// What became of an export to a file, after which the window would show this phase.
+/// The message for the end of an export to `file`. `phase` is its result.
 QString endMessage(const std::filesystem::path& file, const Phase& phase)
 {
-    const QString message = QString::fromStdString(phase.message(std::nullopt));
+    QString message = QString::fromStdString(phase.message(std::nullopt));
     if (phase.kind() == Phase::Kind::complete)
         return message;
     return QStringLiteral("%1 was not exported. %2")
@@ -121,7 +121,7 @@ QCoro::Task<> ExportFlow::exportVideo(Job job, std::stop_token stop)
     if (model && isShown(job))
         finish(outcome);
     else if (model && outcome.kind() != Phase::Kind::ready)
-        Q_EMIT model->replacedExportEnded(endMessage(job.destination, outcome));
+        Q_EMIT model->exportOfReplacedSourceEnded(endMessage(job.destination, outcome));
 }
 
 void ExportFlow::finish(const Phase& phase)

@@ -19,7 +19,7 @@ class PreviewPlayback;
 ///
 /// Exports run one at a time. An export that is started before another one has ended waits for its turn, in
 /// the phase `exporting`. If the source of an export is replaced, the export continues, but does not change
-/// the model any more. Its end is a signal only (`AppModel::replacedExportEnded`).
+/// the model any more. Its end is a signal only (`AppModel::exportOfReplacedSourceEnded`).
 class ExportFlow
 {
 public:

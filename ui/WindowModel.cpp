@@ -44,7 +44,8 @@ void WindowModel::forwardChanges()
     connect(&m_model, &AppModel::phaseChanged, this, &WindowModel::phaseChanged);
     connect(&m_model, &AppModel::phaseChanged, this, &WindowModel::phaseMessageChanged);
     connect(&m_model, &AppModel::sourceURLChanged, this, &WindowModel::phaseMessageChanged);
-    connect(&m_model, &AppModel::replacedExportEnded, this, &WindowModel::replacedExportEnded);
+    connect(&m_model, &AppModel::exportOfReplacedSourceEnded, this,
+            &WindowModel::exportOfReplacedSourceEnded);
     connect(&m_model, &AppModel::mediaInfoChanged, this, &WindowModel::mediaInfoChanged);
     connect(&m_model, &AppModel::playerChanged, this, &WindowModel::playerChanged);
     connect(&m_model, &AppModel::previewPlayingChanged, this, &WindowModel::previewPlayingChanged);

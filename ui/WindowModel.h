@@ -135,7 +135,7 @@ Q_SIGNALS:
     void selectedCropChanged();
     void settingsChanged();
     void timelineThumbnailsChanged();
-    void replacedExportEnded(const QString& message);
+    void exportOfReplacedSourceEnded(const QString& message);
 
 private:
     void forwardChanges();

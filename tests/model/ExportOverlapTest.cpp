@@ -97,7 +97,7 @@ TEST_F(ExportsOfTwoSources, ReportTheEndOfTheFirstOnceUnlessItIsCancelled)
 {
     QStringList messages;
     const QObject context;
-    QObject::connect(&model(), &AppModel::replacedExportEnded, &context,
+    QObject::connect(&model(), &AppModel::exportOfReplacedSourceEnded, &context,
                      [&](const QString& message) { messages += message; });
     replaceTheSourceDuringAnExport();
     endFirst();

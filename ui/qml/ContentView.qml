@@ -24,7 +24,7 @@ Item {
     Connections {
         target: view.model
 
-        function onReplacedExportEnded(message: string) {
+        function onExportOfReplacedSourceEnded(message: string) {
             view.announce(message);
         }
     }

@@ -130,7 +130,7 @@ TEST_F(ScreenReaderTest, MovesTheFocusToTheChooseButtonAfterAFailedExport)
     fakes().exports.back().task().fail(std::runtime_error("The disk is full."));
     EXPECT_TRUE(becomesTrue([this] { return item("chooseButton").hasActiveFocus(); }));
     EXPECT_EQ(announced(), QStringLiteral("The disk is full."));
-    Q_EMIT model().replacedExportEnded(QStringLiteral("Saved a.mp4"));
+    Q_EMIT model().exportOfReplacedSourceEnded(QStringLiteral("Saved a.mp4"));
     EXPECT_EQ(announced(), QStringLiteral("Saved a.mp4"));
 }
 
