@@ -20,8 +20,11 @@ bool isHiddenExport(const std::string& name)
     constexpr std::string_view suffix = ".mp4";
     if (!name.starts_with(prefix) || !name.ends_with(suffix))
         return false;
-    const std::string uuid = name.substr(prefix.size(), name.size() - prefix.size() - suffix.size());
-    return QUuid::fromString(QLatin1StringView(uuid.data(), static_cast<qsizetype>(uuid.size()))) != QUuid();
+    const QString text =
+        QString::fromStdString(name.substr(prefix.size(), name.size() - prefix.size() - suffix.size()));
+    const QUuid uuid = QUuid::fromString(text);
+    // Parsing alone accepts more text behind the UUID.
+    return !uuid.isNull() && uuid.toString(QUuid::WithoutBraces).toUpper() == text;
 }
 
 } // namespace

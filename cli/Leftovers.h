@@ -5,8 +5,8 @@
 namespace stackreel
 {
 
-/// Removes what earlier exports of this user have left behind where nothing could remove it at their end:
-/// hidden files in the folder of the destination, and scratch folders. What another program uses stays.
+/// Removes hidden files in the destination folder and scratch folders that earlier exports of this user left
+/// behind, for example after SIGKILL. Files in use stay.
 void removeLeftovers(const std::filesystem::path& destinationFolder);
 
 } // namespace stackreel

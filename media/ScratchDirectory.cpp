@@ -5,6 +5,7 @@
 
 #include <QUuid>
 
+#include <exception>
 #include <system_error>
 
 namespace stackreel
@@ -43,7 +44,11 @@ void ScratchDirectory::removeUnused() noexcept
 {
     const auto isName = [](const std::string& name) { return name.starts_with(prefix); };
     const auto isOutput = [](const std::string& name) { return name == "stdout" || name == "stderr"; };
-    UnusedFiles::removeFolders(Files::temporaryDirectory(), isName, isOutput);
+    try {
+        UnusedFiles::removeFolders(Files::temporaryDirectory(), isName, isOutput);
+    } catch (const std::exception&) {
+        // A relative TMPDIR in a working directory that was removed leads to no folder.
+    }
 }
 
 std::filesystem::path ScratchDirectory::file(std::string_view name)

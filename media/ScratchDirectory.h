@@ -21,8 +21,8 @@ public:
     ScratchDirectory(const ScratchDirectory&) = delete;
     ScratchDirectory& operator=(const ScratchDirectory&) = delete;
 
-    /// Removes the folders that earlier programs of this user have left behind, at least a minute ago, and
-    /// that hold the output of a child. Others may be in use without an open file.
+    /// Removes the scratch folders of earlier runs of this user that contain only the output of a child,
+    /// unchanged for a day. A folder without output stays: a program may use it without an open file.
     static void removeUnused() noexcept;
 
     const std::filesystem::path& path() const { return m_path; }

@@ -17,7 +17,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::minutes minimumAge(1);
+constexpr std::chrono::hours minimumAge(24);
 
 /// A descriptor that is closed at the end; negative when the file could not be opened.
 struct OpenFile {
@@ -43,17 +43,23 @@ bool isOldFileOfThisUser(const struct stat& found)
     return found.st_uid == ::geteuid() && std::chrono::system_clock::now() - changed >= minimumAge;
 }
 
-bool isUnused(const fs::path& path)
+/// Whether the system grants a write lease, which it does only for a file that nobody else has open. Opening
+/// the file then waits until the lease ends, and sends a signal: SIGIO would end this process, and SIGURG is
+/// ignored by default.
+bool leaseFile(const OpenFile& file)
+{
+    return ::fcntl(file.descriptor, F_SETSIG, SIGURG) == 0 &&
+           ::fcntl(file.descriptor, F_SETLEASE, F_WRLCK) == 0;
+}
+
+void removeIfUnused(const fs::path& path)
 {
     const OpenFile file(path);
     struct stat found = {};
     if (file.descriptor < 0 || ::fstat(file.descriptor, &found) != 0)
-        return false;
-    // The system gives a write lease only for a file that nobody else has open. Whoever opens it before it is
-    // closed here causes a signal; SIGIO would end this process, and SIGURG is ignored by default.
-    return S_ISREG(found.st_mode) && isOldFileOfThisUser(found) &&
-           ::fcntl(file.descriptor, F_SETSIG, SIGURG) == 0 &&
-           ::fcntl(file.descriptor, F_SETLEASE, F_WRLCK) == 0;
+        return;
+    if (S_ISREG(found.st_mode) && isOldFileOfThisUser(found) && leaseFile(file))
+        ::unlink(path.c_str());
 }
 
 bool isUnusedFolder(const fs::path& path)
@@ -71,11 +77,15 @@ std::vector<fs::path> entries(const fs::path& folder, const UnusedFiles::NameChe
     return found;
 }
 
-/// Removes what is unused in the folder, and the folder if nothing else is in it.
+/// Removes the unused files, and the folder if it is then empty. Does nothing if the folder has no such file.
 void removeFolder(const fs::path& folder, const UnusedFiles::NameCheck& isFileName)
 {
-    if (entries(folder, isFileName).empty())
-        return;
+    try {
+        if (entries(folder, isFileName).empty())
+            return;
+    } catch (const fs::filesystem_error&) {
+        return; // it cannot be listed
+    }
     UnusedFiles::remove(folder, isFileName);
     ::rmdir(folder.c_str());
 }
@@ -86,8 +96,7 @@ void UnusedFiles::remove(const fs::path& folder, const NameCheck& isName) noexce
 {
     try {
         for (const fs::path& file : entries(folder, isName))
-            if (isUnused(file))
-                ::unlink(file.c_str());
+            removeIfUnused(file);
     } catch (const std::exception&) {
         // The folder cannot be listed.
     }

@@ -76,14 +76,15 @@ TEST_F(CliProcess, ExportWritesBesideTheSourceWithoutADestination)
 
 TEST_F(CliProcess, RemovesTheHiddenFilesThatAKilledExportHasLeftInTheFolderAndNoOthers)
 {
-    for (const char* const name :
-         {".stackreel-0B5E3E4C-8A0F-4F4E-9A55-0E5B0A0C5D11.mp4", ".stackreel-mine.mp4"}) {
+    const std::string hidden = ".stackreel-0B5E3E4C-8A0F-4F4E-9A55-0E5B0A0C5D11";
+    for (const std::string& name :
+         {hidden + ".mp4", hidden + " (copy).mp4", std::string(".stackreel-mine.mp4")}) {
         m_cli.write(name, "left");
-        const auto anHourAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
-        fs::last_write_time(m_cli.folder() / name, anHourAgo);
+        const auto yesterday = fs::file_time_type::clock::now() - std::chrono::hours(25);
+        fs::last_write_time(m_cli.folder() / name, yesterday);
     }
     EXPECT_EQ(m_cli.run({"export", "clip.mov", "out.mp4"}).status, 0);
-    EXPECT_EQ(m_cli.names(), (Names{".stackreel-mine.mp4", "clip.mov", "out.mp4"}));
+    EXPECT_EQ(m_cli.names(), (Names{hidden + " (copy).mp4", ".stackreel-mine.mp4", "clip.mov", "out.mp4"}));
 }
 
 TEST_F(CliProcess, EncoderGetsTheSourceAndAHiddenFileBesideTheDestination)

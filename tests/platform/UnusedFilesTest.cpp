@@ -28,7 +28,7 @@ bool isOutput(const std::string& name)
 
 void makeOld(const fs::path& path)
 {
-    fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours(25));
 }
 
 fs::path writeOld(const TemporaryDirectory& folder, const std::string& name)
