@@ -8,18 +8,20 @@ namespace stackreel
 namespace
 {
 
-std::filesystem::path folderIn(const char* variable)
+/// The folder that a variable names; the root folder where it names none.
+std::filesystem::path folderFromEnvironment(const char* variable)
 {
     const char* value = std::getenv(variable);
-    return value != nullptr ? value : "";
+    const std::filesystem::path folder = value != nullptr ? value : "";
+    return folder.is_absolute() ? folder : "/";
 }
 
 } // namespace
 
 std::filesystem::path stateFolder()
 {
-    const std::filesystem::path states = folderIn("XDG_STATE_HOME");
-    return (states.is_absolute() ? states : folderIn("HOME") / ".local" / "state") / "stackreel";
+    const std::filesystem::path states = folderFromEnvironment("XDG_STATE_HOME");
+    return (states != "/" ? states : folderFromEnvironment("HOME") / ".local" / "state") / "stackreel";
 }
 
 } // namespace stackreel

@@ -109,6 +109,10 @@ TEST(UpdateStore, IsInTheUsersStateFolder)
         const ScopedEnvironment state("XDG_STATE_HOME", invalid);
         EXPECT_EQ(UpdateStore::standardFile(), "/some/home/.local/state/stackreel/updates.ini");
     }
+    const ScopedEnvironment state("XDG_STATE_HOME", "");
+    const ScopedEnvironment nowhere("HOME", "");
+    EXPECT_EQ(UpdateStore::standardFile(), "/.local/state/stackreel/updates.ini")
+        << "never in the working directory";
 }
 
 } // namespace stackreel
