@@ -23,8 +23,8 @@ using Words = std::vector<std::string>;
 // result came late, the last one may show a later moment of the source.
 constexpr double endSeconds = 0.25;
 constexpr double beyondSeconds = 0.04;
-// To decode exactly, the source is read from this much earlier. In a stream such as MPEG-TS, FFmpeg seeks to
-// packets behind the key frame, and the pictures up to the next key frame are then damaged.
+// For exact decoding, the source is read from this much earlier. In MPEG-TS, FFmpeg may seek past the key
+// frame, and the pictures before the next one are then damaged.
 constexpr double leadSeconds = 10;
 
 std::string seconds(double value)
@@ -122,6 +122,12 @@ ExportError otherPicture(const std::string& begins)
                        " with the picture of the source. The encoder of FFmpeg may be at fault.");
 }
 
+/// Whether a signal ended FFmpeg, which catches some of them and then exits with 255.
+bool wasStopped(const ProcessOutput& output)
+{
+    return output.endedBySignal || output.status == 255;
+}
+
 /// Whether a picture can be decoded in the file at or after a time.
 QCoro::Task<bool> hasPicture(std::filesystem::path ffmpeg, std::filesystem::path file, double start,
                              std::stop_token stop)
@@ -131,7 +137,7 @@ QCoro::Task<bool> hasPicture(std::filesystem::path ffmpeg, std::filesystem::path
     append(words, {"-i", file.string(), "-map", "0:v:0", "-frames:v", "1", "-vf", "scale=32:32,format=gray",
                    "-f", "rawvideo", "-"});
     const ProcessOutput output = co_await ProcessRunner::run(ffmpeg, std::move(words), stop);
-    if (output.endedBySignal)
+    if (wasStopped(output))
         throwToolFailure("FFmpeg", output);
     co_return !output.standardOutput.empty();
 }
@@ -155,9 +161,9 @@ QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request,
     while (true) {
         const ProcessOutput output =
             co_await ProcessRunner::run(ffmpeg, pictureCheckArguments(request, decoding), stop);
-        if (output.endedBySignal && decoding == Decoding::exact)
+        if (wasStopped(output) && decoding == Decoding::exact)
             throwToolFailure("FFmpeg", output);
-        if (output.endedBySignal) {
+        if (wasStopped(output)) {
             decoding = Decoding::exact;
             continue;
         }
@@ -165,10 +171,10 @@ QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request,
         const bool sameStart = pictures.sameStart();
         if (pictures.sourceStart.empty() && pictures.resultStart.empty())
             co_return co_await requireDecodableStart(ffmpeg, request, stop);
-        if (sameStart && pictures.sameEnd())
-            co_return;
         if (output.captureIsFull)
             throw TemporaryFolderFull();
+        if (sameStart && pictures.sameEnd())
+            co_return;
         if (decoding == Decoding::exact)
             throw otherPicture(sameStart ? "end" : "begin");
         decoding = Decoding::exact;

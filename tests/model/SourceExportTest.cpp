@@ -70,6 +70,16 @@ TEST_F(SourceExportTest, SaysWhatEndedAToolThatChecksTheResult)
     EXPECT_EQ(failure(), "FFmpeg" + sentence);
 }
 
+/// FFmpeg catches SIGTERM, writes nothing of it at this log level, and exits with 255.
+TEST_F(SourceExportTest, FailsWhenASignalThatFFmpegCatchesEndsTheComparisonOfPictures)
+{
+    installTool("printf whole > \"$destination\"\n");
+    m_directory.writeExecutable("third_party/ffmpeg/bin/ffmpeg",
+                                "#!/bin/sh\n[ \"$1\" != -nostdin ] || exit 255\n"
+                                "for destination; do :; done\nprintf whole > \"$destination\"\n");
+    EXPECT_THROW(runToEnd(exportSource(request)), MediaToolError);
+}
+
 TEST_F(SourceExportTest, ThrowsExportErrorWhenOnlyTheSourceHasAFirstPicture)
 {
     installTool("printf whole > \"$destination\"\n");
