@@ -62,15 +62,15 @@ QCoro::Task<ProcessOutput> runTool(ProxyRun run, std::vector<std::string> argume
     }
 }
 
-/// Deletes what a failed run has written if it has filled the disk, where other work needs the space.
-/// Returns whether it did.
-bool removeFromFullDisk(const std::filesystem::path& proxy)
+/// Removes the proxy of a failed run if the disk is full, because other work needs the space. Returns whether
+/// it was removed.
+bool removeIfDiskIsFull(const std::filesystem::path& proxy)
 {
     std::error_code ignored;
     try {
         return WriteHandle(proxy).isDiskFull() && std::filesystem::remove(proxy, ignored);
     } catch (const SystemError&) {
-        return false; // nothing was written
+        return false; // the file cannot be opened
     }
 }
 
@@ -161,7 +161,11 @@ QCoro::Task<std::filesystem::path> MediaPipeline::createPreview(std::filesystem:
     auto arguments = proxyArguments(source, run.proxy);
     const ProcessOutput output = co_await runTool(run, std::move(arguments), stop);
     if (output.status != 0) {
-        co_await onWorkerThread([&run] { return removeFromFullDisk(run.proxy); });
+        try {
+            co_await onWorkerThread([&run] { return removeIfDiskIsFull(run.proxy); });
+        } catch (const SystemError&) {
+            // Without another thread it stays; the failure of the tool is reported.
+        }
         throwToolFailure("FFmpeg", output);
     }
     co_return run.proxy;

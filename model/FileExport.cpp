@@ -27,13 +27,18 @@ Partial partialFileFor(const ExportRequest& request)
     return std::make_unique<PartialFile>(destination, PartialFile::Name::visible);
 }
 
-/// Throws where the partial file is not in place. Of that the tools only say that there is no such file.
+/// Throws `ExportError` if the partial file is not in place, for which the tools report a missing file only.
+/// Whether it is may be unknown, which is not an error.
 QCoro::Task<> requireInPlace(const PartialFile& partial)
 {
-    co_await onWorkerThread([&partial] {
-        partial.requireInPlace();
-        return true;
-    });
+    try {
+        co_await onWorkerThread([&partial] {
+            partial.requireInPlace();
+            return true;
+        });
+    } catch (const SystemError&) {
+        // The failure of the tool is reported.
+    }
 }
 
 /// Destroys the object, which removes a file that was neither moved nor kept.
