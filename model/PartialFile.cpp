@@ -49,7 +49,7 @@ PartialFile::PartialFile(const Destination& destination, Name name)
     : m_destination(destination), m_folder(destination.file.parent_path())
 {
     const auto replaced = permissionsOf(destination.file);
-    if (const int error = replaced ? m_folder.replaceError(destination.file.filename()) : 0; error != 0)
+    if (const int error = replaced ? m_folder.errorOnReplacing(destination.file.filename()) : 0; error != 0)
         throw SystemError(error, "replace", destination.named);
     const auto usual = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
                        fs::perms::group_write | fs::perms::others_read | fs::perms::others_write;

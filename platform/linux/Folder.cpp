@@ -70,12 +70,12 @@ void Folder::remove(const std::string& name, FileIdentity file) const noexcept
     }
 }
 
-int Folder::replaceError(const std::string& name) const noexcept
+int Folder::errorOnReplacing(const std::string& name) const noexcept
 {
     // This call removes folders only. For a file that may be removed or replaced it fails with ENOTDIR, and
     // for another one with the reason.
     const int result = ::unlinkat(m_descriptor, name.c_str(), AT_REMOVEDIR);
-    return result == 0 || errno == ENOTDIR ? 0 : errno;
+    return result == 0 || errno == ENOTDIR || errno == ENOENT ? 0 : errno;
 }
 
 void Folder::rename(const std::string& from, const std::string& to, bool replace) const
