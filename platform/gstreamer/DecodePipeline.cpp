@@ -77,6 +77,7 @@ DecodePipeline::~DecodePipeline()
     gst_pad_send_event(m_sinkPad.get(), gst_event_new_flush_start());
     // The decoder by itself first: while it links a new stream to the sink, GStreamer 1.22 may leave it out
     // when it stops the pipeline ("loop detected in the graph"), and its threads would outlive this object.
+    gst_element_set_locked_state(m_decoder, TRUE);
     gst_element_set_state(m_decoder, GST_STATE_NULL);
     gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
     const Handover handover;

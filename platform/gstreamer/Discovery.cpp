@@ -45,9 +45,8 @@ private:
     std::unique_ptr<GMainLoop, MainLoopUnref> m_loop;
 };
 
-/// Ends a discovery by an error of its source. `gst_discoverer_stop` must not be called before the end:
-/// GStreamer 1.22 then sets the pipeline's state while it holds a lock that the removal of a pad needs, and
-/// never returns.
+/// Ends a discovery by posting an error from its source. Do not call `gst_discoverer_stop` during a
+/// discovery: GStreamer 1.22 then may deadlock on a lock that the removal of a pad takes, too.
 class Interruption
 {
 public:

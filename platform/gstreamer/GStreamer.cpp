@@ -13,9 +13,8 @@ namespace stackreel
 namespace
 {
 
-/// Excludes the demuxers of FFmpeg inside GStreamer from the choice. At the end of a GIF file that demuxer
-/// reads for ever, and a seek in a GXF file does not return. A clip that no other demuxer reads gets a
-/// preview copy.
+/// Excludes the demuxers of gst-libav. The one for GIF does not stop at the end of the file, and seeking in
+/// GXF does not return. Clips that need them get a preview copy.
 void excludeLibavDemuxers()
 {
     GstRegistry* registry = gst_registry_get();

@@ -51,8 +51,7 @@ void openAndCloseEarly(const std::filesystem::path& file)
 
 } // namespace
 
-/// Several at a time, as the moment to hit is short. With the fault put back, 5 of 6 runs with twice the
-/// rounds failed.
+/// Runs four threads at a time, because the moment when streams are linked is short.
 TEST(DecodePipeline, StopsAllItsThreadsWhileItsStreamsAreLinked)
 {
     ensureGStreamer();
