@@ -51,7 +51,7 @@ struct FolderOfThisRun {
 
 std::filesystem::path openFolder()
 {
-    const auto path = folderPath();
+    auto path = folderPath();
     try {
         keepOpen(std::make_unique<PrivateFolder>(path));
         return path;
