@@ -2,14 +2,15 @@ include(CheckPIESupported)
 check_pie_supported()
 
 # stackreel_harden(<target>): in a release build, checks of buffers and of the stack at run time, and addresses that are
-# random and, once resolved, read-only. The Debian package adds the flags of dpkg-buildflags, which may be stricter.
+# random and, once resolved, read-only. The Debian package adds the compiler and linker flags of dpkg-buildflags. They come
+# first, so the level of _FORTIFY_SOURCE is always the one below.
 function(stackreel_harden target)
   if(STACKREEL_SANITIZE)
     return()
   endif()
-  # The macro may be defined by the environment, and GCC warns about another definition.
+  # Some compilers define the macro themselves, and warn about another definition.
   target_compile_options(${target} PRIVATE
-    "$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong>")
+    "$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3;-fstack-protector-strong>")
   target_link_options(${target} PRIVATE "$<$<CONFIG:Release>:LINKER:-z,relro,-z,now,-z,noexecstack>")
 endfunction()
 

@@ -2,7 +2,7 @@
 """hardening.py BUILD-FOLDER | FOLDER: checks that every program in FOLDER, or in what BUILD-FOLDER installs, is hardened.
 
 A program must be position-independent, have a stack that is not executable and addresses that are read-only once
-resolved, and check the stack and the sizes of buffers. It must not name the folder that it was built in.
+resolved, and check the stack and the sizes of buffers. It must not name the folder of its sources.
 """
 
 import json
@@ -14,6 +14,7 @@ import tempfile
 
 # With _FORTIFY_SOURCE, a call of one of these becomes a call of __…_chk, whatever its arguments are.
 FORTIFIED = {"printf", "fprintf", "snprintf", "sprintf"}
+LEVEL = 3  # of _FORTIFY_SOURCE
 # Objects that are not installed, or that Qt generates to register the module.
 EXEMPT = re.compile(r"^(tests|benchmarks)/|_test\.dir/|/stackreel_uiplugin")
 
@@ -27,7 +28,7 @@ def imports(program):
     return set(re.findall(r" UND (\w+)", readelf("--dyn-syms", program)))
 
 
-def faults(program, build):
+def faults(program, sources):
     header, segments, dynamic = (readelf(o, program) for o in ("--file-header", "--program-headers", "--dynamic"))
     names = imports(program)
     stack = re.search(r"GNU_STACK(?: +0x\w+){5} (...)", segments)
@@ -43,36 +44,46 @@ def faults(program, build):
         yield "does not check its stack"
     for name in sorted(names & FORTIFIED):
         yield f"calls {name} without a check of sizes"
-    if build and str(build).encode() in program.read_bytes():
-        yield f"contains the path {build}"
+    if sources and str(sources).encode() in program.read_bytes():
+        yield f"contains the path {sources}"
 
 
 def is_program(file):
     return file.is_file() and not file.is_symlink() and file.open("rb").read(4) == b"\x7fELF"
 
 
-def faults_below(folder, build=None):
+def faults_below(folder, sources=None):
     programs = [file for file in sorted(folder.rglob("*")) if is_program(file)]
     if not programs:
         yield f"there is no program in {folder}"
     for program in programs:
-        for fault in faults(program, build):
+        for fault in faults(program, sources):
             yield f"{program.relative_to(folder)} {fault}"
+
+
+def fortification(command):
+    """The level of _FORTIFY_SOURCE, which the last option decides; 0 for none."""
+    levels = re.findall(r" -(?:D_FORTIFY_SOURCE=(\d)|U_FORTIFY_SOURCE)", command)
+    return int(levels[-1] or 0) if levels else 0
 
 
 def unfortified_sources(build):
     """Looks at the compiler's arguments, because the symbols of a program that calls none of FORTIFIED tell nothing."""
     for entry in json.loads((build / "compile_commands.json").read_text()):
         output = re.search(r" -o (\S+)", entry["command"])[1]
-        definition = re.findall(r" -([UD])_FORTIFY_SOURCE(?:=(\d))?", entry["command"])[-1:]
-        if not EXEMPT.search(output) and definition < [("D", "2")]:
+        if not EXEMPT.search(output) and fortification(entry["command"]) < LEVEL:
             yield f"{output} is compiled without checks of sizes"
+
+
+def source_folder(build):
+    cache = (build / "CMakeCache.txt").read_text()
+    return pathlib.Path(re.search(r"^CMAKE_HOME_DIRECTORY:INTERNAL=(.*)$", cache, re.MULTILINE)[1])
 
 
 def installed_faults(build):
     with tempfile.TemporaryDirectory() as folder:
         subprocess.run(["cmake", "--install", build, "--prefix", folder], check=True, stdout=subprocess.DEVNULL)
-        yield from faults_below(pathlib.Path(folder), build.parent.parent)
+        yield from faults_below(pathlib.Path(folder), source_folder(build))
     yield from unfortified_sources(build)
 
 
