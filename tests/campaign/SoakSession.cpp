@@ -32,7 +32,7 @@ private:
 namespace
 {
 
-/// Plays at the right speed, and is silent. There need be no sound device.
+/// A sink that keeps real time and needs no sound device.
 GstElementPtr makeSilentSink()
 {
     GstElementPtr sink = makeElement("fakesink");
@@ -66,6 +66,10 @@ SoakSession::SoakSession(std::vector<std::filesystem::path> clips, std::filesyst
         if (m_model->player())
             m_model->player()->setVideoOutput(m_output);
     });
+    QObject::connect(m_model.get(), &AppModel::phaseChanged, [this] { notePhase(); });
+    QObject::connect(m_model.get(), &AppModel::exportOfReplacedSourceEnded, [this](const QString& message) {
+        m_counts.failedExports += message.contains(QLatin1String("was not exported"));
+    });
 }
 
 SoakSession::~SoakSession() = default;
@@ -74,7 +78,7 @@ void SoakSession::loadEach()
 {
     for (const auto& clip : m_clips) {
         load(clip);
-        finishLoad();
+        judgeLoad(clip);
     }
 }
 
@@ -85,7 +89,7 @@ void SoakSession::use(std::chrono::milliseconds duration)
         performAction();
 }
 
-void SoakSession::rest()
+void SoakSession::returnToFirstClip()
 {
     const bool ended = eventually([this] { return m_model->unfinishedExports().empty(); });
     m_model->setPreviewMuted(true);
@@ -126,14 +130,30 @@ void SoakSession::load(const std::filesystem::path& clip)
     eventually([&] { return m_model->sourceURL() == clip && m_model->phase() == Phase::preparing(); });
 }
 
-/// Sometimes chooses the next clip while the one before is still loading.
+/// In one of four cases does not wait for the load.
 void SoakSession::loadAny()
 {
-    load(m_clips[static_cast<std::size_t>(below(static_cast<int>(m_clips.size())))]);
+    const auto& clip = m_clips[static_cast<std::size_t>(below(static_cast<int>(m_clips.size())))];
+    load(clip);
     if (below(4) == 0)
         run(std::chrono::milliseconds(below(300)));
-    else if (finishLoad())
-        m_counts.failedLoads += m_model->phase().kind() == Phase::Kind::failed;
+    else
+        judgeLoad(clip);
+}
+
+/// Waits for the load, and counts it if it failed or should have failed.
+void SoakSession::judgeLoad(const std::filesystem::path& clip)
+{
+    const bool hasFailed = !finishLoad() || m_model->phase().kind() == Phase::Kind::failed;
+    m_counts.failedLoads += hasFailed;
+    m_counts.wrongLoads += hasFailed != (clip == m_clips.back());
+}
+
+/// Counts exports that fail while their source is still loaded.
+void SoakSession::notePhase()
+{
+    const auto before = std::exchange(m_phase, m_model->phase().kind());
+    m_counts.failedExports += before == Phase::Kind::exporting && m_phase == Phase::Kind::failed;
 }
 
 void SoakSession::scrub()
@@ -185,20 +205,22 @@ void SoakSession::exportRange()
         return;
     m_panel->file = m_destination;
     m_model->chooseExportDestination();
-    if (!eventually([this] { return m_model->exportTask() != nullptr; }, 2s))
-        return;
+    const bool begun = eventually(
+        [this] { return m_model->exportTask() || m_model->phase().kind() == Phase::Kind::failed; });
+    if (!begun)
+        throw std::runtime_error("an export has not begun");
     ++m_counts.exports;
     const auto task = m_model->exportTask();
     const int choice = below(4);
-    if (choice == 0)
+    if (choice == 0 || !task)
         return;
     if (choice == 1) {
         run(std::chrono::milliseconds(below(400)));
         task->cancel();
         ++m_counts.cancelledExports;
     }
-    eventually([&] { return task->hasEnded(); });
-    m_counts.failedExports += m_model->phase().kind() == Phase::Kind::failed;
+    if (!eventually([&] { return task->hasEnded(); }))
+        throw std::runtime_error("an export has not ended");
 }
 
 void SoakSession::run(std::chrono::milliseconds duration)

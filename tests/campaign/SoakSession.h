@@ -18,7 +18,7 @@ namespace stackreel
 /// Answers each panel at once.
 class AnsweringPanel;
 
-/// Reads each frame once, as drawing does, and keeps only a count.
+/// Reads every 16th pixel of each frame. Keeps the number of frames and a checksum.
 class CountingOutput : public VideoOutput
 {
 public:
@@ -31,13 +31,14 @@ private:
     std::atomic<std::uint64_t> m_checksum = 0;
 };
 
-/// A person at the window: random actions on a model with the real player and the real tools. Main thread.
+/// Performs random user actions on a model with the real player and the real tools. Main thread.
 class SoakSession
 {
 public:
     struct Counts {
         int loads = 0;
         int failedLoads = 0;
+        int wrongLoads = 0; ///< of the last clip that succeeded, of another one that failed
         int seeks = 0;
         int trims = 0;
         int exports = 0;
@@ -45,17 +46,19 @@ public:
         int cancelledExports = 0;
     };
 
-    /// `clips` has at least one element, which can be played. Exports are written to `folder`.
+    /// `clips` has at least two elements. The last one cannot be loaded. Exports are written to `folder`.
     SoakSession(std::vector<std::filesystem::path> clips, std::filesystem::path folder, std::uint32_t seed);
     ~SoakSession();
 
     /// Loads each clip once. Some files and threads are opened when they are first needed, and stay.
     void loadEach();
-    /// Performs random actions for some time. Takes longer if a load or an export does.
+    /// Performs random actions for some time. Takes longer if a load or an export does. Throws
+    /// `std::runtime_error` when an export does not begin or does not end within a minute.
     void use(std::chrono::milliseconds duration);
     /// Loads the first clip and lets it loop until all other work has ended and its decoder is closed. Each
-    /// call ends in the same state. Throws `std::runtime_error` when that takes more than a minute.
-    void rest();
+    /// call ends in the same state. Throws `std::runtime_error` when the clip cannot be loaded, or when one
+    /// of its waits takes more than a minute.
+    void returnToFirstClip();
 
     const Counts& counts() const { return m_counts; }
     std::uint64_t frames() const { return m_output->frames(); }
@@ -70,6 +73,8 @@ private:
     void exportRange();
     void run(std::chrono::milliseconds duration);
     bool finishLoad();
+    void judgeLoad(const std::filesystem::path& clip);
+    void notePhase();
     int below(int limit);
     double timeInClip();
 
@@ -77,6 +82,7 @@ private:
     std::filesystem::path m_destination;
     std::mt19937 m_random;
     Counts m_counts;
+    Phase::Kind m_phase = Phase::Kind::empty;
     std::shared_ptr<CountingOutput> m_output = std::make_shared<CountingOutput>();
     std::shared_ptr<AnsweringPanel> m_panel;
     std::unique_ptr<AppModel> m_model;

@@ -22,7 +22,7 @@ public:
     Watchdog(const Watchdog&) = delete;
     Watchdog& operator=(const Watchdog&) = delete;
 
-    /// Begins a step; the one before has ended. `name` is a literal.
+    /// Ends the current step and begins another. `name` is a string literal.
     void begin(const char* name);
     /// The most memory that the process has had since the last call, in MiB; measured every 10 ms.
     double takePeak() { return m_peak.exchange(0); }

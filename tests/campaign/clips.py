@@ -1,4 +1,4 @@
-"""The clips of the campaign: every container and codec that FFmpeg writes here, and the peculiarities of real files."""
+"""The clips of the campaign: many containers and codecs that FFmpeg writes here, and the peculiarities of real files."""
 
 import struct
 import subprocess

@@ -69,6 +69,8 @@ def make_trials(options, faults, record, folder):
 def main():
     options = parsed()
     faults, skipped = chosen_faults(options)
+    if not faults:
+        sys.exit(f"no fault to try; skipped, because it needs root: {', '.join(skipped) or 'none'}")
     print(f"seed {options.seed}", flush=True)
     folder = pathlib.Path(tempfile.mkdtemp(prefix="stackreel-faults-"))
     folder.chmod(0o755)

@@ -5,9 +5,11 @@ hostile.py BIN [--mutants N] [--seed S] [--first N] [--clips N] [--jobs N] [--ke
 
 BIN is the folder of a build, such as build/release. Each clip goes through `stackreel-cli probe` and `export`, and as
 in the window through the decision whether it can be played, the copy for the preview, the thumbnails and the preview
-(open_clips.cpp). A violation is: a crash, a step of more than 10 s, more than 1 GiB of memory, a failure that is not
-explained in a sentence, a file that is left behind, and a failure with a clip that FFmpeg decodes without a complaint.
-What needs that much time or memory of FFmpeg alone is listed, but is no violation.
+(open_clips.cpp). A violation is: a clip that FFmpeg refuses to make, a crash, a command or a step of more than 10 s, more
+than 1 GiB of memory, a failure that is not explained in a sentence, a file that is left behind, a failure with a clip that
+FFmpeg decodes without a complaint, and a clip that is exported but has no preview or, with a known length, no thumbnails;
+the last is not checked with damaged copies. The limits of the commands do not apply where FFmpeg alone needs more than half
+of them; it is listed above the full limits.
 
 Prints a table of the clips, one line for each violation, and the counts. Exits with status 1 when there is a violation.
 `--clips N` takes N clips at random instead of all. `--first` is the number of the first mutant; with `--mutants 1`, it
@@ -72,15 +74,17 @@ class Campaign:
         return processes.run([*command, "-f", "null", "-"], 2 * SECONDS)
 
     def watch_all(self, cases, jobs):
+        """Runs the tools on the clips and opens them. Returns what was wrong after the last clip of a process."""
         with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
             list(pool.map(self.watch, cases))
         probed = [case for case in cases if case.probe.status == 0 and "\n" not in case.file.name]
         parts = [probed[part::jobs] for part in range(jobs)]
         with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
-            list(pool.map(lambda part: opening.open_all(self.opener, self.folder, part), parts))
+            ends = pool.map(lambda part: opening.open_all(self.opener, self.folder, part), parts)
+            return [end for end in ends if end]
 
 
-def make_clips(folder, names):
+def make_clips(folder, names, report):
     folder.mkdir()
     clips.make_inputs(folder)
     files = []
@@ -88,7 +92,7 @@ def make_clips(folder, names):
         try:
             files.append(clips.make(folder, name))
         except subprocess.CalledProcessError as error:
-            print(f"not made: {name!r}: {error.stderr.decode(errors='replace').strip().splitlines()[-1:]}")
+            report.add_violation(name, f"not made: {error.stderr.decode(errors='replace').strip()[-300:]}")
     return files
 
 
@@ -120,15 +124,16 @@ def run(arguments, folder):
     if arguments.clips:
         names = sorted(random.Random(arguments.seed).sample(names, arguments.clips))
     (folder / "outputs").mkdir()
-    files = make_clips(folder / "clips", names)
+    report = judging.Report(arguments.keep)
+    files = make_clips(folder / "clips", names, report)
     print(f"seed {arguments.seed}, {len(files)} clips, {arguments.mutants} mutants", flush=True)
     campaign = Campaign(arguments.build.resolve(), folder)
-    report = judging.Report(arguments.keep)
     whole = [] if arguments.first else [Case(file, "") for file in files]
     for cases, is_mutant in ((whole, False), (list(make_mutants(folder / "mutants", files, arguments)), True)):
         for start in range(0, len(cases), BATCH):
             batch = cases[start : start + BATCH]
-            campaign.watch_all(batch, arguments.jobs)
+            for end in campaign.watch_all(batch, arguments.jobs):
+                report.add_violation("open_clips", end)
             for case in batch:
                 report.add(case, is_mutant)
             for case in batch:

@@ -34,11 +34,14 @@ class Report:
             print(f"note {case.file.name!r}: {note}; {case.how}")
         found = list(violations(case, is_mutant))
         for violation in found:
-            print(f"VIOLATION {case.file.name!r}: {violation}; {case.how}", flush=True)
+            self.add_violation(case.file.name, f"{violation}; {case.how}")
         if found and self.keep:
             self.keep.mkdir(parents=True, exist_ok=True)
             shutil.copy(case.file, self.keep)
-        self.violations += found
+
+    def add_violation(self, name, violation):
+        print(f"VIOLATION {name!r}: {violation}", flush=True)
+        self.violations.append(violation)
 
     def print_counts(self):
         for is_mutant, name in ((False, "clips"), (True, "mutants")):

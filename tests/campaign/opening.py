@@ -26,7 +26,8 @@ def duration(case):
 
 
 def open_all(program, folder, cases):
-    """Opens the clips. After one that ends the process, goes on in a new one."""
+    """Opens the clips. After one that ends the process, goes on in a new one. Returns how a process failed after its last
+    clip, or none."""
     while cases:
         listed = folder / f"list-{id(cases)}"
         with open(listed, "wb") as file:
@@ -42,10 +43,11 @@ def open_all(program, folder, cases):
             case.opened = Opened(line, None)
         cases = cases[len(finished) :]
         if not cases:
-            if ended.status != 0:
-                print(f"open_clips ended with status {ended.status} after the last clip: {ended.error[-500:]}")
-            return
+            return (
+                f"ended with status {ended.status} after the last clip: {ended.error[-500:]}" if ended.status else None
+            )
         over = [line for line in lines if line.startswith("over\t")]
         fault = over[-1].replace("\t", " ") if over else f"ended with status {ended.status}"
         cases[0].opened = Opened("", f"{fault}; {ended.error[-300:]}")
         cases = cases[1:]
+    return None

@@ -8,7 +8,8 @@ import time
 
 
 class Ended:
-    """How a program ended. `status` is negative for a signal; `memory` in MiB, also that of its children."""
+    """How a program ended. `status` is negative for a signal. `memory` in MiB is the most that a single process used: the
+    program or one of its children."""
 
     def __init__(self, status, seconds, memory, output, error, late):
         self.status, self.seconds, self.memory = status, seconds, memory

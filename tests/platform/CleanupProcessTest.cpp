@@ -25,8 +25,8 @@ namespace stackreel
 namespace
 {
 
-/// A child that runs longer than a test, if asked for in a session of its own, as processes of other programs
-/// are. Like every program, it has none of its parent's close-on-exec descriptors.
+/// A child that outlives the test. With `inOtherSession` it has its own session, like a process of another
+/// program.
 pid_t startChild(bool inOtherSession = false)
 {
     const pid_t child = ::fork();
@@ -39,6 +39,10 @@ pid_t startChild(bool inOtherSession = false)
     return child;
 }
 
+/// The exit status of a process that can still open a pidfd.
+constexpr int pidfdIsNotDenied = 77;
+
+/// Makes the system refuse a pidfd to this process and its children, or ends the process.
 void denyPidfd()
 {
     sock_filter code[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
@@ -48,6 +52,8 @@ void denyPidfd()
     const sock_fprog program = {.len = 4, .filter = code};
     ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program);
+    if (::syscall(SYS_pidfd_open, ::getpid(), 0) >= 0)
+        ::_exit(pidfdIsNotDenied);
 }
 
 /// Tests with a program, a copy of this process, that has a clean-up process and then ends.
@@ -162,8 +168,13 @@ TEST_F(CleanupProcessTest, KillsTheChildrenWhereTheSystemHasNoPidfd)
         run([] { CleanupProcess::addChild(startChild()); }, [] { ::_exit(0); });
         ::_exit(0);
     }
-    ::waitpid(outer, nullptr, 0);
+    int status = 0;
+    ::waitpid(outer, &status, 0);
     ::close(ends[1]);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == pidfdIsNotDenied) {
+        ::close(ends[0]);
+        GTEST_SKIP() << "a filter for system calls has no effect here";
+    }
     pollfd end = {.fd = ends[0], .events = POLLIN, .revents = 0};
     EXPECT_EQ(::poll(&end, 1, 5000), 1);
     ::close(ends[0]);

@@ -7,7 +7,7 @@ import time
 import processes
 from desktop import eventually
 
-CEILING = 20  # seconds for an export that takes one
+CEILING = 20  # seconds for an export that takes one second
 CLEAN_UP = 3  # seconds until what a killed program has left is removed
 SIZE, FRAMES = (480, 854), 30
 SMALL, SMALL_FRAMES = (64, 64), 8  # of the export after a fault, which has to work
@@ -34,13 +34,14 @@ class CliExport:
             extra_groups=None if user is None else [],
             restore_signals=True,
         )
-        self.pid, self.began, self.sent = self.process.pid, time.monotonic(), None
+        self.pid, self.began = self.process.pid, time.monotonic()
+        self.sent, self.awaited = None, False
 
     def has_ended(self):
         return self.process.poll() is not None
 
     def ends_within(self, seconds):
-        """Waits for so long, or until the end if that comes earlier; returns whether it came."""
+        """Waits up to `seconds`; returns whether the process ended."""
         try:
             self.process.wait(seconds)
         except subprocess.TimeoutExpired:
@@ -59,7 +60,8 @@ class CliExport:
             time.sleep(0.001)
 
     def send(self, number):
-        self.sent = number
+        """Sends a signal. `awaited` is whether the program had already prepared for it."""
+        self.sent, self.awaited = number, processes.blocks(self.pid, number)
         self.process.send_signal(number)
 
     def limit(self, which, value):

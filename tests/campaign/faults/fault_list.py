@@ -9,7 +9,7 @@ import strikes
 CANCELS = (signal.SIGINT, signal.SIGTERM)
 ENDINGS = (*CANCELS, signal.SIGHUP, signal.SIGQUIT)
 
-NO_ENCODERS = r"could not be asked for its encoders"  # a message of the front in place of FFmpeg
+NO_ENCODERS = r"could not be asked for its encoders"  # a message of the front
 ENDED_BY_SIGNAL = (r"It was ended by signal \d+\. Try again\.", NO_ENCODERS)
 SYSTEM_ENDED_IT = (r"The system ended it, probably because memory ran out\.", NO_ENCODERS)
 GONE = (r"No such file or directory",)
@@ -30,10 +30,9 @@ NO_PROCESS = (
 
 @dataclasses.dataclass(frozen=True)
 class Fault:
-    """`moment` is when it comes: "random" in an export, or "start" or "end" for the 50 ms after its start or before its
-    end. `messages` are patterns, one of which is in the message of an export that fails. A `cancels` fault is a wish of
-    the user and no failure; a `kills` fault ends the program without a message; one that `spoils_source` has the window
-    load the clip again. After one that `leaves_to_next`, the next export through the command line removes what is left.
+    """`moment`: "random", or "start" or "end" for the first or last 50 ms. `messages`: patterns; a failed export shows one.
+    `cancels`: a cancellation. `kills`: ends the program without a message. `needs_disks`: needs small disks, and so root.
+    `spoils_source`: the clip must be loaded again. `leaves_to_next`: the next export removes what is left.
     """
 
     name: str
@@ -58,12 +57,17 @@ COMMON = (
         strikes.remove_or_rename_result_folder,
         (r"was moved or removed during the export", r"The folder “.*” does not exist", *GONE),
     ),
-    Fault("destination folder read-only", strikes.close_result_folder, ("Permission denied",), leaves_to_next=True),
+    Fault(
+        "destination folder read-only",
+        strikes.make_result_folder_read_only,
+        ("Permission denied",),
+        leaves_to_next=True,
+    ),
     Fault("source truncated", strikes.truncate_source, TRUNCATED, spoils_source=True),
     Fault("source removed", strikes.remove_source, GONE, spoils_source=True),
     Fault(
         "resource folder unreadable",
-        strikes.close_resource_folder,
+        strikes.make_resource_folder_unreadable,
         (r"^ff(mpeg|probe) is missing\.", "Permission denied"),
     ),
     Fault(
@@ -83,7 +87,7 @@ COMMAND_LINE = (
     Fault("cancelled within 50 ms of the end", strikes.signal_program(*CANCELS), moment="end", cancels=True),
     Fault("ended by a signal", strikes.signal_program(*ENDINGS), cancels=True),
     Fault("program killed by SIGKILL", strikes.signal_program(signal.SIGKILL), kills=True),
-    Fault("program and its second process killed", strikes.kill_program_and_helper, kills=True, leaves_to_next=True),
+    Fault("program and its second process killed", strikes.kill_program_and_cleanup, kills=True, leaves_to_next=True),
 )
 
 WINDOW = (

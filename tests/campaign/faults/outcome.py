@@ -27,8 +27,8 @@ def in_one_line(text):
 
 
 class Record:
-    """The outcome of each trial by its seed, which also names the fault. Continues what the file has, and stays open: a
-    process with fewer rights writes it, too. Any thread may add."""
+    """The outcomes by seed, which contains the fault's name. Appends to the file, which stays open for a process of another
+    user. Any thread may add."""
 
     def __init__(self, file):
         self.file, self.lock = file, threading.Lock()

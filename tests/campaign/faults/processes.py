@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import re
 import subprocess
 
 from tools import descendants_of
@@ -34,9 +35,15 @@ def media_tools(pid):
         return []
 
 
-def helpers(pid):
+def cleanup_processes(pid):
     """The second process of a program, which cleans up after it."""
     return [int(each) for each in descendants_of(pid) if name_of(each) == "stackreel-clean"]
+
+
+def blocks(pid, number):
+    """Whether a process blocks a signal, as the program does to wait for it."""
+    found = re.search(rb"^SigBlk:\s*(\w+)", content(f"/proc/{pid}/status"), re.MULTILINE)
+    return bool(found and int(found[1], 16) >> (number - 1) & 1)
 
 
 def probes_result(pid, folder):

@@ -3,6 +3,7 @@
 A running export is a `CliExport` or a `Window`.
 """
 
+import contextlib
 import errno
 import os
 import shutil
@@ -28,10 +29,11 @@ def signal_program(*signals):
     return strike
 
 
-def kill_program_and_helper(run):
+def kill_program_and_cleanup(run):
     """The second process is what cleans up after a program that was killed."""
-    for helper in processes.helpers(run.pid):
-        os.kill(helper, signal.SIGKILL)
+    with contextlib.suppress(ProcessLookupError, FileNotFoundError):  # It may have ended in the meantime.
+        for each in processes.cleanup_processes(run.pid):
+            os.kill(each, signal.SIGKILL)
     run.send(signal.SIGKILL)
 
 
@@ -44,7 +46,7 @@ def quit_program(run):
 
 
 def fill(disk, most):
-    """Fills one of the world's disks. Half of the times a few bytes stay free, `most` at most."""
+    """Fills one of the world's disks. In half of the cases up to `most` bytes stay free."""
 
     def strike(run):
         folder = run.world.folder / disk
@@ -83,11 +85,11 @@ def remove_all(folder):
         shutil.rmtree(folder, ignore_errors=True)
 
 
-def close_result_folder(run):
+def make_result_folder_read_only(run):
     run.world.out.chmod(0o555)
 
 
-def close_resource_folder(run):
+def make_resource_folder_unreadable(run):
     run.world.resources.chmod(0)
 
 
@@ -101,7 +103,7 @@ def remove_source(run):
 
 
 def deny_descriptors(run):
-    # A lower limit than what is open makes `poll` fail, which no program expects.
+    # Not below what is open: `poll` fails when it is given more descriptors than the limit.
     used = len(os.listdir(f"/proc/{run.pid}/fd"))
     run.limit("nofile", used + run.random.randint(0, 4))
 

@@ -41,14 +41,14 @@ class Tasks:
 
 
 def hide_mounts():
-    """Gives this process its own view of the mounted disks, which ends with it."""
+    """Moves this process into its own mount namespace."""
     libc = ctypes.CDLL(None, use_errno=True)
     if libc.unshare(CLONE_NEWNS) != 0 or libc.mount(b"none", b"/", None, MS_REC_PRIVATE, None) != 0:
         raise OSError(ctypes.get_errno(), "cannot hide mounts")
 
 
 def user_of(number):
-    """The user of a world: for root another one for each, who has no other processes."""
+    """The user of a world. As root, each world has a user of its own."""
     return 100000 + os.getpid() * 16 % 800000 + number if os.geteuid() == 0 else os.getuid()
 
 
@@ -75,7 +75,8 @@ def through_command_line(tasks, folder, program, clip, jobs):
 
 
 def through_window(tasks, folder, program, clip, _):
-    """The program, its servers and the trials run as the user of the world, because buses accept no other."""
+    """The program, its servers and the trials run as the user of the world, because the message bus accepts
+    only its own user."""
     from window_trials import WindowTrials
 
     if os.geteuid() == 0:

@@ -11,6 +11,7 @@ from clips import probe
 from processes import MARK
 
 DISK_BYTES = {"outdisk": 8 << 20, "tmpdisk": 2 << 20}
+TWO_DAYS = 2 * 24 * 3600  # in seconds
 EARLIER = b"an earlier file, which is no video"
 
 
@@ -79,10 +80,10 @@ class World:
         self.restore_source()
 
     def repair_for_leftovers(self):
-        """Undoes the fault, and keeps what it left. That becomes an hour old, because newer files stay."""
+        """Undoes the fault and keeps the leftovers, with times more than a day ago, because newer files are not removed."""
         self.out.chmod(0o755)
         for path in (*self.out.iterdir(), *self.temporary.rglob("*")):
-            os.utime(path, (time.time() - 3600,) * 2)
+            os.utime(path, (time.time() - TWO_DAYS,) * 2)
 
     def restore_source(self):
         if not self.source.exists() or self.source.stat().st_size != self.clip.stat().st_size:
@@ -114,7 +115,7 @@ class World:
         return any(each.exists() and each.read_bytes() == EARLIER for each in places)
 
     def has_whole_result(self, size, frames, fewest=None):
-        """Whether the result has this size and number of frames, or at least `fewest`."""
+        """Whether the result has this size and number of frames; with `fewest`, a number from that to `frames`."""
         try:
             video = probe(self.result)["streams"][0]
         except subprocess.CalledProcessError:
