@@ -62,9 +62,9 @@ ModelServices services()
                                  std::make_shared<FileSavePanel>(folders));
 }
 
-/// Qt calls `exit` when the connection to the display breaks. Skip the destructors of this program's static
-/// objects there, too: one of them waits for the player's threads, which nobody has ordered to end.
-/// `CleanupProcess` does the rest. What a library registers later, at its first use, still runs before.
+/// Qt calls `exit` when the connection to the display breaks. This handler then skips the destructors of the
+/// static objects that exist already. One of them (`ThreadReaper`) would wait for player threads that are
+/// still running. Destructors registered later still run. `CleanupProcess` removes the files.
 void skipDestructorsAtExit()
 {
     std::atexit([] { std::_Exit(EXIT_FAILURE); });

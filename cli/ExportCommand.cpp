@@ -93,7 +93,7 @@ QCoro::Task<> Commands::exportVideo(ExportOptions options, std::stop_token stop)
     requireKnownLength(request.media, request.input);
     const Destination destination = Destination::check(request.input, request.output, options.overwrite);
     ToolLocator::locate(MediaTool::ffmpeg);
-    // Created and destroyed on this thread, however slow the disk: nothing else runs here meanwhile.
+    // This thread creates and removes the file, even on a slow disk. It has nothing else to do meanwhile.
     PartialFile partial(destination, PartialFile::Name::hidden);
     if (options.dryRun) {
         printArguments(request, options.json);

@@ -46,8 +46,8 @@ bool isCrash(int signal)
     return signal == SIGABRT || signal == SIGBUS || signal == SIGFPE || signal == SIGILL || signal == SIGSEGV;
 }
 
-/// The signal that ended the tool; none where it ended by itself. FFmpeg catches a request to end, and says
-/// so in its last line.
+/// The signal that ended the tool, or none. FFmpeg catches SIGINT and SIGTERM, and names the signal in its
+/// output.
 std::optional<int> endingSignal(const ProcessOutput& output, const std::string& lines)
 {
     if (output.endedBySignal)

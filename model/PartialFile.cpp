@@ -126,7 +126,8 @@ void PartialFile::moveIntoPlace(const std::stop_token& stop)
         throw CancellationError();
     if (const auto replaced = permissionsOf(m_destination.file); replaced && m_destination.replace)
         m_file->setPermissions(*replaced);
-    // Last before the rename, so that another program has as little time as possible to replace the file.
+    // This is the last check before the rename: another program has as little time as possible to replace
+    // the file.
     requireInPlace();
     if (m_path != m_destination.file) {
         try {

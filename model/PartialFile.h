@@ -23,7 +23,8 @@ class PartialFile
 public:
     enum class Name {
         hidden, ///< ".stackreel-", a random UUID, ".mp4"
-        /// The destination's own where no file has it; else the destination's with " (unfinished)".
+        /// The destination's own; with " (unfinished)" when a file has that name, or when the destination is
+        /// a link whose target has another extension. A name that is too long becomes "Export (unfinished)".
         visible
     };
 
@@ -38,8 +39,8 @@ public:
     const std::filesystem::path& path() const { return m_path; }
     /// Leaves the file where it is when this object is destroyed, unless it is empty.
     void keep();
-    /// Throws `ExportError` when `path` no longer leads to the file: its folder or the file itself was
-    /// renamed, removed or replaced. Throws `SystemError` when the system does not tell.
+    /// Throws `ExportError` when `path` no longer leads to the file, or when its folder cannot be examined.
+    /// Throws `SystemError` when the file cannot be examined.
     void requireInPlace() const;
     /// Writes the file through to disk, which takes seconds for a large one; gives it the permissions of the
     /// file that it replaces; and renames it to the destination, whose folder is then written to disk, too.

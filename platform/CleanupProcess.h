@@ -29,8 +29,8 @@ struct CleanupProcess {
 class TemporaryPath
 {
 public:
-    /// The path must be absolute. With `file` it is removed only if it is still the path of that file.
-    /// Without it is a folder, which need not exist yet, and is removed with its content.
+    /// The path must be absolute. If `file` is given, the path is removed only while it leads to that file.
+    /// Otherwise it is a folder, which may not exist yet and is removed with its content.
     explicit TemporaryPath(const std::filesystem::path& path,
                            std::optional<FileIdentity> file = std::nullopt);
     ~TemporaryPath();

@@ -87,14 +87,13 @@ bool waitForEnd()
     }
 }
 
-/// Kills a child and waits until it has ended, so that it writes no file after those are removed. A process
-/// of another group is not the child: the system has reused the id. Children stay in the program's group.
+/// Kills a child and waits up to a second for its end, so that it does not write files during the clean-up.
+/// Children stay in the program's process group. A process of another group has reused the id.
 void killChild(pid_t child, pid_t group)
 {
     if (::getpgid(child) != group)
         return;
-    // A handle also shows the end of a process that nobody has reaped yet. Old kernels and some sandboxes
-    // have none.
+    // A pidfd also reports the end of a zombie. Old kernels and some sandboxes do not offer it.
     const int handle = static_cast<int>(::syscall(SYS_pidfd_open, child, 0));
     ::kill(child, SIGKILL);
     if (handle < 0) {

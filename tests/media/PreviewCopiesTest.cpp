@@ -53,7 +53,7 @@ TEST_F(PreviewCopiesTest, AreInAFolderOfTheUsersOwn)
     EXPECT_EQ(fs::status(m_folder).permissions(), fs::perms::owner_all);
 }
 
-TEST_F(PreviewCopiesTest, AreInANewPrivateFolderWhenAnotherUserHasTheNameOfTheirFolder)
+TEST_F(PreviewCopiesTest, UseANewPrivateFolderWhenTheirFolderCannotBeUsed)
 {
     fs::create_directory(m_temporary / "elsewhere");
     const auto plantLink = [this] { fs::create_directory_symlink(m_temporary / "elsewhere", m_folder); };

@@ -81,7 +81,7 @@ TEST(Asset, IsNotPlayableWithoutAVideoDecoder)
 
 TEST(Asset, IsNotPlayableWhereOnlyALibavDemuxerReadsIt)
 {
-    // At the end of such a file, that demuxer never ends.
+    // The libav demuxer does not stop at the end of a GIF file.
     const MarkedClip animation{.name = "animation.gif", .frames = 5, .output = "-c:v gif -pix_fmt rgb8"};
     EXPECT_FALSE(playable(animation.file()).value_or(false) && videoTracks(animation.file()).value_or(0) > 0);
 }
