@@ -132,7 +132,11 @@ void PlayerEngine::tendEnd()
         m_presenter.clear(m_orders.seek.number);
         closeLoop();
     } else if (m_orders.atEnd == QueuePlayer::ActionAtItemEnd::pause) {
-        order([](PlayerOrders& orders) { orders.playing = false; });
+        // After a seek or a loop that was ordered in the meantime, playback continues.
+        order([last = m_orders.seek.number](PlayerOrders& orders) {
+            if (orders.seek.number == last)
+                orders.playing = false;
+        });
     }
 }
 

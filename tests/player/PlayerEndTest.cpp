@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <thread>
 
 namespace stackreel
 {
@@ -60,6 +61,21 @@ TEST_F(PlayerAtTheEnd, PerformsItsActionAtItemEnd)
             player->play();
             EXPECT_TRUE(output->waitForNumber(215));
         }
+    }
+}
+
+/// The last frame is shown for 33 ms. The new loop starts at different moments around the end of the one
+/// before.
+TEST_F(PlayerAtTheEnd, PlaysALoopThatIsStartedWhileTheOneBeforeEnds)
+{
+    player->setActionAtItemEnd(QueuePlayer::ActionAtItemEnd::pause);
+    for (int delay = 20; delay < 40; ++delay) {
+        loop(longInterval.file(), 7.1, 7.2);
+        player->play();
+        ASSERT_TRUE(output->waitForNumber(214)) << delay;
+        looper->disableLooping();
+        ASSERT_TRUE(output->waitForNumber(215)) << delay;
+        std::this_thread::sleep_for(std::chrono::milliseconds(delay));
     }
 }
 
