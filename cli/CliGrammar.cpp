@@ -153,7 +153,8 @@ void CliGrammar::describeExport()
     describeFlag(m_export, "--overwrite", m_values.overwrite,
                  "Replace an existing destination (never the source)");
     describeFlag(m_export, "--dry-run", m_values.dryRun, "Only print the arguments of ffmpeg, one per line");
-    describeFlag(m_export, "--json", m_values.json, "With --dry-run, print them as a JSON array");
+    describeFlag(m_export, "--json", m_values.json,
+                 "Print a JSON object per line: start, progress, result; with --dry-run, a JSON array");
     describeFlag(m_export, "--quiet", m_values.quiet, "Show no progress");
 }
 

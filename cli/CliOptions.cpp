@@ -119,8 +119,6 @@ ExportOptions exportOptions(const CliGrammar& grammar)
     options.quiet = raw.quiet;
     if (options.to && *options.to <= options.from)
         throw UsageError("The end (--to) has to lie behind the start (--from).", "export");
-    if (options.json && !options.dryRun)
-        throw UsageError("The option --json of an export goes with --dry-run only.", "export");
     return options;
 }
 

@@ -30,7 +30,7 @@ struct ExportOptions {
     std::optional<double> to;         ///< seconds, greater than `from`; empty for the source's end
     bool overwrite = false;
     bool dryRun = false;
-    bool json = false; ///< only together with `dryRun`
+    bool json = false; ///< prints for programs
     bool quiet = false;
 };
 

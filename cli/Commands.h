@@ -17,11 +17,11 @@ struct Commands {
     static QCoro::Task<> probe(ProbeOptions options, std::stop_token stop);
 
     /// Makes the vertical video. When it returns, the destination holds the export, which has passed
-    /// `checkExport`, even if "Saved" could not be written to standard output. When it throws, the
+    /// `checkExport`, even if that could not be written to standard output. When it throws, the
     /// destination is unchanged and no other file is left.
     ///
-    /// With `dryRun` it prints the arguments of `ffmpeg` instead, and refuses what the export would refuse
-    /// before rendering.
+    /// With `json` it prints the lines of `ExportEvents` to standard output. With `dryRun` it prints the
+    /// arguments of `ffmpeg` instead, and refuses what the export would refuse before rendering.
     static QCoro::Task<> exportVideo(ExportOptions options, std::stop_token stop);
 };
 

@@ -12,6 +12,8 @@ namespace
 
 // Status lines are about a hundred characters long.
 constexpr std::size_t longestLine = 1024;
+// The front makes fewer changes than this.
+constexpr std::size_t mostChanges = 64;
 
 /// The value of a field "name=value" at the start of the line or after a space. Spaces before the value are
 /// skipped. Empty when the line has no such field.
@@ -77,11 +79,18 @@ void EncoderStatusReader::feed(std::string_view appended)
         m_unfinishedLine += piece.substr(0, longestLine - m_unfinishedLine.size());
         if (end == std::string_view::npos)
             return;
-        if (const auto status = EncoderStatus::parse(m_unfinishedLine))
-            m_latest = status;
+        readLine(m_unfinishedLine);
         m_unfinishedLine.clear();
         appended.remove_prefix(end + 1);
     }
+}
+
+void EncoderStatusReader::readLine(std::string_view line)
+{
+    if (const auto status = EncoderStatus::parse(line))
+        m_latest = status;
+    else if (auto change = FrontChange::parse(line); change && m_changes.size() < mostChanges)
+        m_changes.push_back(std::move(*change));
 }
 
 } // namespace stackreel

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "cli/FrontChange.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace stackreel
 {
@@ -21,8 +24,8 @@ struct EncoderStatus {
     bool operator==(const EncoderStatus&) const = default;
 };
 
-/// Finds the status lines in standard error while it grows. It keeps only the start of the unfinished line,
-/// so its memory use is bounded.
+/// Finds the status lines and the changes of the front in standard error while it grows. It keeps only the
+/// start of the unfinished line and a limited number of changes, so its memory use is bounded.
 class EncoderStatusReader
 {
 public:
@@ -30,10 +33,15 @@ public:
     void feed(std::string_view appended);
     /// The last complete status so far.
     const std::optional<EncoderStatus>& latest() const { return m_latest; }
+    /// The changes so far, in the order of their lines.
+    const std::vector<FrontChange>& changes() const { return m_changes; }
 
 private:
+    void readLine(std::string_view line);
+
     std::string m_unfinishedLine;
     std::optional<EncoderStatus> m_latest;
+    std::vector<FrontChange> m_changes;
 };
 
 } // namespace stackreel

@@ -2,22 +2,24 @@
 #include "cli/ArgumentsText.h"
 #include "cli/Commands.h"
 #include "cli/ExportCheck.h"
+#include "cli/ExportEvents.h"
 #include "cli/ExportPlan.h"
 #include "cli/Leftovers.h"
-#include "cli/ProgressDisplay.h"
-#include "cli/SourceContent.h"
-#include "framing/ExportRange.h"
+#include "cli/RenderedExport.h"
 #include "media/MediaProbe.h"
 #include "media/ToolLocator.h"
-#include "model/FileExport.h"
 #include "platform/StandardStreams.h"
 #include "platform/SystemError.h"
+
+#include <chrono>
 
 namespace stackreel
 {
 
 namespace
 {
+
+using Clock = std::chrono::steady_clock;
 
 void printArguments(const ExportRequest& request, bool json)
 {
@@ -26,70 +28,62 @@ void printArguments(const ExportRequest& request, bool json)
                                       : ArgumentsText::lines(command.arguments));
 }
 
-/// What is checked after an export.
-struct Check {
-    ExportRequest request;
-    ProbeDocument source;
-    ExportExpectation expected;
-};
-
-/// Throws where the report differs from what the source has in the range.
-QCoro::Task<> checkWithContent(Check check, ProbeDocument report, std::optional<std::int64_t> frames,
-                               std::stop_token stop)
-{
-    const ExportRequest& request = check.request;
-    const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
-    const auto content = co_await SourceContent::read(request.input, check.source, range.start,
-                                                      range.start + range.length, stop);
-    checkExport(report, check.expected.within(request, content), frames);
-}
-
-/// Checks the report, and looks into the source only where the report is not as the source states.
-QCoro::Task<> checkReport(Check check, ProbeDocument report, std::optional<std::int64_t> frames,
-                          std::stop_token stop)
+/// Writes a line that is not worth a failure.
+void tryToWrite(const std::string& line)
 {
     try {
-        checkExport(report, check.expected, frames);
-        co_return;
-    } catch (const ExportError&) {
-        // Checked again below.
+        StandardStreams::writeOutput(line);
+    } catch (const SystemError&) {
+        // The exit status says how the export ended.
     }
-    co_await checkWithContent(std::move(check), std::move(report), frames, stop);
-}
-
-/// Renders the request into the destination and shows the progress.
-QCoro::Task<> render(PartialFile& partial, ExportRequest request, ProbeDocument source, bool quiet,
-                     std::stop_token stop)
-{
-    const Check check = {
-        .request = request, .source = std::move(source), .expected = ExportExpectation::of(request)};
-    ProgressDisplay display(check.expected.lengthSeconds, quiet);
-    const LaunchCallback launched = [&display](const std::filesystem::path& file) { display.watch(file); };
-    const ReportCheck checked = [&](ProbeDocument report) {
-        const auto status = display.finish();
-        return checkReport(check, std::move(report), status ? status->frames : std::nullopt, stop);
-    };
-    co_await FileExport::run(partial, std::move(request), checked, stop, launched);
 }
 
 /// Says that the file is in place. It is, whether or not that can be said.
-void announceSaved(const std::filesystem::path& file)
+void announceSaved(const std::string& line)
 {
     try {
-        StandardStreams::writeOutput("Saved " + file.filename().string() + "\n");
+        StandardStreams::writeOutput(line);
     } catch (const SystemError& error) {
         StandardStreams::writeError(std::string(error.what()) + "\n");
     }
 }
 
-} // namespace
-
-QCoro::Task<> Commands::exportVideo(ExportOptions options, std::stop_token stop)
+ExportFacts factsOf(const ExportRequest& request)
 {
+    return {.source = request.input,
+            .file = request.output,
+            .size = request.settings.size(),
+            .seconds = ExportExpectation::of(request).lengthSeconds};
+}
+
+ProgressStyle progressStyle(const ExportOptions& options, const std::filesystem::path& source)
+{
+    if (!options.json)
+        return {.quiet = options.quiet};
+    const auto report = [source](const Progress& progress) {
+        tryToWrite(ExportEvents::progress(source, progress));
+    };
+    return {.quiet = options.quiet, .report = report};
+}
+
+ExportResult resultOf(const RenderedExport& rendered, const std::filesystem::path& file,
+                      Clock::time_point begin)
+{
+    std::error_code error;
+    const std::uintmax_t bytes = std::filesystem::file_size(file, error);
+    return {.bytes = error ? std::nullopt : std::optional(bytes),
+            .seconds = rendered.seconds,
+            .elapsedSeconds = std::chrono::duration<double>(Clock::now() - begin).count(),
+            .changes = rendered.changes};
+}
+
+QCoro::Task<> exportOne(ExportOptions options, std::stop_token stop)
+{
+    const auto begin = Clock::now();
     const std::filesystem::path input = absolutePath(options.source);
     requireFile(input);
     const ProbeDocument source = co_await MediaProbe::report(input, stop);
-    ExportRequest request = planExport(options, MediaProbe::facts(source));
+    const ExportRequest request = planExport(options, MediaProbe::facts(source));
     requireKnownLength(request.media, request.input);
     const Destination destination = Destination::check(request.input, request.output, options.overwrite);
     ToolLocator::locate(MediaTool::ffmpeg);
@@ -100,8 +94,38 @@ QCoro::Task<> Commands::exportVideo(ExportOptions options, std::stop_token stop)
         co_return;
     }
     removeLeftovers(destination.file.parent_path());
-    co_await render(partial, std::move(request), source, options.quiet, stop);
-    announceSaved(destination.named);
+    const ExportFacts facts = factsOf(request);
+    if (options.json)
+        StandardStreams::writeOutput(ExportEvents::started(facts));
+    const RenderedExport rendered =
+        co_await RenderedExport::render(partial, request, source, progressStyle(options, input), stop);
+    announceSaved(options.json ? ExportEvents::finished(facts, resultOf(rendered, destination.file, begin))
+                               : "Saved " + destination.named.filename().string() + "\n");
+}
+
+/// The path for the report of a failure, absolute where possible.
+std::filesystem::path reportedPath(const std::filesystem::path& path)
+{
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute;
+}
+
+} // namespace
+
+QCoro::Task<> Commands::exportVideo(ExportOptions options, std::stop_token stop)
+{
+    std::exception_ptr error;
+    try {
+        co_await exportOne(options, stop);
+    } catch (...) {
+        error = std::current_exception();
+    }
+    if (!error)
+        co_return;
+    if (options.json && !options.dryRun)
+        tryToWrite(ExportEvents::failed(reportedPath(options.source), Failure::of(error)));
+    std::rethrow_exception(error);
 }
 
 } // namespace stackreel

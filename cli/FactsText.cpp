@@ -7,6 +7,40 @@
 namespace stackreel
 {
 
+namespace
+{
+
+using Json = nlohmann::ordered_json;
+
+template <typename Value>
+Json nullable(const std::optional<Value>& value)
+{
+    return value ? Json(*value) : Json(nullptr);
+}
+
+Json colourObject(const ColourTags& colour)
+{
+    return {{"matrix", nullable(colour.matrix)},
+            {"primaries", nullable(colour.primaries)},
+            {"transfer", nullable(colour.transfer)},
+            {"range", nullable(colour.range)}};
+}
+
+Json trackList(const std::vector<AudioTrack>& tracks)
+{
+    Json list = Json::array();
+    for (const AudioTrack& track : tracks)
+        list.push_back({{"number", list.size() + 1},
+                        {"codec", nullable(track.codec)},
+                        {"channels", nullable(track.channels)},
+                        {"layout", nullable(track.layout)},
+                        {"language", nullable(track.language)},
+                        {"title", nullable(track.title)}});
+    return list;
+}
+
+} // namespace
+
 std::string FactsText::lines(const MediaInfo& media)
 {
     std::string text = "Frame   " + SourceFacts::frame(media) + "\n";
@@ -17,18 +51,19 @@ std::string FactsText::lines(const MediaInfo& media)
     return text;
 }
 
-std::string FactsText::json(const MediaInfo& media)
+std::string FactsText::json(const MediaInfo& media, const SourceDetails& details)
 {
-    nlohmann::ordered_json object;
+    Json object;
     object["width"] = media.width;
     object["height"] = media.height;
     object["rotation"] = media.rotation;
     object["duration"] = media.duration;
     object["videoCodec"] = media.videoCodec;
-    object["audioCodec"] = nullptr;
-    if (media.audioCodec)
-        object["audioCodec"] = *media.audioCodec;
+    object["audioCodec"] = nullable(media.audioCodec);
     object["displayAspect"] = media.displayAspect();
+    object["frameRate"] = nullable(details.frameRate);
+    object["colour"] = colourObject(details.colour);
+    object["audioTracks"] = trackList(details.audioTracks);
     return object.dump(2) + "\n";
 }
 

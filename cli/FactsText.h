@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/MediaInfo.h"
+#include "media/SourceDetails.h"
 
 #include <string>
 
@@ -12,9 +13,10 @@ struct FactsText {
     /// One line per property, labelled as in the window: Frame, Video, Length, and Audio if there is an audio
     /// stream.
     static std::string lines(const MediaInfo& media);
-    /// One JSON object. Width and height are those of the coded frame, before rotation. A missing
-    /// `audioCodec` and a number that is not finite are null.
-    static std::string json(const MediaInfo& media);
+    /// One JSON object, as docs/probe.schema.json describes it. Width and height are those of the coded
+    /// frame, before rotation. Values that the file does not state, and numbers that are not finite, are
+    /// null.
+    static std::string json(const MediaInfo& media, const SourceDetails& details);
 };
 
 } // namespace stackreel

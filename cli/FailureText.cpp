@@ -1,5 +1,6 @@
 #include "cli/FailureText.h"
 
+#include "cli/FrontChange.h"
 #include "media/ToolFailure.h"
 
 #include <algorithm>
@@ -44,32 +45,39 @@ std::string_view adviceFor(const std::string& lines)
     return damaged;
 }
 
-/// The lines without those that show the encoder's progress. FFmpeg ends these with a carriage return, so
-/// that an error may follow on the same line.
-std::string withoutProgress(std::string lines)
+/// The lines without those that show the encoder's progress or report a change of the front. FFmpeg ends the
+/// former with a carriage return, so that an error may follow on the same line.
+std::string relevantLines(std::string lines)
 {
     std::replace(lines.begin(), lines.end(), '\r', '\n');
     std::istringstream stream(lines);
     std::string kept;
     for (std::string line; std::getline(stream, line);)
-        if (!line.empty() && !line.starts_with("frame="))
+        if (!line.empty() && !line.starts_with("frame=") && !FrontChange::isReport(line))
             kept += (kept.empty() ? "" : "\n") + line;
     return kept;
 }
 
 } // namespace
 
-std::string failureText(const MediaToolError& error)
+FailureText FailureText::of(const MediaToolError& error)
 {
     const auto* failed = std::get_if<MediaToolError::ProcessFailed>(&error.value());
     if (failed == nullptr)
-        return error.errorDescription();
-    if (namesSignal(*failed))
-        return failed->message;
-    const std::string lines = withoutProgress(failed->message);
-    const std::string start =
-        failed->tool + " could not process this video. " + std::string(adviceFor(lines));
-    return lines.empty() ? start : start + "\n" + lines;
+        return {.sentence = error.errorDescription(), .toolLines = ""};
+    if (namesSignal(*failed)) {
+        const std::size_t end = std::min(failed->message.find('\n'), failed->message.size());
+        return {.sentence = failed->message.substr(0, end),
+                .toolLines = relevantLines(failed->message.substr(end))};
+    }
+    const std::string lines = relevantLines(failed->message);
+    return {.sentence = failed->tool + " could not process this video. " + std::string(adviceFor(lines)),
+            .toolLines = lines};
+}
+
+std::string FailureText::text() const
+{
+    return toolLines.empty() ? sentence : sentence + "\n" + toolLines;
 }
 
 } // namespace stackreel

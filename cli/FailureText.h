@@ -7,9 +7,18 @@
 namespace stackreel
 {
 
-/// The message for the user of the command line. For a tool that failed it is a sentence that says what
-/// happened and, where that is known, what to do, followed by the tool's last lines without its progress.
-/// Pure.
-std::string failureText(const MediaToolError& error);
+/// What the user of the command line reads about a failure of the media tools.
+struct FailureText {
+    /// What happened and, where that is known, what to do.
+    std::string sentence;
+    /// The last lines of a tool that failed, without its progress and the changes that the front reports; may
+    /// be empty.
+    std::string toolLines;
+
+    /// Pure.
+    static FailureText of(const MediaToolError& error);
+    /// The sentence, followed by the lines.
+    std::string text() const;
+};
 
 } // namespace stackreel

@@ -9,8 +9,10 @@ namespace stackreel
 
 QCoro::Task<> Commands::probe(ProbeOptions options, std::stop_token stop)
 {
-    const MediaInfo media = co_await MediaProbe::inspect(absolutePath(options.source), stop);
-    StandardStreams::writeOutput(options.json ? FactsText::json(media) : FactsText::lines(media));
+    const ProbeDocument document = co_await MediaProbe::report(absolutePath(options.source), stop);
+    const MediaInfo media = MediaProbe::facts(document);
+    StandardStreams::writeOutput(options.json ? FactsText::json(media, SourceDetails::of(document))
+                                              : FactsText::lines(media));
 }
 
 } // namespace stackreel

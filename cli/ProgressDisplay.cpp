@@ -15,7 +15,7 @@ namespace
 using namespace std::chrono_literals;
 
 constexpr auto readingInterval = 200ms;
-constexpr auto plainLineInterval = 5s;
+constexpr auto longestInterval = 5s;
 constexpr int plainLinePercent = 10;
 constexpr std::size_t widestBar = 78;
 // The terminal echoes "^C" after the bar when the user interrupts the program. These columns stay free for
@@ -28,18 +28,29 @@ bool PlainLineSchedule::isDue(int percent, Time now)
 {
     if (percent == m_lastPercent)
         return false;
-    if (percent < m_lastPercent + plainLinePercent && now < m_lastTime + plainLineInterval)
+    if (percent < m_lastPercent + plainLinePercent && now < m_lastTime + longestInterval)
         return false;
     m_lastPercent = percent;
     m_lastTime = now;
     return true;
 }
 
-ProgressDisplay::ProgressDisplay(double lengthSeconds, bool quiet)
-    : m_estimate(lengthSeconds), m_schedule(PlainLineSchedule::Time::clock::now())
+bool ReportSchedule::isDue(int percent, Time now)
 {
-    if (quiet)
-        return;
+    if (percent == m_lastPercent && now < m_lastTime + longestInterval)
+        return false;
+    m_lastPercent = percent;
+    m_lastTime = now;
+    return true;
+}
+
+ProgressDisplay::ProgressDisplay(double lengthSeconds, ProgressStyle style)
+    : m_style(std::move(style)),
+      m_estimate(lengthSeconds),
+      m_schedule(PlainLineSchedule::Time::clock::now()),
+      m_reports(ReportSchedule::Time::clock::now())
+{
+    // A quiet display also reads from the start, because only the last part of a long text can be read.
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
         readStatus();
         show();
@@ -57,6 +68,8 @@ std::optional<EncoderStatus> ProgressDisplay::finish()
     m_timer.stop();
     clearBar();
     readStatus();
+    if (m_style.report && !m_style.quiet)
+        report();
     return m_reader.latest();
 }
 
@@ -69,11 +82,21 @@ void ProgressDisplay::readStatus()
 
 void ProgressDisplay::show()
 {
+    if (m_style.quiet)
+        return;
+    if (m_style.report)
+        return report();
     const Progress& progress = m_estimate.current();
     if (const auto width = StandardStreams::errorTerminalWidth())
         drawBar(std::min(*width - std::min(*width, echoColumns), widestBar));
     else if (m_schedule.isDue(progress.percent, PlainLineSchedule::Time::clock::now()))
         StandardStreams::writeError(progress.line() + "\n");
+}
+
+void ProgressDisplay::report()
+{
+    if (m_reports.isDue(m_estimate.current().percent, ReportSchedule::Time::clock::now()))
+        m_style.report(m_estimate.current());
 }
 
 void ProgressDisplay::drawBar(std::size_t columns)

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -29,14 +30,37 @@ private:
     int m_lastPercent = 0;
 };
 
+/// Decides when the progress is reported to a program next: when the percentage has changed, or when five
+/// seconds have passed. Pure.
+class ReportSchedule
+{
+public:
+    using Time = std::chrono::steady_clock::time_point;
+
+    explicit ReportSchedule(Time start) : m_lastTime(start) {}
+    /// Whether a report is due now. If so, the next one is scheduled from this percentage and this time.
+    bool isDue(int percent, Time now);
+
+private:
+    Time m_lastTime;
+    int m_lastPercent = 0;
+};
+
+/// How the progress of an export is shown.
+struct ProgressStyle {
+    bool quiet = false; ///< not at all
+    /// Is called with the progress instead of showing it, if it is set and `quiet` is not. Must not throw.
+    std::function<void(const Progress&)> report = {};
+};
+
 /// Reads an encoder's captured standard error and shows the progress on our own standard error: a bar on a
 /// terminal, plain lines elsewhere. The destructor clears the bar. For the thread with the event loop, except
 /// for `watch`.
 class ProgressDisplay
 {
 public:
-    /// `lengthSeconds` is the length of the finished export. A quiet display shows nothing.
-    ProgressDisplay(double lengthSeconds, bool quiet);
+    /// `lengthSeconds` is the length of the finished export.
+    ProgressDisplay(double lengthSeconds, ProgressStyle style);
     ~ProgressDisplay();
     ProgressDisplay(const ProgressDisplay&) = delete;
     ProgressDisplay& operator=(const ProgressDisplay&) = delete;
@@ -45,17 +69,23 @@ public:
     void watch(const std::filesystem::path& standardErrorFile) { m_text.open(standardErrorFile); }
     /// Clears the bar, reads the rest of the encoder's text, and returns its last status.
     std::optional<EncoderStatus> finish();
+    /// The changes that the front has reported so far. If the first text is longer than 64 KiB, those at its
+    /// start are missing.
+    const std::vector<FrontChange>& changes() const { return m_reader.changes(); }
 
 private:
     void readStatus();
     void show();
+    void report();
     void drawBar(std::size_t columns);
     void clearBar();
 
+    ProgressStyle m_style;
     CapturedText m_text;
     EncoderStatusReader m_reader;
     ProgressEstimate m_estimate;
     PlainLineSchedule m_schedule;
+    ReportSchedule m_reports;
     QTimer m_timer;
     std::string m_drawn; // the bar on the terminal, with its carriage return; empty when no bar is shown
 };

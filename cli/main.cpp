@@ -1,6 +1,6 @@
 #include "cli/CliOptions.h"
 #include "cli/Commands.h"
-#include "cli/FailureText.h"
+#include "cli/Failure.h"
 #include "cli/ToolDeadline.h"
 #include "platform/CleanupProcess.h"
 #include "platform/StandardStreams.h"
@@ -17,7 +17,7 @@ namespace
 
 using namespace stackreel;
 
-enum Status { done = 0, failed = 1, wrongUsage = 2, signalled = 128 };
+enum Status { done = 0, failed = 1, signalled = 128 };
 
 /// Runs the command in the options. Throws the errors of the command.
 QCoro::Task<> perform(CliOptions options, std::stop_token stop)
@@ -35,27 +35,17 @@ QCoro::Task<> perform(CliOptions options, std::stop_token stop)
 /// Runs the command, prints an error when it fails, and returns the program's exit status.
 QCoro::Task<int> statusOf(CliOptions options, TerminationSignals& signals)
 {
-    std::string message;
-    int status = failed;
+    std::exception_ptr error;
     try {
         co_await perform(std::move(options), signals.stopToken());
         co_return done;
-    } catch (const UsageError& error) {
-        status = wrongUsage;
-        message = std::string(error.what()) + "\n" + error.hint();
-    } catch (const MediaToolError& error) {
-        message = failureText(error);
-    } catch (const std::exception& error) {
-        message = error.what();
+    } catch (...) {
+        error = std::current_exception();
     }
-    // The signal may also have ended a tool. The tool's error is then only a consequence, so the signal is
-    // reported instead.
-    if (const int signal = signals.finish(); signal != 0) {
-        status = signalled + signal;
-        message = "Cancelled.";
-    }
-    StandardStreams::writeError(message + "\n");
-    co_return status;
+    const Failure failure = Failure::of(error);
+    const int signal = signals.finish();
+    StandardStreams::writeError((signal != 0 ? "Cancelled." : failure.text()) + "\n");
+    co_return signal != 0 ? signalled + signal : failure.status;
 }
 
 /// Suppresses Qt's warning about a locale that is not UTF-8. The program does not depend on the locale.

@@ -83,6 +83,33 @@ ProbeSideData decodeSideData(const Json& value, const std::string& path)
     return {.rotation = optional(value, path, "rotation", asInteger)};
 }
 
+std::optional<std::string> textDetail(const Json& stream, const char* key)
+{
+    const auto found = stream.find(key);
+    const bool isText = found != stream.end() && found->is_string();
+    return isText ? std::optional(found->get<std::string>()) : std::nullopt;
+}
+
+std::optional<std::int64_t> numberDetail(const Json& stream, const char* key)
+{
+    const auto found = stream.find(key);
+    const bool isNumber = found != stream.end() && found->is_number_integer();
+    return isNumber ? std::optional(found->get<std::int64_t>()) : std::nullopt;
+}
+
+ProbeStreamDetails decodeDetails(const Json& stream)
+{
+    return {
+        .averageFrameRate = textDetail(stream, "avg_frame_rate"),
+        .colourMatrix = textDetail(stream, "color_space"),
+        .colourPrimaries = textDetail(stream, "color_primaries"),
+        .colourTransfer = textDetail(stream, "color_transfer"),
+        .colourRange = textDetail(stream, "color_range"),
+        .channelLayout = textDetail(stream, "channel_layout"),
+        .channels = numberDetail(stream, "channels"),
+    };
+}
+
 ProbeStream decodeStream(const Json& value, const std::string& path)
 {
     asObject(value, path);
@@ -97,6 +124,7 @@ ProbeStream decodeStream(const Json& value, const std::string& path)
         .duration = optional(value, path, "duration", asString),
         .tags = optional(value, path, "tags", asTexts),
         .sideDataList = optional(value, path, "side_data_list", asSideDataList),
+        .details = decodeDetails(value),
     };
 }
 

@@ -22,6 +22,17 @@ struct ProbeSideData {
     std::optional<std::int64_t> rotation; ///< degrees
 };
 
+/// What a stream says about itself that no export depends on. A value of an unexpected type counts as absent.
+struct ProbeStreamDetails {
+    std::optional<std::string> averageFrameRate; ///< a fraction, "30000/1001"; "0/0" when unknown
+    std::optional<std::string> colourMatrix;
+    std::optional<std::string> colourPrimaries;
+    std::optional<std::string> colourTransfer;
+    std::optional<std::string> colourRange; ///< "tv" or "pc"
+    std::optional<std::string> channelLayout;
+    std::optional<std::int64_t> channels;
+};
+
 struct ProbeStream {
     std::optional<std::string> codecType;
     std::optional<std::string> codecName;
@@ -30,6 +41,7 @@ struct ProbeStream {
     std::optional<std::string> duration; ///< decimal text, seconds
     std::optional<std::map<std::string, std::string>> tags;
     std::optional<std::vector<ProbeSideData>> sideDataList;
+    ProbeStreamDetails details = {};
 };
 
 struct ProbeFormat {
@@ -45,7 +57,7 @@ struct ProbeDocument {
     const ProbeStream* firstStream(std::string_view codecType) const;
 
     /// Throws `DecodingError` when the text is not JSON, when "streams" is missing, or when the type of a
-    /// value differs from that of its field here. A null counts as an absent value.
+    /// value differs from that of its field here, except for details. A null counts as an absent value.
     static ProbeDocument decode(std::string_view json);
 };
 

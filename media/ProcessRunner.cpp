@@ -7,11 +7,12 @@ namespace stackreel
 
 QCoro::Task<ProcessOutput> ProcessRunner::run(std::filesystem::path executable,
                                               std::vector<std::string> arguments, std::stop_token stop,
-                                              LaunchCallback launched)
+                                              LaunchCallback launched, std::vector<std::string> environment)
 {
     ProcessSession session;
     const std::stop_callback cancelChild(stop, [&session] { session.cancel(); });
-    co_return co_await onWorkerThread([&] { return session.run(executable, arguments, launched); });
+    co_return co_await onWorkerThread(
+        [&] { return session.run(executable, arguments, launched, environment); });
 }
 
 } // namespace stackreel

@@ -17,13 +17,15 @@ namespace stackreel
 struct ProcessRunner {
     /// Runs a program to its end on a worker thread. Resumes on the calling thread, which needs a running
     /// event loop, and returns the program's output. The status is not interpreted. The arguments are bytes
-    /// and are passed to the child without a shell. When the stop token fires the child is asked to end.
+    /// and are passed to the child without a shell, and `environment` has the variables "NAME=value" that it
+    /// gets in addition to those of this process. When the stop token fires the child is asked to end.
     ///
     /// Throws `CancellationError` when the token fired before the child had ended, or already before the
     /// call; otherwise what `ProcessSession::run` throws. All temporary files are removed in every case.
     static QCoro::Task<ProcessOutput> run(std::filesystem::path executable,
                                           std::vector<std::string> arguments, std::stop_token stop = {},
-                                          LaunchCallback launched = {});
+                                          LaunchCallback launched = {},
+                                          std::vector<std::string> environment = {});
 };
 
 } // namespace stackreel

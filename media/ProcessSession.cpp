@@ -26,7 +26,8 @@ bool ProcessSession::storeProcess(std::shared_ptr<ChildProcess> process)
 }
 
 ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
-                                  const std::vector<std::string>& arguments, const LaunchCallback& launched)
+                                  const std::vector<std::string>& arguments, const LaunchCallback& launched,
+                                  const std::vector<std::string>& environment)
 {
     ScratchDirectory scratch;
     const auto outputFile = scratch.file("stdout");
@@ -42,7 +43,8 @@ ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
     auto child = ChildProcess::launch({.executable = executable,
                                        .arguments = arguments,
                                        .standardOutput = output.descriptor(),
-                                       .standardError = error.descriptor()});
+                                       .standardError = error.descriptor(),
+                                       .environment = environment});
     if (storeProcess(child))
         child->terminate();
     if (launched)

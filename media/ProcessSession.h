@@ -23,14 +23,15 @@ using LaunchCallback = std::function<void(const std::filesystem::path& standardE
 class ProcessSession
 {
 public:
-    /// Starts the child, waits for it and returns its output, whatever its status. Blocking; at most once per
+    /// Starts the child, waits for it and returns its output, whatever its status. `environment` has the
+    /// variables "NAME=value" that it gets in addition to those of this process. Blocking; at most once per
     /// object. Output is captured in files, so the child never blocks however much it writes.
     ///
     /// Throws `CancellationError` when `cancel` was called before the child had ended, even if it ended
     /// normally; `SystemError` when the capture cannot be set up, read back or flushed, or the child cannot
     /// be launched.
     ProcessOutput run(const std::filesystem::path& executable, const std::vector<std::string>& arguments,
-                      const LaunchCallback& launched = {});
+                      const LaunchCallback& launched = {}, const std::vector<std::string>& environment = {});
 
     /// Asks the child to end, now or as soon as it has been launched. Any thread, any number of times,
     /// before, during or after `run`.

@@ -28,14 +28,21 @@ ToolRun prepare(const ExportRequest& request)
     return {.executable = std::move(executable), .arguments = ExportCommandBuilder::build(request).arguments};
 }
 
+/// Has the front report its changes only to a caller that reads the tool's standard error.
+std::vector<std::string> environmentFor(const LaunchCallback& launched)
+{
+    return launched ? std::vector<std::string>{"STACKREEL_REPORT_CHANGES=1"} : std::vector<std::string>();
+}
+
 } // namespace
 
 QCoro::Task<ProbeDocument> exportSource(ExportRequest request, std::stop_token stop, LaunchCallback launched)
 {
     // Finding the tool accesses the disk, which may be slow.
     ToolRun tool = co_await onWorkerThread([&request] { return prepare(request); });
-    const ProcessOutput output =
-        co_await ProcessRunner::run(tool.executable, std::move(tool.arguments), stop, std::move(launched));
+    std::vector<std::string> environment = environmentFor(launched);
+    const ProcessOutput output = co_await ProcessRunner::run(tool.executable, std::move(tool.arguments), stop,
+                                                             std::move(launched), std::move(environment));
     if (output.status != 0)
         throwToolFailure("FFmpeg", output);
     co_await onWorkerThread([&request] {

@@ -17,6 +17,9 @@ struct ChildProcessLaunch {
     std::vector<std::string> arguments; ///< without the program's name; bytes, passed unchanged
     int standardOutput;                 ///< descriptor above 2 that becomes the child's standard output
     int standardError;                  ///< descriptor above 2 that becomes the child's standard error
+    /// Variables "NAME=value" that the child has in addition to those of this process, whose variables of the
+    /// same names it does not inherit.
+    std::vector<std::string> environment = {};
 };
 
 /// A running child of this process.
@@ -27,10 +30,11 @@ struct ChildProcessLaunch {
 class ChildProcess
 {
 public:
-    /// Starts the child. It inherits standard input, the environment and the working directory, and no other
-    /// descriptor. It begins with default signal dispositions and an empty signal mask, whatever this process
-    /// has set for itself. There is one exception: a signal that asks a process to end (SIGINT, SIGTERM,
-    /// SIGHUP, SIGQUIT) is ignored in the child if this process ignores it, as under `nohup`.
+    /// Starts the child. It inherits standard input, the environment (with the changes that the parameters
+    /// request) and the working directory, and no other descriptor. It begins with default signal
+    /// dispositions and an empty signal mask, whatever this process has set for itself. There is one
+    /// exception: a signal that asks a process to end (SIGINT, SIGTERM, SIGHUP, SIGQUIT) is ignored in the
+    /// child if this process ignores it, as under `nohup`.
     ///
     /// Throws `SystemError` when the program does not exist, is a folder or is not executable, when its
     /// interpreter is missing or its format is unknown, when the system cannot start another process, and

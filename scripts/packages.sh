@@ -33,7 +33,7 @@ test_packages=(
   openbox xfwm4 xdotool imagemagick x11-utils libgl1-mesa-dri
   at-spi2-core python3-gi gir1.2-atspi-2.0
   weston qt6-wayland
-  desktop-file-utils appstream man-db bash-completion zsh fish python3
+  desktop-file-utils appstream man-db bash-completion zsh fish python3 python3-jsonschema
 )
 # To check how the sources are written.
 lint_packages=(git shellcheck black clang-format clang-tidy)

@@ -7,8 +7,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <string_view>
 
 namespace stackreel
 {
@@ -68,6 +70,25 @@ std::vector<char*> argumentVector(std::vector<std::string>& strings)
     return pointers;
 }
 
+bool haveSameName(std::string_view variable, std::string_view other)
+{
+    return variable.substr(0, variable.find('=')) == other.substr(0, other.find('='));
+}
+
+/// The variables of this process and the additional ones, which replace those of the same names.
+std::vector<char*> environmentVector(std::vector<std::string>& additional)
+{
+    std::vector<char*> pointers;
+    for (char** inherited = environ; *inherited != nullptr; ++inherited) {
+        const auto replaces = [&](const std::string& variable) { return haveSameName(variable, *inherited); };
+        if (std::none_of(additional.begin(), additional.end(), replaces))
+            pointers.push_back(*inherited);
+    }
+    for (char* variable : argumentVector(additional))
+        pointers.push_back(variable);
+    return pointers;
+}
+
 /// Blocks until the child has ended. Returns false when waiting fails, with the reason in errno.
 bool waitFor(pid_t child, siginfo_t& info, int options)
 {
@@ -84,6 +105,8 @@ std::shared_ptr<ChildProcess> ChildProcess::launch(const ChildProcessLaunch& lau
     std::vector<std::string> strings = {launch.executable.string()};
     strings.insert(strings.end(), launch.arguments.begin(), launch.arguments.end());
     const std::vector<char*> arguments = argumentVector(strings);
+    std::vector<std::string> additional = launch.environment;
+    const std::vector<char*> environment = environmentVector(additional);
     FileActions actions;
     const Attributes attributes;
     if (const int error = actions.redirect(launch))
@@ -93,7 +116,7 @@ std::shared_ptr<ChildProcess> ChildProcess::launch(const ChildProcessLaunch& lau
         throw SystemError(ECANCELED, "start", launch.executable);
     pid_t pid = 0;
     const int error = systemCalls().posixSpawn(&pid, launch.executable.c_str(), &actions.value,
-                                               &attributes.value, arguments.data(), environ);
+                                               &attributes.value, arguments.data(), environment.data());
     if (error != 0)
         throw SystemError(error, "start", launch.executable);
     auto child = std::shared_ptr<ChildProcess>(new ChildProcess(pid, launch.executable));

@@ -123,7 +123,7 @@ int failMissing(std::string_view tool)
     return fail(notFoundStatus, std::string(tool) + " is missing. Build the bundled media tools first.");
 }
 
-int fail(int status, std::string_view message)
+void writeError(std::string_view message)
 {
     const std::string line = std::string(message) + '\n';
     std::string_view rest = line;
@@ -135,6 +135,11 @@ int fail(int status, std::string_view message)
             break;
         rest.remove_prefix(static_cast<std::size_t>(count));
     }
+}
+
+int fail(int status, std::string_view message)
+{
+    writeError(message);
     return status;
 }
 

@@ -30,6 +30,9 @@ int execProgram(const std::string& path, const std::vector<std::string>& argumen
 /// and returns `notFoundStatus`.
 int failMissing(std::string_view tool);
 
+/// Writes `message` as one line to standard error.
+void writeError(std::string_view message);
+
 /// Writes `message` as one line to standard error and returns `status`, for `return fail(…)`.
 int fail(int status, std::string_view message);
 

@@ -1,7 +1,7 @@
 // The program `ffmpeg` in the resource directory. If its arguments request VideoToolbox and the system's
 // FFmpeg does not have it, it changes them to request another H.264 encoder. It then replaces itself by the
 // system's FFmpeg (`execv`), so the process id, output, exit status and signals are those of FFmpeg.
-#include "platform/shim/Arguments.h"
+#include "platform/shim/Changes.h"
 #include "platform/shim/Process.h"
 #include "platform/shim/ToolSearch.h"
 
@@ -21,5 +21,8 @@ int main(int argc, char** argv)
     const auto encoder = preferredEncoder(*listing);
     if (!encoder)
         return fail(cannotEncodeStatus, *tool + " has no H.264 encoder: it needs libx264 or libopenh264.");
-    return execProgram(*tool, withEncoder(arguments, *encoder));
+    const Arguments changed = withEncoder(arguments, *encoder);
+    for (const Change& change : changesBetween(arguments, changed, *encoder))
+        report(change);
+    return execProgram(*tool, changed);
 }

@@ -145,7 +145,6 @@ const std::vector<WrongUsage> wrongUsages = {
     {{"export", "--overwite", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
     {{"export", "--overwite=1", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
     {{"export", "a", "--from"}, "The option --from needs a value."},
-    {{"export", "a", "--json"}, "The option --json of an export goes with --dry-run only."},
     {{"export", "a", "--from", "2", "--to", "2"}, "The end (--to) has to lie behind the start (--from)."},
     {{"export", "a", "--to", "0"}, "The end (--to) has to lie behind the start (--from)."},
     {{"export", "a", "--from", "-1"}, "The value “-1” of --from is not a time in seconds, such as 12.5."},

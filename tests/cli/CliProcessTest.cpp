@@ -53,7 +53,10 @@ TEST_F(CliProcess, ProbePrintsTheFactsAsJson)
     EXPECT_EQ(result.status, 0);
     const auto facts = nlohmann::json::parse(result.output);
     EXPECT_EQ(facts, nlohmann::json::parse(R"({"width": 1920, "height": 1080, "rotation": 0, "duration": 10.0,
-        "videoCodec": "h264", "audioCodec": "aac", "displayAspect": 1.7777777777777777})"));
+        "videoCodec": "h264", "audioCodec": "aac", "displayAspect": 1.7777777777777777, "frameRate": null,
+        "colour": {"matrix": null, "primaries": null, "transfer": null, "range": null},
+        "audioTracks": [{"number": 1, "codec": "aac", "channels": null, "layout": null, "language": null,
+                         "title": null}]})"));
 }
 
 TEST_F(CliProcess, ExportWritesTheFileAndPrintsItsName)

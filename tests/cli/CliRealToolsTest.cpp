@@ -94,7 +94,10 @@ TEST_F(CliRealTools, ProbeReportsTheFactsOfAClip)
     const auto facts =
         nlohmann::json::parse(run({"probe", "--json", makeClip("clip.mov", "320x180", "1")}).output);
     EXPECT_EQ(facts, nlohmann::json::parse(R"({"width": 320, "height": 180, "rotation": 0, "duration": 1.0,
-        "videoCodec": "h264", "audioCodec": "aac", "displayAspect": 1.7777777777777777})"));
+        "videoCodec": "h264", "audioCodec": "aac", "displayAspect": 1.7777777777777777, "frameRate": 25.0,
+        "colour": {"matrix": null, "primaries": null, "transfer": null, "range": null},
+        "audioTracks": [{"number": 1, "codec": "aac", "channels": 1, "layout": "mono", "language": null,
+                         "title": null}]})"));
 }
 
 TEST_F(CliRealTools, ShowsTheToolsMessageForAFileThatIsNoVideo)

@@ -56,9 +56,24 @@ TEST(FailureText, IsASentenceWithAdviceFollowedByTheToolsLines)
         {MediaToolError::processFailed("FFmpeg", 9,
                                        "FFmpeg could not process this video. The system ended it."),
          "FFmpeg could not process this video. The system ended it."},
+        {MediaToolError::processFailed(
+             "FFmpeg", 1, "[stackreel] encoder=libx264: why\n[stackreel] none\nError: Is a directory"),
+         "FFmpeg could not process this video. A folder was named in place of a file.\nError: Is a "
+         "directory"},
     };
     for (const Row& row : rows)
-        EXPECT_EQ(failureText(row.error), row.text);
+        EXPECT_EQ(FailureText::of(row.error).text(), row.text);
+}
+
+TEST(FailureText, KeepsTheSentenceAndTheToolsLinesApart)
+{
+    const auto text = FailureText::of(MediaToolError::processFailed("ffprobe", 1, "one\ntwo"));
+    EXPECT_EQ(text.sentence, "ffprobe" + damaged);
+    EXPECT_EQ(text.toolLines, "one\ntwo");
+    const auto crashed = FailureText::of(MediaToolError::processFailed(
+        "FFmpeg", 11, "FFmpeg could not process this video. It crashed.\n[stackreel] a=b: c\nlast line"));
+    EXPECT_EQ(crashed.sentence, "FFmpeg could not process this video. It crashed.");
+    EXPECT_EQ(crashed.toolLines, "last line");
 }
 
 } // namespace

@@ -37,14 +37,35 @@ TEST(FactsText, LinesUseTheLabelsOfTheWindow)
 
 TEST(FactsText, JsonHasTheProbedValues)
 {
-    EXPECT_EQ(FactsText::json(rotated), R"({
+    const SourceDetails details = {
+        .frameRate = 29.5,
+        .colour = {.matrix = "bt709", .primaries = {}, .transfer = {}, .range = "tv"},
+        .audioTracks = {{.codec = "aac", .channels = 2, .layout = "stereo", .language = "eng", .title = {}}}};
+    EXPECT_EQ(FactsText::json(rotated, details), R"({
   "width": 1080,
   "height": 1920,
   "rotation": -90,
   "duration": 3724.6,
   "videoCodec": "hevc",
   "audioCodec": "aac",
-  "displayAspect": 1.7777777777777777
+  "displayAspect": 1.7777777777777777,
+  "frameRate": 29.5,
+  "colour": {
+    "matrix": "bt709",
+    "primaries": null,
+    "transfer": null,
+    "range": "tv"
+  },
+  "audioTracks": [
+    {
+      "number": 1,
+      "codec": "aac",
+      "channels": 2,
+      "layout": "stereo",
+      "language": "eng",
+      "title": null
+    }
+  ]
 }
 )");
 }
@@ -55,9 +76,12 @@ TEST(FactsText, JsonHasNullForMissingValues)
     media.audioCodec.reset();
     media.width = 0;
     media.rotation = 90;
-    const auto object = nlohmann::json::parse(FactsText::json(media));
-    EXPECT_EQ(object.size(), 7U);
+    const auto object = nlohmann::json::parse(FactsText::json(media, {}));
+    EXPECT_EQ(object.size(), 10U);
     EXPECT_TRUE(object.at("audioCodec").is_null());
+    EXPECT_TRUE(object.at("frameRate").is_null());
+    EXPECT_TRUE(object.at("colour").at("matrix").is_null());
+    EXPECT_TRUE(object.at("audioTracks").empty());
     EXPECT_TRUE(object.at("displayAspect").is_null());
 }
 

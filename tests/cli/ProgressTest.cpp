@@ -84,6 +84,17 @@ TEST(PlainLineSchedule, IsDueAfterTenPercentOrFiveSeconds)
     EXPECT_TRUE(schedule.isDue(100, start + 7s));
 }
 
+TEST(ReportSchedule, IsDueAfterOnePercentOrFiveSeconds)
+{
+    const ReportSchedule::Time start{};
+    ReportSchedule schedule(start);
+    EXPECT_FALSE(schedule.isDue(0, start + 4s));
+    EXPECT_TRUE(schedule.isDue(0, start + 5s));
+    EXPECT_FALSE(schedule.isDue(0, start + 9s));
+    EXPECT_TRUE(schedule.isDue(1, start + 9s));
+    EXPECT_FALSE(schedule.isDue(1, start + 9s));
+}
+
 } // namespace
 
 } // namespace stackreel

@@ -35,7 +35,6 @@ void check(const ExportOptions& options)
             "a range ends after its start");
     require(!options.top || isInFrame(*options.top), "the top region lies in the frame");
     require(!options.bottom || isInFrame(*options.bottom), "the bottom region lies in the frame");
-    require(!options.json || options.dryRun, "JSON is for a dry run only");
 }
 
 } // namespace

@@ -84,6 +84,21 @@ TEST_F(ProcessRunnerTest, PassesTheEnvironmentAndTheWorkingDirectoryToTheChild)
               (std::vector<std::string>{m_directory.path(), "a value"}));
 }
 
+TEST_F(ProcessRunnerTest, GivesTheChildVariablesInPlaceOfThoseOfTheSameName)
+{
+    const ScopedEnvironment variable("STACKREEL_TEST", "inherited");
+    const ScopedEnvironment longer("STACKREEL_TEST_2", "also inherited");
+    const auto valueOf = [](const std::string& name) {
+        const std::vector<std::string> own = {"STACKREEL_TEST=a=b c", "STACKREEL_TEST_3="};
+        const auto output = runToEnd(ProcessRunner::run(testChild(), {"surroundings", name}, {}, {}, own));
+        return pieces(output.standardOutput, '\0').at(1);
+    };
+    EXPECT_EQ(valueOf("STACKREEL_TEST"), "a=b c");
+    EXPECT_EQ(valueOf("STACKREEL_TEST_2"), "also inherited");
+    EXPECT_EQ(valueOf("STACKREEL_TEST_3"), "");
+    EXPECT_EQ(valueOf("STACKREEL_TEST_4"), "(none)");
+}
+
 TEST_F(ProcessRunnerTest, LeaksNoDescriptorIntoAChild)
 {
     EXPECT_EQ(runToEnd(run({"descriptors"})).standardOutput, "0\n1\n2\n");

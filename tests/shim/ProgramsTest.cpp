@@ -166,6 +166,15 @@ TEST(ShimPrograms, AnExportGetsTheEncoderThatIsThere)
     }
 }
 
+TEST(ShimPrograms, ReportsItsChangesOnStandardErrorOnlyOnRequest)
+{
+    const FakeSystem system;
+    EXPECT_EQ(runWithTools(system, exportArguments).errors, "");
+    EXPECT_EQ(runWithTools(system, exportArguments, {{"STACKREEL_REPORT_CHANGES", "1"}}).errors,
+              "[stackreel] encoder=libx264: this FFmpeg has no h264_videotoolbox\n"
+              "[stackreel] channel-layout=named: the AAC encoder refuses sound without a channel layout\n");
+}
+
 TEST(ShimPrograms, KeepsBytesThatAreNotUtf8BesideTheRequest)
 {
     Arguments arguments = exportArguments;
