@@ -149,6 +149,10 @@ void CliGrammar::describeExport()
     describeValue("--from", m_values.from, "S", "Start in seconds [0]");
     describeValue("--to", m_values.to, "S",
                   "End in seconds [the source's end]; at least 0.25 s are exported");
+    describeValue("--recipe", m_values.recipe, "FILE",
+                  "Take the choices from a recipe; the options beside it win");
+    describeValue("--like", m_values.like, "VIDEO", "Take the choices from an exported video, likewise");
+    describeValue("--save-recipe", m_values.saveRecipe, "FILE", "Write the choices to a recipe");
     describeFlag(m_export, "--no-audio", m_values.noAudio, "Leave the sound out");
     describeFlag(m_export, "--overwrite", m_values.overwrite,
                  "Replace an existing destination (never the source)");

@@ -23,6 +23,9 @@ struct RawOptions {
     std::string bottom;
     std::string from;
     std::string to;
+    std::string recipe;
+    std::string like;
+    std::string saveRecipe;
     bool noAudio = false;
     bool overwrite = false;
     bool dryRun = false;

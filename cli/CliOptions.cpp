@@ -59,31 +59,43 @@ std::optional<CropRegion> givenRegion(const CliGrammar& grammar, const std::stri
     return value;
 }
 
-ExportSettings givenSettings(const CliGrammar& grammar)
+/// The given aspect and size.
+Recipe givenShape(const CliGrammar& grammar)
 {
     const RawOptions& raw = grammar.values();
-    ExportSettings settings;
-    settings.includeAudio = !raw.noAudio;
+    Recipe shape;
     if (grammar.isGiven("--aspect")) {
-        const auto aspect = outputAspect(raw.aspect);
-        if (!aspect)
+        shape.aspect = outputAspect(raw.aspect);
+        if (!shape.aspect)
             throw wrongValueError("--aspect", raw.aspect, "9:16, 4:5, 1:1 or Custom");
-        settings.aspect = *aspect;
     }
     if (!grammar.isGiven("--size"))
-        return settings;
+        return shape;
 
-    if (grammar.isGiven("--aspect") && settings.aspect != OutputAspect::custom)
+    if (shape.aspect.value_or(OutputAspect::custom) != OutputAspect::custom)
         throw UsageError(
             "A size goes with --aspect Custom only, as " + raw.aspect + " has a size of its own.", "export");
-    const auto size = OptionText::size(raw.size);
-    if (!size)
+    shape.size = OptionText::size(raw.size);
+    if (!shape.size)
         throw wrongValueError("--size", raw.size,
                               "a size WxH with sides of 2 to 16384 pixels, such as 720x1280");
-    settings.aspect = OutputAspect::custom;
-    settings.customWidth = size->width;
-    settings.customHeight = size->height;
-    return settings;
+    shape.aspect = OutputAspect::custom;
+    return shape;
+}
+
+Recipe givenChoices(const CliGrammar& grammar)
+{
+    const RawOptions& raw = grammar.values();
+    Recipe choices = givenShape(grammar);
+    choices.top = givenRegion(grammar, "--top", raw.top);
+    choices.bottom = givenRegion(grammar, "--bottom", raw.bottom);
+    choices.from = givenSeconds(grammar, "--from", raw.from);
+    choices.to = givenSeconds(grammar, "--to", raw.to);
+    if (raw.noAudio)
+        choices.sound = false;
+    if (choices.to && *choices.to <= choices.from.value_or(0))
+        throw UsageError("The end (--to) has to lie behind the start (--from).", "export");
+    return choices;
 }
 
 std::filesystem::path givenSource(const CliGrammar& grammar)
@@ -91,6 +103,16 @@ std::filesystem::path givenSource(const CliGrammar& grammar)
     if (grammar.values().source.empty())
         throw UsageError("The name of the source video is empty.", grammar.command());
     return grammar.values().source;
+}
+
+std::optional<std::filesystem::path> givenFile(const CliGrammar& grammar, const std::string& option,
+                                               const std::string& name)
+{
+    if (!grammar.isGiven(option))
+        return std::nullopt;
+    if (name.empty())
+        throw UsageError("The name of the file of " + option + " is empty.", "export");
+    return name;
 }
 
 std::optional<std::filesystem::path> givenDestination(const CliGrammar& grammar)
@@ -108,17 +130,16 @@ ExportOptions exportOptions(const CliGrammar& grammar)
     ExportOptions options;
     options.source = givenSource(grammar);
     options.destination = givenDestination(grammar);
-    options.settings = givenSettings(grammar);
-    options.top = givenRegion(grammar, "--top", raw.top);
-    options.bottom = givenRegion(grammar, "--bottom", raw.bottom);
-    options.from = givenSeconds(grammar, "--from", raw.from).value_or(0);
-    options.to = givenSeconds(grammar, "--to", raw.to);
+    options.choices = givenChoices(grammar);
+    options.recipe = givenFile(grammar, "--recipe", raw.recipe);
+    options.like = givenFile(grammar, "--like", raw.like);
+    options.saveRecipe = givenFile(grammar, "--save-recipe", raw.saveRecipe);
     options.overwrite = raw.overwrite;
     options.dryRun = raw.dryRun;
     options.json = raw.json;
     options.quiet = raw.quiet;
-    if (options.to && *options.to <= options.from)
-        throw UsageError("The end (--to) has to lie behind the start (--from).", "export");
+    if (options.recipe && options.like)
+        throw UsageError("The options --recipe and --like exclude each other.", "export");
     return options;
 }
 

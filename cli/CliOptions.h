@@ -1,8 +1,7 @@
 #pragma once
 
 #include "cli/UsageError.h"
-#include "framing/CropRegion.h"
-#include "framing/ExportSettings.h"
+#include "model/Recipe.h"
 
 #include <filesystem>
 #include <optional>
@@ -23,11 +22,10 @@ struct ProbeOptions {
 struct ExportOptions {
     std::filesystem::path source;
     std::optional<std::filesystem::path> destination; ///< empty for the default name beside the source
-    ExportSettings settings;
-    std::optional<CropRegion> top;    ///< inside the frame; empty for the default crop
-    std::optional<CropRegion> bottom; ///< inside the frame; empty for the default crop
-    double from = 0;                  ///< seconds, not negative
-    std::optional<double> to;         ///< seconds, greater than `from`; empty for the source's end
+    Recipe choices; ///< those in the options themselves; `to` is greater than `from` and 0
+    std::optional<std::filesystem::path> recipe;     ///< the file with the other choices
+    std::optional<std::filesystem::path> like;       ///< the exported video with the other choices, or none
+    std::optional<std::filesystem::path> saveRecipe; ///< the file to write the recipe to
     bool overwrite = false;
     bool dryRun = false;
     bool json = false; ///< prints for programs

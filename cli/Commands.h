@@ -18,7 +18,7 @@ struct Commands {
 
     /// Makes the vertical video. When it returns, the destination holds the export, which has passed
     /// `checkExport`, even if that could not be written to standard output. When it throws, the
-    /// destination is unchanged and no other file is left.
+    /// destination is unchanged and no other file is left but the recipe, which is written before rendering.
     ///
     /// With `json` it prints the lines of `ExportEvents` to standard output. With `dryRun` it prints the
     /// arguments of `ffmpeg` instead, and refuses what the export would refuse before rendering.

@@ -5,6 +5,7 @@
 #include "cli/ExportEvents.h"
 #include "cli/ExportPlan.h"
 #include "cli/Leftovers.h"
+#include "cli/RecipeFile.h"
 #include "cli/RenderedExport.h"
 #include "media/MediaProbe.h"
 #include "media/ToolLocator.h"
@@ -82,6 +83,7 @@ QCoro::Task<> exportOne(ExportOptions options, std::stop_token stop)
     const auto begin = Clock::now();
     const std::filesystem::path input = absolutePath(options.source);
     requireFile(input);
+    options.choices = co_await RecipeFile::choices(options, stop);
     const ProbeDocument source = co_await MediaProbe::report(input, stop);
     const ExportRequest request = planExport(options, MediaProbe::facts(source));
     requireKnownLength(request.media, request.input);
@@ -89,6 +91,8 @@ QCoro::Task<> exportOne(ExportOptions options, std::stop_token stop)
     ToolLocator::locate(MediaTool::ffmpeg);
     // This thread creates and removes the file, even on a slow disk. It has nothing else to do meanwhile.
     PartialFile partial(destination, PartialFile::Name::hidden);
+    if (options.saveRecipe)
+        RecipeFile::save(request, *options.saveRecipe, options.overwrite);
     if (options.dryRun) {
         printArguments(request, options.json);
         co_return;

@@ -63,22 +63,24 @@ ExportRequest planExport(const ExportOptions& options, const MediaInfo& media)
 {
     if (!isSide(media.width) || !isSide(media.height))
         throw MediaToolError::invalidProbe();
-    if (isLengthKnown(media) && options.from >= media.duration)
-        throw CliError("The start at " + fixedDecimal(options.from, 2) +
+    const Recipe& choices = options.choices;
+    const double from = choices.from.value_or(0);
+    if (isLengthKnown(media) && from >= media.duration)
+        throw CliError("The start at " + fixedDecimal(from, 2) +
                        " s lies behind the end of the video, which lasts " + fixedDecimal(media.duration, 2) +
                        " s.");
 
     const auto [top, bottom] =
-        CropRegion::initialPair(media.displayAspect(), panelAspect(options.settings.size()));
+        CropRegion::initialPair(media.displayAspect(), panelAspect(choices.settings().size()));
     ExportRequest request;
     request.input = absolutePath(options.source);
     request.output = chosenDestination(options, request.input);
     request.media = media;
-    request.top = options.top.value_or(top);
-    request.bottom = options.bottom.value_or(bottom);
-    request.settings = options.settings;
-    request.trimStart = options.from;
-    request.trimEnd = options.to.value_or(media.duration);
+    request.top = choices.top.value_or(top);
+    request.bottom = choices.bottom.value_or(bottom);
+    request.settings = choices.settings();
+    request.trimStart = from;
+    request.trimEnd = choices.to.value_or(media.duration);
     return request;
 }
 

@@ -14,7 +14,8 @@ namespace stackreel
 /// end. Every other problem, such as a missing source, is left to the tools.
 void requireFile(const std::filesystem::path& source);
 
-/// Makes the export request from the options and the properties of the source. Its paths are absolute. Does
+/// Makes the export request from the options, without the recipe or video that they name, and the properties
+/// of the source. Its paths are absolute. Does
 /// not check the destination.
 ///
 /// Throws `UsageError` when the name of the destination does not end in ".mp4"; `CliError` when the range

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 
 namespace stackreel
 {
@@ -12,14 +11,11 @@ namespace stackreel
 namespace
 {
 
-constexpr std::int64_t smallestSide = 2;
-constexpr std::int64_t largestSide = 16384;
-
 std::optional<std::int64_t> side(std::string_view text)
 {
     const bool hasSign = text.starts_with('+') || text.starts_with('-');
     const auto value = hasSign ? std::nullopt : parseInteger(text);
-    if (!value || *value < smallestSide || *value > largestSide)
+    if (!value || *value < OptionText::smallestSide || *value > OptionText::largestSide)
         return std::nullopt;
     return value;
 }

@@ -3,6 +3,7 @@
 #include "framing/CropRegion.h"
 #include "framing/PixelSize.h"
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -12,6 +13,10 @@ namespace stackreel
 /// Parses the values of options. All functions are pure and independent of the locale. They return
 /// `std::nullopt` if the text as a whole is not such a value.
 struct OptionText {
+    /// The bounds of the sides of an output, in pixels.
+    static constexpr std::int64_t smallestSide = 2;
+    static constexpr std::int64_t largestSide = 16384;
+
     /// A time in seconds, finite and not negative: "12.5".
     static std::optional<double> seconds(std::string_view text);
     /// An output size in pixels, with sides of 2 to 16384: "1080x1920". It is not rounded to even numbers.

@@ -83,17 +83,17 @@ ProbeSideData decodeSideData(const Json& value, const std::string& path)
     return {.rotation = optional(value, path, "rotation", asInteger)};
 }
 
-std::optional<std::string> textDetail(const Json& stream, const char* key)
+std::optional<std::string> textDetail(const Json& object, const char* key)
 {
-    const auto found = stream.find(key);
-    const bool isText = found != stream.end() && found->is_string();
+    const auto found = object.find(key);
+    const bool isText = found != object.end() && found->is_string();
     return isText ? std::optional(found->get<std::string>()) : std::nullopt;
 }
 
-std::optional<std::int64_t> numberDetail(const Json& stream, const char* key)
+std::optional<std::int64_t> numberDetail(const Json& object, const char* key)
 {
-    const auto found = stream.find(key);
-    const bool isNumber = found != stream.end() && found->is_number_integer();
+    const auto found = object.find(key);
+    const bool isNumber = found != object.end() && found->is_number_integer();
     return isNumber ? std::optional(found->get<std::int64_t>()) : std::nullopt;
 }
 
@@ -131,7 +131,9 @@ ProbeStream decodeStream(const Json& value, const std::string& path)
 ProbeFormat decodeFormat(const Json& value, const std::string& path)
 {
     asObject(value, path);
-    return {.duration = optional(value, path, "duration", asString)};
+    const auto tags = value.find("tags");
+    return {.duration = optional(value, path, "duration", asString),
+            .comment = tags == value.end() ? std::nullopt : textDetail(*tags, "comment")};
 }
 
 Json parse(std::string_view json)

@@ -45,7 +45,8 @@ struct ProbeStream {
 };
 
 struct ProbeFormat {
-    std::optional<std::string> duration; ///< decimal text, seconds
+    std::optional<std::string> duration;     ///< decimal text, seconds
+    std::optional<std::string> comment = {}; ///< the tag of that name; absent where it is not a text
 };
 
 /// The part of the JSON report of `ffprobe` that the program reads. Other keys are ignored.

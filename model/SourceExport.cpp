@@ -6,6 +6,7 @@
 #include "media/WorkerThread.h"
 #include "model/ExportedFile.h"
 #include "model/PictureCheck.h"
+#include "model/Recipe.h"
 
 #include <string>
 #include <utility>
@@ -28,10 +29,14 @@ ToolRun prepare(const ExportRequest& request)
     return {.executable = std::move(executable), .arguments = ExportCommandBuilder::build(request).arguments};
 }
 
-/// Has the front report its changes only to a caller that reads the tool's standard error.
-std::vector<std::string> environmentFor(const LaunchCallback& launched)
+/// What the front is asked for beyond the arguments: to write the recipe into the file and, for a caller that
+/// reads the tool's standard error, to report its changes.
+std::vector<std::string> environmentFor(const ExportRequest& request, bool isRead)
 {
-    return launched ? std::vector<std::string>{"STACKREEL_REPORT_CHANGES=1"} : std::vector<std::string>();
+    std::vector<std::string> variables = {"STACKREEL_RECIPE=" + Recipe::of(request).json()};
+    if (isRead)
+        variables.emplace_back("STACKREEL_REPORT_CHANGES=1");
+    return variables;
 }
 
 } // namespace
@@ -40,7 +45,7 @@ QCoro::Task<ProbeDocument> exportSource(ExportRequest request, std::stop_token s
 {
     // Finding the tool accesses the disk, which may be slow.
     ToolRun tool = co_await onWorkerThread([&request] { return prepare(request); });
-    std::vector<std::string> environment = environmentFor(launched);
+    std::vector<std::string> environment = environmentFor(request, launched != nullptr);
     const ProcessOutput output = co_await ProcessRunner::run(tool.executable, std::move(tool.arguments), stop,
                                                              std::move(launched), std::move(environment));
     if (output.status != 0)

@@ -18,7 +18,8 @@ namespace stackreel
 /// of the source (`checkPictures`); `MediaToolError` when a tool is missing or fails, `CancellationError`
 /// when a stop was requested, `TemporaryFolderFull`, and the other errors of `ProcessRunner::run`. A partly
 /// written file is left in place. If `launched` is set, the front reports its changes in the tool's standard
-/// error (`STACKREEL_REPORT_CHANGES`), also in the message of a failure. Resumes on the calling thread, which
+/// error (`STACKREEL_REPORT_CHANGES`), also in the message of a failure. The front also gets the request as a
+/// recipe, to write it into the file (`STACKREEL_RECIPE`). Resumes on the calling thread, which
 /// needs a running event loop.
 QCoro::Task<ProbeDocument> exportSource(ExportRequest request, std::stop_token stop = {},
                                         LaunchCallback launched = {});

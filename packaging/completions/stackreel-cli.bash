@@ -14,6 +14,9 @@ _stackreel_cli() {
             COMPREPLY=($(compgen -W '9:16 4:5 1:1 Custom' -- "$cur"))
             __ltrim_colon_completions "$cur"
             return ;;
+        --recipe | --like | --save-recipe)
+            _filedir
+            return ;;
         --size | --top | --bottom | --from | --to)
             return ;;
     esac
@@ -21,8 +24,8 @@ _stackreel_cli() {
         local options='--help --version'
         case $command in
             probe) options='--json --help' ;;
-            export) options='--aspect --size --top --bottom --from --to --no-audio --overwrite --dry-run --json
-                --quiet --help' ;;
+            export) options='--aspect --size --top --bottom --from --to --recipe --like --save-recipe --no-audio
+                --overwrite --dry-run --json --quiet --help' ;;
         esac
         COMPREPLY=($(compgen -W "$options" -- "$cur"))
     elif [[ -z $command ]]; then

@@ -170,4 +170,12 @@ Arguments withEncoder(const Arguments& arguments, H264Encoder encoder)
     return result;
 }
 
+Arguments withComment(Arguments arguments, const std::string& text)
+{
+    const bool isExport = std::ranges::find(arguments, "-filter_complex") != arguments.end();
+    if (isExport && !text.empty())
+        arguments.insert(std::prev(arguments.end()), {"-metadata", "comment=" + text});
+    return arguments;
+}
+
 } // namespace stackreel::shim

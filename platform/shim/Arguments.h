@@ -24,4 +24,9 @@ bool requestsVideoToolbox(const Arguments& arguments);
 /// - A seek to the start of an input (`-ss 0.000`) is removed.
 Arguments withEncoder(const Arguments& arguments, H264Encoder encoder);
 
+/// Has the last output of an export carry the text as its comment: inserts `-metadata comment=…` before the
+/// name of the file. Returns arguments without a filter graph (`-filter_complex`), and any arguments if the
+/// text is empty, unchanged.
+Arguments withComment(Arguments arguments, const std::string& text);
+
 } // namespace stackreel::shim

@@ -25,6 +25,7 @@ constexpr std::array traces = {
           {"chroma", "full until the halves are stacked", "FFmpeg 5.1 crashes on halves of an odd height"}},
     Trace{"aformat=channel_layouts=",
           {"channel-layout", "named", "the AAC encoder refuses sound without a channel layout"}},
+    Trace{"comment=", {"comment", "the recipe", "the export can be repeated from its file"}},
     Trace{"-ss", {"seek", "none", "FFmpeg 5.1 loses pictures of Flash files by a seek to 0"}},
 };
 

@@ -5,6 +5,8 @@
 #include "platform/shim/Process.h"
 #include "platform/shim/ToolSearch.h"
 
+#include <cstdlib>
+
 using namespace stackreel::shim;
 
 int main(int argc, char** argv)
@@ -21,7 +23,8 @@ int main(int argc, char** argv)
     const auto encoder = preferredEncoder(*listing);
     if (!encoder)
         return fail(cannotEncodeStatus, *tool + " has no H.264 encoder: it needs libx264 or libopenh264.");
-    const Arguments changed = withEncoder(arguments, *encoder);
+    const char* recipe = std::getenv("STACKREEL_RECIPE");
+    const Arguments changed = withComment(withEncoder(arguments, *encoder), recipe != nullptr ? recipe : "");
     for (const Change& change : changesBetween(arguments, changed, *encoder))
         report(change);
     return execProgram(*tool, changed);

@@ -34,53 +34,64 @@ TEST(CliOptions, ExportHasTheDefaultsWithoutOptions)
     const ExportOptions options = exporting({"export", "a.mov"});
     EXPECT_EQ(options.source, "a.mov");
     EXPECT_FALSE(options.destination);
-    EXPECT_EQ(options.settings, ExportSettings());
-    EXPECT_FALSE(options.top);
-    EXPECT_FALSE(options.bottom);
-    EXPECT_EQ(options.from, 0);
-    EXPECT_FALSE(options.to);
+    EXPECT_EQ(options.choices, Recipe());
+    EXPECT_FALSE(options.recipe || options.like || options.saveRecipe);
     EXPECT_FALSE(options.overwrite || options.dryRun || options.json || options.quiet);
 }
 
 TEST(CliOptions, ExportReadsEveryOption)
 {
-    const ExportOptions options =
-        exporting({"export", "--aspect", "Custom", "--size=721x1281", "--top", "0.1,0.2,0.3,0.4", "--bottom",
-                   "0.5,0.25,0.25,0.5", "--from", "1.5", "--to", "2.75", "--no-audio", "--overwrite",
-                   "--dry-run", "--json", "--quiet", "a.mov", "b.mp4"});
+    const ExportOptions options = exporting({"export",     "--aspect",
+                                             "Custom",     "--size=721x1281",
+                                             "--top",      "0.1,0.2,0.3,0.4",
+                                             "--bottom",   "0.5,0.25,0.25,0.5",
+                                             "--from",     "1.5",
+                                             "--to",       "2.75",
+                                             "--no-audio", "--overwrite",
+                                             "--dry-run",  "--json",
+                                             "--quiet",    "--recipe",
+                                             "r.json",     "--save-recipe",
+                                             "s.json",     "a.mov",
+                                             "b.mp4"});
     EXPECT_EQ(options.destination, "b.mp4");
-    EXPECT_EQ(options.settings.aspect, OutputAspect::custom);
-    EXPECT_EQ(options.settings.size(), (PixelSize{.width = 720, .height = 1280}));
-    EXPECT_FALSE(options.settings.includeAudio);
-    EXPECT_EQ(options.top, (CropRegion{.x = 0.1, .y = 0.2, .width = 0.3, .height = 0.4}));
-    EXPECT_EQ(options.bottom, (CropRegion{.x = 0.5, .y = 0.25, .width = 0.25, .height = 0.5}));
-    EXPECT_EQ(options.from, 1.5);
-    EXPECT_EQ(options.to, 2.75);
+    EXPECT_EQ(options.choices,
+              (Recipe{.aspect = OutputAspect::custom,
+                      .size = PixelSize{.width = 721, .height = 1281},
+                      .top = CropRegion{.x = 0.1, .y = 0.2, .width = 0.3, .height = 0.4},
+                      .bottom = CropRegion{.x = 0.5, .y = 0.25, .width = 0.25, .height = 0.5},
+                      .from = 1.5,
+                      .to = 2.75,
+                      .sound = false}));
+    EXPECT_EQ(options.choices.settings().size(), (PixelSize{.width = 720, .height = 1280}));
+    EXPECT_EQ(options.recipe, "r.json");
+    EXPECT_EQ(options.saveRecipe, "s.json");
+    EXPECT_EQ(exporting({"export", "--like", "old.mp4", "a.mov"}).like, "old.mp4");
     EXPECT_TRUE(options.overwrite && options.dryRun && options.json && options.quiet);
 }
 
 TEST(CliOptions, SizeImpliesACustomAspect)
 {
-    EXPECT_EQ(exporting({"export", "--size", "640x640", "a"}).settings.aspect, OutputAspect::custom);
-    EXPECT_EQ(exporting({"export", "--aspect", "Custom", "a"}).settings.size(),
+    EXPECT_EQ(exporting({"export", "--size", "640x640", "a"}).choices.settings().aspect,
+              OutputAspect::custom);
+    EXPECT_EQ(exporting({"export", "--aspect", "Custom", "a"}).choices.settings().size(),
               (PixelSize{.width = 1080, .height = 1920}));
 }
 
 TEST(CliOptions, AspectAcceptsEachOfItsNames)
 {
     for (const OutputAspect aspect : allOutputAspects)
-        EXPECT_EQ(exporting({"export", "a", "--aspect", std::string(rawValue(aspect))}).settings.aspect,
+        EXPECT_EQ(exporting({"export", "a", "--aspect", std::string(rawValue(aspect))}).choices.aspect,
                   aspect);
 }
 
 TEST(CliOptions, TheLastOfARepeatedOptionCounts)
 {
-    EXPECT_EQ(exporting({"export", "a", "--from", "1", "--from", "2"}).from, 2);
+    EXPECT_EQ(exporting({"export", "a", "--from", "1", "--from", "2"}).choices.from, 2);
 }
 
 TEST(CliOptions, RegionIsClampedToTheFrame)
 {
-    EXPECT_EQ(exporting({"export", "a", "--top", "-0.5,2,0.5,0.01"}).top,
+    EXPECT_EQ(exporting({"export", "a", "--top", "-0.5,2,0.5,0.01"}).choices.top,
               (CropRegion{.x = 0, .y = 0.94, .width = 0.5, .height = 0.06}));
 }
 
@@ -110,8 +121,9 @@ TEST(CliOptions, HelpAndVersionAreInformation)
 TEST(CliOptions, HelpOfACommandListsItsOptions)
 {
     const std::string help = std::get<Information>(parseOptions({"export", "--help"})).text;
-    for (const char* option : {"--aspect", "--size", "--top", "--bottom", "--from", "--to", "--no-audio",
-                               "--overwrite", "--dry-run", "--json", "--quiet", "SOURCE [DESTINATION]"})
+    for (const char* option :
+         {"--aspect", "--size", "--top", "--bottom", "--from", "--to", "--no-audio", "--recipe", "--like",
+          "--save-recipe", "--overwrite", "--dry-run", "--json", "--quiet", "SOURCE [DESTINATION]"})
         EXPECT_NE(help.find(option), std::string::npos) << option;
 }
 
@@ -145,6 +157,9 @@ const std::vector<WrongUsage> wrongUsages = {
     {{"export", "--overwite", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
     {{"export", "--overwite=1", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
     {{"export", "a", "--from"}, "The option --from needs a value."},
+    {{"export", "a", "--recipe", ""}, "The name of the file of --recipe is empty."},
+    {{"export", "a", "--like", "b", "--recipe", "c"}, "The options --recipe and --like exclude each other."},
+    {{"export", "a", "--recip", "c"}, "There is no option --recip. Did you mean --recipe?"},
     {{"export", "a", "--from", "2", "--to", "2"}, "The end (--to) has to lie behind the start (--from)."},
     {{"export", "a", "--to", "0"}, "The end (--to) has to lie behind the start (--from)."},
     {{"export", "a", "--from", "-1"}, "The value “-1” of --from is not a time in seconds, such as 12.5."},

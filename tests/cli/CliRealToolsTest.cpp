@@ -1,4 +1,5 @@
 #include "media/MediaProbe.h"
+#include "model/FileExport.h"
 #include "tests/cli/CliInstallation.h"
 #include "tests/support/Awaited.h"
 
@@ -87,6 +88,26 @@ TEST_F(CliRealTools, ExportHasNoSoundWithNoAudio)
     const std::string clip = makeClip("clip.mov", "320x180", "1");
     ASSERT_EQ(run({"export", clip, "out.mp4", "--size", "180x320", "--no-audio"}).status, 0);
     EXPECT_EQ(report("out.mp4").streams.size(), 1U);
+}
+
+TEST_F(CliRealTools, RepeatsAnExportOfTheWindowBitForBitFromItsFileAlone)
+{
+    makeClip("clip.mov", "320x180", "2");
+    ExportRequest request;
+    request.input = m_folder / "clip.mov";
+    request.output = m_folder / "window.mp4";
+    request.media = runToEnd(MediaProbe::inspect(request.input));
+    request.top = CropRegion{.x = 1 / 7.0, .y = 0.1, .width = 1 / 3.0, .height = 0.7};
+    request.bottom = CropRegion{.x = 0.5, .y = 1 / 9.0, .width = 0.4, .height = 2 / 3.0};
+    request.settings = {.aspect = OutputAspect::custom, .customWidth = 181, .customHeight = 320};
+    request.trimStart = 1 / 3.0;
+    request.trimEnd = 5 / 3.0;
+    runToEnd(FileExport::replace(request, {}));
+    const CliResult result = run({"export", "--like", "window.mp4", "clip.mov", "again.mp4"});
+    EXPECT_EQ(result.status, 0) << result.error;
+    const std::string first = contentOf(m_folder / "window.mp4");
+    EXPECT_GT(first.size(), 1000U);
+    EXPECT_TRUE(first == contentOf(m_folder / "again.mp4"));
 }
 
 TEST_F(CliRealTools, ProbeReportsTheFactsOfAClip)

@@ -53,11 +53,11 @@ TEST(ExportPlan, UsesTheWholeClipAndTheDefaultCropsWithoutOptions)
 TEST(ExportPlan, KeepsTheDefaultOfTheCropThatIsNotGiven)
 {
     ExportOptions options = optionsFor("/a.mov");
-    options.settings.aspect = OutputAspect::square;
-    options.bottom = CropRegion{.x = 0, .y = 0, .width = 1, .height = 1};
+    options.choices.aspect = OutputAspect::square;
+    options.choices.bottom = CropRegion{.x = 0, .y = 0, .width = 1, .height = 1};
     const ExportRequest request = planExport(options, clip);
     EXPECT_EQ(request.top, CropRegion::initialPair(16.0 / 9, 2.0).first);
-    EXPECT_EQ(request.bottom, *options.bottom);
+    EXPECT_EQ(request.bottom, *options.choices.bottom);
 }
 
 TEST(ExportPlan, MakesPathsAbsolute)
@@ -90,10 +90,10 @@ TEST(ExportPlan, RefusesADestinationThatIsNotMp4)
 TEST(ExportPlan, RefusesAStartAfterTheEndOfTheClip)
 {
     ExportOptions options = optionsFor("/a.mov");
-    options.from = 9.99;
-    options.to = 1000;
+    options.choices.from = 9.99;
+    options.choices.to = 1000;
     EXPECT_NO_THROW(planExport(options, clip));
-    options.from = 10;
+    options.choices.from = 10;
     EXPECT_EQ(failure(options, clip),
               "The start at 10.00 s lies behind the end of the video, which lasts 10.00 s.");
 }
@@ -116,9 +116,10 @@ TEST(ExportPlan, BuildsACommandForExtremeSizes)
     media.width = std::numeric_limits<std::int32_t>::max();
     media.height = 1;
     ExportOptions options = optionsFor("/a.mov");
-    options.settings = {.aspect = OutputAspect::custom, .customWidth = 16384, .customHeight = 2};
+    options.choices.aspect = OutputAspect::custom;
+    options.choices.size = PixelSize{.width = 16384, .height = 2};
     EXPECT_FALSE(ExportCommandBuilder::build(planExport(options, media)).arguments.empty());
-    std::swap(options.settings.customWidth, options.settings.customHeight);
+    options.choices.size = PixelSize{.width = 2, .height = 16384};
     EXPECT_FALSE(ExportCommandBuilder::build(planExport(options, media)).arguments.empty());
 }
 

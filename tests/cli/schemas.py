@@ -73,6 +73,19 @@ class Schemas(unittest.TestCase):
         self.assertEqual(facts["frameRate"], 25)
         self.assertEqual(facts["audioTracks"][0]["channels"], 1)
 
+    def test_recipes_pass_in_files_and_in_videos(self):
+        check = validator("recipe")
+        saved = ["--save-recipe", "look.json", "--from", "0.5", "--top", "0,0.1,0.5,0.5"]
+        self.events("clip é.mov", "look.mp4", *saved)
+        recipe = json.loads((pathlib.Path(self.folder) / "look.json").read_text())
+        check.validate(recipe)
+        probe = ["ffprobe", "-v", "error", "-show_format", "-of", "json", "look.mp4"]
+        report = subprocess.run(probe, cwd=self.folder, capture_output=True, check=True).stdout
+        self.assertEqual(json.loads(json.loads(report)["format"]["tags"]["comment"]), recipe)
+        for change in ({"more": 1}, {"stackreelRecipe": 2}, {"from": -1}, {"top": {"x": 0}}, {"aspect": "1:1"}):
+            with self.assertRaises(jsonschema.ValidationError):
+                check.validate({**recipe, **change})
+
     def test_lines_that_are_not_as_described_are_refused(self):
         check = validator("export-events")
         started = {"event": "started", "source": "/a", "file": "/b", "width": 2, "height": 2, "seconds": 1.5}

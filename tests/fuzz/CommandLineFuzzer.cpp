@@ -30,11 +30,13 @@ bool isInFrame(const CropRegion& region)
 
 void check(const ExportOptions& options)
 {
-    require(std::isfinite(options.from) && options.from >= 0, "a range starts in the clip");
-    require(!options.to || (std::isfinite(*options.to) && *options.to > options.from),
+    const Recipe& choices = options.choices;
+    const double from = choices.from.value_or(0);
+    require(std::isfinite(from) && from >= 0, "a range starts in the clip");
+    require(!choices.to || (std::isfinite(*choices.to) && *choices.to > from),
             "a range ends after its start");
-    require(!options.top || isInFrame(*options.top), "the top region lies in the frame");
-    require(!options.bottom || isInFrame(*options.bottom), "the bottom region lies in the frame");
+    require(!choices.top || isInFrame(*choices.top), "the top region lies in the frame");
+    require(!choices.bottom || isInFrame(*choices.bottom), "the bottom region lies in the frame");
 }
 
 } // namespace

@@ -42,6 +42,16 @@ TEST(SourceDetails, HaveTheAverageFrameRateWhereItIsStated)
     EXPECT_EQ(detailsOfVideo("").frameRate, std::nullopt);
 }
 
+TEST(DecodingAReport, HasTheCommentOfTheFormatWhereItIsAText)
+{
+    const auto commentIn = [](const std::string& tags) {
+        return ProbeDocument::decode(R"({"streams": [], "format": {"tags": )" + tags + "}}").format->comment;
+    };
+    EXPECT_EQ(commentIn(R"({"comment": "{\"a\": 1}", "title": 7})"), R"({"a": 1})");
+    for (const char* tags : {"{}", "null", "7", "[]", R"({"comment": null})", R"({"comment": ["a"]})"})
+        EXPECT_EQ(commentIn(tags), std::nullopt) << tags;
+}
+
 TEST(SourceDetails, ListTheSoundStreamsInTheirOrder)
 {
     const auto tracks = detailsIn(R"({"codec_type": "audio", "codec_name": "aac", "channels": 6,

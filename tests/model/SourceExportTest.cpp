@@ -3,6 +3,7 @@
 #include "media/CancellationError.h"
 #include "media/MediaToolError.h"
 #include "model/ExportError.h"
+#include "model/Recipe.h"
 #include "platform/SystemError.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
@@ -31,6 +32,15 @@ TEST_F(SourceExportTest, RunsTheToolWithTheArgumentsOfTheRequest)
     EXPECT_EQ(runToEnd(exportSource(request)).streams.size(), 1U);
     EXPECT_EQ(arguments(), ExportCommandBuilder::build(request).arguments);
     EXPECT_EQ(exportedContent(), "whole");
+}
+
+TEST_F(SourceExportTest, GivesTheFrontTheRecipeAndACallerThatReadsAlongItsChanges)
+{
+    installTool("printf '%s\\n%s' \"$STACKREEL_RECIPE\" \"$STACKREEL_REPORT_CHANGES\" > \"$destination\"\n");
+    runToEnd(exportSource(request));
+    EXPECT_EQ(exportedContent(), Recipe::of(request).json() + "\n");
+    runToEnd(exportSource(request, {}, [](const std::filesystem::path&) {}));
+    EXPECT_EQ(exportedContent(), Recipe::of(request).json() + "\n1");
 }
 
 TEST_F(SourceExportTest, ReportsAFailedRunAndKeepsThePartialFile)

@@ -184,4 +184,14 @@ TEST(Arguments, FiltersBeforeTheRequestAreNotThoseOfTheOutput)
     EXPECT_TRUE(std::equal(before.begin(), before.end(), result.begin()));
 }
 
+TEST(Arguments, AnExportGetsACommentBeforeTheNameOfItsFile)
+{
+    const Arguments exporting = joined({{"-filter_complex", "null"}, request, {"out.mp4"}});
+    EXPECT_EQ(withComment(exporting, "a=b \"c\""),
+              joined({{"-filter_complex", "null"}, request, {"-metadata", "comment=a=b \"c\"", "out.mp4"}}));
+    EXPECT_EQ(withComment(exporting, ""), exporting);
+    EXPECT_EQ(withComment({"-i", "a.mov", "proxy.mp4"}, "text"), (Arguments{"-i", "a.mov", "proxy.mp4"}));
+    EXPECT_EQ(withComment({}, "text"), Arguments{});
+}
+
 } // namespace stackreel::shim

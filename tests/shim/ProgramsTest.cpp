@@ -175,6 +175,17 @@ TEST(ShimPrograms, ReportsItsChangesOnStandardErrorOnlyOnRequest)
               "[stackreel] channel-layout=named: the AAC encoder refuses sound without a channel layout\n");
 }
 
+TEST(ShimPrograms, AnExportCarriesTheRecipeOfTheEnvironment)
+{
+    Arguments arguments = exportArguments;
+    arguments.insert(arguments.begin(), {"-filter_complex", "null"});
+    for (const std::string recipe : {"", R"({"stackreelRecipe":1,"aspect":"9:16"})"}) {
+        const FakeSystem system;
+        EXPECT_EQ(runWithTools(system, arguments, {{"STACKREEL_RECIPE", recipe}}).exitStatus(), 0);
+        EXPECT_EQ(system.arguments(), withComment(withEncoder(arguments, H264Encoder::x264), recipe));
+    }
+}
+
 TEST(ShimPrograms, KeepsBytesThatAreNotUtf8BesideTheRequest)
 {
     Arguments arguments = exportArguments;
