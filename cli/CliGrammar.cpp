@@ -149,6 +149,7 @@ void CliGrammar::describeExport()
     describeValue("--from", m_values.from, "S", "Start in seconds [0]");
     describeValue("--to", m_values.to, "S",
                   "End in seconds [the source's end]; at least 0.25 s are exported");
+    describeValue("--audio-track", m_values.audioTrack, "N", "Sound track as probe lists them [1]");
     describeValue("--recipe", m_values.recipe, "FILE",
                   "Take the choices from a recipe; the options beside it win");
     describeValue("--like", m_values.like, "VIDEO", "Take the choices from an exported video, likewise");

@@ -23,6 +23,7 @@ struct RawOptions {
     std::string bottom;
     std::string from;
     std::string to;
+    std::string audioTrack;
     std::string recipe;
     std::string like;
     std::string saveRecipe;

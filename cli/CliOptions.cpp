@@ -59,6 +59,16 @@ std::optional<CropRegion> givenRegion(const CliGrammar& grammar, const std::stri
     return value;
 }
 
+std::optional<std::int64_t> givenTrack(const CliGrammar& grammar)
+{
+    const std::string& text = grammar.values().audioTrack;
+    const auto track = OptionText::track(text);
+    if (grammar.isGiven("--audio-track") && !track)
+        throw wrongValueError("--audio-track", text,
+                              "the number of a sound track, such as 1 (stackreel-cli probe lists them)");
+    return track;
+}
+
 /// The given aspect and size.
 Recipe givenShape(const CliGrammar& grammar)
 {
@@ -91,8 +101,12 @@ Recipe givenChoices(const CliGrammar& grammar)
     choices.bottom = givenRegion(grammar, "--bottom", raw.bottom);
     choices.from = givenSeconds(grammar, "--from", raw.from);
     choices.to = givenSeconds(grammar, "--to", raw.to);
-    if (raw.noAudio)
-        choices.sound = false;
+    choices.audioTrack = givenTrack(grammar);
+    if (raw.noAudio && choices.audioTrack)
+        throw UsageError("The options --no-audio and --audio-track exclude each other.", "export");
+    // A chosen track also brings back the sound that a recipe leaves out.
+    if (raw.noAudio || choices.audioTrack)
+        choices.sound = !raw.noAudio;
     if (choices.to && *choices.to <= choices.from.value_or(0))
         throw UsageError("The end (--to) has to lie behind the start (--from).", "export");
     return choices;

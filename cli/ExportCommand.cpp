@@ -85,7 +85,8 @@ QCoro::Task<> exportOne(ExportOptions options, std::stop_token stop)
     requireFile(input);
     options.choices = co_await RecipeFile::choices(options, stop);
     const ProbeDocument source = co_await MediaProbe::report(input, stop);
-    const ExportRequest request = planExport(options, MediaProbe::facts(source));
+    const ExportRequest request =
+        planExport(options, MediaProbe::facts(source), SourceDetails::of(source).audioTracks);
     requireKnownLength(request.media, request.input);
     const Destination destination = Destination::check(request.input, request.output, options.overwrite);
     ToolLocator::locate(MediaTool::ffmpeg);

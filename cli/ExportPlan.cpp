@@ -46,6 +46,26 @@ std::filesystem::path chosenDestination(const ExportOptions& options, const std:
     return absolutePath(*options.destination);
 }
 
+std::string tracksText(std::size_t count)
+{
+    if (count == 0)
+        return "It has no sound.";
+    return count == 1 ? "It has one only." : "It has " + std::to_string(count) + ".";
+}
+
+/// `number` counts from 1.
+void chooseTrack(ExportRequest& request, const std::vector<AudioTrack>& tracks, std::int64_t number)
+{
+    const auto index = static_cast<std::size_t>(number - 1);
+    if (index >= tracks.size())
+        throw CliError("The video has no sound track " + std::to_string(number) + ". " +
+                       tracksText(tracks.size()));
+    if (!tracks[index].codec)
+        throw CliError("The codec of sound track " + std::to_string(number) + " is unknown.");
+    request.audioTrack = number - 1;
+    request.media.audioCodec = tracks[index].codec;
+}
+
 } // namespace
 
 void requireFile(const std::filesystem::path& source)
@@ -59,7 +79,8 @@ void requireFile(const std::filesystem::path& source)
                        "a file first.");
 }
 
-ExportRequest planExport(const ExportOptions& options, const MediaInfo& media)
+ExportRequest planExport(const ExportOptions& options, const MediaInfo& media,
+                         const std::vector<AudioTrack>& tracks)
 {
     if (!isSide(media.width) || !isSide(media.height))
         throw MediaToolError::invalidProbe();
@@ -81,6 +102,8 @@ ExportRequest planExport(const ExportOptions& options, const MediaInfo& media)
     request.settings = choices.settings();
     request.trimStart = from;
     request.trimEnd = choices.to.value_or(media.duration);
+    if (choices.audioTrack && request.settings.includeAudio)
+        chooseTrack(request, tracks, *choices.audioTrack);
     return request;
 }
 

@@ -3,8 +3,10 @@
 #include "cli/CliOptions.h"
 #include "framing/ExportCommandBuilder.h"
 #include "media/MediaInfo.h"
+#include "media/SourceDetails.h"
 
 #include <filesystem>
+#include <vector>
 
 namespace stackreel
 {
@@ -15,13 +17,15 @@ namespace stackreel
 void requireFile(const std::filesystem::path& source);
 
 /// Makes the export request from the options, without the recipe or video that they name, and the properties
-/// of the source. Its paths are absolute. Does
+/// and sound tracks of the source. Its paths are absolute. Does
 /// not check the destination.
 ///
 /// Throws `UsageError` when the name of the destination does not end in ".mp4"; `CliError` when the range
-/// begins after the source's end, or when a path is relative and the working directory no longer exists;
-/// `MediaToolError` (invalid probe) when the frame size is not usable.
-ExportRequest planExport(const ExportOptions& options, const MediaInfo& media);
+/// begins after the source's end, when the source lacks the chosen sound track, or when a path is relative
+/// and the working directory no longer exists; `MediaToolError` (invalid probe) when the frame size is not
+/// usable.
+ExportRequest planExport(const ExportOptions& options, const MediaInfo& media,
+                         const std::vector<AudioTrack>& tracks = {});
 
 /// Throws `CliError`, with a remedy, when the length is unknown, because no range can be chosen then.
 void requireKnownLength(const MediaInfo& media, const std::filesystem::path& source);

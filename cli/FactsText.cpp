@@ -4,6 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace stackreel
 {
 
@@ -39,14 +41,40 @@ Json trackList(const std::vector<AudioTrack>& tracks)
     return list;
 }
 
+/// A language as usual, and nothing that a terminal would interpret.
+bool isLanguageCode(const std::string& language)
+{
+    const auto isLetter = [](char letter) { return letter >= 'a' && letter <= 'z'; };
+    return language != "und" && std::all_of(language.begin(), language.end(), isLetter);
+}
+
+std::string trackLines(const std::vector<AudioTrack>& tracks)
+{
+    std::string text;
+    for (std::size_t index = 0; index < tracks.size(); ++index) {
+        const AudioTrack& track = tracks[index];
+        text += "Audio " + std::to_string(index + 1) + " " +
+                SourceFacts::upperCase(track.codec.value_or("unknown"));
+        if (track.channels)
+            text +=
+                ", " + std::to_string(*track.channels) + (*track.channels == 1 ? " channel" : " channels");
+        if (track.language && isLanguageCode(*track.language))
+            text += ", " + *track.language;
+        text += "\n";
+    }
+    return text;
+}
+
 } // namespace
 
-std::string FactsText::lines(const MediaInfo& media)
+std::string FactsText::lines(const MediaInfo& media, const SourceDetails& details)
 {
     std::string text = "Frame   " + SourceFacts::frame(media) + "\n";
     text += "Video   " + SourceFacts::video(media) + "\n";
     text += "Length  " + SourceFacts::duration(media.duration) + "\n";
-    if (media.audioCodec)
+    if (details.audioTracks.size() > 1)
+        text += trackLines(details.audioTracks);
+    else if (media.audioCodec)
         text += "Audio   " + SourceFacts::upperCase(*media.audioCodec) + "\n";
     return text;
 }

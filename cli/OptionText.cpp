@@ -11,10 +11,15 @@ namespace stackreel
 namespace
 {
 
-std::optional<std::int64_t> side(std::string_view text)
+std::optional<std::int64_t> unsignedInteger(std::string_view text)
 {
     const bool hasSign = text.starts_with('+') || text.starts_with('-');
-    const auto value = hasSign ? std::nullopt : parseInteger(text);
+    return hasSign ? std::nullopt : parseInteger(text);
+}
+
+std::optional<std::int64_t> side(std::string_view text)
+{
+    const auto value = unsignedInteger(text);
     if (!value || *value < OptionText::smallestSide || *value > OptionText::largestSide)
         return std::nullopt;
     return value;
@@ -58,6 +63,12 @@ std::optional<CropRegion> OptionText::region(std::string_view text)
     }
     const CropRegion region = {.x = numbers[0], .y = numbers[1], .width = numbers[2], .height = numbers[3]};
     return region.clampedToFrame();
+}
+
+std::optional<std::int64_t> OptionText::track(std::string_view text)
+{
+    const auto number = unsignedInteger(text);
+    return number && *number >= 1 && *number <= lastTrack ? number : std::nullopt;
 }
 
 } // namespace stackreel

@@ -16,6 +16,8 @@ struct OptionText {
     /// The bounds of the sides of an output, in pixels.
     static constexpr std::int64_t smallestSide = 2;
     static constexpr std::int64_t largestSide = 16384;
+    /// No file has more sound tracks.
+    static constexpr std::int64_t lastTrack = 100'000;
 
     /// A time in seconds, finite and not negative: "12.5".
     static std::optional<double> seconds(std::string_view text);
@@ -24,6 +26,8 @@ struct OptionText {
     /// A crop region "X,Y,W,H" in fractions of the displayed frame. Any finite numbers are allowed; the
     /// region is then shrunk and moved to fit inside the frame.
     static std::optional<CropRegion> region(std::string_view text);
+    /// The number of a sound track, counted from 1.
+    static std::optional<std::int64_t> track(std::string_view text);
 };
 
 } // namespace stackreel

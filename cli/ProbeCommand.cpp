@@ -11,8 +11,9 @@ QCoro::Task<> Commands::probe(ProbeOptions options, std::stop_token stop)
 {
     const ProbeDocument document = co_await MediaProbe::report(absolutePath(options.source), stop);
     const MediaInfo media = MediaProbe::facts(document);
-    StandardStreams::writeOutput(options.json ? FactsText::json(media, SourceDetails::of(document))
-                                              : FactsText::lines(media));
+    const SourceDetails details = SourceDetails::of(document);
+    StandardStreams::writeOutput(options.json ? FactsText::json(media, details)
+                                              : FactsText::lines(media, details));
 }
 
 } // namespace stackreel

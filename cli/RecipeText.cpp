@@ -75,6 +75,13 @@ std::optional<bool> soundIn(const RecipeObject& reader)
     return value == nullptr ? std::nullopt : std::optional(value->get<bool>());
 }
 
+std::optional<std::int64_t> trackIn(const RecipeObject& reader)
+{
+    if (reader.find("audioTrack") == nullptr)
+        return std::nullopt;
+    return reader.wholeNumber("audioTrack", "the number of a sound track from 1", 1, OptionText::lastTrack);
+}
+
 void requireVersion(const RecipeObject& reader, const std::string& name)
 {
     const std::int64_t version =
@@ -87,14 +94,15 @@ void requireVersion(const RecipeObject& reader, const std::string& name)
 
 Recipe recipeIn(const RecipeObject& reader)
 {
-    reader.requireKnown({versionKey, "aspect", "size", "top", "bottom", "from", "to", "sound"});
+    reader.requireKnown({versionKey, "aspect", "size", "top", "bottom", "from", "to", "sound", "audioTrack"});
     Recipe recipe = {.aspect = aspectIn(reader),
                      .size = sizeIn(reader),
                      .top = regionIn(reader, "top"),
                      .bottom = regionIn(reader, "bottom"),
                      .from = timeIn(reader, "from"),
                      .to = timeIn(reader, "to"),
-                     .sound = soundIn(reader)};
+                     .sound = soundIn(reader),
+                     .audioTrack = trackIn(reader)};
     if (recipe.size && recipe.aspect.value_or(OutputAspect::custom) != OutputAspect::custom)
         reader.fail("size", "possible beside an aspect, which has a size of its own");
     if (recipe.size)

@@ -27,7 +27,7 @@ QCoro::Task<> checkWithContent(Check check, ProbeDocument report, std::optional<
     const ExportRequest& request = check.request;
     const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
     const auto content = co_await SourceContent::read(request.input, check.source, range.start,
-                                                      range.start + range.length, stop);
+                                                      range.start + range.length, request.audioTrack, stop);
     checkExport(report, check.expected.within(request, content), frames);
 }
 

@@ -58,21 +58,24 @@ double startIn(std::string_view packets)
     return parseDecimal(takeUntil(packets, '\n')).value_or(0);
 }
 
-/// The index of the first stream with this codec type; -1 where there is none.
-std::int64_t indexOf(const ProbeDocument& source, std::string_view codecType)
+/// The index of the stream with this codec type and this number among them, counted from 0; -1 where there is
+/// none.
+std::int64_t indexOf(const ProbeDocument& source, std::string_view codecType, std::int64_t number)
 {
-    const ProbeStream* stream = source.firstStream(codecType);
-    return stream == nullptr ? -1 : stream - source.streams.data();
+    for (std::size_t index = 0; index < source.streams.size(); ++index)
+        if (source.streams[index].codecType == codecType && number-- == 0)
+            return static_cast<std::int64_t>(index);
+    return -1;
 }
 
 } // namespace
 
 SourceContent SourceContent::parse(std::string_view packets, const ProbeDocument& source, double from,
-                                   double to)
+                                   double to, std::int64_t audioTrack)
 {
     const double start = startIn(packets);
-    const std::int64_t picture = indexOf(source, "video");
-    const std::int64_t sound = indexOf(source, "audio");
+    const std::int64_t picture = indexOf(source, "video", 0);
+    const std::int64_t sound = indexOf(source, "audio", audioTrack);
     SourceContent content{.start = start};
     while (!packets.empty()) {
         const auto packet = parsePacket(takeUntil(packets, '\n'));
@@ -90,7 +93,7 @@ SourceContent SourceContent::parse(std::string_view packets, const ProbeDocument
 }
 
 QCoro::Task<SourceContent> SourceContent::read(std::filesystem::path file, ProbeDocument source, double from,
-                                               double to, std::stop_token stop)
+                                               double to, std::int64_t audioTrack, std::stop_token stop)
 {
     const auto executable = co_await onWorkerThread([] { return ToolLocator::locate(MediaTool::ffprobe); });
     std::vector<std::string> arguments = {"-v",
@@ -105,7 +108,7 @@ QCoro::Task<SourceContent> SourceContent::read(std::filesystem::path file, Probe
     const ProcessOutput output = co_await ProcessRunner::run(executable, std::move(arguments), stop);
     if (output.status != 0)
         throwToolFailure("ffprobe", output);
-    co_return parse(output.standardOutput, source, from, to);
+    co_return parse(output.standardOutput, source, from, to, audioTrack);
 }
 
 } // namespace stackreel

@@ -59,7 +59,7 @@ ExportCommand ExportCommandBuilder::build(const ExportRequest& request)
     add({"-ss", seconds(range.start), "-i", request.input.string(), "-t", seconds(range.length)});
     add({"-filter_complex", filterGraph(request), "-map", "[video]"});
     if (audio)
-        add({"-map", "0:a:0"});
+        add({"-map", "0:a:" + std::to_string(request.audioTrack)});
     add({"-c:v", "h264_videotoolbox", "-allow_sw", "1", "-b:v", "12M", "-movflags", "+faststart"});
     if (audio)
         add({"-af", "asetpts=PTS-STARTPTS", "-c:a", "aac", "-b:a", "192k"});

@@ -5,6 +5,7 @@
 #include "framing/ExportSettings.h"
 #include "media/MediaInfo.h"
 
+#include <cstdint>
 #include <filesystem>
 
 namespace stackreel
@@ -20,6 +21,9 @@ struct ExportRequest {
     ExportSettings settings;
     double trimStart = 0; ///< seconds
     double trimEnd = 0;   ///< seconds
+    /// The sound stream of the source, counted from 0. For another than the first, `media` has the codec of
+    /// that stream.
+    std::int64_t audioTrack = 0;
 
     bool operator==(const ExportRequest&) const = default;
 };

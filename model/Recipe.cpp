@@ -32,6 +32,8 @@ Json objectOf(const Recipe& recipe)
         object["to"] = *recipe.to;
     if (recipe.sound)
         object["sound"] = *recipe.sound;
+    if (recipe.audioTrack)
+        object["audioTrack"] = *recipe.audioTrack;
     return object;
 }
 
@@ -51,6 +53,8 @@ Recipe Recipe::of(const ExportRequest& request)
     // The source's end is no choice: another source ends at another time.
     if (request.trimEnd != request.media.duration)
         recipe.to = request.trimEnd;
+    if (request.audioTrack != 0)
+        recipe.audioTrack = request.audioTrack + 1;
     return recipe;
 }
 
@@ -65,7 +69,8 @@ Recipe Recipe::over(const Recipe& base) const
             .bottom = either(bottom, base.bottom),
             .from = either(from, base.from),
             .to = either(to, base.to),
-            .sound = either(sound, base.sound)};
+            .sound = either(sound, base.sound),
+            .audioTrack = either(audioTrack, base.audioTrack)};
 }
 
 ExportSettings Recipe::settings() const

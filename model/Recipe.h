@@ -17,6 +17,7 @@ struct Recipe {
     std::optional<double> from;       ///< seconds, not negative
     std::optional<double> to;         ///< seconds; empty for the source's end
     std::optional<bool> sound;
+    std::optional<std::int64_t> audioTrack = {}; ///< counted from 1; without sound it has no meaning
 
     /// The choices that make the same request again, for the same source.
     static Recipe of(const ExportRequest& request);

@@ -17,7 +17,7 @@ _stackreel_cli() {
         --recipe | --like | --save-recipe)
             _filedir
             return ;;
-        --size | --top | --bottom | --from | --to)
+        --size | --top | --bottom | --from | --to | --audio-track)
             return ;;
     esac
     if [[ $cur == -* ]]; then
@@ -25,7 +25,7 @@ _stackreel_cli() {
         case $command in
             probe) options='--json --help' ;;
             export) options='--aspect --size --top --bottom --from --to --recipe --like --save-recipe --no-audio
-                --overwrite --dry-run --json --quiet --help' ;;
+                --audio-track --overwrite --dry-run --json --quiet --help' ;;
         esac
         COMPREPLY=($(compgen -W "$options" -- "$cur"))
     elif [[ -z $command ]]; then

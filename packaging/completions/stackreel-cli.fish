@@ -18,6 +18,7 @@ complete -c stackreel-cli -n $exporting -l recipe -r -F -d 'Take the choices fro
 complete -c stackreel-cli -n $exporting -l like -r -F -d 'Take the choices from an exported video'
 complete -c stackreel-cli -n $exporting -l save-recipe -r -F -d 'Write the choices to a recipe'
 complete -c stackreel-cli -n $exporting -l no-audio -d 'Leave the sound out'
+complete -c stackreel-cli -n $exporting -l audio-track -x -d 'Sound track as probe lists them'
 complete -c stackreel-cli -n $exporting -l overwrite -d 'Replace an existing destination'
 complete -c stackreel-cli -n $exporting -l dry-run -d 'Only print the arguments of ffmpeg'
 complete -c stackreel-cli -n $exporting -l json -d 'Print a JSON object per line'

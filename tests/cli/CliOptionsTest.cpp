@@ -77,6 +77,13 @@ TEST(CliOptions, SizeImpliesACustomAspect)
               (PixelSize{.width = 1080, .height = 1920}));
 }
 
+TEST(CliOptions, AudioTrackImpliesSound)
+{
+    const Recipe choices = exporting({"export", "a", "--audio-track", "2"}).choices;
+    EXPECT_EQ(choices.audioTrack, 2);
+    EXPECT_EQ(choices.sound, true);
+}
+
 TEST(CliOptions, AspectAcceptsEachOfItsNames)
 {
     for (const OutputAspect aspect : allOutputAspects)
@@ -157,6 +164,12 @@ const std::vector<WrongUsage> wrongUsages = {
     {{"export", "--overwite", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
     {{"export", "--overwite=1", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
     {{"export", "a", "--from"}, "The option --from needs a value."},
+    {{"export", "a", "--no-audio", "--audio-track", "1"},
+     "The options --no-audio and --audio-track exclude each other."},
+    {{"export", "a", "--audio-track", "0"},
+     "The value “0” of --audio-track is not the number of a sound track, such as 1 (stackreel-cli probe "
+     "lists "
+     "them)."},
     {{"export", "a", "--recipe", ""}, "The name of the file of --recipe is empty."},
     {{"export", "a", "--like", "b", "--recipe", "c"}, "The options --recipe and --like exclude each other."},
     {{"export", "a", "--recip", "c"}, "There is no option --recip. Did you mean --recipe?"},

@@ -110,6 +110,52 @@ TEST_F(CliRealTools, RepeatsAnExportOfTheWindowBitForBitFromItsFileAlone)
     EXPECT_TRUE(first == contentOf(m_folder / "again.mp4"));
 }
 
+TEST_F(CliRealTools, ExportsTheChosenSoundTrack)
+{
+    const Names arguments = {"ffmpeg",
+                             "-v",
+                             "error",
+                             "-f",
+                             "lavfi",
+                             "-i",
+                             "testsrc2=r=25:s=320x180:d=1",
+                             "-f",
+                             "lavfi",
+                             "-i",
+                             "sine=d=1",
+                             "-f",
+                             "lavfi",
+                             "-i",
+                             "anullsrc=cl=stereo",
+                             "-map",
+                             "0",
+                             "-map",
+                             "1",
+                             "-map",
+                             "2",
+                             "-t",
+                             "1",
+                             "-c:v",
+                             "libx264",
+                             "-preset",
+                             "ultrafast",
+                             "-c:a",
+                             "aac",
+                             "clip.mkv"};
+    ASSERT_EQ(RunningCli("/usr/bin/env", arguments, m_folder.path(), {}).result().status, 0);
+    EXPECT_TRUE(
+        run({"probe", "clip.mkv"}).output.ends_with("Audio 1 AAC, 1 channel\nAudio 2 AAC, 2 channels\n"));
+    for (const int track : {1, 2}) {
+        const CliResult result = run({"export", "clip.mkv", "out.mp4", "--overwrite", "--size", "180x320",
+                                      "--audio-track", std::to_string(track)});
+        EXPECT_EQ(result.status, 0) << result.error;
+        ASSERT_EQ(report("out.mp4").streams.size(), 2U);
+        EXPECT_EQ(report("out.mp4").streams[1].details.channels, track);
+    }
+    EXPECT_EQ(run({"export", "clip.mkv", "--audio-track", "3"}).error,
+              "The video has no sound track 3. It has 2.\n");
+}
+
 TEST_F(CliRealTools, ProbeReportsTheFactsOfAClip)
 {
     const auto facts =

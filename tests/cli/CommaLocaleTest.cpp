@@ -26,8 +26,8 @@ std::string parsedAndPrintedNumbers()
                              .duration = 6'000'000.25,
                              .videoCodec = "h264",
                              .audioCodec = std::nullopt};
-    std::string text = FactsText::json(media, {.frameRate = 29.97, .colour = {}, .audioTracks = {}}) +
-                       FactsText::lines(media);
+    const SourceDetails details = {.frameRate = 29.97, .colour = {}, .audioTracks = {}};
+    std::string text = FactsText::json(media, details) + FactsText::lines(media, details);
     text += OptionText::seconds("1.5") == 1.5 ? "1.5 is a time\n" : "";
     text += OptionText::seconds("1,5") ? "1,5 is a time\n" : "";
     text += OptionText::region("0.25,0.25,0.5,0.5") ? "regions have commas between numbers\n" : "";

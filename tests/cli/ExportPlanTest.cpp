@@ -26,10 +26,11 @@ ExportOptions optionsFor(const std::filesystem::path& source)
     return options;
 }
 
-std::string failure(const ExportOptions& options, const MediaInfo& media)
+std::string failure(const ExportOptions& options, const MediaInfo& media,
+                    const std::vector<AudioTrack>& tracks = {})
 {
     try {
-        planExport(options, media);
+        planExport(options, media, tracks);
     } catch (const std::exception& error) {
         return error.what();
     }
@@ -96,6 +97,28 @@ TEST(ExportPlan, RefusesAStartAfterTheEndOfTheClip)
     options.choices.from = 10;
     EXPECT_EQ(failure(options, clip),
               "The start at 10.00 s lies behind the end of the video, which lasts 10.00 s.");
+}
+
+TEST(ExportPlan, TakesTheChosenSoundTrack)
+{
+    std::vector<AudioTrack> tracks(3);
+    tracks[0].codec = "aac";
+    tracks[1].codec = "ac3";
+    ExportOptions options = optionsFor("/a.mov");
+    options.choices.audioTrack = 2;
+    const ExportRequest request = planExport(options, clip, tracks);
+    EXPECT_EQ(request.audioTrack, 1);
+    EXPECT_EQ(request.media.audioCodec, "ac3");
+    EXPECT_EQ(Recipe::of(request).audioTrack, 2);
+    options.choices.audioTrack = 3;
+    EXPECT_EQ(failure(options, clip, tracks), "The codec of sound track 3 is unknown.");
+    options.choices.audioTrack = 4;
+    EXPECT_EQ(failure(options, clip, tracks), "The video has no sound track 4. It has 3.");
+    tracks.resize(1);
+    EXPECT_EQ(failure(options, clip, tracks), "The video has no sound track 4. It has one only.");
+    EXPECT_EQ(failure(options, clip, {}), "The video has no sound track 4. It has no sound.");
+    options.choices.sound = false;
+    EXPECT_EQ(failure(options, clip, {}), "");
 }
 
 TEST(ExportPlan, RefusesImpossibleFrameSizes)

@@ -20,19 +20,37 @@ const MediaInfo rotated = {.width = 1080,
 
 TEST(FactsText, LinesUseTheLabelsOfTheWindow)
 {
-    EXPECT_EQ(FactsText::lines(rotated), "Frame   1920 × 1080\n"
-                                         "Video   HEVC\n"
-                                         "Length  62:05\n"
-                                         "Audio   AAC\n");
+    EXPECT_EQ(FactsText::lines(rotated, {}), "Frame   1920 × 1080\n"
+                                             "Video   HEVC\n"
+                                             "Length  62:05\n"
+                                             "Audio   AAC\n");
     EXPECT_EQ(FactsText::lines({.width = 2,
                                 .height = 1,
                                 .rotation = 0,
                                 .duration = 0,
                                 .videoCodec = "unknown",
-                                .audioCodec = std::nullopt}),
+                                .audioCodec = std::nullopt},
+                               {}),
               "Frame   2 × 1\n"
               "Video   UNKNOWN\n"
               "Length  Unknown\n");
+}
+
+TEST(FactsText, LinesListSeveralSoundTracksWithTheirNumbers)
+{
+    SourceDetails details;
+    details.audioTracks = {{.codec = "aac", .channels = 2, .layout = {}, .language = "eng", .title = {}}};
+    EXPECT_EQ(FactsText::lines(rotated, details), FactsText::lines(rotated, {}));
+    details.audioTracks.push_back(
+        {.codec = "ac3", .channels = 1, .layout = {}, .language = "und", .title = {}});
+    details.audioTracks.push_back(
+        {.codec = {}, .channels = {}, .layout = {}, .language = "\x1b[2J", .title = "\x1b[2J"});
+    EXPECT_EQ(FactsText::lines(rotated, details), "Frame   1920 × 1080\n"
+                                                  "Video   HEVC\n"
+                                                  "Length  62:05\n"
+                                                  "Audio 1 AAC, 2 channels, eng\n"
+                                                  "Audio 2 AC3, 1 channel\n"
+                                                  "Audio 3 UNKNOWN\n");
 }
 
 TEST(FactsText, JsonHasTheProbedValues)

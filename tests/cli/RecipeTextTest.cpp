@@ -38,14 +38,15 @@ TEST(RecipeText, ReadsEveryValue)
     EXPECT_EQ(parse(R"({"stackreelRecipe": 1})"), Recipe());
     EXPECT_EQ(parse(with(R"("aspect": "4:5", "top": {"x": 0.1, "y": 0.2, "width": 0.3, "height": 0.4},
                             "bottom": {"x": 0, "y": 0, "width": 1, "height": 1}, "from": 0.5, "to": 2,
-                            "sound": false)")),
+                            "sound": false, "audioTrack": 3)")),
               (Recipe{.aspect = OutputAspect::feed,
                       .size = {},
                       .top = CropRegion{.x = 0.1, .y = 0.2, .width = 0.3, .height = 0.4},
                       .bottom = CropRegion{.x = 0, .y = 0, .width = 1, .height = 1},
                       .from = 0.5,
                       .to = 2,
-                      .sound = false}));
+                      .sound = false,
+                      .audioTrack = 3}));
     for (const char* aspect : {"", R"("aspect": "Custom", )"}) {
         const Recipe custom = parse(with(aspect + std::string(R"("size": {"width": 720, "height": 1280})")));
         EXPECT_EQ(custom.aspect, OutputAspect::custom);
@@ -76,6 +77,7 @@ TEST(RecipeText, ReadsBackExactlyWhatARequestHas)
             CropRegion{.x = fraction * fraction, .y = 0, .width = 1 - fraction, .height = 1}.clampedToFrame();
         request.trimStart = fraction;
         request.trimEnd = fraction * 100 + 1;
+        request.audioTrack = i % 3;
         const Recipe recipe = Recipe::of(request);
         ASSERT_EQ(parse(recipe.json()), recipe) << recipe.json();
         ASSERT_EQ(parse(recipe.jsonLines()), recipe);
@@ -125,6 +127,7 @@ const std::vector<BadRecipe> badRecipes = {
     {with(R"("from": -1)"), valueOf + "from" + inRecipe + "a time in seconds, such as 12.5."},
     {with(R"("to": null)"), valueOf + "to" + inRecipe + "a time in seconds, such as 12.5."},
     {with(R"("from": 2, "to": 2)"), valueOf + "to" + inRecipe + "behind “from”."},
+    {with(R"("audioTrack": 0)"), valueOf + "audioTrack" + inRecipe + "the number of a sound track from 1."},
     {with(R"("sound": 1)"), valueOf + "sound" + inRecipe + "true or false."},
 };
 

@@ -43,6 +43,14 @@ TEST(SourceContent, TakesTheFirstStreamOfEachKindOnly)
     EXPECT_FALSE(SourceContent::parse("packet,0,4,1\n", sourceWith({"data"}), 0, 6).hasSound);
 }
 
+TEST(SourceContent, LooksForTheSoundOfTheChosenTrack)
+{
+    const std::string packets = "packet,0,4,1\npacket,3,4,1\n";
+    EXPECT_FALSE(SourceContent::parse(packets, usual, 0, 6, 0).hasSound);
+    EXPECT_TRUE(SourceContent::parse(packets, usual, 0, 6, 1).hasSound);
+    EXPECT_FALSE(SourceContent::parse(packets, usual, 0, 6, 2).hasSound);
+}
+
 TEST(SourceContent, HasSoundOnlyWhereAPacketLiesInTheRange)
 {
     const auto hasSound = [](const std::string& time) {

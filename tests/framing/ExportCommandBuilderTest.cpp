@@ -262,4 +262,14 @@ TEST(ExportCommandBuilder, IsTheSameInALocaleWithADecimalComma)
     EXPECT_EQ(valueOf(modified, "-ss"), "1234.568");
 }
 
+TEST(ExportCommandBuilder, ChangesOnlyTheMappedSoundStreamForAnotherTrack)
+{
+    ExportRequest modified = request();
+    modified.audioTrack = 2;
+    Arguments expected = argumentsOf(request());
+    std::replace(expected.begin(), expected.end(), std::string("0:a:0"), std::string("0:a:2"));
+    ASSERT_NE(expected, argumentsOf(request()));
+    EXPECT_EQ(argumentsOf(modified), expected);
+}
+
 } // namespace stackreel
