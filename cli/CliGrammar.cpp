@@ -30,13 +30,32 @@ void describeFlag(CLI::App* command, const char* name, bool& value, const char* 
     command->add_flag(name, value, meaning)->disable_flag_override();
 }
 
+bool isOption(const std::string& word)
+{
+    return word.starts_with('-') && word != "-";
+}
+
+/// Shows the forms of the commands in their help. For CLI11 no file is required, because it does not see
+/// those after "--".
+class HelpFormatter : public CLI::Formatter
+{
+public:
+    std::string make_usage(const CLI::App* app, std::string name) const override
+    {
+        const std::string start = name + " [OPTIONS] ";
+        if (app->get_name() == "probe")
+            return "Usage: " + start + "SOURCE\n";
+        if (app->get_name() == "export")
+            return "Usage: " + start + "SOURCE [DESTINATION]\n       " + start + "SOURCE... --into FOLDER\n";
+        return CLI::Formatter::make_usage(app, name);
+    }
+};
+
 UsageError usageError(const CLI::ParseError& error, const std::string& command)
 {
     const std::string text = error.what();
     if (command.empty())
         return {"A command is missing: probe or export.", command};
-    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
-        return {"The source video is missing.", command};
     if (text.ends_with("missing"))
         return {"The option " + text.substr(0, text.find(':')) + " needs a value.", command};
     if (text.ends_with("flag override"))
@@ -55,7 +74,9 @@ CliGrammar::CliGrammar()
     m_app->require_subcommand(1);
     m_app->allow_extras();
     m_app->footer(footer);
+    const auto formatter = std::make_shared<HelpFormatter>();
     for (CLI::App* app : {m_app.get(), m_probe, m_export}) {
+        app->formatter(formatter);
         app->set_help_flag("-h,--help", "Show this help");
         app->get_formatter()->column_width(30);
         app->get_formatter()->label("SUBCOMMAND", "COMMAND ...");
@@ -72,9 +93,14 @@ CliGrammar::~CliGrammar() = default;
 
 std::optional<std::string> CliGrammar::parse(std::vector<std::string> arguments)
 {
+    // CLI11 does not tell a surplus file after "--" from an unknown option.
     const auto separator = std::find(arguments.begin(), arguments.end(), "--");
+    if (separator != arguments.end()) {
+        m_afterSeparator.assign(separator + 1, arguments.end());
+        arguments.erase(separator, arguments.end());
+    }
     // For CLI11 the argument "++" ends a subcommand. "./++" names the same file and has no such meaning.
-    std::replace(arguments.begin(), separator, std::string("++"), std::string("./++"));
+    std::replace(arguments.begin(), arguments.end(), std::string("++"), std::string("./++"));
     std::reverse(arguments.begin(), arguments.end());
     try {
         m_app->parse(std::move(arguments));
@@ -99,10 +125,30 @@ bool CliGrammar::isGiven(const std::string& option) const
     return m_export->count(option) > 0;
 }
 
+std::vector<std::string> CliGrammar::files() const
+{
+    const auto parsed = m_app->get_subcommands();
+    if (parsed.empty())
+        return {};
+    std::vector<std::string> files;
+    if (parsed.front()->count("SOURCE") > 0)
+        files.push_back(m_source);
+    if (m_export->count("DESTINATION") > 0)
+        files.push_back(m_destination);
+    for (const std::string& word : parsed.front()->remaining())
+        if (!isOption(word))
+            files.push_back(word);
+    files.insert(files.end(), m_afterSeparator.begin(), m_afterSeparator.end());
+    return files;
+}
+
 std::vector<std::string> CliGrammar::extraWords() const
 {
-    std::vector<std::string> words = m_app->remaining(true);
-    words.erase(std::remove(words.begin(), words.end(), "--"), words.end());
+    std::vector<std::string> words = m_app->remaining();
+    for (const CLI::App* command : m_app->get_subcommands())
+        for (const std::string& word : command->remaining())
+            if (isOption(word))
+                words.push_back(word);
     return words;
 }
 
@@ -128,17 +174,15 @@ void CliGrammar::describeValue(const char* name, std::string& value, const char*
 void CliGrammar::describeProbe()
 {
     m_probe->allow_extras();
-    describeFile(m_probe, "SOURCE", m_values.source, "The video");
-    m_probe->get_option("SOURCE")->required();
+    describeFile(m_probe, "SOURCE", m_source, "The video");
     describeFlag(m_probe, "--json", m_values.json, "Print one JSON object");
 }
 
 void CliGrammar::describeExport()
 {
     m_export->allow_extras();
-    describeFile(m_export, "SOURCE", m_values.source, "The landscape video");
-    m_export->get_option("SOURCE")->required();
-    describeFile(m_export, "DESTINATION", m_values.destination,
+    describeFile(m_export, "SOURCE", m_source, "The landscape video");
+    describeFile(m_export, "DESTINATION", m_destination,
                  "The .mp4 file to write [beside the source, its name with -vertical.mp4]");
     describeValue("--aspect", m_values.aspect, "9:16|4:5|1:1|Custom", "Shape of the output [9:16]");
     describeValue("--size", m_values.size, "WxH",
@@ -155,6 +199,8 @@ void CliGrammar::describeExport()
     describeValue("--like", m_values.like, "VIDEO", "Take the choices from an exported video, likewise");
     describeValue("--save-recipe", m_values.saveRecipe, "FILE", "Write the choices to a recipe");
     describeFlag(m_export, "--no-audio", m_values.noAudio, "Leave the sound out");
+    describeValue("--into", m_values.into, "FOLDER",
+                  "Export all files, one after the other, into this folder, with the usual names");
     describeFlag(m_export, "--overwrite", m_values.overwrite,
                  "Replace an existing destination (never the source)");
     describeFlag(m_export, "--dry-run", m_values.dryRun, "Only print the arguments of ffmpeg, one per line");

@@ -15,8 +15,6 @@ namespace stackreel
 
 /// The values of the options as the user wrote them; empty for options that were not given.
 struct RawOptions {
-    std::string source;
-    std::string destination;
     std::string aspect;
     std::string size;
     std::string top;
@@ -27,6 +25,7 @@ struct RawOptions {
     std::string recipe;
     std::string like;
     std::string saveRecipe;
+    std::string into;
     bool noAudio = false;
     bool overwrite = false;
     bool dryRun = false;
@@ -52,10 +51,11 @@ public:
     const RawOptions& values() const { return m_values; }
     /// The command in use; empty when there is none.
     std::string command() const;
-    /// Whether an option of `export` was given ("--from"), or a file, named by its placeholder
-    /// ("DESTINATION").
+    /// Whether an option of `export` was given ("--from").
     bool isGiven(const std::string& option) const;
-    /// The words that match neither an option nor a file of the command, in order.
+    /// The files of the command in use, in order.
+    std::vector<std::string> files() const;
+    /// The words that are neither an option nor a file of the command, in order.
     std::vector<std::string> extraWords() const;
     /// The words to suggest for an unknown one: the options of the command in use, or else the commands.
     std::vector<std::string> knownWords() const;
@@ -66,6 +66,9 @@ private:
     void describeValue(const char* name, std::string& value, const char* kind, const char* meaning);
 
     RawOptions m_values;
+    std::string m_source;
+    std::string m_destination;
+    std::vector<std::string> m_afterSeparator; ///< the files after "--"
     std::unique_ptr<CLI::App> m_app;
     CLI::App* m_probe;
     CLI::App* m_export;

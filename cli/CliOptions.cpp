@@ -4,6 +4,9 @@
 #include "cli/NearestWord.h"
 #include "cli/OptionText.h"
 
+#include <algorithm>
+#include <cstdint>
+
 namespace stackreel
 {
 
@@ -112,38 +115,33 @@ Recipe givenChoices(const CliGrammar& grammar)
     return choices;
 }
 
-std::filesystem::path givenSource(const CliGrammar& grammar)
-{
-    if (grammar.values().source.empty())
-        throw UsageError("The name of the source video is empty.", grammar.command());
-    return grammar.values().source;
-}
-
 std::optional<std::filesystem::path> givenFile(const CliGrammar& grammar, const std::string& option,
                                                const std::string& name)
 {
     if (!grammar.isGiven(option))
         return std::nullopt;
     if (name.empty())
-        throw UsageError("The name of the file of " + option + " is empty.", "export");
+        throw UsageError("The name after " + option + " is empty.", "export");
     return name;
 }
 
-std::optional<std::filesystem::path> givenDestination(const CliGrammar& grammar)
+/// The files of the command, at most `most`. There is at least one.
+std::vector<std::string> givenFiles(const CliGrammar& grammar, std::size_t most)
 {
-    if (!grammar.isGiven("DESTINATION"))
-        return std::nullopt;
-    if (grammar.values().destination.empty())
-        throw UsageError("The name of the destination is empty.", "export");
-    return grammar.values().destination;
+    const std::vector<std::string> files = grammar.files();
+    if (files.empty())
+        throw UsageError("The source video is missing.", grammar.command());
+    if (files.size() > most)
+        throw UsageError("“" + files[most] + "” is one file too many.", grammar.command());
+    if (files.front().empty())
+        throw UsageError("The name of the source video is empty.", grammar.command());
+    return files;
 }
 
-ExportOptions exportOptions(const CliGrammar& grammar)
+ExportOptions optionsOfExport(const CliGrammar& grammar)
 {
     const RawOptions& raw = grammar.values();
     ExportOptions options;
-    options.source = givenSource(grammar);
-    options.destination = givenDestination(grammar);
     options.choices = givenChoices(grammar);
     options.recipe = givenFile(grammar, "--recipe", raw.recipe);
     options.like = givenFile(grammar, "--like", raw.like);
@@ -157,10 +155,36 @@ ExportOptions exportOptions(const CliGrammar& grammar)
     return options;
 }
 
+ExportOptions exportOptions(const CliGrammar& grammar)
+{
+    const auto files = givenFiles(grammar, 2);
+    ExportOptions options = optionsOfExport(grammar);
+    options.source = files[0];
+    if (files.size() > 1 && files[1].empty())
+        throw UsageError("The name of the destination is empty.", "export");
+    if (files.size() > 1)
+        options.destination = files[1];
+    return options;
+}
+
+ExportManyOptions exportManyOptions(const CliGrammar& grammar, const std::filesystem::path& into)
+{
+    const auto files = givenFiles(grammar, SIZE_MAX);
+    if (std::find(files.begin(), files.end(), "") != files.end())
+        throw UsageError("The name of a source video is empty.", "export");
+    ExportManyOptions options = {
+        .sources = {files.begin(), files.end()}, .into = into, .each = optionsOfExport(grammar)};
+    if (options.each.saveRecipe)
+        throw UsageError("The options --into and --save-recipe exclude each other.", "export");
+    return options;
+}
+
 CliOptions optionsFrom(const CliGrammar& grammar)
 {
     if (grammar.command() == "probe")
-        return ProbeOptions{.source = givenSource(grammar), .json = grammar.values().json};
+        return ProbeOptions{.source = givenFiles(grammar, 1).front(), .json = grammar.values().json};
+    if (const auto into = givenFile(grammar, "--into", grammar.values().into))
+        return exportManyOptions(grammar, *into);
     return exportOptions(grammar);
 }
 

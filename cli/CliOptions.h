@@ -32,12 +32,19 @@ struct ExportOptions {
     bool quiet = false;
 };
 
+/// `export … --into`: make the vertical videos of several sources with the same options.
+struct ExportManyOptions {
+    std::vector<std::filesystem::path> sources; ///< as the user wrote them; at least one
+    std::filesystem::path into;                 ///< the folder for the exports
+    ExportOptions each;                         ///< without source and destination
+};
+
 /// A text that the user asked for, such as the help. It is printed unchanged.
 struct Information {
     std::string text;
 };
 
-using CliOptions = std::variant<ProbeOptions, ExportOptions, Information, UsageError>;
+using CliOptions = std::variant<ProbeOptions, ExportOptions, ExportManyOptions, Information, UsageError>;
 
 /// Parses the arguments, which do not include the program's name. Pure: accesses no file.
 CliOptions parseOptions(const std::vector<std::string>& arguments);

@@ -23,6 +23,12 @@ struct Commands {
     /// With `json` it prints the lines of `ExportEvents` to standard output. With `dryRun` it prints the
     /// arguments of `ffmpeg` instead, and refuses what the export would refuse before rendering.
     static QCoro::Task<> exportVideo(ExportOptions options, std::stop_token stop);
+
+    /// Exports several sources, one after the other. A failure is printed, and the next source follows.
+    /// Throws `CliError` with a summary at the end when one has failed; before anything is rendered, when two
+    /// of them would have the same destination or one would replace another, and when the folder does not
+    /// exist. With `json` the last line is a summary.
+    static QCoro::Task<> exportMany(ExportManyOptions options, std::stop_token stop);
 };
 
 } // namespace stackreel

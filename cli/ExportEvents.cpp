@@ -97,13 +97,21 @@ std::string ExportEvents::finished(const ExportFacts& facts, const ExportResult&
     return line(object);
 }
 
-std::string ExportEvents::failed(const std::filesystem::path& source, const Failure& failure)
+std::string ExportEvents::failed(const std::optional<std::filesystem::path>& source, const Failure& failure)
 {
-    Json object = event("failed", source);
+    Json object = {{"event", "failed"}, {"source", source ? Json(source->string()) : Json(nullptr)}};
     object["code"] = failure.code;
     object["message"] = failure.sentence;
     object["toolLines"] = linesOf(failure.toolLines);
     return line(object);
+}
+
+std::string ExportEvents::summary(const ExportTally& tally)
+{
+    return line({{"event", "summary"},
+                 {"saved", tally.saved},
+                 {"failed", tally.failed},
+                 {"notStarted", tally.notStarted}});
 }
 
 } // namespace stackreel

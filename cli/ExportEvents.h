@@ -5,6 +5,7 @@
 #include "cli/Progress.h"
 #include "framing/PixelSize.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -30,6 +31,13 @@ struct ExportResult {
     std::vector<FrontChange> changes;    ///< as the front reported them
 };
 
+/// How the exports of several sources have ended.
+struct ExportTally {
+    std::size_t saved = 0;
+    std::size_t failed = 0;     ///< including the one that was cancelled
+    std::size_t notStarted = 0; ///< after a cancellation
+};
+
 /// The lines of `export --json`: one JSON object each, with a final line feed, as
 /// docs/export-events.schema.json describes them. Pure. Bytes that are not UTF-8 are replaced, except by
 /// `started`.
@@ -38,7 +46,9 @@ struct ExportEvents {
     static std::string started(const ExportFacts& facts);
     static std::string progress(const std::filesystem::path& source, const Progress& progress);
     static std::string finished(const ExportFacts& facts, const ExportResult& result);
-    static std::string failed(const std::filesystem::path& source, const Failure& failure);
+    /// Without a source, none of several exports has begun.
+    static std::string failed(const std::optional<std::filesystem::path>& source, const Failure& failure);
+    static std::string summary(const ExportTally& tally);
 };
 
 } // namespace stackreel

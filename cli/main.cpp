@@ -26,6 +26,8 @@ QCoro::Task<> perform(CliOptions options, std::stop_token stop)
         co_await Commands::probe(*probe, stop);
     else if (const auto* exporting = std::get_if<ExportOptions>(&options))
         co_await Commands::exportVideo(*exporting, stop);
+    else if (const auto* exportingMany = std::get_if<ExportManyOptions>(&options))
+        co_await Commands::exportMany(*exportingMany, stop);
     else if (const auto* information = std::get_if<Information>(&options))
         StandardStreams::writeOutput(information->text);
     else

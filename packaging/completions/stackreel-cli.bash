@@ -17,6 +17,9 @@ _stackreel_cli() {
         --recipe | --like | --save-recipe)
             _filedir
             return ;;
+        --into)
+            _filedir -d
+            return ;;
         --size | --top | --bottom | --from | --to | --audio-track)
             return ;;
     esac
@@ -25,7 +28,7 @@ _stackreel_cli() {
         case $command in
             probe) options='--json --help' ;;
             export) options='--aspect --size --top --bottom --from --to --recipe --like --save-recipe --no-audio
-                --audio-track --overwrite --dry-run --json --quiet --help' ;;
+                --audio-track --into --overwrite --dry-run --json --quiet --help' ;;
         esac
         COMPREPLY=($(compgen -W "$options" -- "$cur"))
     elif [[ -z $command ]]; then

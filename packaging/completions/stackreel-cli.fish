@@ -19,6 +19,7 @@ complete -c stackreel-cli -n $exporting -l like -r -F -d 'Take the choices from 
 complete -c stackreel-cli -n $exporting -l save-recipe -r -F -d 'Write the choices to a recipe'
 complete -c stackreel-cli -n $exporting -l no-audio -d 'Leave the sound out'
 complete -c stackreel-cli -n $exporting -l audio-track -x -d 'Sound track as probe lists them'
+complete -c stackreel-cli -n $exporting -l into -x -a '(__fish_complete_directories)' -d 'Export all files into this folder'
 complete -c stackreel-cli -n $exporting -l overwrite -d 'Replace an existing destination'
 complete -c stackreel-cli -n $exporting -l dry-run -d 'Only print the arguments of ffmpeg'
 complete -c stackreel-cli -n $exporting -l json -d 'Print a JSON object per line'

@@ -115,6 +115,26 @@ TEST(CliOptions, FilesMayHaveAnyName)
     EXPECT_EQ(exporting({"export", "--", "-a", "-b"}).destination, "-b");
 }
 
+ExportManyOptions exportingMany(const Arguments& arguments)
+{
+    const CliOptions options = parseOptions(arguments);
+    if (const auto* error = std::get_if<UsageError>(&options))
+        throw *error;
+    return std::get<ExportManyOptions>(options);
+}
+
+TEST(CliOptions, IntoTakesAnyNumberOfSourcesWithTheSameOptions)
+{
+    using Paths = std::vector<std::filesystem::path>;
+    const auto many = exportingMany(
+        {"export", "a", "b", "--into", "out", "c", "--quiet", "probe", "--", "-d", "--json", "--"});
+    EXPECT_EQ(many.sources, (Paths{"a", "b", "c", "probe", "-d", "--json", "--"}));
+    EXPECT_EQ(many.into, "out");
+    EXPECT_TRUE(many.each.quiet);
+    EXPECT_FALSE(many.each.json);
+    EXPECT_EQ(exportingMany({"export", "--into=out", "--", "a"}).sources, Paths{"a"});
+}
+
 TEST(CliOptions, HelpAndVersionAreInformation)
 {
     for (const Arguments& arguments :
@@ -128,9 +148,9 @@ TEST(CliOptions, HelpAndVersionAreInformation)
 TEST(CliOptions, HelpOfACommandListsItsOptions)
 {
     const std::string help = std::get<Information>(parseOptions({"export", "--help"})).text;
-    for (const char* option :
-         {"--aspect", "--size", "--top", "--bottom", "--from", "--to", "--no-audio", "--recipe", "--like",
-          "--save-recipe", "--overwrite", "--dry-run", "--json", "--quiet", "SOURCE [DESTINATION]"})
+    for (const char* option : {"--aspect", "--size", "--top", "--bottom", "--from", "--to", "--no-audio",
+                               "--recipe", "--like", "--save-recipe", "--overwrite", "--dry-run", "--json",
+                               "--quiet", "--into", "SOURCE [DESTINATION]", "SOURCE... --into FOLDER"})
         EXPECT_NE(help.find(option), std::string::npos) << option;
 }
 
@@ -160,6 +180,14 @@ const std::vector<WrongUsage> wrongUsages = {
     {{"export", "--"}, "The source video is missing."},
     {{"export", "a", ""}, "The name of the destination is empty."},
     {{"export", "a", "b", "c"}, "“c” is one file too many."},
+    {{"export", "a", "--", "b", "c"}, "“c” is one file too many."},
+    {{"clip.mov", "export", "a"}, "“clip.mov” is one file too many."},
+    {{"export", "--into", "out"}, "The source video is missing."},
+    {{"export", "a", "--into", ""}, "The name after --into is empty."},
+    {{"export", "a", "", "--into", "out"}, "The name of a source video is empty."},
+    {{"export", "a", "b", "--itno", "out"}, "There is no option --itno. Did you mean --into?"},
+    {{"export", "a", "--into", "out", "--save-recipe", "r"},
+     "The options --into and --save-recipe exclude each other."},
     {{"export", "-clip.mp4"}, "There is no option -clip.mp4. A file of that name is written ./-clip.mp4."},
     {{"export", "--overwite", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
     {{"export", "--overwite=1", "a"}, "There is no option --overwite. Did you mean --overwrite?"},
@@ -170,7 +198,7 @@ const std::vector<WrongUsage> wrongUsages = {
      "The value “0” of --audio-track is not the number of a sound track, such as 1 (stackreel-cli probe "
      "lists "
      "them)."},
-    {{"export", "a", "--recipe", ""}, "The name of the file of --recipe is empty."},
+    {{"export", "a", "--recipe", ""}, "The name after --recipe is empty."},
     {{"export", "a", "--like", "b", "--recipe", "c"}, "The options --recipe and --like exclude each other."},
     {{"export", "a", "--recip", "c"}, "There is no option --recip. Did you mean --recipe?"},
     {{"export", "a", "--from", "2", "--to", "2"}, "The end (--to) has to lie behind the start (--from)."},

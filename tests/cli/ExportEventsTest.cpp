@@ -80,6 +80,17 @@ TEST(ExportEvents, FailedHasTheToolsLinesAndReplacesInvalidBytes)
         "toolLines": ["one", "\"two\""]})"));
 }
 
+TEST(ExportEvents, FailedHasNoSourceWhereNoneOfSeveralExportsHasBegun)
+{
+    EXPECT_TRUE(objectIn(ExportEvents::failed(std::nullopt, Failure())).at("source").is_null());
+}
+
+TEST(ExportEvents, SummaryCountsTheExports)
+{
+    EXPECT_EQ(objectIn(ExportEvents::summary({.saved = 2, .failed = 1, .notStarted = 3})),
+              Json::parse(R"({"event": "summary", "saved": 2, "failed": 1, "notStarted": 3})"));
+}
+
 } // namespace
 
 } // namespace stackreel

@@ -66,6 +66,16 @@ class Schemas(unittest.TestCase):
             events = self.events(source, "/proc/self/out.mp4")
             self.assertEqual([event["event"] for event in events], ["failed"])
 
+    def test_every_line_of_several_exports_passes(self):
+        (pathlib.Path(self.folder) / "into").mkdir()
+        events = self.events("clip é.mov", "none.mov", "--into", "into")
+        self.assertEqual(
+            [event["event"] for event in events if event["event"] != "progress"],
+            ["started", "finished", "failed", "summary"],
+        )
+        events = self.events("clip é.mov", "--into", "nowhere")
+        self.assertEqual([event["event"] for event in events], ["failed", "summary"])
+
     def test_a_probe_passes(self):
         check = validator("probe")
         facts = json.loads(run(self.folder, "probe", "--json", "clip é.mov").stdout)

@@ -46,5 +46,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
     const CliOptions options = parseOptions(argumentsOf({reinterpret_cast<const char*>(bytes), size}));
     if (const auto* exportOptions = std::get_if<ExportOptions>(&options))
         check(*exportOptions);
+    if (const auto* many = std::get_if<ExportManyOptions>(&options)) {
+        require(!many->sources.empty(), "there is a source");
+        check(many->each);
+    }
     return 0;
 }
