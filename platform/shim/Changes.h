@@ -19,8 +19,8 @@ struct Change {
     std::string line() const;
 };
 
-/// The changes that `withEncoder` and `withComment` have made to the arguments of an export, the encoder
-/// first. Pure.
+/// The changes that `withEncoder`, `withBt709` and `withComment` have made to the arguments of an export, the
+/// encoder first. Pure.
 std::vector<Change> changesBetween(const Arguments& requested, const Arguments& changed, H264Encoder encoder);
 
 /// Writes the change to standard error if the program that started this one requests that: if the variable

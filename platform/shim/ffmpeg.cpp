@@ -1,11 +1,14 @@
 // The program `ffmpeg` in the resource directory. If its arguments request VideoToolbox and the system's
-// FFmpeg does not have it, it changes them to request another H.264 encoder. It then replaces itself by the
-// system's FFmpeg (`execv`), so the process id, output, exit status and signals are those of FFmpeg.
+// FFmpeg does not have it, it changes them to request another H.264 encoder and pictures in BT.709. It then
+// replaces itself by the system's FFmpeg (`execv`), so the process id, output, exit status and signals are
+// those of FFmpeg.
 #include "platform/shim/Changes.h"
+#include "platform/shim/ExportColours.h"
 #include "platform/shim/Process.h"
 #include "platform/shim/ToolSearch.h"
 
 #include <cstdlib>
+#include <utility>
 
 using namespace stackreel::shim;
 
@@ -23,8 +26,11 @@ int main(int argc, char** argv)
     const auto encoder = preferredEncoder(*listing);
     if (!encoder)
         return fail(cannotEncodeStatus, *tool + " has no H.264 encoder: it needs libx264 or libopenh264.");
+    Arguments changed = withEncoder(arguments, *encoder);
+    if (*encoder != H264Encoder::videoToolbox)
+        changed = withExportColours(std::move(changed), *tool);
     const char* recipe = std::getenv("STACKREEL_RECIPE");
-    const Arguments changed = withComment(withEncoder(arguments, *encoder), recipe != nullptr ? recipe : "");
+    changed = withComment(std::move(changed), recipe != nullptr ? recipe : "");
     for (const Change& change : changesBetween(arguments, changed, *encoder))
         report(change);
     return execProgram(*tool, changed);

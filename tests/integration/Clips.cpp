@@ -100,6 +100,8 @@ void makeClip(const std::filesystem::path& file, const ClipRecipe& recipe)
     // Odd sizes cannot be encoded with 4:2:0 chroma.
     if (recipe.width % 2 != 0 || recipe.height % 2 != 0)
         words.back() = "yuv444p";
+    words.emplace_back("-vf");
+    words.emplace_back("setparams=range=tv:color_primaries=bt709:color_trc=bt709:colorspace=bt709");
     words.push_back(file.string());
     runFFmpeg(words);
     if (recipe.rotation != 0)

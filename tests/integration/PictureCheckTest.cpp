@@ -82,8 +82,7 @@ const std::string end =
 /// true.
 std::string greyOverlay(const std::string& condition)
 {
-    return "s/format=yuv420p\\[video\\]/drawbox=color=gray:t=fill:enable='" + condition +
-           "',format=yuv420p[video]/";
+    return "s/format=yuv420p,/drawbox=color=gray:t=fill:enable='" + condition + "',format=yuv420p,/";
 }
 
 } // namespace
