@@ -4,8 +4,11 @@
 #include "media/ProcessRunner.h"
 #include "media/TemporaryFolderFull.h"
 #include "media/ToolFailure.h"
+#include "media/ToolLocator.h"
+#include "media/WorkerThread.h"
 #include "model/ExportError.h"
 #include "model/PictureComparison.h"
+#include "model/SourceBrightness.h"
 
 #include <algorithm>
 #include <array>
@@ -55,12 +58,13 @@ std::string crop(const PixelCrop& pixels)
 }
 
 /// A filter chain that makes a small picture of each picture of an input: both halves, and a row of grey
-/// pixels that marks the input.
-std::string branch(int input, const std::string& first, const std::string& top, const std::string& bottom)
+/// pixels that marks the input. `brightness` are filters for the small pictures, each after a comma.
+std::string branch(int input, const std::string& first, const std::string& top, const std::string& bottom,
+                   const std::string& brightness = "")
 {
     static constexpr std::array marks = {"0x101010", "0x505050", "0x909090", "0xd0d0d0"};
     const std::string n = std::to_string(input);
-    const std::string small = ",scale=32:32:flags=area,format=gray";
+    const std::string small = ",scale=32:32:flags=area,format=gray" + brightness;
     return "[" + n + ":v:0]" + first + "split=2[a" + n + "][b" + n + "];[a" + n + "]" + top + small + "[t" +
            n + "];[b" + n + "]" + bottom + small + "[u" + n + "];[t" + n + "][u" + n +
            "]vstack=inputs=2,setsar=1,pad=32:65:0:0:color=" + marks.at(static_cast<std::size_t>(input)) +
@@ -68,7 +72,8 @@ std::string branch(int input, const std::string& first, const std::string& top, 
 }
 
 /// `lead` is how long before the compared end the source is read, in seconds.
-std::string filterGraph(const ExportRequest& request, Decoding decoding, double lead)
+std::string filterGraph(const ExportRequest& request, Decoding decoding, double lead,
+                        const std::string& brightness)
 {
     const std::string top = crop(request.top.sourcePixels(request.media));
     const std::string bottom = crop(request.bottom.sourcePixels(request.media));
@@ -78,14 +83,15 @@ std::string filterGraph(const ExportRequest& request, Decoding decoding, double 
     const bool fast = decoding == Decoding::fast;
     const std::string sourceEnd = fast ? "reverse,trim=end_frame=4," : "trim=start=" + seconds(lead) + ",";
     const std::string last = fast ? "reverse,trim=end_frame=1," : "";
-    return branch(0, only, top, bottom) + branch(1, only, upperHalf, lowerHalf) +
-           branch(2, sourceEnd, top, bottom) + branch(3, last, upperHalf, lowerHalf) +
+    return branch(0, only, top, bottom, brightness) + branch(1, only, upperHalf, lowerHalf) +
+           branch(2, sourceEnd, top, bottom, brightness) + branch(3, last, upperHalf, lowerHalf) +
            "[o0][o1][o2][o3]concat=n=4[pictures]";
 }
 
 } // namespace
 
-std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Decoding decoding)
+std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Decoding decoding,
+                                               const std::string& brightness)
 {
     const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
     const double length = std::min(range.length, std::max(request.media.duration - range.start, 0.0));
@@ -107,8 +113,8 @@ std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Dec
     append(words, options);
     append(words, seek(end));
     append(words, result);
-    append(words, {"-filter_complex", filterGraph(request, decoding, lead), "-map", "[pictures]", "-fps_mode",
-                   "passthrough", "-f", "rawvideo", "-"});
+    append(words, {"-filter_complex", filterGraph(request, decoding, lead, brightness), "-map", "[pictures]",
+                   "-fps_mode", "passthrough", "-f", "rawvideo", "-"});
     return words;
 }
 
@@ -153,14 +159,35 @@ QCoro::Task<> requireDecodableStart(std::filesystem::path ffmpeg, ExportRequest 
         throw otherPicture("begin");
 }
 
+/// The filters by which the source becomes about as bright as its export.
+QCoro::Task<std::string> brightnessOf(std::filesystem::path source, std::stop_token stop)
+{
+    const auto ffprobe = co_await onWorkerThread([] { return ToolLocator::locate(MediaTool::ffprobe); });
+    Words words = {"-v",
+                   "error",
+                   "-select_streams",
+                   "v:0",
+                   "-show_entries",
+                   "stream=color_transfer",
+                   "-of",
+                   "default=noprint_wrappers=1:nokey=1",
+                   "-i",
+                   source.string()};
+    const ProcessOutput output = co_await ProcessRunner::run(ffprobe, std::move(words), stop);
+    co_return brightnessFilters(output.standardOutput);
+}
+
 } // namespace
 
 QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request, std::stop_token stop)
 {
     Decoding decoding = Decoding::fast;
+    std::string brightness;
     while (true) {
+        if (decoding == Decoding::exact)
+            brightness = co_await brightnessOf(request.input, stop);
         const ProcessOutput output =
-            co_await ProcessRunner::run(ffmpeg, pictureCheckArguments(request, decoding), stop);
+            co_await ProcessRunner::run(ffmpeg, pictureCheckArguments(request, decoding, brightness), stop);
         if (wasStopped(output) && decoding == Decoding::exact)
             throwToolFailure("FFmpeg", output);
         if (wasStopped(output)) {

@@ -124,6 +124,28 @@ TEST_F(PictureCheckTest, BlackAndFlatSourcesPass)
     EXPECT_EQ(exportError(requestFor(file, 0, 1), greyOverlay("1")), begin);
 }
 
+// White of high dynamic range is much brighter in the export than as a signal in the source.
+TEST_F(PictureCheckTest, HighDynamicRangePasses)
+{
+    const auto file = m_folder / "hdr.mkv";
+    for (const char* transfer : {"smpte2084", "arib-std-b67"})
+        for (const char* picture :
+             {"color=0x949494", "testsrc2", "color=black", "color=0x303030", "color=0xb0b0b0"}) {
+            runFFmpeg({"-f", "lavfi", "-i",
+                       std::string(picture) + (std::string(picture) == "testsrc2" ? "=" : ":") +
+                           "size=640x360:rate=25:duration=1",
+                       "-vf",
+                       "scale=out_color_matrix=bt2020:out_range=tv,format=yuv420p10le,setparams=range=tv:"
+                       "color_primaries=bt2020:colorspace=bt2020nc:color_trc=" +
+                           std::string(transfer),
+                       "-c:v", "ffv1", file.string()});
+            const ExportRequest request = requestFor(file, 0, 1);
+            EXPECT_EQ(exportError(request, ""), "") << transfer << ' ' << picture;
+            EXPECT_EQ(exportError(request, "s/setsar=1/setsar=1,negate/g"), begin)
+                << transfer << ' ' << picture;
+        }
+}
+
 TEST_F(PictureCheckTest, WhatIsRightPassesWhateverTheSource)
 {
     const auto passes = [&](const std::vector<std::string>& arguments, const std::string& name, double from,
