@@ -1,5 +1,7 @@
 #include "platform/shim/Changes.h"
 
+#include "platform/shim/ColourFilters.h"
+
 #include <gtest/gtest.h>
 
 namespace stackreel::shim
@@ -65,6 +67,28 @@ TEST(Changes, AreListedWhereTheArgumentsChange)
     EXPECT_EQ(changedNames(everything, H264Encoder::x264),
               (Names{"encoder", "time-stamps", "chroma", "channel-layout", "seek"}));
     EXPECT_EQ(changedNames(everything, H264Encoder::videoToolbox), Names{"encoder"});
+}
+
+TEST(Changes, NameWhatWasDoneToTheColours)
+{
+    const std::string half = "scale=8:8:flags=bicubic,setsar=1";
+    const Arguments before{"-i", "in", "-filter_complex",
+                           "[0:v:0]split=2[a][b];[a]" + half + "[c];[b]" + half +
+                               "[d];[c][d]vstack=inputs=2,format=yuv420p[video]"};
+    const auto namesFor = [&](const ColourConversion& conversion) {
+        Names names;
+        const Arguments after = withBt709(before, conversion, {TableFilter::lut3d, "/tables"});
+        for (const Change& change : changesBetween(before, after, H264Encoder::x264))
+            names.push_back(change.name);
+        return names;
+    };
+    EXPECT_EQ(namesFor({.matrix = "bt709"}), (Names{"encoder", "colours"}));
+    EXPECT_EQ(namesFor({.matrix = "bt601", .fullRange = true}),
+              (Names{"encoder", "colours", "matrix", "range"}));
+    EXPECT_EQ(namesFor({.matrix = "bt2020", .tables = {"hlg"}, .isInterlaced = true}),
+              (Names{"encoder", "colours", "fields", "matrix", "dynamic-range"}));
+    EXPECT_EQ(namesFor({.matrix = "bt709", .tables = {"gamma28", "p3"}}),
+              (Names{"encoder", "colours", "gamma", "primaries"}));
 }
 
 } // namespace stackreel::shim
