@@ -35,6 +35,8 @@ test_packages=(
   weston qt6-wayland
   desktop-file-utils appstream man-db bash-completion zsh fish python3 python3-jsonschema
 )
+# For the tests of the README's lines for batch queues, which are skipped without them.
+queue_packages=(parallel slurm-wlm)
 # To check how the sources are written.
 lint_packages=(git shellcheck black clang-format clang-tidy)
 # To build the Debian package and test it in a bare system.
