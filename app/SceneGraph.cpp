@@ -1,6 +1,6 @@
 #include "app/SceneGraph.h"
 
-#include "platform/GraphicsDevice.h"
+#include "system/GraphicsDevice.h"
 
 #include <QOffscreenSurface>
 #include <QOpenGLContext>

@@ -3,7 +3,7 @@
 #include "model/AppModel.h"
 #include "model/ExportShutdown.h"
 #include "model/TaskHandle.h"
-#include "platform/RunningChildren.h"
+#include "system/RunningChildren.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

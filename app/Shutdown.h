@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RunningChildren.h"
+#include "system/RunningChildren.h"
 
 #include <chrono>
 

@@ -1,7 +1,7 @@
 #include "app/StackreelApp.h"
 
 #include "app/Shutdown.h"
-#include "platform/accessibility/AccessibleLineEdit.h"
+#include "desktop/accessibility/AccessibleLineEdit.h"
 
 #include <QApplication>
 #include <QFileDialog>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/UpdaterController.h"
+#include "desktop/power/SleepInhibitor.h"
 #include "model/AppModel.h"
-#include "platform/InfoDictionary.h"
-#include "platform/power/SleepInhibitor.h"
+#include "system/InfoDictionary.h"
 #include "ui/MainWindow.h"
 #include "ui/WindowActions.h"
 #include "ui/WindowModel.h"

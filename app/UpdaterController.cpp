@@ -1,6 +1,6 @@
 #include "app/UpdaterController.h"
 
-#include "platform/Version.h"
+#include "system/Version.h"
 
 namespace stackreel
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/InfoDictionary.h"
-#include "platform/updates/StandardUpdaterController.h"
+#include "system/InfoDictionary.h"
+#include "updates/StandardUpdaterController.h"
 
 #include <QObject>
 
@@ -13,7 +13,7 @@ namespace stackreel
 ///
 ///     UpdaterController updater(Bundle::infoDictionary(), standardUpdateServices());
 ///
-/// (`platform/updates/StandardUpdateServices.h`, library `stackreel_update_dialogs`.) The menu command
+/// (`updates/StandardUpdateServices.h`, library `stackreel_update_dialogs`.) The menu command
 /// "Check for Updates…" calls `checkForUpdates` below, which checks `updatesEnabled` itself.
 class UpdaterController : public QObject
 {

@@ -1,7 +1,7 @@
 #include "cli/CliGrammar.h"
 
 #include "cli/UsageError.h"
-#include "platform/Version.h"
+#include "system/Version.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>

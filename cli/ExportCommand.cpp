@@ -9,8 +9,8 @@
 #include "cli/RenderedExport.h"
 #include "media/MediaProbe.h"
 #include "media/ToolLocator.h"
-#include "platform/StandardStreams.h"
-#include "platform/SystemError.h"
+#include "system/StandardStreams.h"
+#include "system/SystemError.h"
 
 #include <chrono>
 

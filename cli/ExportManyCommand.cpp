@@ -4,8 +4,8 @@
 #include "cli/ExportEvents.h"
 #include "cli/RecipeFile.h"
 #include "model/ExportFileName.h"
-#include "platform/StandardStreams.h"
-#include "platform/SystemError.h"
+#include "system/StandardStreams.h"
+#include "system/SystemError.h"
 
 #include <algorithm>
 #include <map>

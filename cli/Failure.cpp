@@ -7,8 +7,8 @@
 #include "media/ProbeDocument.h"
 #include "media/TemporaryFolderFull.h"
 #include "model/ExportError.h"
-#include "platform/SystemError.h"
-#include "platform/TerminationSignals.h"
+#include "system/SystemError.h"
+#include "system/TerminationSignals.h"
 
 namespace stackreel
 {

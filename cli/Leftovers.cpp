@@ -1,7 +1,7 @@
 #include "cli/Leftovers.h"
 
 #include "media/ScratchDirectory.h"
-#include "platform/UnusedFiles.h"
+#include "system/UnusedFiles.h"
 
 #include <QUuid>
 

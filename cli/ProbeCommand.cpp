@@ -2,7 +2,7 @@
 #include "cli/Commands.h"
 #include "cli/FactsText.h"
 #include "media/MediaProbe.h"
-#include "platform/StandardStreams.h"
+#include "system/StandardStreams.h"
 
 namespace stackreel
 {

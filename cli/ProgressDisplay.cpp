@@ -1,6 +1,6 @@
 #include "cli/ProgressDisplay.h"
 
-#include "platform/StandardStreams.h"
+#include "system/StandardStreams.h"
 
 #include <QObject>
 

@@ -5,8 +5,8 @@
 #include "cli/RecipeText.h"
 #include "media/MediaProbe.h"
 #include "model/PartialFile.h"
-#include "platform/Files.h"
-#include "platform/SystemError.h"
+#include "system/Files.h"
+#include "system/SystemError.h"
 
 #include <cerrno>
 #include <fstream>

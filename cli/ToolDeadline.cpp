@@ -1,6 +1,6 @@
 #include "cli/ToolDeadline.h"
 
-#include "platform/RunningChildren.h"
+#include "system/RunningChildren.h"
 
 namespace stackreel
 {

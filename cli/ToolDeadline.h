@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/TerminationSignals.h"
+#include "system/TerminationSignals.h"
 
 #include <QTimer>
 

@@ -2,9 +2,9 @@
 #include "cli/Commands.h"
 #include "cli/Failure.h"
 #include "cli/ToolDeadline.h"
-#include "platform/CleanupProcess.h"
-#include "platform/StandardStreams.h"
-#include "platform/TerminationSignals.h"
+#include "system/CleanupProcess.h"
+#include "system/StandardStreams.h"
+#include "system/TerminationSignals.h"
 
 #include <QCoreApplication>
 #include <QCoroTask>

@@ -7,8 +7,8 @@
 #include "media/ToolFailure.h"
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
-#include "platform/Files.h"
-#include "platform/SystemError.h"
+#include "system/Files.h"
+#include "system/SystemError.h"
 
 #include <algorithm>
 #include <cmath>

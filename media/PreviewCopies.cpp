@@ -1,9 +1,9 @@
 #include "media/PreviewCopies.h"
 
-#include "platform/CleanupProcess.h"
-#include "platform/Files.h"
-#include "platform/PrivateFolder.h"
-#include "platform/SystemError.h"
+#include "system/CleanupProcess.h"
+#include "system/Files.h"
+#include "system/PrivateFolder.h"
+#include "system/SystemError.h"
 
 #include <QUuid>
 

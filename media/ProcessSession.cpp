@@ -2,8 +2,8 @@
 
 #include "media/CancellationError.h"
 #include "media/ScratchDirectory.h"
-#include "platform/ChildProcess.h"
-#include "platform/Files.h"
+#include "system/ChildProcess.h"
+#include "system/Files.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "media/ScratchDirectory.h"
 
-#include "platform/Files.h"
-#include "platform/UnusedFiles.h"
+#include "system/Files.h"
+#include "system/UnusedFiles.h"
 
 #include <QUuid>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/CleanupProcess.h"
+#include "system/CleanupProcess.h"
 
 #include <filesystem>
 #include <string_view>

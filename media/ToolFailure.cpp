@@ -1,7 +1,7 @@
 #include "media/ToolFailure.h"
 
 #include "media/TemporaryFolderFull.h"
-#include "platform/Files.h"
+#include "system/Files.h"
 
 #include <charconv>
 #include <csignal>

@@ -1,8 +1,8 @@
 #include "media/ToolLocator.h"
 
 #include "media/MediaToolError.h"
-#include "platform/Bundle.h"
-#include "platform/Files.h"
+#include "system/Bundle.h"
+#include "system/Files.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "media/WorkerThread.h"
 
-#include "platform/StartThread.h"
+#include "system/StartThread.h"
 
 #include <QCoreApplication>
 #include <QEvent>

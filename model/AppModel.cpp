@@ -4,7 +4,7 @@
 #include "model/ExportFlow.h"
 #include "model/PreviewPlayback.h"
 #include "model/SourceLoading.h"
-#include "platform/playback/QueuePlayer.h"
+#include "player/QueuePlayer.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "model/Destination.h"
 
-#include "platform/SystemError.h"
+#include "system/SystemError.h"
 
 #include <cerrno>
 

@@ -1,11 +1,11 @@
 #include "model/ExportFlow.h"
 
+#include "desktop/panels/SavePanel.h"
 #include "media/CancellationError.h"
 #include "model/AppModel.h"
 #include "model/ExportFileName.h"
 #include "model/ExportQueue.h"
 #include "model/PreviewPlayback.h"
-#include "platform/panels/SavePanel.h"
 
 #include <QPointer>
 

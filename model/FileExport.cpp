@@ -4,8 +4,8 @@
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
 #include "model/ExportedFile.h"
-#include "platform/SystemError.h"
-#include "platform/TerminationSignals.h"
+#include "system/SystemError.h"
+#include "system/TerminationSignals.h"
 
 #include <exception>
 #include <memory>

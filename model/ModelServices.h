@@ -2,7 +2,7 @@
 
 #include "framing/ExportCommandBuilder.h"
 #include "media/MediaInfo.h"
-#include "platform/playback/VideoFrame.h"
+#include "player/base/VideoFrame.h"
 
 #include <QCoroTask>
 

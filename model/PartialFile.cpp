@@ -2,8 +2,8 @@
 
 #include "media/CancellationError.h"
 #include "model/ExportError.h"
-#include "platform/Files.h"
-#include "platform/SystemError.h"
+#include "system/Files.h"
+#include "system/SystemError.h"
 
 #include <QUuid>
 

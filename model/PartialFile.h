@@ -1,8 +1,8 @@
 #pragma once
 
 #include "model/Destination.h"
-#include "platform/CleanupProcess.h"
-#include "platform/Folder.h"
+#include "system/CleanupProcess.h"
+#include "system/Folder.h"
 
 #include <filesystem>
 #include <optional>

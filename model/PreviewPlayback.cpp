@@ -1,9 +1,9 @@
 #include "model/PreviewPlayback.h"
 
 #include "model/AppModel.h"
-#include "platform/playback/Playback.h"
-#include "platform/playback/PlayerItem.h"
-#include "platform/playback/PlayerLooper.h"
+#include "player/Playback.h"
+#include "player/PlayerItem.h"
+#include "player/PlayerLooper.h"
 
 #include <QMetaObject>
 #include <QPointer>

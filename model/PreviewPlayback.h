@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/playback/MediaTime.h"
-#include "platform/playback/QueuePlayer.h"
+#include "player/QueuePlayer.h"
+#include "player/base/MediaTime.h"
 
 #include <filesystem>
 #include <memory>

@@ -1,10 +1,10 @@
 #include "model/SourceLoading.h"
 
+#include "desktop/panels/OpenPanel.h"
 #include "model/AppModel.h"
 #include "model/CropSetup.h"
 #include "model/ExportFlow.h"
 #include "model/PreviewPlayback.h"
-#include "platform/panels/OpenPanel.h"
 
 #include <exception>
 #include <utility>

@@ -18,7 +18,20 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 # The tests are not checked, because that would double the time. The sanitizer builds run them.
-PRODUCT = ("app", "cli", "framing", "media", "model", "packaging", "platform", "ui")
+PRODUCT = (
+    "app",
+    "cli",
+    "desktop",
+    "ffmpeg-shim",
+    "framing",
+    "media",
+    "model",
+    "packaging",
+    "player",
+    "system",
+    "ui",
+    "updates",
+)
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 ROOT = Path(__file__).resolve().parent.parent
 

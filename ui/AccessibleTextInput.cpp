@@ -1,6 +1,6 @@
 #include "ui/AccessibleTextInput.h"
 
-#include "platform/accessibility/AccessibleLineText.h"
+#include "desktop/accessibility/AccessibleLineText.h"
 
 #include <QAccessibleObject>
 #include <QQuickItem>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/playback/VideoOutput.h"
+#include "player/base/VideoOutput.h"
 
 #include <functional>
 #include <mutex>

@@ -1,6 +1,6 @@
 #include "ui/MainWindow.h"
 
-#include "platform/accessibility/AccessibleChanges.h"
+#include "desktop/accessibility/AccessibleChanges.h"
 #include "ui/AccessibleTextInput.h"
 #include "ui/WindowActions.h"
 #include "ui/WindowModel.h"

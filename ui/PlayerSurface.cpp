@@ -1,6 +1,6 @@
 #include "ui/PlayerSurface.h"
 
-#include "platform/playback/QueuePlayer.h"
+#include "player/QueuePlayer.h"
 #include "ui/FrameMailbox.h"
 #include "ui/PictureNode.h"
 #include "ui/geometry/PictureGeometry.h"

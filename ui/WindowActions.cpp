@@ -1,6 +1,6 @@
 #include "ui/WindowActions.h"
 
-#include "platform/Version.h"
+#include "system/Version.h"
 
 #include <utility>
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "benchmarks/player/RecordingOutput.h"
-#include "platform/gstreamer/GstPlayback.h"
-#include "platform/playback/PlayerItem.h"
-#include "platform/playback/PlayerLooper.h"
-#include "platform/playback/QueuePlayer.h"
+#include "player/GstPlayback.h"
+#include "player/PlayerItem.h"
+#include "player/PlayerLooper.h"
+#include "player/QueuePlayer.h"
 
 #include <filesystem>
 #include <memory>

@@ -5,12 +5,12 @@
 
 #include "benchmarks/player/Measuring.h"
 #include "benchmarks/player/RecordingOutput.h"
+#include "desktop/panels/OpenPanel.h"
+#include "desktop/panels/SavePanel.h"
 #include "model/AppModel.h"
-#include "platform/gstreamer/GstAssetLoader.h"
-#include "platform/gstreamer/GstPlayback.h"
-#include "platform/panels/OpenPanel.h"
-#include "platform/panels/SavePanel.h"
-#include "platform/playback/QueuePlayer.h"
+#include "player/GstAssetLoader.h"
+#include "player/GstPlayback.h"
+#include "player/QueuePlayer.h"
 
 #include <QCoreApplication>
 #include <QTimer>

@@ -3,7 +3,7 @@
 /// thumbnails FILE DURATION
 
 #include "benchmarks/player/Measuring.h"
-#include "platform/gstreamer/GstAssetLoader.h"
+#include "player/GstAssetLoader.h"
 
 #include <QCoreApplication>
 

@@ -11,11 +11,11 @@
 #include "app/SceneGraph.h"
 #include "app/StackreelApp.h"
 #include "benchmarks/window/FirstFrame.h"
-#include "platform/gstreamer/GstAssetLoader.h"
-#include "platform/gstreamer/GstPlayback.h"
-#include "platform/panels/OpenPanel.h"
-#include "platform/panels/SavePanel.h"
-#include "platform/updates/StandardUpdateServices.h"
+#include "desktop/panels/OpenPanel.h"
+#include "desktop/panels/SavePanel.h"
+#include "player/GstAssetLoader.h"
+#include "player/GstPlayback.h"
+#include "updates/StandardUpdateServices.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

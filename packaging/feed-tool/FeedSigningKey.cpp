@@ -1,6 +1,6 @@
 #include "packaging/feed-tool/FeedSigningKey.h"
 
-#include "platform/updates/Base64.h"
+#include "updates/Base64.h"
 
 #include <sodium.h>
 

@@ -1,8 +1,8 @@
 // Generates the key with which update feeds are signed, and signs and checks feeds. See docs/releasing.md.
 
 #include "packaging/feed-tool/FeedSigningKey.h"
-#include "platform/updates/UpdateError.h"
-#include "platform/updates/UpdateFeed.h"
+#include "updates/UpdateError.h"
+#include "updates/UpdateFeed.h"
 
 #include <fcntl.h>
 #include <unistd.h>

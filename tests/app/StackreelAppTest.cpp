@@ -1,12 +1,12 @@
 #include "app/StackreelApp.h"
 
 #include "media/CancellationError.h"
-#include "platform/updates/StandardUpdateServices.h"
-#include "tests/power/FakeSleepServices.h"
+#include "tests/desktop/power/FakeSleepServices.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/MessageBus.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/support/window/WindowWithFakes.h"
+#include "updates/StandardUpdateServices.h"
 
 #include <QCloseEvent>
 #include <QElapsedTimer>

@@ -1,11 +1,11 @@
 #include "tests/campaign/SoakSession.h"
 
+#include "desktop/panels/OpenPanel.h"
+#include "desktop/panels/SavePanel.h"
 #include "model/TaskHandle.h"
-#include "platform/gstreamer/GstAssetLoader.h"
-#include "platform/gstreamer/GstPlayback.h"
-#include "platform/panels/OpenPanel.h"
-#include "platform/panels/SavePanel.h"
-#include "platform/playback/QueuePlayer.h"
+#include "player/GstAssetLoader.h"
+#include "player/GstPlayback.h"
+#include "player/QueuePlayer.h"
 #include "tests/support/Awaited.h"
 
 #include <algorithm>

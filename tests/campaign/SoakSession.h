@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/AppModel.h"
-#include "platform/playback/VideoOutput.h"
+#include "player/base/VideoOutput.h"
 
 #include <atomic>
 #include <chrono>

@@ -11,7 +11,7 @@
 #include "benchmarks/player/Measuring.h"
 #include "benchmarks/player/PreviewedClip.h"
 #include "media/MediaPipeline.h"
-#include "platform/gstreamer/GstAssetLoader.h"
+#include "player/GstAssetLoader.h"
 #include "tests/campaign/ProcessFigures.h"
 #include "tests/campaign/Watchdog.h"
 #include "tests/support/Awaited.h"

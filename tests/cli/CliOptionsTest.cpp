@@ -1,6 +1,6 @@
 #include "cli/CliOptions.h"
 
-#include "platform/Version.h"
+#include "system/Version.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "cli/Progress.h"
-#include "platform/RunningChildren.h"
+#include "system/RunningChildren.h"
 #include "tests/cli/CliInstallation.h"
 #include "tests/support/Awaited.h"
 

@@ -6,7 +6,7 @@
 #include "media/MediaToolError.h"
 #include "media/ProbeDocument.h"
 #include "model/ExportError.h"
-#include "platform/SystemError.h"
+#include "system/SystemError.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 // be an error with a description, or a valid feed.
 
 #include "packaging/feed-tool/FeedSigningKey.h"
-#include "platform/updates/UpdateError.h"
-#include "platform/updates/UpdateFeed.h"
 #include "tests/fuzz/Require.h"
+#include "updates/UpdateError.h"
+#include "updates/UpdateFeed.h"
 
 #include <algorithm>
 

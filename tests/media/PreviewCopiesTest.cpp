@@ -1,7 +1,7 @@
 #include "media/PreviewCopies.h"
 
 #include "media/ScratchDirectory.h"
-#include "platform/PrivateFolder.h"
+#include "system/PrivateFolder.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryDirectory.h"
 

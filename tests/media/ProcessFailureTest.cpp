@@ -1,5 +1,5 @@
 #include "media/ProcessRunner.h"
-#include "platform/SystemError.h"
+#include "system/SystemError.h"
 #include "tests/media/RunnerTest.h"
 #include "tests/support/ChildReport.h"
 #include "tests/support/Descriptors.h"

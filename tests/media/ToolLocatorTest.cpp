@@ -1,7 +1,7 @@
 #include "media/ToolLocator.h"
 
 #include "media/MediaToolError.h"
-#include "platform/Files.h"
+#include "system/Files.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "tests/model/FakeToolTest.h"
 
-#include "platform/Bundle.h"
+#include "system/Bundle.h"
 #include "tests/support/ChildReport.h"
 #include "tests/support/Descriptors.h"
 

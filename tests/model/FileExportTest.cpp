@@ -3,7 +3,7 @@
 #include "media/CancellationError.h"
 #include "media/MediaToolError.h"
 #include "model/ExportError.h"
-#include "platform/TerminationSignals.h"
+#include "system/TerminationSignals.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/ChildReport.h"

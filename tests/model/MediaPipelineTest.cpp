@@ -2,7 +2,7 @@
 
 #include "media/CancellationError.h"
 #include "media/MediaToolError.h"
-#include "platform/SystemError.h"
+#include "system/SystemError.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/ScopedSystemCalls.h"

@@ -2,7 +2,7 @@
 
 #include "media/CancellationError.h"
 #include "model/ExportError.h"
-#include "platform/SystemError.h"
+#include "system/SystemError.h"
 #include "tests/support/ScopedSystemCalls.h"
 #include "tests/support/TemporaryDirectory.h"
 

@@ -4,7 +4,7 @@
 #include "media/MediaToolError.h"
 #include "model/ExportError.h"
 #include "model/Recipe.h"
-#include "platform/SystemError.h"
+#include "system/SystemError.h"
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
 

@@ -1,4 +1,4 @@
-#include "platform/gstreamer/GstAssetLoader.h"
+#include "player/GstAssetLoader.h"
 #include "tests/player/BrokenSound.h"
 #include "tests/player/MarkedClip.h"
 

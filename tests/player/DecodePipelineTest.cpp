@@ -1,4 +1,4 @@
-#include "platform/gstreamer/DecodePipeline.h"
+#include "player/source/DecodePipeline.h"
 
 #include "tests/player/BrokenSound.h"
 

@@ -1,6 +1,6 @@
-#include "platform/gstreamer/Downmix.h"
+#include "player/source/Downmix.h"
 
-#include "platform/gstreamer/GStreamer.h"
+#include "player/base/GStreamer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/playback/VideoFrame.h"
+#include "player/base/VideoFrame.h"
 
 #include <filesystem>
 

@@ -1,4 +1,4 @@
-#include "platform/gstreamer/FrameReader.h"
+#include "player/pictures/FrameReader.h"
 
 #include "tests/player/ExportedFrame.h"
 #include "tests/player/FrameReading.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/gstreamer/FrameReader.h"
-#include "platform/gstreamer/RgbPainter.h"
-#include "platform/gstreamer/WakeUp.h"
+#include "player/base/WakeUp.h"
+#include "player/pictures/FrameReader.h"
+#include "player/pictures/RgbPainter.h"
 #include "tests/player/MarkedClip.h"
 
 #include <cmath>

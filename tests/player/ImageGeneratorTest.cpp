@@ -1,5 +1,5 @@
-#include "platform/gstreamer/ForegroundWork.h"
-#include "platform/gstreamer/GstAssetLoader.h"
+#include "player/GstAssetLoader.h"
+#include "player/base/ForegroundWork.h"
 #include "tests/player/MarkedClip.h"
 #include "tests/player/Quarters.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gstreamer/LoopFeeder.h"
+#include "player/loop/LoopFeeder.h"
 #include "tests/player/FrameReading.h"
 
 #include <cstddef>

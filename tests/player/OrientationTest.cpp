@@ -1,6 +1,6 @@
-#include "platform/gstreamer/Orientation.h"
+#include "player/source/Orientation.h"
 
-#include "platform/gstreamer/TrackOrientation.h"
+#include "player/source/TrackOrientation.h"
 #include "tests/player/MarkedClip.h"
 #include "tests/player/Quarters.h"
 

@@ -1,4 +1,4 @@
-#include "platform/gstreamer/PictureSize.h"
+#include "player/pictures/PictureSize.h"
 
 #include <gtest/gtest.h>
 

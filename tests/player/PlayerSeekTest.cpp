@@ -1,4 +1,4 @@
-#include "platform/gstreamer/ForegroundWork.h"
+#include "player/base/ForegroundWork.h"
 #include "tests/player/PlayerTest.h"
 #include "tests/support/Awaited.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/gstreamer/GstPlayback.h"
-#include "platform/playback/PlayerItem.h"
-#include "platform/playback/PlayerLooper.h"
-#include "platform/playback/QueuePlayer.h"
+#include "player/GstPlayback.h"
+#include "player/PlayerItem.h"
+#include "player/PlayerLooper.h"
+#include "player/QueuePlayer.h"
 #include "tests/player/CollectingOutput.h"
 #include "tests/player/MarkedClip.h"
 

@@ -1,4 +1,4 @@
-#include "platform/gstreamer/GstQueuePlayer.h"
+#include "player/GstQueuePlayer.h"
 #include "tests/player/PlayerTest.h"
 #include "tests/player/StuckFile.h"
 #include "tests/support/Awaited.h"

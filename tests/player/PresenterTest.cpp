@@ -1,6 +1,6 @@
-#include "platform/gstreamer/Presenter.h"
+#include "player/playout/Presenter.h"
 
-#include "platform/gstreamer/WakeUp.h"
+#include "player/base/WakeUp.h"
 #include "tests/player/CollectingOutput.h"
 #include "tests/support/Awaited.h"
 

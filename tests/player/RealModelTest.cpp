@@ -1,11 +1,11 @@
 #include "tests/player/RealModelTest.h"
 
 #include "media/MediaProbe.h"
-#include "platform/PrivateFolder.h"
-#include "platform/gstreamer/FrameScaler.h"
-#include "platform/gstreamer/RgbPainter.h"
-#include "platform/gstreamer/SampleSource.h"
-#include "platform/gstreamer/SampleTiming.h"
+#include "player/pictures/FrameScaler.h"
+#include "player/pictures/RgbPainter.h"
+#include "player/source/SampleSource.h"
+#include "player/source/SampleTiming.h"
+#include "system/PrivateFolder.h"
 #include "tests/player/Repetition.h"
 
 #include <cmath>

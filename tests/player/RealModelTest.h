@@ -1,9 +1,9 @@
 #pragma once
 
 #include "model/AppModel.h"
-#include "platform/gstreamer/GstAssetLoader.h"
-#include "platform/gstreamer/GstPlayback.h"
-#include "platform/playback/QueuePlayer.h"
+#include "player/GstAssetLoader.h"
+#include "player/GstPlayback.h"
+#include "player/QueuePlayer.h"
 #include "tests/player/CollectingOutput.h"
 #include "tests/player/MarkedClip.h"
 #include "tests/support/Awaited.h"

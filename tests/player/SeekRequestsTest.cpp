@@ -1,4 +1,4 @@
-#include "platform/gstreamer/SeekRequests.h"
+#include "player/engine/SeekRequests.h"
 
 #include <gtest/gtest.h>
 

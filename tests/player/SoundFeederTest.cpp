@@ -1,6 +1,6 @@
-#include "platform/gstreamer/SoundFeeder.h"
+#include "player/sound/SoundFeeder.h"
 
-#include "platform/gstreamer/WakeUp.h"
+#include "player/base/WakeUp.h"
 #include "tests/player/MarkedClip.h"
 #include "tests/support/Awaited.h"
 

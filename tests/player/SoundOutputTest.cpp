@@ -1,4 +1,4 @@
-#include "platform/gstreamer/SoundOutput.h"
+#include "player/sound/SoundOutput.h"
 
 #include <gtest/gtest.h>
 

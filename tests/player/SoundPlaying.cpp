@@ -1,7 +1,7 @@
 #include "tests/player/SoundPlaying.h"
 
-#include "platform/gstreamer/Handover.h"
-#include "platform/playback/PlayerItem.h"
+#include "player/PlayerItem.h"
+#include "player/base/Handover.h"
 #include "tests/support/Awaited.h"
 
 #include <algorithm>

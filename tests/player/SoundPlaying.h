@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/gstreamer/GstPlayback.h"
-#include "platform/playback/PlayerLooper.h"
-#include "platform/playback/QueuePlayer.h"
+#include "player/GstPlayback.h"
+#include "player/PlayerLooper.h"
+#include "player/QueuePlayer.h"
 #include "tests/player/CollectingOutput.h"
 
 #include <gst/app/gstappsink.h>

@@ -1,6 +1,6 @@
-#include "platform/gstreamer/SoundReader.h"
+#include "player/sound/SoundReader.h"
 
-#include "platform/gstreamer/WakeUp.h"
+#include "player/base/WakeUp.h"
 #include "tests/player/MarkedClip.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/playback/PlayerItem.h"
+#include "player/PlayerItem.h"
 #include "tests/player/MarkedClip.h"
 #include "tests/player/Repetition.h"
 #include "tests/player/SoundPlaying.h"

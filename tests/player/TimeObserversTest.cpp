@@ -1,4 +1,4 @@
-#include "platform/gstreamer/TimeObservers.h"
+#include "player/playout/TimeObservers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "platform/gstreamer/SampleSource.h"
-#include "platform/gstreamer/SampleTiming.h"
+#include "player/source/SampleSource.h"
+#include "player/source/SampleTiming.h"
 #include "tests/player/MarkedClip.h"
 
 #include <gtest/gtest.h>

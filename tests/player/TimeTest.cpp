@@ -1,6 +1,6 @@
-#include "platform/gstreamer/Clock.h"
-#include "platform/gstreamer/LoopRange.h"
-#include "platform/gstreamer/Nanoseconds.h"
+#include "player/base/Clock.h"
+#include "player/base/Nanoseconds.h"
+#include "player/loop/LoopRange.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/gstreamer/VideoBuffers.h"
+#include "player/pictures/VideoBuffers.h"
 
 #include <gtest/gtest.h>
 

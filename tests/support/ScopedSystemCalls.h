@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SystemCalls.h"
+#include "system/SystemCalls.h"
 
 namespace stackreel
 {

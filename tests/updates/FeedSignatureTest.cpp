@@ -1,7 +1,7 @@
-#include "platform/updates/FeedSignature.h"
+#include "updates/FeedSignature.h"
 
 #include "packaging/feed-tool/FeedSigningKey.h"
-#include "platform/updates/Base64.h"
+#include "updates/Base64.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

@@ -1,7 +1,7 @@
 // Tests the tool with which a maintainer creates a key and signs a feed.
 
-#include "platform/updates/UpdateFeed.h"
 #include "tests/support/TemporaryDirectory.h"
+#include "updates/UpdateFeed.h"
 
 #include <QProcess>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/updates/FeedFetcher.h"
 #include "tests/support/Awaited.h"
+#include "updates/FeedFetcher.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/updates/UpdateNotifier.h"
+#include "updates/UpdateNotifier.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "platform/updates/StandardUpdaterController.h"
+#include "updates/StandardUpdaterController.h"
 
 #include "packaging/feed-tool/FeedSigningKey.h"
 #include "tests/support/Awaited.h"

@@ -1,7 +1,7 @@
-#include "platform/updates/UpdateFeed.h"
+#include "updates/UpdateFeed.h"
 
 #include "packaging/feed-tool/FeedSigningKey.h"
-#include "platform/updates/UpdateError.h"
+#include "updates/UpdateError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/updates/UpdateMessageBoxes.h"
+#include "updates/UpdateMessageBoxes.h"
 
 #include "tests/support/ProcessEnd.h"
 

@@ -1,4 +1,4 @@
-#include "platform/updates/UpdateStore.h"
+#include "updates/UpdateStore.h"
 
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryDirectory.h"

@@ -1,4 +1,4 @@
-#include "platform/updates/UpdateVersion.h"
+#include "updates/UpdateVersion.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "app/UpdaterController.h"
 
 #include "packaging/feed-tool/FeedSigningKey.h"
-#include "platform/Version.h"
+#include "system/Version.h"
 #include "tests/support/TemporaryDirectory.h"
 #include "tests/updates/FetchOutcome.h"
 #include "tests/updates/LoopbackServer.h"

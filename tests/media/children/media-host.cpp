@@ -13,7 +13,7 @@
 #include "media/MediaToolError.h"
 #include "media/ProcessRunner.h"
 #include "media/ToolLocator.h"
-#include "platform/SystemError.h"
+#include "system/SystemError.h"
 #include "tests/support/Awaited.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/playback/Asset.h"
+#include "player/Asset.h"
 
 #include <filesystem>
 #include <functional>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/panels/OpenPanel.h"
-#include "platform/panels/SavePanel.h"
+#include "desktop/panels/OpenPanel.h"
+#include "desktop/panels/SavePanel.h"
 #include "tests/support/fakes/Journal.h"
 
 #include <filesystem>

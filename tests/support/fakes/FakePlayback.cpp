@@ -1,6 +1,6 @@
 #include "tests/support/fakes/FakePlayback.h"
 
-#include "platform/playback/PlayerItem.h"
+#include "player/PlayerItem.h"
 
 #include <stdexcept>
 #include <utility>

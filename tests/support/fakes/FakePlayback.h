@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/playback/Playback.h"
+#include "player/Playback.h"
 #include "tests/support/fakes/FakePlayerLooper.h"
 #include "tests/support/fakes/FakeQueuePlayer.h"
 #include "tests/support/fakes/Journal.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/playback/MediaTime.h"
-#include "platform/playback/PlayerLooper.h"
+#include "player/PlayerLooper.h"
+#include "player/base/MediaTime.h"
 #include "tests/support/fakes/Journal.h"
 
 #include <filesystem>

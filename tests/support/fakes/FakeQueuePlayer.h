@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/playback/QueuePlayer.h"
-#include "platform/playback/VideoOutput.h"
+#include "player/QueuePlayer.h"
+#include "player/base/VideoOutput.h"
 #include "tests/support/fakes/Journal.h"
 
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/playback/MediaTime.h"
+#include "player/base/MediaTime.h"
 
 #include <string>
 #include <utility>

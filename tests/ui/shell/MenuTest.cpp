@@ -1,4 +1,4 @@
-#include "platform/Version.h"
+#include "system/Version.h"
 #include "tests/ui/shell/Menus.h"
 
 #include <QSignalSpy>

@@ -1,4 +1,4 @@
-#include "platform/Version.h"
+#include "system/Version.h"
 #include "tests/ui/views/ViewsTest.h"
 
 #include <QAccessible>

@@ -1,0 +1,31 @@
+#include "desktop/panels/qt/FileSavePanel.h"
+
+#include "desktop/panels/qt/ContentTypeFilters.h"
+#include "desktop/panels/qt/PanelPaths.h"
+#include "desktop/panels/qt/SaveDialog.h"
+
+#include <utility>
+
+namespace stackreel
+{
+
+void FileSavePanel::begin(const SavePanelRequest& request, PanelCompletion completion)
+{
+    auto dialog =
+        std::make_unique<SaveDialog>(ContentTypeFilters::requiredSuffix(request.allowedContentTypes));
+    dialog->setWindowTitle(QString::fromStdString(request.title));
+    dialog->setOption(QFileDialog::ReadOnly, !request.canCreateDirectories);
+    dialog->setNameFilters(ContentTypeFilters::names(request.allowedContentTypes));
+    dialog->setDirectory(PanelPaths::startingFolder(m_folders->save()));
+    dialog->setLabelText(QFileDialog::Accept, QString::fromStdString(request.prompt));
+    dialog->selectFile(PanelPaths::text(request.defaultName));
+
+    const auto choice = [this, shown = dialog.get()]() -> std::optional<std::filesystem::path> {
+        const auto file = PanelPaths::path(shown->chosenFile());
+        m_folders->setSavedFile(file);
+        return file;
+    };
+    m_shown.show(std::move(dialog), choice, std::move(completion));
+}
+
+} // namespace stackreel

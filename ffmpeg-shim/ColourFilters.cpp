@@ -1,0 +1,186 @@
+#include "ffmpeg-shim/ColourFilters.h"
+
+#include <algorithm>
+#include <iterator>
+#include <regex>
+
+namespace stackreel::shim
+{
+
+namespace
+{
+
+// Without these flags swscale rounds a grey of 52 to 49, 52, 49 when it changes the matrix (ΔE 3), and takes
+// the mean of two pixels' chroma before it converts it.
+const std::string exactFlags = "accurate_rnd+full_chroma_inp+full_chroma_int";
+
+const std::string tags = "setparams=range=tv:color_primaries=bt709:color_trc=bt709:colorspace=bt709";
+const std::string toBt709 = "out_color_matrix=bt709:out_range=tv";
+
+// Each decoded picture is marked as interlaced or not. Files can have both; only the interlaced ones change.
+const std::string deinterlace = "bwdif=mode=send_frame:parity=auto:deint=interlaced";
+
+const std::regex& halfScale()
+{
+    static const std::regex pattern("(scale=[0-9]+:[0-9]+):flags=bicubic(?=[,;\\[])");
+    return pattern;
+}
+
+// The scale that `withEvenSides` writes into the filters of a preview copy.
+const std::regex& copyScale()
+{
+    static const std::regex pattern(
+        "^(scale=[0-9]+:'max\\(2,2\\*round\\([0-9]+\\*ih/iw/2\\)\\)')(?=,format=yuv420p$)");
+    return pattern;
+}
+
+const std::regex& graphStart()
+{
+    static const std::regex pattern("^\\[0:v:0\\](?=split=2\\[)");
+    return pattern;
+}
+
+const std::regex& graphEnd()
+{
+    static const std::regex pattern("(format=yuv420p)(?=\\[[A-Za-z]+\\]$)");
+    return pattern;
+}
+
+std::string fromSource(const ColourConversion& conversion)
+{
+    if (conversion.matrix.empty())
+        return "";
+    return ":in_color_matrix=" + conversion.matrix + (conversion.fullRange ? ":in_range=pc" : ":in_range=tv");
+}
+
+// The table is applied to ten bits per component: with eight, dark steps of high dynamic range would show.
+std::string byTables(const ColourConversion& conversion, const ColourTables& tables)
+{
+    std::string filters = ",format=gbrp10";
+    for (const std::string& table : conversion.tables)
+        filters +=
+            ",lut3d=file=" + filterValue(tables.folder + "/" + table + ".cube") + ":interp=tetrahedral";
+    return filters + ",scale=flags=" + exactFlags + ":" + toBt709;
+}
+
+// zimg shows the reference white of 203 cd/m² (ITU-R BT.2408) as 1 and the highlights above it by the curve
+// of `ColourTable.h`. It needs even heights for 4:2:0, so the halves stay 4:4:4 until they are stacked.
+std::string byZscale()
+{
+    return ",format=yuv444p10,zscale=t=linear:npl=203,format=gbrpf32le,zscale=p=bt709,"
+           "tonemap=mobius:param=0.6:desat=0:peak=4.926,zscale=t=bt709:m=bt709:r=tv,format=yuv444p";
+}
+
+/// The options and filters behind the size of a `scale` filter.
+std::string conversionFilters(const ColourConversion& conversion, const ColourTables& tables)
+{
+    const std::string flags = ":flags=bicubic+" + exactFlags;
+    if (!conversion.tables.empty() && tables.filter == TableFilter::lut3d)
+        return flags + fromSource(conversion) + byTables(conversion, tables);
+    if (conversion.isHdr() && tables.filter == TableFilter::zscale)
+        return ":flags=bicubic" + byZscale();
+    return flags + fromSource(conversion) + ":" + toBt709;
+}
+
+/// Replaces each match by its first group and `text`, in which no character is special.
+std::string replaced(const std::string& filters, const std::regex& pattern, const std::string& text)
+{
+    std::string result;
+    auto rest = filters.begin();
+    for (std::sregex_iterator match(filters.begin(), filters.end(), pattern), none; match != none; ++match) {
+        result.append(rest, (*match)[0].first);
+        result += (match->size() > 1 ? (*match)[1].str() : match->str()) + text;
+        rest = (*match)[0].second;
+    }
+    return result.append(rest, filters.end());
+}
+
+std::string convertedGraph(const std::string& graph, const std::string& filters, bool interlaced)
+{
+    std::string result = filters.empty() ? graph : replaced(graph, halfScale(), filters);
+    result = replaced(result, graphEnd(), "," + tags);
+    return interlaced ? replaced(result, graphStart(), deinterlace + ",") : result;
+}
+
+std::string convertedCopy(const std::string& chain, const std::string& filters, bool interlaced)
+{
+    const std::string result = filters.empty() ? chain : replaced(chain, copyScale(), filters);
+    return (interlaced ? deinterlace + "," : "") + result + "," + tags;
+}
+
+bool isExportGraph(const std::string& graph)
+{
+    const std::sregex_iterator halves(graph.begin(), graph.end(), halfScale());
+    return std::distance(halves, std::sregex_iterator()) == 2 && std::regex_search(graph, graphStart()) &&
+           std::regex_search(graph, graphEnd());
+}
+
+/// The value of an option; the end if the option is missing or there several times.
+Arguments::iterator valueOf(Arguments& arguments, const std::string& option)
+{
+    const auto found = std::ranges::find(arguments, option);
+    if (found == arguments.end() || std::find(std::next(found), arguments.end(), option) != arguments.end())
+        return arguments.end();
+    return std::next(found);
+}
+
+} // namespace
+
+TableFilter preferredTableFilter(std::string_view listing, bool haveTables)
+{
+    const auto has = [&](const std::string& name) {
+        return listing.find(" " + name + " ") != std::string_view::npos;
+    };
+    if (haveTables && has("lut3d"))
+        return TableFilter::lut3d;
+    return has("zscale") && has("tonemap") ? TableFilter::zscale : TableFilter::none;
+}
+
+std::string onlyInput(const Arguments& arguments)
+{
+    Arguments copy = arguments;
+    const auto input = valueOf(copy, "-i");
+    return input == copy.end() ? "" : *input;
+}
+
+bool canConvertColours(const Arguments& arguments)
+{
+    Arguments copy = arguments;
+    const auto graph = valueOf(copy, "-filter_complex");
+    const auto chain = valueOf(copy, "-vf");
+    if (onlyInput(arguments).empty() || (graph == copy.end()) == (chain == copy.end()))
+        return false;
+    return graph != copy.end() ? isExportGraph(*graph) : std::regex_search(*chain, copyScale());
+}
+
+Arguments withBt709(Arguments arguments, const ColourConversion& conversion, const ColourTables& tables)
+{
+    if (!canConvertColours(arguments))
+        return arguments;
+    const std::string filters = conversion.changesColours() ? conversionFilters(conversion, tables) : "";
+    const auto graph = valueOf(arguments, "-filter_complex");
+    if (graph != arguments.end()) {
+        *graph = convertedGraph(*graph, filters, conversion.isInterlaced);
+        return arguments;
+    }
+    const auto chain = valueOf(arguments, "-vf");
+    *chain = convertedCopy(*chain, filters, conversion.isInterlaced);
+    return arguments;
+}
+
+// FFmpeg reads the graph and then the options of each filter, and both take a backslash and quotes as marks.
+std::string filterValue(const std::string& path)
+{
+    const auto escaped = [](const std::string& text, std::string_view special) {
+        std::string result;
+        for (const char character : text) {
+            if (special.find(character) != std::string_view::npos)
+                result += '\\';
+            result += character;
+        }
+        return result;
+    };
+    return escaped(escaped(path, "\\':"), "\\'[],;");
+}
+
+} // namespace stackreel::shim

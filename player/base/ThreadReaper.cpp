@@ -1,0 +1,75 @@
+#include "player/base/ThreadReaper.h"
+
+#include <atomic>
+#include <list>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace stackreel
+{
+
+namespace
+{
+
+class ThreadReaper
+{
+public:
+    ~ThreadReaper()
+    {
+        // Those still running may run others themselves until they have ended.
+        while (std::optional<std::thread> thread = takeOne())
+            thread->join();
+    }
+
+    void run(std::function<void()> body)
+    {
+        auto over = std::make_shared<std::atomic<bool>>(false);
+        const std::lock_guard lock(m_mutex);
+        m_entries.remove_if([](Entry& entry) {
+            if (!*entry.over)
+                return false;
+            entry.thread.join();
+            return true;
+        });
+        m_entries.push_back({over, std::thread([body = std::move(body), over]() mutable {
+                                 body();
+                                 body = nullptr; // what it holds goes on this thread
+                                 *over = true;
+                             })});
+    }
+
+private:
+    struct Entry {
+        std::shared_ptr<std::atomic<bool>> over;
+        std::thread thread;
+    };
+
+    std::optional<std::thread> takeOne()
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_entries.empty())
+            return std::nullopt;
+        std::thread thread = std::move(m_entries.front().thread);
+        m_entries.pop_front();
+        return thread;
+    }
+
+    std::mutex m_mutex;
+    std::list<Entry> m_entries;
+};
+
+/// Constructed before `main`, so that a function which `main` registers with `atexit` runs before the
+/// destructor.
+ThreadReaper reaper;
+
+} // namespace
+
+void runDetached(std::function<void()> body)
+{
+    reaper.run(std::move(body));
+}
+
+} // namespace stackreel

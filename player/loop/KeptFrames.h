@@ -1,0 +1,72 @@
+#pragma once
+
+#include "player/loop/LoopRange.h"
+#include "player/pictures/PictureSize.h"
+#include "player/pictures/PlanarFrame.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace stackreel
+{
+
+/// The first frames of a range, kept so that the range can begin again without waiting for the decoder, which
+/// has to start at a key frame that may lie far before. All of them, when they fit: then nothing is decoded
+/// any more while the range repeats.
+struct KeptFrames {
+    LoopRange range;
+    PictureSize box; ///< what the frames were scaled to fit into
+    std::vector<PlanarFramePtr> frames;
+    std::size_t outdated = 0; ///< how many of the first frames fit into another box
+    std::size_t bytes = 0;
+    bool complete = false;
+    Nanoseconds end = 0; ///< of the range, or of what the file has of it; only when complete
+
+    /// Adds the next frame unless that would exceed `budget` bytes. The first second may take three times as
+    /// much: so long a decoder can take to get back to the range's start from a key frame far before, and
+    /// large pictures would not last.
+    bool add(const PlanarFramePtr& frame, std::size_t budget)
+    {
+        const bool bridges = frame->time - range.start < second;
+        if (bytes + frame->bytes() > (bridges ? 3 * budget : budget))
+            return false;
+        bytes += frame->bytes();
+        frames.push_back(frame);
+        return true;
+    }
+    /// The frames added from now on fit into `now`.
+    void changeBox(PictureSize now)
+    {
+        if (now != box)
+            outdated = frames.size();
+        box = now;
+    }
+
+    bool fits(PictureSize wanted) const { return box == wanted && outdated == 0; }
+    /// The part of the range whose frames have to be made anew to fit.
+    LoopRange lacking(PictureSize wanted) const
+    {
+        if (box != wanted || outdated == frames.size())
+            return range;
+        return {range.start, frames[outdated]->time};
+    }
+    /// These frames with the first ones replaced by those of the part they lacked; none when the two do not
+    /// meet.
+    std::shared_ptr<const KeptFrames> behind(const KeptFrames& first) const
+    {
+        if (!first.fits(box) || !first.complete || first.range != lacking(box))
+            return nullptr;
+        auto joined = std::make_shared<KeptFrames>(*this);
+        joined->frames.erase(joined->frames.begin(),
+                             joined->frames.begin() + static_cast<std::ptrdiff_t>(outdated));
+        joined->frames.insert(joined->frames.begin(), first.frames.begin(), first.frames.end());
+        joined->outdated = 0;
+        joined->bytes = 0;
+        for (const PlanarFramePtr& frame : joined->frames)
+            joined->bytes += frame->bytes();
+        return joined;
+    }
+};
+
+} // namespace stackreel

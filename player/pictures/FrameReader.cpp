@@ -1,0 +1,226 @@
+#include "player/pictures/FrameReader.h"
+
+#include "player/source/SampleTiming.h"
+#include "player/source/TrackOrientation.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// How much later than wanted a seek asks for a key frame. Demuxers go back to where a packet of sound begins
+/// that overlaps the time asked for, and from a key frame at that time thus to the one before it.
+constexpr Nanoseconds packetOfSound = 48 * millisecond;
+
+} // namespace
+
+FrameReader::FrameReader(SourceFile file, PictureSize box, std::function<void()> wake,
+                         std::chrono::nanoseconds quiet)
+    : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box), m_end(quiet)
+{
+    open();
+}
+
+void FrameReader::open()
+{
+    m_pipeline = std::make_unique<DecodePipeline>(m_file, DecodePipeline::Content::pictures, m_wake);
+    m_untouched = true;
+    m_readsOn = true;
+    m_end.postpone();
+}
+
+void FrameReader::showFrom(Nanoseconds time)
+{
+    setGoal({time, true});
+}
+
+void FrameReader::showKeyFrame(Nanoseconds time)
+{
+    setGoal({time, true, true});
+}
+
+void FrameReader::continueAfter(Nanoseconds time)
+{
+    setGoal({time, false});
+}
+
+void FrameReader::readOnTo(Nanoseconds time)
+{
+    if (m_seekPending || !m_readsOn || !m_pipeline)
+        return showFrom(time);
+    m_goal = {time, true};
+    m_seekTime = 0; // nothing before what comes now is wanted
+}
+
+void FrameReader::rest()
+{
+    if (!m_pipeline)
+        return;
+    m_restingDuration = m_pipeline->claimedDuration();
+    m_candidate.reset();
+    m_following.reset();
+    m_pipeline.reset();
+}
+
+Nanoseconds FrameReader::claimedDuration() const
+{
+    return m_pipeline ? m_pipeline->claimedDuration() : m_restingDuration;
+}
+
+void FrameReader::setGoal(Goal goal)
+{
+    m_goal = goal;
+    m_candidate.reset();
+    m_following.reset();
+    m_stepBack = -packetOfSound;
+    m_seekTime = std::max<Nanoseconds>(goal.time - m_stepBack, 0);
+    m_seekPending = true;
+}
+
+FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
+{
+    if (m_following) {
+        Picture following = std::move(*std::exchange(m_following, std::nullopt));
+        return m_goal ? approach(std::move(following), frame) : deliver(std::move(following), frame);
+    }
+    if (!m_pipeline && !m_seekPending)
+        return Step::end;
+    if (m_seekPending && !seekToGoal())
+        return m_end.isReached(*m_pipeline) ? Step::failed : Step::waiting;
+    const bool over = m_end.isReached(*m_pipeline);
+    Picture picture;
+    picture.sample = m_pipeline->tryPull();
+    if (!picture.sample)
+        return over ? endOfStream(frame) : Step::waiting;
+    const bool fromBeginning = std::exchange(m_untouched, false);
+    m_end.postpone();
+    picture.duration = sampleDuration(picture.sample.get());
+    picture.time = m_pipeline->timeOf(picture.sample.get());
+    if (picture.time < 0)
+        picture.time = m_lastTime < 0 ? 0 : m_lastTime + picture.duration;
+    if (fromBeginning)
+        m_firstTime = picture.time;
+    else if (m_lastTime < 0 && isAstray(picture.time))
+        return readAfresh();
+    if (picture.time <= m_lastTime)
+        return Step::working; // out of order: a damaged stream
+    m_lastTime = picture.time;
+    return m_goal ? approach(std::move(picture), frame) : deliver(std::move(picture), frame);
+}
+
+/// False when the pipeline has not come far enough to seek.
+bool FrameReader::seekToGoal()
+{
+    if (!m_pipeline || (m_pipeline->failed() && !m_untouched))
+        open(); // what broke off is read afresh
+    // What breaks off at once cannot seek, but what there is of it can be read.
+    if (m_untouched && (m_goal->time <= halfUnit || m_pipeline->failed()))
+        m_seekTime = 0;
+    else if (!m_pipeline->started())
+        return false;
+    else if (!seek() && !m_untouched)
+        open(); // what cannot seek is read from its beginning again
+    m_seekPending = false;
+    m_lastTime = -1;
+    return true;
+}
+
+/// False when the stream cannot seek at all, so that it has to be read from its beginning.
+bool FrameReader::seek()
+{
+    m_readsOn = !m_goal->keyFrameOnly;
+    const bool sought = m_readsOn ? m_pipeline->seekToKeyFrame(m_seekTime)
+                                  : m_pipeline->seekToOneKeyFrame(m_seekTime, m_goal->time);
+    if (!sought && !m_pipeline->seekToKeyFrame(m_seekTime = 0)) {
+        m_readsOn = true;
+        return false;
+    }
+    m_untouched = false;
+    m_end.postpone();
+    return true;
+}
+
+/// For times shortly before a key frame, for streams without an index, whose seeks land somewhere near, and
+/// for times past the end.
+FrameReader::Step FrameReader::seekEarlier()
+{
+    if (m_stepBack < -halfUnit)
+        m_stepBack = -halfUnit;
+    else
+        m_stepBack = m_stepBack > 0 ? m_stepBack * 4 : second;
+    m_seekTime = std::max<Nanoseconds>(m_goal->time - m_stepBack, 0);
+    m_goal->keyFrameOnly = false; // where it should be it was not to be had
+    m_seekPending = true;
+    return Step::working;
+}
+
+/// Whether the first picture after a seek shows that it led to a wrong place: to no seek is the first
+/// fragment of some files open, and that of others only with wrong times.
+bool FrameReader::isAstray(Nanoseconds time) const
+{
+    const bool tooLate = m_goal && m_seekTime == 0 && time > std::max(m_goal->time, m_firstTime) + halfUnit;
+    return tooLate || m_pipeline->isDisplaced();
+}
+
+/// What is wanted is found by reading on from the beginning.
+FrameReader::Step FrameReader::readAfresh()
+{
+    open();
+    m_seekTime = 0;
+    m_lastTime = -1;
+    m_candidate.reset();
+    return Step::working;
+}
+
+FrameReader::Step FrameReader::approach(Picture picture, PlanarFramePtr& frame)
+{
+    if (picture.time <= m_goal->time + halfUnit) {
+        m_candidate = std::move(picture);
+        return Step::working;
+    }
+    if (!m_candidate && m_seekTime > 0)
+        return seekEarlier();
+    const bool inclusive = std::exchange(m_goal, std::nullopt)->inclusive;
+    std::optional<Picture> candidate = std::exchange(m_candidate, std::nullopt);
+    if (!inclusive || !candidate)
+        return deliver(std::move(picture), frame);
+    m_following = std::move(picture);
+    return deliver(std::move(*candidate), frame);
+}
+
+FrameReader::Step FrameReader::endOfStream(PlanarFramePtr& frame)
+{
+    if (!m_goal)
+        return Step::end;
+    if (!m_candidate && m_seekTime > 0)
+        return seekEarlier();
+    const bool inclusive = std::exchange(m_goal, std::nullopt)->inclusive;
+    std::optional<Picture> candidate = std::exchange(m_candidate, std::nullopt);
+    if (!candidate)
+        return Step::failed;
+    return inclusive ? deliver(std::move(*candidate), frame) : Step::end;
+}
+
+FrameReader::Step FrameReader::deliver(Picture picture, PlanarFramePtr& frame)
+{
+    frame = m_scaler.scale(picture.sample.get(), orientation(), picture.time, picture.duration);
+    return frame ? Step::frame : Step::working;
+}
+
+Orientation FrameReader::orientation()
+{
+    if (!m_upright)
+        return {};
+    const Orientation told = m_pipeline->orientation();
+    if (told != Orientation())
+        return told;
+    if (!m_overlooked)
+        m_overlooked = overlookedOrientation(m_file.path());
+    return *m_overlooked;
+}
+
+} // namespace stackreel

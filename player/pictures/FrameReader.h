@@ -1,0 +1,114 @@
+#pragma once
+
+#include "player/base/Clock.h"
+#include "player/pictures/FrameScaler.h"
+#include "player/pictures/PlanarFrame.h"
+#include "player/source/DecodePipeline.h"
+#include "player/source/EndOfReading.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace stackreel
+{
+
+/// Delivers the frames of a file in order, from any time on, without ever waiting for one.
+///
+/// Seeks are carried out by going to a key frame and decoding on, with the decision which frame is the one
+/// under the time made here, since only the next frame's time tells how long a frame really stays.
+///
+/// One thread. Times are nanoseconds on the file's time line.
+class FrameReader
+{
+public:
+    enum class Step {
+        waiting, ///< nothing can be done until `wake` is called, or at `deadline`
+        working, ///< some progress was made; go on
+        frame,   ///< the next frame
+        end,     ///< no frame follows; the stream ended, or broke off
+        failed,  ///< no frame at all can be had
+    };
+
+    /// Opens the file, to be read from its beginning. `wake` as with `DecodePipeline`. After an error, frames
+    /// may still be on their way through the decoder: none is expected any more when none came for `quiet`.
+    /// Throws `std::runtime_error` when GStreamer lacks an element.
+    FrameReader(SourceFile file, PictureSize box, std::function<void()> wake,
+                std::chrono::nanoseconds quiet = std::chrono::seconds(2));
+
+    /// The next frame is to be the one on screen at `time`: the last that starts no later. Where the file
+    /// begins after or ends before that time, its first or last frame.
+    void showFrom(Nanoseconds time);
+    /// The next frame is to be the key frame at `time`, and none is to follow it.
+    void showKeyFrame(Nanoseconds time);
+    /// The next frame is to be the first that starts after `time`.
+    void continueAfter(Nanoseconds time);
+
+    /// The next frame is to be the one on screen at `time`, which lies ahead of those delivered so far,
+    /// by decoding on; or the very next one where that is later already.
+    void readOnTo(Nanoseconds time);
+
+    /// Lets go of the decoder, its pictures and the file until the next frame is asked for by its time.
+    void rest();
+
+    /// Does one bit of work; on `Step::frame` the frame is in `frame`.
+    Step step(PlanarFramePtr& frame);
+    /// When to look again although nobody woke; none but while it is unclear whether frames are still to come
+    /// of what broke off.
+    std::optional<Clock::Instant> deadline() const { return m_end.deadline(); }
+    /// Reading stopped early, so that there may be more than was delivered.
+    bool brokeOff() const { return m_pipeline && m_pipeline->failed(); }
+
+    /// Whether frames are turned upright, as they are at first. To be set before the first one.
+    void setUpright(bool upright) { m_upright = upright; }
+    /// Applies from the next frame on.
+    void setBox(PictureSize box) { m_scaler.setBox(box); }
+    PictureSize box() const { return m_scaler.box(); }
+    /// The file's length as it claims, 0 when it does not say.
+    Nanoseconds claimedDuration() const;
+
+private:
+    struct Picture {
+        GstSamplePtr sample;
+        Nanoseconds time = 0;
+        Nanoseconds duration = 0;
+    };
+    struct Goal {
+        Nanoseconds time;
+        bool inclusive; ///< the frame under the time is wanted, not the one after
+        bool keyFrameOnly = false;
+    };
+
+    void setGoal(Goal goal);
+    void open();
+    bool seekToGoal();
+    bool seek();
+    Orientation orientation();
+    Step seekEarlier();
+    bool isAstray(Nanoseconds time) const;
+    Step readAfresh();
+    Step approach(Picture picture, PlanarFramePtr& frame);
+    Step endOfStream(PlanarFramePtr& frame);
+    Step deliver(Picture picture, PlanarFramePtr& frame);
+
+    SourceFile m_file;
+    std::function<void()> m_wake;
+    FrameScaler m_scaler;
+    std::unique_ptr<DecodePipeline> m_pipeline; ///< none while resting
+    Nanoseconds m_restingDuration = 0;          ///< what the file claimed until then
+    std::optional<Goal> m_goal;
+    bool m_upright = true;
+    bool m_seekPending = false;
+    bool m_readsOn = true;   ///< the stream goes on behind the goal
+    bool m_untouched = true; ///< just opened: reading from the beginning needs no seek
+    EndOfReading m_end;
+    std::optional<Orientation> m_overlooked; ///< see `overlookedOrientation`; none until it was looked up
+    Nanoseconds m_seekTime = 0;
+    Nanoseconds m_stepBack = 0;   ///< how far before the goal the seek went; negative when after it
+    Nanoseconds m_lastTime = -1;  ///< of the sample last read since the seek
+    Nanoseconds m_firstTime = -1; ///< of the file's first picture; negative until that was read
+    std::optional<Picture> m_candidate;
+    std::optional<Picture> m_following;
+};
+
+} // namespace stackreel

@@ -1,0 +1,71 @@
+#include "player/playout/FrameQueue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace stackreel
+{
+
+namespace
+{
+
+constexpr std::size_t queueBytes = 32U << 20;
+constexpr std::size_t fewestFrames = 4;
+constexpr std::size_t mostFrames = 90;
+/// Frames from memory are handed over a few at a time: there may be as little as one per range.
+constexpr std::size_t replayedFrames = 12;
+
+} // namespace
+
+void FrameQueue::push(QueuedFrame frame)
+{
+    count(frame, true);
+    m_frames.push_back(std::move(frame));
+}
+
+QueuedFrame FrameQueue::pop()
+{
+    QueuedFrame frame = std::move(m_frames.front());
+    m_frames.pop_front();
+    count(frame, false);
+    return frame;
+}
+
+bool FrameQueue::hasRoom(bool replayed) const
+{
+    if (replayed)
+        return m_frames.size() < replayedFrames;
+    return m_decodedFrames < fewestFrames || (m_decodedFrames < mostFrames && m_decodedBytes < queueBytes);
+}
+
+bool FrameQueue::endAfterRunOf(const QueuedFrame& current)
+{
+    const auto later = std::find_if(m_frames.begin(), m_frames.end(), [&current](const QueuedFrame& frame) {
+        return frame.iteration > current.iteration;
+    });
+    if (later == m_frames.end())
+        return false;
+    // The last frame's time comes to an end where the next run would have begun.
+    const Nanoseconds position = current.position + later->due - current.due;
+    QueuedFrame end{nullptr, later->due, position, current.iteration, false};
+    for (auto dropped = later; dropped != m_frames.end(); ++dropped)
+        count(*dropped, false);
+    m_frames.erase(later, m_frames.end());
+    m_frames.push_back(std::move(end));
+    return true;
+}
+
+void FrameQueue::count(const QueuedFrame& frame, bool comes)
+{
+    if (frame.kept || !frame.frame)
+        return;
+    if (comes) {
+        ++m_decodedFrames;
+        m_decodedBytes += frame.frame->bytes();
+    } else {
+        --m_decodedFrames;
+        m_decodedBytes -= frame.frame->bytes();
+    }
+}
+
+} // namespace stackreel

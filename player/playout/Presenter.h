@@ -1,0 +1,94 @@
+#pragma once
+
+#include "player/base/SharedClock.h"
+#include "player/base/VideoOutput.h"
+#include "player/pictures/RgbPainter.h"
+#include "player/playout/FrameQueue.h"
+#include "player/playout/OutputSlot.h"
+#include "player/playout/TimeObservers.h"
+
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+namespace stackreel
+{
+
+/// Shows queued frames at the moments they are due, on a thread of its own that does nothing else, so that
+/// neither seeking nor decoding holds up a frame that is already there. When frames come too late the clock
+/// waits for them: every frame is shown.
+///
+/// All calls may be made on any thread and return at once.
+class Presenter
+{
+public:
+    /// `wake` is called when there is room for more frames or playing has ended, on the presenter's thread.
+    Presenter(std::shared_ptr<TimeObservers> observers, std::function<void()> wake);
+    Presenter(const Presenter&) = delete;
+    Presenter& operator=(const Presenter&) = delete;
+    ~Presenter();
+
+    /// Drops what is queued and shows `frame` at once; the clock goes on from its due time. `jump` numbers
+    /// the jump for the observers.
+    void jump(QueuedFrame frame, std::uint64_t jump);
+    /// Adds a frame that is due later than those before it.
+    void push(QueuedFrame frame);
+    void setRunning(bool running);
+    /// Drops what is queued; the current picture stays, and the clock stands still.
+    void hold();
+    /// Nothing is shown any more; observers are told that there is no time.
+    void clear(std::uint64_t jump);
+    /// Ends playing where the present run through the range ends. False when no frame beyond that was queued
+    /// yet, so that who feeds has to send the end.
+    bool endAfterThisRun();
+
+    /// Whether so few frames are queued that more are wanted; `replayed` when they come from memory.
+    bool hasRoom(bool replayed) const;
+    bool isRunning() const;
+    /// Playing reached its end; false again after the next jump.
+    bool hasEnded() const;
+    /// On the file's time line.
+    Nanoseconds position() const;
+
+    void setOutput(std::shared_ptr<VideoOutput> output);
+    /// Of played time, for whoever goes along with the pictures.
+    std::shared_ptr<const SharedClock> clock() const { return m_clock; }
+
+private:
+    using Lock = std::unique_lock<std::mutex>;
+
+    void run();
+    bool present(Lock& lock, Clock::Instant now);
+    void repaint(Lock& lock);
+    void prepare(Lock& lock);
+    void finish(const QueuedFrame& end, Clock::Instant now);
+    void waitForWork(Lock& lock);
+    Nanoseconds positionAt(Clock::Instant now) const;
+
+    const std::shared_ptr<TimeObservers> m_observers;
+    const std::function<void()> m_wake;
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
+    const std::shared_ptr<SharedClock> m_clock = std::make_shared<SharedClock>(); ///< changed under the mutex
+    FrameQueue m_queue;
+    QueuedFrame m_current;
+    std::uint64_t m_jump = 0;
+    bool m_repaint = false;
+    bool m_clear = false;
+    bool m_ended = false;
+    bool m_quit = false;
+
+    // The presenter's thread only.
+    RgbPainter m_painter;
+    PlanarFramePtr m_preparedFrom;
+    VideoFrame m_prepared;
+
+    OutputSlot m_output;
+    std::thread m_thread;
+};
+
+} // namespace stackreel

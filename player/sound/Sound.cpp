@@ -1,0 +1,215 @@
+#include "player/sound/Sound.h"
+
+#include "player/base/ThreadReaper.h"
+#include "player/base/WakeUp.h"
+#include "player/sound/SoundFeeder.h"
+
+#include <mutex>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+/// How long before its moment a piece is handed to the device. More would be heard after the pictures' clock
+/// had to wait for a late frame, less might come too late for the device.
+constexpr Nanoseconds lead = 150 * millisecond;
+/// How often the clock is looked at.
+constexpr auto rhythm = 20ms;
+
+} // namespace
+
+struct Sound::Job {
+    /// What there is to hear; guarded by the mutex.
+    struct Plan {
+        SourceFile file; ///< none when its path is empty
+        SoundRuns runs;
+        std::uint64_t opening = 0; ///< counts what was opened, and below it the jumps
+        std::uint64_t jump = 0;
+        bool audible = false;
+        bool quit = false;
+    };
+
+    MakeSoundSink makeSink;
+    std::shared_ptr<const SharedClock> clock;
+    WakeUp wakeUp;
+    std::mutex mutex;
+    Plan plan;
+
+    // The job's thread only.
+    std::unique_ptr<SoundReader> reader;
+    std::unique_ptr<SoundFeeder> feeder;
+    std::unique_ptr<SoundOutput> output;
+    std::optional<SoundFeeder::DuePiece> next;
+    std::uint64_t opened = 0;
+    std::optional<std::uint64_t> begunAt; ///< the jump it goes on from
+    bool useless = false;                 ///< there is no sound, or no way to play it
+
+    template <typename Change>
+    void change(Change change)
+    {
+        {
+            const std::lock_guard lock(mutex);
+            change(plan);
+        }
+        wakeUp.notify();
+    }
+    Plan read()
+    {
+        const std::lock_guard lock(mutex);
+        return plan;
+    }
+
+    void run()
+    {
+        for (Plan now = read(); !now.quit; now = read()) {
+            try {
+                tend(now);
+            } catch (const std::runtime_error&) {
+                giveUp();
+            }
+        }
+        close();
+    }
+
+    void tend(const Plan& now)
+    {
+        if (!now.audible || now.file.path().empty()) {
+            close();
+            wakeUp.wait();
+        } else if (!prepare(now)) {
+            wakeUp.wait(reader ? reader->deadline() : std::nullopt);
+        } else if (!clock->isRunning()) {
+            pause();
+            wakeUp.wait(std::chrono::steady_clock::now() + rhythm);
+        } else if (!advance(now)) {
+            wakeUp.wait(std::chrono::steady_clock::now() + rhythm);
+        }
+    }
+
+    void close()
+    {
+        next.reset();
+        output.reset();
+        feeder.reset();
+        reader.reset();
+        begunAt.reset();
+        opened = 0;
+        useless = false;
+    }
+
+    /// Until something else is opened, or it is to be heard again.
+    void giveUp()
+    {
+        const std::uint64_t opening = opened;
+        close();
+        opened = opening;
+        useless = true;
+    }
+
+    void pause()
+    {
+        output->silence();
+        next.reset();
+        begunAt.reset();
+    }
+
+    /// Opens what is to be heard and then the device; false as long as that is not to be had.
+    bool prepare(const Plan& now)
+    {
+        if (opened != now.opening) {
+            close();
+            opened = now.opening;
+            reader = std::make_unique<SoundReader>(now.file, [this] { wakeUp.notify(); });
+            feeder = std::make_unique<SoundFeeder>(*reader);
+        }
+        if (!useless && !output && reader->started())
+            output = std::make_unique<SoundOutput>(makeSink);
+        if (!useless && (output ? output->failed() : reader->isEmpty()))
+            giveUp();
+        return !useless && output;
+    }
+
+    /// Hands over the next piece when its time has come; false when there is nothing to do at once.
+    bool advance(const Plan& now)
+    {
+        const Clock time = clock->read();
+        const Nanoseconds played = time.at(std::chrono::steady_clock::now());
+        if (begunAt != now.jump) {
+            output->silence();
+            next.reset();
+            begunAt = now.jump;
+            feeder->beginAt(now.runs, played);
+        }
+        if (!next) {
+            SoundFeeder::DuePiece piece;
+            const SoundFeeder::Step step = feeder->step(now.runs, piece);
+            if (step == SoundFeeder::Step::piece)
+                next = std::move(piece);
+            return step != SoundFeeder::Step::waiting;
+        }
+        if (next->due > played + lead)
+            return false;
+        const auto piece = *std::exchange(next, std::nullopt);
+        if (piece.due + piece.piece.end() - piece.piece.position > played)
+            output->play(piece.piece, time.when(piece.due));
+        return true;
+    }
+};
+
+Sound::Sound(MakeSoundSink makeSink, std::shared_ptr<const SharedClock> clock)
+    : m_clock(std::move(clock)), m_job(std::make_shared<Job>())
+{
+    m_job->makeSink = std::move(makeSink);
+    m_job->clock = m_clock;
+}
+
+Sound::~Sound()
+{
+    m_job->change([](Job::Plan& plan) { plan.quit = true; });
+}
+
+void Sound::open(const SourceFile& file, LoopRange range)
+{
+    m_job->change([&](Job::Plan& plan) {
+        plan.file = file;
+        plan.runs = SoundRuns(range);
+        ++plan.opening;
+    });
+}
+
+void Sound::jump(const QueuedFrame& frame)
+{
+    m_job->change([&](Job::Plan& plan) {
+        plan.runs = SoundRuns(plan.runs.range());
+        plan.runs.follow(frame, frame.due);
+        ++plan.jump;
+    });
+}
+
+void Sound::follow(const QueuedFrame& frame)
+{
+    const Nanoseconds played = m_clock->at(std::chrono::steady_clock::now());
+    m_job->change([&](Job::Plan& plan) { plan.runs.follow(frame, played); });
+}
+
+void Sound::setAudible(bool audible)
+{
+    m_job->change([audible](Job::Plan& plan) { plan.audible = audible; });
+    if (!audible || m_started)
+        return;
+    try {
+        runDetached([job = m_job] { job->run(); });
+        m_started = true;
+    } catch (const std::system_error&) {
+        // No thread is to be had: silence, until it is to be heard again.
+    }
+}
+
+} // namespace stackreel

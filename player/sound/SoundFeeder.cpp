@@ -1,0 +1,129 @@
+#include "player/sound/SoundFeeder.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// Half of the time between two samples.
+constexpr Nanoseconds tick = second / SoundPiece::rate / 2;
+/// How far from the end of the piece before it one may claim to begin that follows it. Some containers have
+/// stamps in whole milliseconds, and cut by these a sample or two would be lost at every other piece.
+constexpr Nanoseconds coarsestStamp = 5 * millisecond;
+/// Runs in which reading breaks off, after which what they had is taken for all there is.
+constexpr int enoughBrokenRuns = 3;
+
+} // namespace
+
+void SoundFeeder::beginAt(const SoundRuns& runs, Nanoseconds played)
+{
+    m_run.reset();
+    const SoundRuns::Run* run = runs.at(played);
+    if (!run)
+        return;
+    const Nanoseconds position = runs.range().start + played - run->base;
+    enter(*run, std::max(position, run->from), runs.range());
+}
+
+void SoundFeeder::enter(const SoundRuns::Run& run, Nanoseconds position, const LoopRange& range)
+{
+    m_run = run;
+    m_position = position;
+    m_inMidst = false;
+    m_over = false;
+    m_replayed.reset();
+    m_collecting = !m_complete && position <= range.start + tick;
+    if (m_complete) {
+        m_replayed = 0;
+        return;
+    }
+    m_kept.clear();
+    m_keptSamples = 0;
+    m_reader.beginAt(position);
+}
+
+SoundFeeder::Step SoundFeeder::step(const SoundRuns& runs, DuePiece& next)
+{
+    if (!m_run)
+        return Step::waiting;
+    const Nanoseconds end = runs.endOf(*m_run);
+    if (m_over || m_position >= end - tick)
+        return leave(runs);
+    SoundPiece piece;
+    switch (read(piece)) {
+    case SoundReader::Step::waiting:
+        return Step::waiting;
+    case SoundReader::Step::end:
+        m_over = true;
+        return Step::working;
+    default:
+        break;
+    }
+    join(piece);
+    if (piece.position >= end) {
+        m_over = true;
+        return Step::working;
+    }
+    piece.cut(m_position, end);
+    if (piece.isEmpty())
+        return Step::working;
+    m_position = piece.end();
+    m_inMidst = true;
+    next.due = m_run->base + piece.position - runs.range().start;
+    next.piece = std::move(piece);
+    return Step::piece;
+}
+
+/// Within a run, pieces follow one another without a gap or an overlap.
+void SoundFeeder::join(SoundPiece& piece) const
+{
+    if (m_inMidst && !piece.isEmpty() && std::abs(piece.position - m_position) < coarsestStamp)
+        piece.position = m_position;
+}
+
+/// Goes over to the next run as soon as that is known. Sound that fell behind by more than a run leaves out
+/// those that are over and forgotten.
+SoundFeeder::Step SoundFeeder::leave(const SoundRuns& runs)
+{
+    const SoundRuns::Run* following = runs.after(m_run->iteration);
+    if (!following)
+        return Step::waiting;
+    keepRun();
+    enter(*following, following->from, runs.range());
+    return Step::working;
+}
+
+/// What is kept of the run under way is all of the range from now on, if it is. Where reading broke off, it
+/// may get further another time.
+void SoundFeeder::keepRun()
+{
+    if (m_complete || !m_collecting)
+        return;
+    m_complete = !m_reader.brokeOff() || ++m_brokenRuns >= enoughBrokenRuns;
+}
+
+SoundReader::Step SoundFeeder::read(SoundPiece& piece)
+{
+    if (m_replayed) {
+        if (*m_replayed >= m_kept.size())
+            return SoundReader::Step::end;
+        piece = m_kept[(*m_replayed)++];
+        return SoundReader::Step::piece;
+    }
+    const SoundReader::Step step = m_reader.step(piece);
+    if (step == SoundReader::Step::piece && m_collecting) {
+        m_keptSamples += piece.samples.size();
+        m_collecting = m_keptSamples <= m_budget;
+        if (m_collecting)
+            m_kept.push_back(piece);
+        else
+            m_kept.clear();
+    }
+    return step;
+}
+
+} // namespace stackreel

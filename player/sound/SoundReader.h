@@ -1,0 +1,54 @@
+#pragma once
+
+#include "player/sound/SoundPiece.h"
+#include "player/source/DecodePipeline.h"
+#include "player/source/EndOfReading.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace stackreel
+{
+
+/// Delivers the sound of a file in order, from any time on, without ever waiting for it. One thread.
+class SoundReader
+{
+public:
+    enum class Step {
+        waiting, ///< nothing can be done until `wake` is called, or at `deadline`
+        piece,   ///< the next piece
+        end,     ///< none follows
+    };
+
+    /// Opens the file. `wake` as with `DecodePipeline`. Throws `std::runtime_error` when GStreamer lacks an
+    /// element.
+    SoundReader(SourceFile file, std::function<void()> wake);
+
+    /// Goes on from shortly before a time on the file's time line, in a file that broke off from a fresh
+    /// start.
+    void beginAt(Nanoseconds time);
+    Step step(SoundPiece& piece);
+    /// When to look again although nobody woke; none but while it is unclear whether sound is still to come
+    /// of what broke off.
+    std::optional<Clock::Instant> deadline() const { return m_end.deadline(); }
+
+    /// Something was decoded.
+    bool started() const { return m_pipeline->started(); }
+    /// The file has no sound that can be decoded.
+    bool isEmpty();
+    /// Reading broke off where there may be more sound.
+    bool brokeOff() const { return m_pipeline->failed(); }
+
+private:
+    void open();
+
+    SourceFile m_file;
+    std::function<void()> m_wake;
+    std::unique_ptr<DecodePipeline> m_pipeline;
+    EndOfReading m_end;
+    bool m_seekPending = false;
+    Nanoseconds m_from = 0;
+};
+
+} // namespace stackreel

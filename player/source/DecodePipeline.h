@@ -1,0 +1,105 @@
+#pragma once
+
+#include "player/base/GStreamer.h"
+#include "player/base/Nanoseconds.h"
+#include "player/source/FirstPacket.h"
+#include "player/source/KeyFrameGate.h"
+#include "player/source/OrientationTag.h"
+#include "player/source/SourceFile.h"
+#include "player/source/StreamPicker.h"
+#include "player/source/TimeOrigin.h"
+
+#include <gst/app/gstappsink.h>
+
+#include <atomic>
+#include <filesystem>
+#include <functional>
+
+namespace stackreel
+{
+
+/// Reads one stream of a file as fast as it is taken, a few samples ahead: the first video stream as raw
+/// pictures or as packets, or the first audio stream as interleaved 16-bit stereo at 48 kHz. Keeps no clock
+/// and drops nothing. Times are counted from the file's first picture or sound (`TimeOrigin`).
+///
+/// One thread at a time. Calls may take as long as the file system does.
+class DecodePipeline
+{
+public:
+    enum class Content { pictures, packets, sound };
+
+    /// Opens the file and starts reading from its beginning. `wake` is called on threads of GStreamer's
+    /// whenever `tryPull`, `atEnd` or `failed` may have changed, until the destructor returns; it must not
+    /// call back. Throws `std::runtime_error` when an element is missing; what is wrong with the file shows
+    /// in `failed`.
+    DecodePipeline(const SourceFile& file, Content content, std::function<void()> wake);
+    DecodePipeline(const DecodePipeline&) = delete;
+    DecodePipeline& operator=(const DecodePipeline&) = delete;
+    ~DecodePipeline();
+
+    /// The next sample, or none when none is ready yet.
+    GstSamplePtr tryPull();
+    /// Where a sample that was pulled lies on the file's time line; negative when it does not say.
+    Nanoseconds timeOf(GstSample* sample) const;
+    /// Everything up to the stream's end was pulled.
+    bool atEnd() const;
+    /// Reading stopped early. What was decoded until then can still be pulled; seeking does not help. Told
+    /// only when samples can be pulled, if there are any.
+    bool failed() const { return m_failed && (!m_started || m_origin.isKnown()); }
+    /// Reading stopped before the wanted stream was found, so that there is nothing to wait for.
+    bool isHopeless() const { return m_failed && !m_picker.isLinked(); }
+    /// Whether seeking is possible: something was decoded.
+    bool started() const { return m_started && m_origin.isKnown(); }
+
+    /// Goes on from a key frame: with `GST_SEEK_FLAG_SNAP_BEFORE` the last one that starts at or before
+    /// `time`, as far as the container knows, with `GST_SEEK_FLAG_SNAP_AFTER` the first one at or after.
+    /// Everything not pulled yet is dropped. False when the stream cannot seek there.
+    bool seekToKeyFrame(Nanoseconds time, GstSeekFlags snap = GST_SEEK_FLAG_SNAP_BEFORE);
+    /// Goes on from a key frame that is shown at or before `time`, with key frames only, and ends behind the
+    /// first that is shown at `wanted` or later: the quickest way to a single one. Otherwise as above.
+    bool seekToOneKeyFrame(Nanoseconds time, Nanoseconds wanted);
+    /// Goes on from the very sample under `time`.
+    bool seekToSample(Nanoseconds time);
+
+    /// The last seek went where pictures carry wrong times, as `FirstPacket` tells; reading the file afresh
+    /// gives the right ones.
+    bool isDisplaced() const { return m_firstPacket.isDisplaced(); }
+
+    /// How the pictures have to be turned.
+    Orientation orientation() const { return m_orientation.get(); }
+    /// The file's length as it claims; 0 when it does not say.
+    Nanoseconds claimedDuration() const;
+
+private:
+    static void onElementAdded(GstBin* bin, GstBin* parent, GstElement* element, gpointer self);
+    static GstBusSyncReply onMessage(GstBus* bus, GstMessage* message, gpointer self);
+    static GstPadProbeReturn onQuery(GstPad* pad, GstPadProbeInfo* info, gpointer self);
+    static GstFlowReturn onSample(GstAppSink* sink, gpointer self);
+    static void onEnd(GstAppSink* sink, gpointer self);
+
+    void build(const std::filesystem::path& path, Content content);
+    void watch();
+    void limitQueue();
+    void beginCounting();
+    void fail();
+    GstAppSink* sink() const { return GST_APP_SINK(m_sink); }
+    bool seek(Nanoseconds time, GstSeekFlags flags);
+
+    std::function<void()> m_wake;
+    KeyFrameGate m_gate;
+    FirstPacket m_firstPacket;
+    OrientationTag m_orientation;
+    GstElementPtr m_pipeline;
+    GstElement* m_decoder = nullptr; ///< the pipeline's
+    GstElement* m_sink = nullptr;    ///< the pipeline's
+    GstPadPtr m_sinkPad;
+    guint m_aheadAtFirst = 0;            ///< samples, until it is known where the file begins
+    guint m_ahead = 0;                   ///< samples, from then on
+    std::atomic<bool> m_running = false; ///< the queue may be limited
+    std::atomic<bool> m_failed = false;
+    std::atomic<bool> m_started = false;
+    TimeOrigin m_origin; ///< behind the sink, which is told what it finds
+    StreamPicker m_picker;
+};
+
+} // namespace stackreel

@@ -1,0 +1,106 @@
+#include "player/source/StreamPicker.h"
+
+#include "player/base/Handover.h"
+#include "player/source/Downmix.h"
+
+#include <string_view>
+
+namespace stackreel
+{
+
+namespace
+{
+
+/// What a pad gives, or will give; none when it does not say.
+GstCapsPtr capsOf(GstPad* pad)
+{
+    GstCapsPtr caps(gst_pad_get_current_caps(pad));
+    if (!caps)
+        caps.reset(gst_pad_query_caps(pad, nullptr));
+    if (caps && (gst_caps_is_empty(caps.get()) || gst_caps_is_any(caps.get())))
+        caps.reset();
+    return caps;
+}
+
+std::string_view mediaTypeOf(const GstCaps* caps)
+{
+    return gst_structure_get_name(gst_caps_get_structure(caps, 0));
+}
+
+} // namespace
+
+void StreamPicker::watch(GstElement* decoder, GstElement* taker)
+{
+    m_taker = taker;
+    g_signal_connect(decoder, "autoplug-select", G_CALLBACK(onAutoplugSelect), this);
+    g_signal_connect(decoder, "pad-added", G_CALLBACK(onPadAdded), this);
+    g_signal_connect(decoder, "no-more-pads", G_CALLBACK(onNoMorePads), this);
+}
+
+int StreamPicker::onAutoplugSelect(GstElement*, GstPad*, GstCaps* caps, GstElementFactory* factory,
+                                   gpointer self)
+{
+    constexpr int tryIt = 0;
+    constexpr int exposeAsItIs = 1;
+    const auto* that = static_cast<StreamPicker*>(self);
+    const Handover handover;
+    return that->isNeeded(factory, mediaTypeOf(caps)) ? tryIt : exposeAsItIs;
+}
+
+/// Whether an element is to be made use of for something of a media type.
+bool StreamPicker::isNeeded(GstElementFactory* factory, std::string_view mediaType) const
+{
+    // Containers go by the names of pictures or sound, too, so what unpacks is known by what it is.
+    if (gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DEMUXER))
+        return true;
+    const bool decodes = gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER);
+    if (isOfKind(mediaType))
+        return m_wanted.decoded || !decodes;
+    return !decodes && !gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_PARSER);
+}
+
+/// Some codecs of moving pictures are made of single ones.
+bool StreamPicker::isOfKind(std::string_view mediaType) const
+{
+    if (m_wanted.kind == WantedStream::Kind::sound)
+        return mediaType.starts_with("audio/");
+    return mediaType.starts_with("video/") || mediaType.starts_with("image/");
+}
+
+bool StreamPicker::isWanted(std::string_view mediaType) const
+{
+    return isOfKind(mediaType) && mediaType.ends_with("/x-raw") == m_wanted.decoded;
+}
+
+void StreamPicker::onPadAdded(GstElement*, GstPad* pad, gpointer self)
+{
+    auto* that = static_cast<StreamPicker*>(self);
+    const Handover handover;
+    const GstCapsPtr caps = capsOf(pad);
+    if (!caps)
+        return;
+    const std::string_view type = mediaTypeOf(caps.get());
+    if (type.starts_with("video/") || type.starts_with("audio/"))
+        that->m_origin.expect(pad);
+    if (!that->m_linked && that->isWanted(type))
+        that->take(pad, caps.get());
+}
+
+void StreamPicker::take(GstPad* pad, const GstCaps* caps)
+{
+    const GstPadPtr entry(gst_element_get_static_pad(m_taker, "sink"));
+    mixUnplacedChannels(m_taker, caps);
+    m_linked = gst_pad_link(pad, entry.get()) == GST_PAD_LINK_OK;
+}
+
+/// A file without the wanted stream may be read to its end without a word.
+void StreamPicker::onNoMorePads(GstElement*, gpointer self)
+{
+    auto* that = static_cast<StreamPicker*>(self);
+    const Handover handover;
+    that->m_origin.expectNoMore();
+    if (!that->m_linked)
+        that->m_missing();
+}
+
+} // namespace stackreel

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "player/base/Nanoseconds.h"
+#include "player/source/SampleSource.h"
+
+#include <optional>
+#include <stop_token>
+
+namespace stackreel
+{
+
+/// Tells where a file has key frames, without decoding anything: a few packets are read for each answer.
+/// One thread, which waits for the answers; they are missing once `stop` fires.
+class KeyFrameFinder
+{
+public:
+    /// Throws `std::runtime_error` when GStreamer lacks an element.
+    KeyFrameFinder(const SourceFile& file, std::stop_token stop)
+        : m_source(file, DecodePipeline::Content::packets, std::move(stop))
+    {
+    }
+
+    /// The time of the last key frame at or before `time`; none when the file cannot tell.
+    std::optional<Nanoseconds> atOrBefore(Nanoseconds time);
+    /// The time of the first key frame at or after `time`; none when there is none or the file cannot tell.
+    std::optional<Nanoseconds> atOrAfter(Nanoseconds time);
+
+private:
+    std::optional<Nanoseconds> keyFrame(Nanoseconds time, GstSeekFlags snap);
+
+    SampleSource m_source;
+    bool m_opened = false;
+};
+
+} // namespace stackreel

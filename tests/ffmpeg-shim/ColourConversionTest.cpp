@@ -1,0 +1,128 @@
+#include "ffmpeg-shim/ColourConversion.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel::shim
+{
+
+namespace
+{
+
+using Tables = std::vector<std::string>;
+
+/// A source of the given size whose colours are not stated.
+SourceVideo untagged(int width, int height, const std::string& format = "yuv420p")
+{
+    return {.width = width,
+            .height = height,
+            .pixelFormat = format,
+            .range = "unknown",
+            .matrix = "unknown",
+            .transfer = "unknown",
+            .primaries = "unknown",
+            .fieldOrder = "progressive"};
+}
+
+SourceVideo tagged(const std::string& matrix, const std::string& transfer, const std::string& primaries,
+                   const std::string& range = "tv")
+{
+    SourceVideo source = untagged(1920, 1080);
+    source.range = range;
+    source.matrix = matrix;
+    source.transfer = transfer;
+    source.primaries = primaries;
+    return source;
+}
+
+} // namespace
+
+TEST(ColourConversion, NothingChangesForBt709)
+{
+    for (const SourceVideo& source :
+         {untagged(1920, 1080), untagged(1280, 536), untagged(1024, 578), untagged(720, 1280),
+          tagged("bt709", "bt709", "bt709"), tagged("bt709", "unknown", "unknown", "unknown"),
+          tagged("bt709", "iec61966-2-1", "bt709"), tagged("bt709", "bt709", "bt470bg"),
+          untagged(1920, 1080, "yuv422p10le"), untagged(640, 360, "gray10le")}) {
+        const ColourConversion conversion = conversionToBt709(source);
+        EXPECT_FALSE(conversion.changesColours()) << conversion.matrix;
+    }
+}
+
+TEST(ColourConversion, SmallPicturesWithoutTagsCountAsBt601)
+{
+    for (const SourceVideo& source : {untagged(640, 360), untagged(720, 576), untagged(1024, 576)}) {
+        const ColourConversion conversion = conversionToBt709(source);
+        EXPECT_EQ(conversion.matrix, "bt601");
+        EXPECT_EQ(conversion.tables, Tables{});
+        EXPECT_TRUE(conversion.changesColours());
+    }
+    for (const int height : {480, 486, 488})
+        EXPECT_EQ(conversionToBt709(untagged(720, height)).tables, Tables{"smpte170m"});
+    SourceVideo half = untagged(720, 480);
+    half.matrix = "bt709";
+    EXPECT_FALSE(conversionToBt709(half).changesColours());
+}
+
+TEST(ColourConversion, FollowsTheTags)
+{
+    const struct {
+        SourceVideo source;
+        const char* matrix;
+        Tables tables;
+        bool fullRange;
+    } rows[] = {
+        {tagged("smpte170m", "smpte170m", "smpte170m"), "bt601", {"smpte170m"}, false},
+        {tagged("bt470bg", "smpte170m", "bt470bg"), "bt601", {}, false},
+        {tagged("smpte240m", "smpte240m", "smpte240m"), "smpte240m", {"smpte170m"}, false},
+        {tagged("fcc", "bt709", "bt709"), "fcc", {}, false},
+        {tagged("bt709", "bt709", "bt709", "pc"), "bt709", {}, true},
+        {tagged("bt709", "bt470m", "bt709"), "bt709", {"gamma22"}, false},
+        {tagged("bt470bg", "bt470bg", "bt470bg"), "bt601", {"gamma28"}, false},
+        {tagged("bt709", "bt709", "smpte432"), "bt709", {"p3"}, false},
+        {tagged("bt709", "gamma22", "smpte432"), "bt709", {"gamma22", "p3"}, false},
+        {tagged("bt2020nc", "bt2020-10", "bt2020"), "bt2020", {"bt2020"}, false},
+        {tagged("bt2020nc", "smpte2084", "bt2020"), "bt2020", {"pq"}, false},
+        {tagged("bt2020nc", "arib-std-b67", "bt2020"), "bt2020", {"hlg"}, false},
+        {tagged("unknown", "arib-std-b67", "unknown", "pc"), "bt2020", {"hlg"}, true},
+        {tagged("reserved", "unknown", "bt2020"), "bt2020", {"bt2020"}, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.source.matrix + ", " + row.source.transfer + ", " + row.source.primaries);
+        const ColourConversion conversion = conversionToBt709(row.source);
+        EXPECT_EQ(conversion.matrix, row.matrix);
+        EXPECT_EQ(conversion.tables, row.tables);
+        EXPECT_EQ(conversion.fullRange, row.fullRange);
+        EXPECT_TRUE(conversion.changesColours());
+    }
+    EXPECT_TRUE(conversionToBt709(tagged("bt2020nc", "smpte2084", "bt2020")).isHdr());
+    EXPECT_FALSE(conversionToBt709(tagged("bt2020nc", "bt2020-10", "bt2020")).isHdr());
+}
+
+TEST(ColourConversion, PixelFormatsTellRgbGreyAndFullRange)
+{
+    for (const char* format : {"rgb24", "bgr0", "gbrp", "gbrap12le", "pal8", "x2rgb10le"}) {
+        const ColourConversion conversion = conversionToBt709(untagged(720, 480, format));
+        EXPECT_TRUE(conversion.isRgb) << format;
+        EXPECT_EQ(conversion.matrix, "") << format;
+        EXPECT_FALSE(conversion.fullRange) << format;
+        EXPECT_EQ(conversion.tables, Tables{}) << format;
+        EXPECT_TRUE(conversion.changesColours()) << format;
+    }
+    EXPECT_TRUE(conversionToBt709(untagged(1920, 1080, "yuvj420p")).fullRange);
+    EXPECT_TRUE(conversionToBt709(untagged(1920, 1080, "gray")).isGrey);
+}
+
+TEST(ColourConversion, InterlacedPicturesAreFound)
+{
+    SourceVideo source = untagged(1920, 1080);
+    for (const char* order : {"tt", "bb", "tb", "bt"}) {
+        source.fieldOrder = order;
+        EXPECT_TRUE(conversionToBt709(source).isInterlaced) << order;
+    }
+    for (const char* order : {"progressive", "unknown", ""}) {
+        source.fieldOrder = order;
+        EXPECT_FALSE(conversionToBt709(source).isInterlaced) << order;
+    }
+}
+
+} // namespace stackreel::shim

@@ -1,0 +1,135 @@
+#include "ffmpeg-shim/ColourFilters.h"
+
+#include <gtest/gtest.h>
+
+namespace stackreel::shim
+{
+
+namespace
+{
+
+const std::string tags = ",setparams=range=tv:color_primaries=bt709:color_trc=bt709:colorspace=bt709";
+const std::string plain = ":flags=bicubic";
+const std::string exact = ":flags=bicubic+accurate_rnd+full_chroma_inp+full_chroma_int";
+
+std::string graph(const std::string& source, const std::string& scale, const std::string& end)
+{
+    const auto half = [&](const std::string& name) {
+        return "[" + name + "Source]crop=w=8:h=6:x=2:y=3,scale=1080:675" + scale + ",setsar=1[" + name + "];";
+    };
+    return "[0:v:0]" + source + "split=2[topSource][bottomSource];" + half("top") + half("bottom") +
+           "[top][bottom]vstack=inputs=2,format=yuv420p" + end + "[video]";
+}
+
+Arguments exporting(const std::string& filters)
+{
+    return {"-y", "-i", "in", "-filter_complex", filters, "-map", "[video]", "out"};
+}
+
+/// The graph of an export after it was changed.
+std::string changed(const ColourConversion& conversion, const ColourTables& tables = {})
+{
+    return withBt709(exporting(graph("", plain, "")), conversion, tables).at(4);
+}
+
+} // namespace
+
+TEST(ColourFilters, OnlyTagsAreSetWhereTheColoursStay)
+{
+    EXPECT_EQ(changed({.matrix = "bt709"}), graph("", plain, tags));
+    EXPECT_EQ(changed({.isGrey = true}), graph("", plain, tags));
+}
+
+TEST(ColourFilters, EachHalfIsConvertedWhereItIsScaled)
+{
+    const std::string end = ":out_color_matrix=bt709:out_range=tv";
+    EXPECT_EQ(changed({.matrix = "bt601"}),
+              graph("", exact + ":in_color_matrix=bt601:in_range=tv" + end, tags));
+    EXPECT_EQ(changed({.matrix = "bt709", .fullRange = true}),
+              graph("", exact + ":in_color_matrix=bt709:in_range=pc" + end, tags));
+    EXPECT_EQ(changed({.isRgb = true}), graph("", exact + end, tags));
+}
+
+TEST(ColourFilters, TablesAreAppliedInTheirOrder)
+{
+    const std::string lut = ",lut3d=file=/a b/";
+    EXPECT_EQ(changed({.matrix = "bt709", .tables = {"gamma22", "p3"}}, {TableFilter::lut3d, "/a b"}),
+              graph("",
+                    exact + ":in_color_matrix=bt709:in_range=tv,format=gbrp10" + lut +
+                        "gamma22.cube:interp=tetrahedral" + lut +
+                        "p3.cube:interp=tetrahedral,scale=flags=accurate_rnd+full_chroma_inp+full_chroma_int:"
+                        "out_color_matrix=bt709:out_range=tv",
+                    tags));
+}
+
+TEST(ColourFilters, HighDynamicRangeFallsBackToZscale)
+{
+    const std::string result =
+        changed({.matrix = "bt2020", .tables = {"hlg"}}, {TableFilter::zscale, "/nowhere"});
+    EXPECT_EQ(result.find("lut3d"), std::string::npos);
+    EXPECT_NE(result.find("tonemap=mobius"), std::string::npos);
+}
+
+TEST(ColourFilters, InterlacedPicturesAreDeinterlacedBeforeTheSplit)
+{
+    EXPECT_EQ(changed({.matrix = "bt709", .isInterlaced = true}),
+              graph("bwdif=mode=send_frame:parity=auto:deint=interlaced,", plain, tags));
+}
+
+TEST(ColourFilters, APreviewCopyIsConvertedAsWell)
+{
+    const std::string scale = "scale=960:'max(2,2*round(960*ih/iw/2))'";
+    const Arguments copy{"-i", "in", "-vf", scale + ",format=yuv420p", "out"};
+    ASSERT_TRUE(canConvertColours(copy));
+    EXPECT_EQ(withBt709(copy, {.matrix = "bt709"}, {}).at(3), scale + ",format=yuv420p" + tags);
+    EXPECT_EQ(withBt709(copy, {.isRgb = true, .isInterlaced = true}, {}).at(3),
+              "bwdif=mode=send_frame:parity=auto:deint=interlaced," + scale + exact +
+                  ":out_color_matrix=bt709:out_range=tv,format=yuv420p" + tags);
+}
+
+TEST(ColourFilters, OtherArgumentsStayAsTheyAre)
+{
+    const std::string known = graph("", plain, "");
+    const Arguments rows[] = {
+        {},
+        {"-filter_complex"},
+        {"-i"},
+        {"-filter_complex", known},
+        {"-i", "in", "-i", "other", "-filter_complex", known},
+        {"-i", "in", "-filter_complex", known, "-filter_complex", known},
+        {"-i", "in", "-filter_complex", known, "-vf", "null"},
+        exporting("[0:v:0]format=yuv420p[video]"),
+        exporting(graph("hflip,", plain, "")),
+        exporting(graph("", ":flags=area", "")),
+        exporting(graph("", plain, ",hflip")),
+        {"-i", "in", "-vf", "scale=960:540,format=yuv420p"},
+    };
+    for (const Arguments& arguments : rows) {
+        EXPECT_FALSE(canConvertColours(arguments)) << testing::PrintToString(arguments);
+        EXPECT_EQ(withBt709(arguments, {.matrix = "bt601"}, {}), arguments);
+    }
+}
+
+TEST(ColourFilters, ThePreferredTableFilterIsThatOfTheListing)
+{
+    const std::string lut = " TSC lut3d             V->V       Adjust colors using a 3D LUT.\n";
+    const std::string zscale = " .SC zscale            V->V       Apply resizing.\n";
+    const std::string tonemap = " .S tonemap           V->V       Conversion.\n";
+    EXPECT_EQ(preferredTableFilter(lut + zscale + tonemap, true), TableFilter::lut3d);
+    EXPECT_EQ(preferredTableFilter(lut + zscale + tonemap, false), TableFilter::zscale);
+    EXPECT_EQ(preferredTableFilter(zscale + tonemap, true), TableFilter::zscale);
+    EXPECT_EQ(preferredTableFilter(zscale, true), TableFilter::none);
+    EXPECT_EQ(preferredTableFilter(" ... tonemap_opencl lut3d_x\n", true), TableFilter::none);
+    EXPECT_EQ(preferredTableFilter("", true), TableFilter::none);
+}
+
+TEST(ColourFilters, PathsAreEscapedForTheGraphAndForTheFilter)
+{
+    EXPECT_EQ(filterValue("/plain path/%"), "/plain path/%");
+    EXPECT_EQ(filterValue("a,b;[c]"), "a\\,b\\;\\[c\\]");
+    EXPECT_EQ(filterValue("a:b"), "a\\\\:b");
+    EXPECT_EQ(filterValue("it's"), "it\\\\\\'s");
+    EXPECT_EQ(filterValue("\\"), "\\\\\\\\");
+}
+
+} // namespace stackreel::shim
