@@ -63,7 +63,7 @@ ModelServices services()
 }
 
 /// Qt calls `exit` when the connection to the display breaks. This handler then skips the destructors of the
-/// static objects that exist already. One of them (`ThreadReaper`) would wait for player threads that are
+/// static objects that exist already. One of them (`DetachedThreads`) would wait for player threads that are
 /// still running. Destructors registered later still run. `CleanupProcess` removes the files.
 void skipDestructorsAtExit()
 {

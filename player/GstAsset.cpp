@@ -1,7 +1,7 @@
 #include "player/GstAsset.h"
 
+#include "player/source/BlockingReader.h"
 #include "player/source/Discovery.h"
-#include "player/source/SampleSource.h"
 
 #include <chrono>
 #include <stdexcept>
@@ -84,7 +84,7 @@ GstAsset::Facts GstAsset::findOut(const std::stop_token& stop) const
 
 bool GstAsset::showsPicture(Clock::Instant latest, const std::stop_token& stop) const
 {
-    SampleSource source(m_file, DecodePipeline::Content::pictures, stop);
+    BlockingReader source(m_file, DecodePipeline::Content::pictures, stop);
     return source.next(latest) != nullptr;
 }
 

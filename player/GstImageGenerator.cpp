@@ -1,7 +1,7 @@
 #include "player/GstImageGenerator.h"
 
 #include "player/base/ForegroundWork.h"
-#include "player/pictures/RgbPainter.h"
+#include "player/pictures/RgbConverter.h"
 #include "player/stills/ImageSearch.h"
 
 #include <algorithm>
@@ -55,7 +55,7 @@ void GstImageGenerator::generate(const std::vector<MediaTime>& times, std::stop_
     const std::vector<std::size_t> order = orderOf(times);
     const ImageSearch::Tolerance tolerance = usedTolerance(m_settings, times, order);
     const PictureSize box{m_settings.maximumWidth, m_settings.maximumHeight};
-    RgbPainter painter;
+    RgbConverter converter;
     // Already opening a long file takes a while of which a player would lack.
     std::chrono::nanoseconds patience = std::chrono::seconds(5);
     waitForForegroundWork(stop, patience);
@@ -71,7 +71,7 @@ void GstImageGenerator::generate(const std::vector<MediaTime>& times, std::stop_
         const PlanarFramePtr found = findable ? search->near(toNanoseconds(time), tolerance) : nullptr;
         if (stop.stop_requested())
             return;
-        const VideoFrame picture = found ? painter.paint(*found) : VideoFrame{};
+        const VideoFrame picture = found ? converter.convert(*found) : VideoFrame{};
         report(picture.pixels ? GeneratedImage{time, MediaTime::fromSeconds(picture.seconds), picture}
                               : failure(time));
     }

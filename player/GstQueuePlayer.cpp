@@ -1,6 +1,6 @@
 #include "player/GstQueuePlayer.h"
 
-#include "player/base/ThreadReaper.h"
+#include "player/base/DetachedThreads.h"
 #include "player/engine/PlayerEngine.h"
 
 #include <algorithm>
@@ -37,7 +37,7 @@ GstQueuePlayer::~GstQueuePlayer()
 {
     m_observers->close();
     m_engine->presenter().setOutput(nullptr);
-    m_engine->order([](PlayerOrders& orders) { orders.quit = true; });
+    m_engine->request([](PlayerRequest& request) { request.quit = true; });
     leaveTheLast(std::move(m_engine));
 }
 
@@ -53,57 +53,57 @@ std::uint64_t GstQueuePlayer::loop(const std::filesystem::path& file, MediaTimeR
     const std::uint64_t number = nextNumber();
     const Nanoseconds start = std::max<Nanoseconds>(toNanoseconds(range.start), 0);
     const Nanoseconds length = std::max(toNanoseconds(range.duration), 2 * halfUnit);
-    m_engine->order([&](PlayerOrders& orders) {
-        orders.loop = {file, {start, start + length}, number, true};
-        orders.seek = {start, number};
+    m_engine->request([&](PlayerRequest& request) {
+        request.loop = {file, {start, start + length}, number, true};
+        request.seek = {start, number};
     });
     return number;
 }
 
 void GstQueuePlayer::stopRepeating(std::uint64_t number)
 {
-    m_engine->order([number](PlayerOrders& orders) {
-        if (orders.loop && orders.loop->number == number)
-            orders.loop->repeating = false;
+    m_engine->request([number](PlayerRequest& request) {
+        if (request.loop && request.loop->number == number)
+            request.loop->repeating = false;
     });
 }
 
 void GstQueuePlayer::play()
 {
-    m_engine->order([](PlayerOrders& orders) { orders.playing = true; });
+    m_engine->request([](PlayerRequest& request) { request.playing = true; });
 }
 
 void GstQueuePlayer::pause()
 {
-    m_engine->order([](PlayerOrders& orders) { orders.playing = false; });
+    m_engine->request([](PlayerRequest& request) { request.playing = false; });
 }
 
 void GstQueuePlayer::seek(MediaTime time, MediaTime, MediaTime)
 {
     if (time == MediaTime::indefinite())
         return;
-    const PlayerOrders::Seek seek{std::max<Nanoseconds>(toNanoseconds(time), 0), nextNumber()};
-    m_engine->order([seek](PlayerOrders& orders) { orders.seek = seek; });
+    const PlayerRequest::Seek seek{std::max<Nanoseconds>(toNanoseconds(time), 0), nextNumber()};
+    m_engine->request([seek](PlayerRequest& request) { request.seek = seek; });
 }
 
 void GstQueuePlayer::removeAllItems()
 {
     const std::uint64_t number = nextNumber();
-    m_engine->order([number](PlayerOrders& orders) {
-        orders.loop.reset();
-        orders.seek = {0, number};
+    m_engine->request([number](PlayerRequest& request) {
+        request.loop.reset();
+        request.seek = {0, number};
     });
 }
 
 void GstQueuePlayer::setMuted(bool muted)
 {
     m_muted = muted;
-    m_engine->order([muted](PlayerOrders& orders) { orders.muted = muted; });
+    m_engine->request([muted](PlayerRequest& request) { request.muted = muted; });
 }
 
 void GstQueuePlayer::setActionAtItemEnd(ActionAtItemEnd action)
 {
-    m_engine->order([action](PlayerOrders& orders) { orders.atEnd = action; });
+    m_engine->request([action](PlayerRequest& request) { request.atEnd = action; });
 }
 
 QueuePlayer::TimeObserverToken GstQueuePlayer::addPeriodicTimeObserver(MediaTime interval,
@@ -125,7 +125,7 @@ void GstQueuePlayer::setVideoOutput(std::shared_ptr<VideoOutput> output)
 void GstQueuePlayer::setVideoSize(int width, int height)
 {
     if (width > 0 && height > 0)
-        m_engine->order([width, height](PlayerOrders& orders) { orders.box = {width, height}; });
+        m_engine->request([width, height](PlayerRequest& request) { request.box = {width, height}; });
 }
 
 } // namespace stackreel

@@ -1,6 +1,6 @@
 #include "player/engine/PlayerEngine.h"
 
-#include "player/base/ThreadReaper.h"
+#include "player/base/DetachedThreads.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -14,9 +14,9 @@ namespace
 
 using namespace std::chrono_literals;
 
-/// Work done before looking at the orders again.
+/// Steps of the feeder before the request is read again.
 constexpr int stepsPerTurn = 8;
-/// How long a player that lost its item keeps the picture and the decoder, for the next range of the file.
+/// A player without an item keeps the picture and the decoder for this long, for the next range of the file.
 constexpr auto closingDelay = 150ms;
 
 } // namespace
@@ -32,38 +32,38 @@ void PlayerEngine::start(const std::shared_ptr<PlayerEngine>& engine)
     runDetached([engine] { engine->run(); });
 }
 
-void PlayerEngine::order(const std::function<void(PlayerOrders&)>& change)
+void PlayerEngine::request(const std::function<void(PlayerRequest&)>& change)
 {
     {
         const std::lock_guard lock(m_mutex);
-        change(m_ordered);
+        change(m_requested);
         if (isFrameAwaited() && !m_foreground)
             m_foreground.emplace();
     }
     m_wakeUp.notify();
 }
 
-PlayerOrders PlayerEngine::takeOrders()
+PlayerRequest PlayerEngine::requested()
 {
     const std::lock_guard lock(m_mutex);
-    return m_ordered;
+    return m_requested;
 }
 
 void PlayerEngine::run()
 {
     while (true) {
-        tendEnd(); // first, for what was ordered after the end is to be obeyed after it
-        const PlayerOrders orders = takeOrders();
-        if (orders.quit)
+        handleEnd(); // before the request is read: it holds what was requested after the end
+        const PlayerRequest request = requested();
+        if (request.quit)
             break;
-        obey(orders);
-        tendSeek();
+        apply(request);
+        startSeek();
         const bool more = feed();
-        tendHead();
-        tendRunning();
-        tendForeground();
-        tendDecoder();
-        tendSound();
+        updateHead();
+        updateRunning();
+        updateForeground();
+        releaseIdleDecoder();
+        updateSound();
         if (!more)
             m_wakeUp.wait(nextDeadline());
     }
@@ -73,48 +73,48 @@ void PlayerEngine::run()
     m_foreground.reset();
 }
 
-void PlayerEngine::obey(const PlayerOrders& orders)
+void PlayerEngine::apply(const PlayerRequest& request)
 {
-    obeyLoop(orders);
-    obeyBox(orders.box);
-    obeySeek(orders);
-    m_orders = orders;
+    applyLoop(request);
+    applyBox(request.box);
+    applySeek(request);
+    m_applied = request;
 }
 
-void PlayerEngine::obeyLoop(const PlayerOrders& orders)
+void PlayerEngine::applyLoop(const PlayerRequest& request)
 {
-    if (!orders.loop) {
-        if (m_orders.loop) {
+    if (!request.loop) {
+        if (m_applied.loop) {
             m_presenter.hold();
             m_feeder.reset();
             m_closing = std::chrono::steady_clock::now() + closingDelay;
         } else if (m_closing && *m_closing <= std::chrono::steady_clock::now()) {
-            m_presenter.clear(orders.seek.number);
+            m_presenter.clear(request.seek.number);
             closeLoop();
         }
         return;
     }
-    if (!m_orders.loop || m_orders.loop->number != orders.loop->number) {
-        openLoop(*orders.loop);
-    } else if (m_orders.loop->repeating && !orders.loop->repeating && m_feeder) {
+    if (!m_applied.loop || m_applied.loop->number != request.loop->number) {
+        openLoop(*request.loop);
+    } else if (m_applied.loop->repeating && !request.loop->repeating && m_feeder) {
         m_feeder->stopRepeating();
         if (m_presenter.endAfterThisRun())
             m_feeder->finish();
     }
 }
 
-void PlayerEngine::openLoop(const PlayerOrders::Loop& loop)
+void PlayerEngine::openLoop(const PlayerRequest::Loop& loop)
 {
     m_closing.reset();
-    m_filler.reset();
+    m_prefetch.reset();
     m_feeder.reset();
-    m_fillerUseless = false;
-    m_seeks.abandon();
+    m_prefetchFailed = false;
+    m_seeks.dropInFlight();
     try {
         if (!m_reader || m_failed || m_file.path() != loop.file) {
             m_reader.reset();
             m_file = loop.file;
-            m_reader = std::make_unique<FrameReader>(m_file, m_orders.box, [this] { m_wakeUp.notify(); });
+            m_reader = std::make_unique<FrameReader>(m_file, m_applied.box, [this] { m_wakeUp.notify(); });
         }
         m_failed = false;
         m_feeder = std::make_unique<LoopFeeder>(*m_reader, loop.range, keptBytes);
@@ -123,43 +123,43 @@ void PlayerEngine::openLoop(const PlayerOrders::Loop& loop)
         m_sound.open(m_file, loop.range);
     } catch (const std::runtime_error&) {
         m_reader.reset();
-        giveUp();
+        fail();
     }
 }
 
 void PlayerEngine::closeLoop()
 {
     m_closing.reset();
-    m_filler.reset();
+    m_prefetch.reset();
     m_feeder.reset();
     m_reader.reset();
     m_seeks.clear();
 }
 
-void PlayerEngine::obeyBox(PictureSize box)
+void PlayerEngine::applyBox(PictureSize box)
 {
     if (m_reader && m_reader->box() != box) {
         m_reader->setBox(box);
         m_boxSince = std::chrono::steady_clock::now();
-        // Standing still, the picture is made again in its new size.
+        // While the player is paused, show the same picture in its new size.
         if (!m_feeder || m_presenter.isRunning() || !m_seeks.isIdle())
             return;
         Nanoseconds shown = m_presenter.position();
-        // Behind the end there is another picture, from which a player that plays would begin again.
+        // At the end's own time there is another picture, outside the range, and playback would wrap.
         if (m_presenter.hasEnded())
             shown = std::max(shown - 2 * halfUnit, m_feeder->range().start);
-        m_seeks.want({shown, m_orders.seek.number}, m_boxSince);
+        m_seeks.request({shown, m_applied.seek.number}, m_boxSince);
     }
 }
 
-void PlayerEngine::obeySeek(const PlayerOrders& orders)
+void PlayerEngine::applySeek(const PlayerRequest& request)
 {
-    if (orders.seek.number == m_orders.seek.number || !orders.loop)
+    if (request.seek.number == m_applied.seek.number || !request.loop)
         return;
-    m_seeks.want(orders.seek, std::chrono::steady_clock::now());
+    m_seeks.request(request.seek, std::chrono::steady_clock::now());
 }
 
-void PlayerEngine::tendSeek()
+void PlayerEngine::startSeek()
 {
     if (!m_feeder || m_failed)
         return;
@@ -175,7 +175,7 @@ bool PlayerEngine::feed()
     if (!m_feeder || m_failed)
         return false;
     for (int i = 0; i < stepsPerTurn; ++i) {
-        if (!m_seeks.isFlying() && !m_presenter.hasRoom(m_feeder->replaysAll()))
+        if (!m_seeks.isInFlight() && !m_presenter.hasRoom(m_feeder->replaysAll()))
             return false;
         QueuedFrame frame;
         switch (takeStep(frame)) {
@@ -183,7 +183,7 @@ bool PlayerEngine::feed()
             deliver(std::move(frame));
             break;
         case LoopFeeder::Step::failed:
-            giveUp();
+            fail();
             return false;
         case LoopFeeder::Step::working:
             break;
@@ -199,27 +199,27 @@ LoopFeeder::Step PlayerEngine::takeStep(QueuedFrame& frame)
     try {
         return m_feeder->step(frame);
     } catch (const std::runtime_error&) {
-        return LoopFeeder::Step::failed; // what is opened again may lack what it had the first time
+        return LoopFeeder::Step::failed; // the file was opened again, and an element is missing now
     }
 }
 
 void PlayerEngine::deliver(QueuedFrame frame)
 {
-    if (m_seeks.isFlying() && frame.frame) {
+    if (m_seeks.isInFlight() && frame.frame) {
         m_sound.jump(frame);
-        m_presenter.jump(std::move(frame), m_seeks.land());
+        m_presenter.jump(std::move(frame), m_seeks.complete());
     } else {
         m_sound.follow(frame);
         m_presenter.push(std::move(frame));
     }
 }
 
-/// The file shows nothing, and nothing is tried until the next order.
-void PlayerEngine::giveUp()
+/// The file shows nothing. Nothing is tried until the next loop.
+void PlayerEngine::fail()
 {
     m_failed = true;
     m_seeks.clear();
-    m_presenter.clear(m_orders.seek.number);
+    m_presenter.clear(m_applied.seek.number);
 }
 
 } // namespace stackreel

@@ -2,9 +2,9 @@
 
 #include "player/base/ForegroundWork.h"
 #include "player/base/WakeUp.h"
-#include "player/engine/PlayerOrders.h"
+#include "player/engine/PlayerRequest.h"
 #include "player/engine/SeekRequests.h"
-#include "player/loop/HeadFiller.h"
+#include "player/loop/HeadPrefetch.h"
 #include "player/loop/LoopFeeder.h"
 #include "player/pictures/FrameReader.h"
 #include "player/playout/Presenter.h"
@@ -19,72 +19,72 @@
 namespace stackreel
 {
 
-/// Brings a player in line with its orders, on a thread of its own: everything of GStreamer's that may take
-/// time happens there.
+/// Carries out what was requested of a player, on a thread of its own: everything in GStreamer that may block
+/// runs there.
 class PlayerEngine
 {
 public:
     PlayerEngine(std::shared_ptr<TimeObservers> observers, MakeSoundSink makeSoundSink);
 
-    /// Begins the work, on a thread that keeps `engine` alive until it is ordered to quit.
+    /// Starts the thread, which keeps `engine` alive until it is requested to quit.
     static void start(const std::shared_ptr<PlayerEngine>& engine);
 
-    /// Changes the orders; any thread, returns at once.
-    void order(const std::function<void(PlayerOrders&)>& change);
+    /// Changes the request. Any thread; returns at once.
+    void request(const std::function<void(PlayerRequest&)>& change);
     Presenter& presenter() { return m_presenter; }
 
 private:
     static constexpr std::size_t keptBytes = 64U << 20; ///< of a range's frames, see `KeptFrames`
 
     void run();
-    PlayerOrders takeOrders();
-    void obey(const PlayerOrders& orders);
-    void obeyLoop(const PlayerOrders& orders);
-    void openLoop(const PlayerOrders::Loop& loop);
+    PlayerRequest requested();
+    void apply(const PlayerRequest& request);
+    void applyLoop(const PlayerRequest& request);
+    void openLoop(const PlayerRequest::Loop& loop);
     void closeLoop();
-    void obeyBox(PictureSize box);
-    void obeySeek(const PlayerOrders& orders);
+    void applyBox(PictureSize box);
+    void applySeek(const PlayerRequest& request);
     bool feed();
     LoopFeeder::Step takeStep(QueuedFrame& frame);
     void deliver(QueuedFrame frame);
-    void giveUp();
-    void tendSeek();
-    void tendHead();
-    void startFiller();
+    void fail();
+    void startSeek();
+    void updateHead();
+    void startPrefetch();
     bool wantsHead() const;
-    void tendRunning();
-    void tendEnd();
+    void updateRunning();
+    void handleEnd();
     bool isFrameAwaited() const;
-    void tendForeground();
-    void tendDecoder();
-    void tendSound();
+    void updateForeground();
+    void releaseIdleDecoder();
+    void updateSound();
     std::optional<Clock::Instant> nextDeadline() const;
-    bool mustWaitForHead() const;
+    bool waitsForHead() const;
 
     WakeUp m_wakeUp;
     std::mutex m_mutex;
     // Guarded by the mutex.
-    PlayerOrders m_ordered;
-    std::uint64_t m_obeyed = 0;                 ///< the seek that the engine's thread knows of
-    std::optional<ForegroundWork> m_foreground; ///< from when a frame is asked for until it is shown
+    PlayerRequest m_requested;
+    std::uint64_t m_appliedSeek = 0;            ///< the number of the last seek that was applied
+    std::optional<ForegroundWork> m_foreground; ///< from the request of a frame until it is shown
 
     // The engine's thread only.
-    PlayerOrders m_orders; ///< those obeyed so far
+    PlayerRequest m_applied; ///< what the engine has carried out or is carrying out
     std::unique_ptr<FrameReader> m_reader;
     SourceFile m_file; ///< the reader's
     std::unique_ptr<LoopFeeder> m_feeder;
-    std::unique_ptr<HeadFiller> m_filler;
-    bool m_fillerUseless = false;
+    std::unique_ptr<HeadPrefetch> m_prefetch;
+    bool m_prefetchFailed = false;
     bool m_failed = false;
     SeekRequests m_seeks;
     Clock::Instant m_boxSince = {};
     std::optional<Clock::Instant> m_replayingSince; ///< from memory alone
-    std::optional<Clock::Instant> m_closing;        ///< when to close what no loop asked for again
+    std::optional<Clock::Instant> m_closing;        ///< when to close a file that no loop uses any more
 
     bool m_audible = false;
-    bool m_ended = false; ///< the end of playing was dealt with
+    bool m_ended = false; ///< the end was handled
 
-    Presenter m_presenter; // ends before what its thread wakes
+    Presenter m_presenter; // destroyed before `m_wakeUp`, which its thread notifies
     Sound m_sound;
 };
 

@@ -8,35 +8,35 @@ namespace stackreel
 namespace
 {
 
-constexpr std::chrono::milliseconds patience(60);
+constexpr std::chrono::milliseconds settleTime(60);
 
 } // namespace
 
-void SeekRequests::want(Seek seek, Clock::Instant now)
+void SeekRequests::request(Seek seek, Clock::Instant now)
 {
-    m_wanted = seek;
-    m_wantedSince = now;
+    m_pending = seek;
+    m_pendingSince = now;
 }
 
 std::optional<SeekRequests::Seek> SeekRequests::begin(Clock::Instant now)
 {
-    if (!m_wanted || (m_flying && (m_superseded || now - m_wantedSince < patience)))
+    if (!m_pending || (m_inFlight && (m_superseded || now - m_pendingSince < settleTime)))
         return std::nullopt;
-    m_superseded = m_flying.has_value();
-    m_flying = std::exchange(m_wanted, std::nullopt);
-    return m_flying;
+    m_superseded = m_inFlight.has_value();
+    m_inFlight = std::exchange(m_pending, std::nullopt);
+    return m_inFlight;
 }
 
-std::uint64_t SeekRequests::land()
+std::uint64_t SeekRequests::complete()
 {
-    return std::exchange(m_flying, std::nullopt)->number;
+    return std::exchange(m_inFlight, std::nullopt)->number;
 }
 
 std::optional<Clock::Instant> SeekRequests::deadline() const
 {
-    if (!m_wanted || (m_flying && m_superseded))
+    if (!m_pending || (m_inFlight && m_superseded))
         return std::nullopt;
-    return m_flying ? m_wantedSince + patience : m_wantedSince;
+    return m_inFlight ? m_pendingSince + settleTime : m_pendingSince;
 }
 
 } // namespace stackreel

@@ -1,43 +1,44 @@
 #pragma once
 
 #include "player/base/Clock.h"
-#include "player/engine/PlayerOrders.h"
+#include "player/engine/PlayerRequest.h"
 
 #include <optional>
 
 namespace stackreel
 {
 
-/// The seek under way and the one that is to follow it. While requests keep coming the one under way is
-/// finished, or nothing would ever be seen; a request that was not replaced by another for a while is where
-/// the user stopped, and takes the place of the one under way. A plain value.
+/// The seek in flight and the pending one. While requests keep coming, the seek in flight is completed:
+/// otherwise no frame would ever be shown. A pending seek that was not replaced for a while is where the user
+/// stopped, and supersedes the seek in flight. A plain value.
 class SeekRequests
 {
 public:
-    using Seek = PlayerOrders::Seek;
+    using Seek = PlayerRequest::Seek;
 
-    /// Takes the place of whatever waited.
-    void want(Seek seek, Clock::Instant now);
-    /// The seek to begin now, if any; it is under way from then on.
+    /// Replaces the pending seek.
+    void request(Seek seek, Clock::Instant now);
+    /// The seek to begin now, if any; it is in flight from then on.
     std::optional<Seek> begin(Clock::Instant now);
-    /// The seek under way showed its frame; gives its number.
-    std::uint64_t land();
-    /// Nothing is under way any more, and nothing waits.
+    /// The seek in flight showed its frame. Returns its number.
+    std::uint64_t complete();
+    /// Drops both.
     void clear() { *this = {}; }
-    /// Nothing is under way any more, but what waits still does.
-    void abandon() { m_flying.reset(); }
+    /// Drops the seek in flight and keeps the pending one.
+    void dropInFlight() { m_inFlight.reset(); }
 
-    bool isWaiting() const { return m_wanted.has_value(); }
-    bool isFlying() const { return m_flying.has_value(); }
-    bool isIdle() const { return !m_wanted && !m_flying; }
-    /// When `begin` gives a seek, in the past when it does so now; none when only `land` can change that.
+    bool isPending() const { return m_pending.has_value(); }
+    bool isInFlight() const { return m_inFlight.has_value(); }
+    bool isIdle() const { return !m_pending && !m_inFlight; }
+    /// When `begin` returns a seek; in the past when it does so now; none without a pending seek, or when it
+    /// has to wait for `complete`.
     std::optional<Clock::Instant> deadline() const;
 
 private:
-    std::optional<Seek> m_wanted;
-    std::optional<Seek> m_flying;
-    bool m_superseded = false; ///< the one under way took another's place before that showed a frame
-    Clock::Instant m_wantedSince = {};
+    std::optional<Seek> m_pending;
+    std::optional<Seek> m_inFlight;
+    bool m_superseded = false; ///< the seek in flight replaced another that had shown no frame
+    Clock::Instant m_pendingSince = {};
 };
 
 } // namespace stackreel

@@ -120,7 +120,7 @@ LoopFeeder::Step LoopFeeder::accept(const PlanarFramePtr& frame, QueuedFrame& ne
 /// The file shows no frame any more before the range's end.
 LoopFeeder::Step LoopFeeder::endOfPictures(QueuedFrame& next)
 {
-    if (m_reader.brokeOff() && m_collecting)
+    if (m_reader.endedEarly() && m_collecting)
         m_kept = std::exchange(m_collecting, nullptr); // the next time there may be more
     return endOfRange(endOfMedia(), next);
 }

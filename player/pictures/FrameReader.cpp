@@ -19,8 +19,8 @@ constexpr Nanoseconds packetOfSound = 48 * millisecond;
 } // namespace
 
 FrameReader::FrameReader(SourceFile file, PictureSize box, std::function<void()> wake,
-                         std::chrono::nanoseconds quiet)
-    : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box), m_end(quiet)
+                         std::chrono::nanoseconds drainTimeout)
+    : m_file(std::move(file)), m_wake(std::move(wake)), m_scaler(box), m_end(drainTimeout)
 {
     open();
 }
@@ -28,8 +28,8 @@ FrameReader::FrameReader(SourceFile file, PictureSize box, std::function<void()>
 void FrameReader::open()
 {
     m_pipeline = std::make_unique<DecodePipeline>(m_file, DecodePipeline::Content::pictures, m_wake);
-    m_untouched = true;
-    m_readsOn = true;
+    m_atBeginning = true;
+    m_decodesOn = true;
     m_end.postpone();
 }
 
@@ -48,19 +48,19 @@ void FrameReader::continueAfter(Nanoseconds time)
     setGoal({time, false});
 }
 
-void FrameReader::readOnTo(Nanoseconds time)
+void FrameReader::decodeOnTo(Nanoseconds time)
 {
-    if (m_seekPending || !m_readsOn || !m_pipeline)
+    if (m_seekPending || !m_decodesOn || !m_pipeline)
         return showFrom(time);
     m_goal = {time, true};
     m_seekTime = 0; // nothing before what comes now is wanted
 }
 
-void FrameReader::rest()
+void FrameReader::releaseDecoder()
 {
     if (!m_pipeline)
         return;
-    m_restingDuration = m_pipeline->claimedDuration();
+    m_releasedDuration = m_pipeline->claimedDuration();
     m_candidate.reset();
     m_following.reset();
     m_pipeline.reset();
@@ -68,7 +68,7 @@ void FrameReader::rest()
 
 Nanoseconds FrameReader::claimedDuration() const
 {
-    return m_pipeline ? m_pipeline->claimedDuration() : m_restingDuration;
+    return m_pipeline ? m_pipeline->claimedDuration() : m_releasedDuration;
 }
 
 void FrameReader::setGoal(Goal goal)
@@ -96,7 +96,7 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
     picture.sample = m_pipeline->tryPull();
     if (!picture.sample)
         return over ? endOfStream(frame) : Step::waiting;
-    const bool fromBeginning = std::exchange(m_untouched, false);
+    const bool fromBeginning = std::exchange(m_atBeginning, false);
     m_end.postpone();
     picture.duration = sampleDuration(picture.sample.get());
     picture.time = m_pipeline->timeOf(picture.sample.get());
@@ -104,8 +104,8 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
         picture.time = m_lastTime < 0 ? 0 : m_lastTime + picture.duration;
     if (fromBeginning)
         m_firstTime = picture.time;
-    else if (m_lastTime < 0 && isAstray(picture.time))
-        return readAfresh();
+    else if (m_lastTime < 0 && isMisplaced(picture.time))
+        return readFromBeginning();
     if (picture.time <= m_lastTime)
         return Step::working; // out of order: a damaged stream
     m_lastTime = picture.time;
@@ -115,14 +115,14 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
 /// False when the pipeline has not come far enough to seek.
 bool FrameReader::seekToGoal()
 {
-    if (!m_pipeline || (m_pipeline->failed() && !m_untouched))
+    if (!m_pipeline || (m_pipeline->failed() && !m_atBeginning))
         open(); // what broke off is read afresh
     // What breaks off at once cannot seek, but what there is of it can be read.
-    if (m_untouched && (m_goal->time <= halfUnit || m_pipeline->failed()))
+    if (m_atBeginning && (m_goal->time <= halfUnit || m_pipeline->failed()))
         m_seekTime = 0;
     else if (!m_pipeline->started())
         return false;
-    else if (!seek() && !m_untouched)
+    else if (!seek() && !m_atBeginning)
         open(); // what cannot seek is read from its beginning again
     m_seekPending = false;
     m_lastTime = -1;
@@ -132,14 +132,14 @@ bool FrameReader::seekToGoal()
 /// False when the stream cannot seek at all, so that it has to be read from its beginning.
 bool FrameReader::seek()
 {
-    m_readsOn = !m_goal->keyFrameOnly;
-    const bool sought = m_readsOn ? m_pipeline->seekToKeyFrame(m_seekTime)
-                                  : m_pipeline->seekToOneKeyFrame(m_seekTime, m_goal->time);
+    m_decodesOn = !m_goal->keyFrameOnly;
+    const bool sought = m_decodesOn ? m_pipeline->seekToKeyFrame(m_seekTime)
+                                    : m_pipeline->seekToOneKeyFrame(m_seekTime, m_goal->time);
     if (!sought && !m_pipeline->seekToKeyFrame(m_seekTime = 0)) {
-        m_readsOn = true;
+        m_decodesOn = true;
         return false;
     }
-    m_untouched = false;
+    m_atBeginning = false;
     m_end.postpone();
     return true;
 }
@@ -160,14 +160,14 @@ FrameReader::Step FrameReader::seekEarlier()
 
 /// Whether the first picture after a seek shows that it led to a wrong place: to no seek is the first
 /// fragment of some files open, and that of others only with wrong times.
-bool FrameReader::isAstray(Nanoseconds time) const
+bool FrameReader::isMisplaced(Nanoseconds time) const
 {
     const bool tooLate = m_goal && m_seekTime == 0 && time > std::max(m_goal->time, m_firstTime) + halfUnit;
-    return tooLate || m_pipeline->isDisplaced();
+    return tooLate || m_pipeline->hasWrongTimes();
 }
 
 /// What is wanted is found by reading on from the beginning.
-FrameReader::Step FrameReader::readAfresh()
+FrameReader::Step FrameReader::readFromBeginning()
 {
     open();
     m_seekTime = 0;
@@ -218,9 +218,9 @@ Orientation FrameReader::orientation()
     const Orientation told = m_pipeline->orientation();
     if (told != Orientation())
         return told;
-    if (!m_overlooked)
-        m_overlooked = overlookedOrientation(m_file.path());
-    return *m_overlooked;
+    if (!m_ignoredOrientation)
+        m_ignoredOrientation = ignoredOrientation(m_file.path());
+    return *m_ignoredOrientation;
 }
 
 } // namespace stackreel

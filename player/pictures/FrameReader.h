@@ -4,7 +4,7 @@
 #include "player/pictures/FrameScaler.h"
 #include "player/pictures/PlanarFrame.h"
 #include "player/source/DecodePipeline.h"
-#include "player/source/EndOfReading.h"
+#include "player/source/EndOfStream.h"
 
 #include <functional>
 #include <memory>
@@ -31,10 +31,10 @@ public:
     };
 
     /// Opens the file, to be read from its beginning. `wake` as with `DecodePipeline`. After an error, frames
-    /// may still be on their way through the decoder: none is expected any more when none came for `quiet`.
-    /// Throws `std::runtime_error` when GStreamer lacks an element.
+    /// may still be on their way through the decoder: none is expected any more when none came for
+    /// `drainTimeout`. Throws `std::runtime_error` when GStreamer lacks an element.
     FrameReader(SourceFile file, PictureSize box, std::function<void()> wake,
-                std::chrono::nanoseconds quiet = std::chrono::seconds(2));
+                std::chrono::nanoseconds drainTimeout = std::chrono::seconds(2));
 
     /// The next frame is to be the one on screen at `time`: the last that starts no later. Where the file
     /// begins after or ends before that time, its first or last frame.
@@ -46,10 +46,10 @@ public:
 
     /// The next frame is to be the one on screen at `time`, which lies ahead of those delivered so far,
     /// by decoding on; or the very next one where that is later already.
-    void readOnTo(Nanoseconds time);
+    void decodeOnTo(Nanoseconds time);
 
     /// Lets go of the decoder, its pictures and the file until the next frame is asked for by its time.
-    void rest();
+    void releaseDecoder();
 
     /// Does one bit of work; on `Step::frame` the frame is in `frame`.
     Step step(PlanarFramePtr& frame);
@@ -57,7 +57,7 @@ public:
     /// of what broke off.
     std::optional<Clock::Instant> deadline() const { return m_end.deadline(); }
     /// Reading stopped early, so that there may be more than was delivered.
-    bool brokeOff() const { return m_pipeline && m_pipeline->failed(); }
+    bool endedEarly() const { return m_pipeline && m_pipeline->failed(); }
 
     /// Whether frames are turned upright, as they are at first. To be set before the first one.
     void setUpright(bool upright) { m_upright = upright; }
@@ -85,8 +85,8 @@ private:
     bool seek();
     Orientation orientation();
     Step seekEarlier();
-    bool isAstray(Nanoseconds time) const;
-    Step readAfresh();
+    bool isMisplaced(Nanoseconds time) const;
+    Step readFromBeginning();
     Step approach(Picture picture, PlanarFramePtr& frame);
     Step endOfStream(PlanarFramePtr& frame);
     Step deliver(Picture picture, PlanarFramePtr& frame);
@@ -95,14 +95,15 @@ private:
     std::function<void()> m_wake;
     FrameScaler m_scaler;
     std::unique_ptr<DecodePipeline> m_pipeline; ///< none while resting
-    Nanoseconds m_restingDuration = 0;          ///< what the file claimed until then
+    Nanoseconds m_releasedDuration = 0;         ///< what the file claimed until then
     std::optional<Goal> m_goal;
     bool m_upright = true;
     bool m_seekPending = false;
-    bool m_readsOn = true;   ///< the stream goes on behind the goal
-    bool m_untouched = true; ///< just opened: reading from the beginning needs no seek
-    EndOfReading m_end;
-    std::optional<Orientation> m_overlooked; ///< see `overlookedOrientation`; none until it was looked up
+    bool m_decodesOn = true;   ///< the stream goes on behind the goal
+    bool m_atBeginning = true; ///< just opened: reading from the beginning needs no seek
+    EndOfStream m_end;
+    std::optional<Orientation>
+        m_ignoredOrientation; ///< see `ignoredOrientation`; none until it was looked up
     Nanoseconds m_seekTime = 0;
     Nanoseconds m_stepBack = 0;   ///< how far before the goal the seek went; negative when after it
     Nanoseconds m_lastTime = -1;  ///< of the sample last read since the seek

@@ -12,7 +12,7 @@ namespace
 {
 
 /// Later than this the machine stood still, and there is no point in rushing after the clock.
-constexpr Nanoseconds hopelesslyLate = second / 4;
+constexpr Nanoseconds resyncThreshold = second / 4;
 
 MediaTime toMediaTime(Nanoseconds time)
 {
@@ -165,7 +165,7 @@ void Presenter::repaint(Lock& lock)
     const auto now = std::chrono::steady_clock::now();
     lock.unlock();
     if (frame) {
-        m_prepared = m_painter.paint(*frame);
+        m_prepared = m_rgb.convert(*frame);
         m_preparedFrom = frame;
         m_output.show(m_prepared);
     }
@@ -186,20 +186,20 @@ bool Presenter::present(Lock& lock, Clock::Instant now)
             finish(next, now);
             return true;
         }
-        if (m_clock->at(now) - next.due > hopelesslyLate)
+        if (m_clock->at(now) - next.due > resyncThreshold)
             m_clock->set(next.due, now);
         m_current = std::move(next);
         const PlanarFramePtr frame = m_current.frame;
         lock.unlock();
         if (m_preparedFrom != frame)
-            m_prepared = m_painter.paint(*frame);
+            m_prepared = m_rgb.convert(*frame);
         m_preparedFrom = frame;
         m_output.show(m_prepared);
         m_wake();
         lock.lock();
         return true;
     }
-    if (m_observers->nextTurn() <= now) {
+    if (m_observers->nextCall() <= now) {
         m_observers->reportProgress(toMediaTime(positionAt(now)), m_jump, now);
         return true;
     }
@@ -214,7 +214,7 @@ void Presenter::prepare(Lock& lock)
         return;
     const PlanarFramePtr frame = m_queue.front().frame;
     lock.unlock();
-    m_prepared = m_painter.paint(*frame);
+    m_prepared = m_rgb.convert(*frame);
     m_preparedFrom = frame;
     lock.lock();
 }
@@ -239,7 +239,7 @@ void Presenter::waitForWork(Lock& lock)
         m_changed.wait(lock);
         return;
     }
-    Clock::Instant until = m_observers->nextTurn();
+    Clock::Instant until = m_observers->nextCall();
     if (!m_queue.empty())
         until = std::min(until, m_clock->when(m_queue.front().due));
     if (until == Clock::Instant::max())

@@ -2,7 +2,7 @@
 
 #include "player/base/SharedClock.h"
 #include "player/base/VideoOutput.h"
-#include "player/pictures/RgbPainter.h"
+#include "player/pictures/RgbConverter.h"
 #include "player/playout/FrameQueue.h"
 #include "player/playout/OutputSlot.h"
 #include "player/playout/TimeObservers.h"
@@ -83,7 +83,7 @@ private:
     bool m_quit = false;
 
     // The presenter's thread only.
-    RgbPainter m_painter;
+    RgbConverter m_rgb;
     PlanarFramePtr m_preparedFrom;
     VideoFrame m_prepared;
 

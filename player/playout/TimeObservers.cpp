@@ -73,7 +73,7 @@ void TimeObservers::reportJump(MediaTime time, std::uint64_t jump, Clock::Instan
 {
     const std::lock_guard lock(m_mutex);
     for (auto& [token, entry] : m_entries) {
-        entry.turn = now + entry.interval;
+        entry.nextCall = now + entry.interval;
         report(entry, time, jump);
     }
 }
@@ -82,22 +82,22 @@ void TimeObservers::reportProgress(MediaTime time, std::uint64_t jump, Clock::In
 {
     const std::lock_guard lock(m_mutex);
     for (auto& [token, entry] : m_entries) {
-        if (entry.turn > now)
+        if (entry.nextCall > now)
             continue;
         // The rhythm is kept when a turn comes late, unless it is lost altogether.
-        entry.turn += entry.interval;
-        if (entry.turn <= now)
-            entry.turn = now + entry.interval;
+        entry.nextCall += entry.interval;
+        if (entry.nextCall <= now)
+            entry.nextCall = now + entry.interval;
         report(entry, time, jump);
     }
 }
 
-Clock::Instant TimeObservers::nextTurn() const
+Clock::Instant TimeObservers::nextCall() const
 {
     const std::lock_guard lock(m_mutex);
     Clock::Instant next = Clock::Instant::max();
     for (const auto& [token, entry] : m_entries)
-        next = std::min(next, entry.turn);
+        next = std::min(next, entry.nextCall);
     return next;
 }
 

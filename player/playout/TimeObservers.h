@@ -43,13 +43,13 @@ public:
     /// Any thread. The playhead moved on: those observers are told whose turn it is.
     void reportProgress(MediaTime time, std::uint64_t jump, Clock::Instant now);
     /// Any thread. When the next observer has its turn; far in the future without observers.
-    Clock::Instant nextTurn() const;
+    Clock::Instant nextCall() const;
 
 private:
     struct Entry {
         Clock::Instant::duration interval;
         std::shared_ptr<const Observer> observer;
-        Clock::Instant turn = {};
+        Clock::Instant nextCall = {};
         MediaTime time;
         std::uint64_t jump = 0;
         bool pending = false; ///< reported, and not delivered yet

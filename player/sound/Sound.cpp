@@ -1,6 +1,6 @@
 #include "player/sound/Sound.h"
 
-#include "player/base/ThreadReaper.h"
+#include "player/base/DetachedThreads.h"
 #include "player/base/WakeUp.h"
 #include "player/sound/SoundFeeder.h"
 
@@ -21,7 +21,7 @@ using namespace std::chrono_literals;
 /// had to wait for a late frame, less might come too late for the device.
 constexpr Nanoseconds lead = 150 * millisecond;
 /// How often the clock is looked at.
-constexpr auto rhythm = 20ms;
+constexpr auto pollInterval = 20ms;
 
 } // namespace
 
@@ -48,8 +48,8 @@ struct Sound::Job {
     std::unique_ptr<SoundOutput> output;
     std::optional<SoundFeeder::DuePiece> next;
     std::uint64_t opened = 0;
-    std::optional<std::uint64_t> begunAt; ///< the jump it goes on from
-    bool useless = false;                 ///< there is no sound, or no way to play it
+    std::optional<std::uint64_t> startedJump; ///< the jump it goes on from
+    bool failed = false;                      ///< there is no sound, or no way to play it
 
     template <typename Change>
     void change(Change change)
@@ -70,15 +70,15 @@ struct Sound::Job {
     {
         for (Plan now = read(); !now.quit; now = read()) {
             try {
-                tend(now);
+                step(now);
             } catch (const std::runtime_error&) {
-                giveUp();
+                fail();
             }
         }
         close();
     }
 
-    void tend(const Plan& now)
+    void step(const Plan& now)
     {
         if (!now.audible || now.file.path().empty()) {
             close();
@@ -87,9 +87,9 @@ struct Sound::Job {
             wakeUp.wait(reader ? reader->deadline() : std::nullopt);
         } else if (!clock->isRunning()) {
             pause();
-            wakeUp.wait(std::chrono::steady_clock::now() + rhythm);
+            wakeUp.wait(std::chrono::steady_clock::now() + pollInterval);
         } else if (!advance(now)) {
-            wakeUp.wait(std::chrono::steady_clock::now() + rhythm);
+            wakeUp.wait(std::chrono::steady_clock::now() + pollInterval);
         }
     }
 
@@ -99,25 +99,25 @@ struct Sound::Job {
         output.reset();
         feeder.reset();
         reader.reset();
-        begunAt.reset();
+        startedJump.reset();
         opened = 0;
-        useless = false;
+        failed = false;
     }
 
     /// Until something else is opened, or it is to be heard again.
-    void giveUp()
+    void fail()
     {
         const std::uint64_t opening = opened;
         close();
         opened = opening;
-        useless = true;
+        failed = true;
     }
 
     void pause()
     {
         output->silence();
         next.reset();
-        begunAt.reset();
+        startedJump.reset();
     }
 
     /// Opens what is to be heard and then the device; false as long as that is not to be had.
@@ -129,11 +129,11 @@ struct Sound::Job {
             reader = std::make_unique<SoundReader>(now.file, [this] { wakeUp.notify(); });
             feeder = std::make_unique<SoundFeeder>(*reader);
         }
-        if (!useless && !output && reader->started())
+        if (!failed && !output && reader->started())
             output = std::make_unique<SoundOutput>(makeSink);
-        if (!useless && (output ? output->failed() : reader->isEmpty()))
-            giveUp();
-        return !useless && output;
+        if (!failed && (output ? output->failed() : reader->isEmpty()))
+            fail();
+        return !failed && output;
     }
 
     /// Hands over the next piece when its time has come; false when there is nothing to do at once.
@@ -141,10 +141,10 @@ struct Sound::Job {
     {
         const Clock time = clock->read();
         const Nanoseconds played = time.at(std::chrono::steady_clock::now());
-        if (begunAt != now.jump) {
+        if (startedJump != now.jump) {
             output->silence();
             next.reset();
-            begunAt = now.jump;
+            startedJump = now.jump;
             feeder->beginAt(now.runs, played);
         }
         if (!next) {

@@ -13,9 +13,9 @@ namespace
 constexpr Nanoseconds tick = second / SoundPiece::rate / 2;
 /// How far from the end of the piece before it one may claim to begin that follows it. Some containers have
 /// stamps in whole milliseconds, and cut by these a sample or two would be lost at every other piece.
-constexpr Nanoseconds coarsestStamp = 5 * millisecond;
+constexpr Nanoseconds timeStampTolerance = 5 * millisecond;
 /// Runs in which reading breaks off, after which what they had is taken for all there is.
-constexpr int enoughBrokenRuns = 3;
+constexpr int mostIncompleteRuns = 3;
 
 } // namespace
 
@@ -33,8 +33,8 @@ void SoundFeeder::enter(const SoundRuns::Run& run, Nanoseconds position, const L
 {
     m_run = run;
     m_position = position;
-    m_inMidst = false;
-    m_over = false;
+    m_delivered = false;
+    m_readToEnd = false;
     m_replayed.reset();
     m_collecting = !m_complete && position <= range.start + tick;
     if (m_complete) {
@@ -51,37 +51,37 @@ SoundFeeder::Step SoundFeeder::step(const SoundRuns& runs, DuePiece& next)
     if (!m_run)
         return Step::waiting;
     const Nanoseconds end = runs.endOf(*m_run);
-    if (m_over || m_position >= end - tick)
+    if (m_readToEnd || m_position >= end - tick)
         return leave(runs);
     SoundPiece piece;
     switch (read(piece)) {
     case SoundReader::Step::waiting:
         return Step::waiting;
     case SoundReader::Step::end:
-        m_over = true;
+        m_readToEnd = true;
         return Step::working;
     default:
         break;
     }
-    join(piece);
+    alignToPrevious(piece);
     if (piece.position >= end) {
-        m_over = true;
+        m_readToEnd = true;
         return Step::working;
     }
     piece.cut(m_position, end);
     if (piece.isEmpty())
         return Step::working;
     m_position = piece.end();
-    m_inMidst = true;
+    m_delivered = true;
     next.due = m_run->base + piece.position - runs.range().start;
     next.piece = std::move(piece);
     return Step::piece;
 }
 
 /// Within a run, pieces follow one another without a gap or an overlap.
-void SoundFeeder::join(SoundPiece& piece) const
+void SoundFeeder::alignToPrevious(SoundPiece& piece) const
 {
-    if (m_inMidst && !piece.isEmpty() && std::abs(piece.position - m_position) < coarsestStamp)
+    if (m_delivered && !piece.isEmpty() && std::abs(piece.position - m_position) < timeStampTolerance)
         piece.position = m_position;
 }
 
@@ -103,7 +103,7 @@ void SoundFeeder::keepRun()
 {
     if (m_complete || !m_collecting)
         return;
-    m_complete = !m_reader.brokeOff() || ++m_brokenRuns >= enoughBrokenRuns;
+    m_complete = !m_reader.endedEarly() || ++m_incompleteRuns >= mostIncompleteRuns;
 }
 
 SoundReader::Step SoundFeeder::read(SoundPiece& piece)

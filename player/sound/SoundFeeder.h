@@ -48,20 +48,20 @@ private:
     void enter(const SoundRuns::Run& run, Nanoseconds position, const LoopRange& range);
     Step leave(const SoundRuns& runs);
     SoundReader::Step read(SoundPiece& piece);
-    void join(SoundPiece& piece) const;
+    void alignToPrevious(SoundPiece& piece) const;
     void keepRun();
 
     SoundReader& m_reader;
     const std::size_t m_budget;
     std::optional<SoundRuns::Run> m_run;
     Nanoseconds m_position = 0; ///< where the next piece begins
-    bool m_inMidst = false;     ///< a piece of this run was given out
-    bool m_over = false;        ///< the reader has no more for this run
+    bool m_delivered = false;   ///< a piece of this run was given out
+    bool m_readToEnd = false;   ///< the reader has no more for this run
     bool m_collecting = false;  ///< this run's pieces are being kept, from the range's start on
     bool m_complete = false;    ///< the kept pieces are all of the range
     std::vector<SoundPiece> m_kept;
     std::size_t m_keptSamples = 0;
-    int m_brokenRuns = 0;                  ///< how many broke off that would have been kept
+    int m_incompleteRuns = 0;              ///< how many broke off that would have been kept
     std::optional<std::size_t> m_replayed; ///< how many of them were repeated in this run
 };
 

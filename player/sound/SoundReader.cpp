@@ -18,7 +18,7 @@ namespace
 constexpr Nanoseconds warmUp = 100 * millisecond;
 /// How long nothing has to come of what broke off until nothing is expected any more. What takes longer has
 /// missed its moment anyway.
-constexpr auto quietAfterFailure = std::chrono::milliseconds(500);
+constexpr auto drainTimeout = std::chrono::milliseconds(500);
 
 SoundPiece pieceOf(GstSample* sample, Nanoseconds position)
 {
@@ -37,7 +37,7 @@ SoundPiece pieceOf(GstSample* sample, Nanoseconds position)
 } // namespace
 
 SoundReader::SoundReader(SourceFile file, std::function<void()> wake)
-    : m_file(std::move(file)), m_wake(std::move(wake)), m_end(quietAfterFailure)
+    : m_file(std::move(file)), m_wake(std::move(wake)), m_end(drainTimeout)
 {
     open();
 }

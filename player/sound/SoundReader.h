@@ -2,7 +2,7 @@
 
 #include "player/sound/SoundPiece.h"
 #include "player/source/DecodePipeline.h"
-#include "player/source/EndOfReading.h"
+#include "player/source/EndOfStream.h"
 
 #include <functional>
 #include <memory>
@@ -38,7 +38,7 @@ public:
     /// The file has no sound that can be decoded.
     bool isEmpty();
     /// Reading broke off where there may be more sound.
-    bool brokeOff() const { return m_pipeline->failed(); }
+    bool endedEarly() const { return m_pipeline->failed(); }
 
 private:
     void open();
@@ -46,7 +46,7 @@ private:
     SourceFile m_file;
     std::function<void()> m_wake;
     std::unique_ptr<DecodePipeline> m_pipeline;
-    EndOfReading m_end;
+    EndOfStream m_end;
     bool m_seekPending = false;
     Nanoseconds m_from = 0;
 };

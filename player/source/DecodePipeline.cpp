@@ -20,8 +20,8 @@ struct ContentKind {
     const char* decoder;
     WantedStream stream;
     const char* delivered; ///< caps of the samples
-    guint ahead;           ///< samples
-    guint atFirst;         ///< samples ahead until it is known where the file begins
+    guint limit;           ///< samples
+    guint initialLimit;    ///< samples ahead until it is known where the file begins
 };
 
 ContentKind kindOf(DecodePipeline::Content content)
@@ -58,8 +58,8 @@ bool isVideoParser(GstElementFactory* factory)
 
 DecodePipeline::DecodePipeline(const SourceFile& file, Content content, std::function<void()> wake)
     : m_wake(std::move(wake)),
-      m_origin(file, [this] { beginCounting(); }),
-      m_picker(kindOf(content).stream, m_origin, [this] { fail(); })
+      m_origin(file, [this] { useOrigin(); }),
+      m_selector(kindOf(content).stream, m_origin, [this] { fail(); })
 {
     ensureGStreamer();
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
@@ -86,23 +86,23 @@ DecodePipeline::~DecodePipeline()
 void DecodePipeline::build(const std::filesystem::path& path, Content content)
 {
     const ContentKind kind = kindOf(content);
-    m_aheadAtFirst = kind.atFirst;
-    m_ahead = kind.ahead;
+    m_initialLimit = kind.initialLimit;
+    m_limit = kind.limit;
     GstElement* source = addElement(m_pipeline.get(), "filesrc");
     m_decoder = addElement(m_pipeline.get(), kind.decoder);
     m_sink = addElement(m_pipeline.get(), "appsink");
-    GstElement* taker = m_sink;
+    GstElement* target = m_sink;
     if (content == Content::sound) {
-        taker = addElement(m_pipeline.get(), "audioconvert");
+        target = addElement(m_pipeline.get(), "audioconvert");
         GstElement* resampler = addElement(m_pipeline.get(), "audioresample");
-        gst_element_link_many(taker, resampler, m_sink, nullptr);
+        gst_element_link_many(target, resampler, m_sink, nullptr);
     }
     g_object_set(source, "location", path.c_str(), nullptr);
     const GstCapsPtr delivered(kind.delivered ? gst_caps_from_string(kind.delivered) : gst_caps_new_any());
     g_object_set(m_sink, "caps", delivered.get(), "sync", FALSE, "async", FALSE, "qos", FALSE, "max-buffers",
                  0, "enable-last-sample", FALSE, "wait-on-eos", FALSE, nullptr);
     gst_element_link(source, m_decoder);
-    m_picker.watch(m_decoder, taker);
+    m_selector.watch(m_decoder, target);
 }
 
 void DecodePipeline::watch()
@@ -124,15 +124,15 @@ void DecodePipeline::watch()
 void DecodePipeline::limitQueue()
 {
     m_running = true;
-    gst_app_sink_set_max_buffers(sink(), m_aheadAtFirst);
+    gst_app_sink_set_max_buffers(sink(), m_initialLimit);
     if (m_origin.isKnown())
-        gst_app_sink_set_max_buffers(sink(), m_ahead);
+        gst_app_sink_set_max_buffers(sink(), m_limit);
 }
 
-void DecodePipeline::beginCounting()
+void DecodePipeline::useOrigin()
 {
     if (m_running)
-        gst_app_sink_set_max_buffers(sink(), m_ahead);
+        gst_app_sink_set_max_buffers(sink(), m_limit);
     m_wake();
 }
 
@@ -154,13 +154,13 @@ bool DecodePipeline::atEnd() const
 
 bool DecodePipeline::seekToKeyFrame(Nanoseconds time, GstSeekFlags snap)
 {
-    m_gate.passAll();
+    m_keyFrameFilter.passAll();
     return seek(time, static_cast<GstSeekFlags>(GST_SEEK_FLAG_KEY_UNIT | snap));
 }
 
 bool DecodePipeline::seekToOneKeyFrame(Nanoseconds time, Nanoseconds wanted)
 {
-    m_gate.passOnly(wanted + m_origin.get());
+    m_keyFrameFilter.passOnly(wanted + m_origin.get());
     return seek(time, static_cast<GstSeekFlags>(GST_SEEK_FLAG_KEY_UNIT | GST_SEEK_FLAG_SNAP_BEFORE));
 }
 
@@ -201,14 +201,14 @@ void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpoin
     GstElementFactory* factory = gst_element_get_factory(element);
     const GstPadPtr entry(gst_element_get_static_pad(element, "sink"));
     if (entry && factory && gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER))
-        that->m_origin.heed(entry.get());
+        that->m_origin.watchDecoder(entry.get());
     if (isVideoParser(factory))
         that->m_firstPacket.watch(element);
     if (!GST_IS_VIDEO_DECODER(element))
         return;
     limitThreads(element);
     that->m_firstPacket.watch(element);
-    that->m_gate.guard(element);
+    that->m_keyFrameFilter.watch(element);
 }
 
 GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer self)
@@ -238,7 +238,7 @@ GstFlowReturn DecodePipeline::onSample(GstAppSink*, gpointer self)
     auto* that = static_cast<DecodePipeline*>(self);
     const Handover handover;
     that->m_started = true;
-    that->m_origin.hurry();
+    that->m_origin.startTimeout();
     that->m_wake();
     return GST_FLOW_OK;
 }

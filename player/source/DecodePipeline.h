@@ -3,10 +3,10 @@
 #include "player/base/GStreamer.h"
 #include "player/base/Nanoseconds.h"
 #include "player/source/FirstPacket.h"
-#include "player/source/KeyFrameGate.h"
+#include "player/source/KeyFrameFilter.h"
 #include "player/source/OrientationTag.h"
 #include "player/source/SourceFile.h"
-#include "player/source/StreamPicker.h"
+#include "player/source/StreamSelector.h"
 #include "player/source/TimeOrigin.h"
 
 #include <gst/app/gstappsink.h>
@@ -43,11 +43,11 @@ public:
     Nanoseconds timeOf(GstSample* sample) const;
     /// Everything up to the stream's end was pulled.
     bool atEnd() const;
-    /// Reading stopped early. What was decoded until then can still be pulled; seeking does not help. Told
+    /// Reading stopped early. What was decoded until then can still be pulled; seeking does not help. True
     /// only when samples can be pulled, if there are any.
     bool failed() const { return m_failed && (!m_started || m_origin.isKnown()); }
-    /// Reading stopped before the wanted stream was found, so that there is nothing to wait for.
-    bool isHopeless() const { return m_failed && !m_picker.isLinked(); }
+    /// Reading stopped before the wanted stream was found: no sample follows.
+    bool lacksStream() const { return m_failed && !m_selector.isLinked(); }
     /// Whether seeking is possible: something was decoded.
     bool started() const { return m_started && m_origin.isKnown(); }
 
@@ -61,9 +61,9 @@ public:
     /// Goes on from the very sample under `time`.
     bool seekToSample(Nanoseconds time);
 
-    /// The last seek went where pictures carry wrong times, as `FirstPacket` tells; reading the file afresh
-    /// gives the right ones.
-    bool isDisplaced() const { return m_firstPacket.isDisplaced(); }
+    /// The pictures since the last seek have wrong times (`FirstPacket`). The file has to be opened again and
+    /// read from its beginning.
+    bool hasWrongTimes() const { return m_firstPacket.hasWrongTimes(); }
 
     /// How the pictures have to be turned.
     Orientation orientation() const { return m_orientation.get(); }
@@ -80,26 +80,26 @@ private:
     void build(const std::filesystem::path& path, Content content);
     void watch();
     void limitQueue();
-    void beginCounting();
+    void useOrigin();
     void fail();
     GstAppSink* sink() const { return GST_APP_SINK(m_sink); }
     bool seek(Nanoseconds time, GstSeekFlags flags);
 
     std::function<void()> m_wake;
-    KeyFrameGate m_gate;
+    KeyFrameFilter m_keyFrameFilter;
     FirstPacket m_firstPacket;
     OrientationTag m_orientation;
     GstElementPtr m_pipeline;
     GstElement* m_decoder = nullptr; ///< the pipeline's
     GstElement* m_sink = nullptr;    ///< the pipeline's
     GstPadPtr m_sinkPad;
-    guint m_aheadAtFirst = 0;            ///< samples, until it is known where the file begins
-    guint m_ahead = 0;                   ///< samples, from then on
+    guint m_initialLimit = 0;            ///< samples in the queue until the time origin is known
+    guint m_limit = 0;                   ///< samples in the queue from then on
     std::atomic<bool> m_running = false; ///< the queue may be limited
     std::atomic<bool> m_failed = false;
     std::atomic<bool> m_started = false;
-    TimeOrigin m_origin; ///< behind the sink, which is told what it finds
-    StreamPicker m_picker;
+    TimeOrigin m_origin; ///< destroyed before the sink, whose queue it limits
+    StreamSelector m_selector;
 };
 
 } // namespace stackreel

@@ -44,7 +44,7 @@ GstPadProbeReturn FirstPacket::onPad(GstPad* pad, GstPadProbeInfo* info, gpointe
             that->compare(buffer, bufferTime(buffer, pad));
     } else if (GST_EVENT_TYPE(GST_PAD_PROBE_INFO_EVENT(info)) == GST_EVENT_FLUSH_STOP) {
         that->m_compared = false;
-        that->m_displaced = false;
+        that->m_wrongTimes = false;
     }
     return GST_PAD_PROBE_OK;
 }
@@ -55,7 +55,7 @@ void FirstPacket::compare(GstBuffer* buffer, Nanoseconds time)
         m_packet.reset(gst_buffer_ref(buffer));
         m_time = time;
     } else {
-        m_displaced = std::abs(time - m_time) > halfUnit && areEqual(m_packet.get(), buffer);
+        m_wrongTimes = std::abs(time - m_time) > halfUnit && areEqual(m_packet.get(), buffer);
     }
 }
 

@@ -8,8 +8,8 @@
 namespace stackreel
 {
 
-/// Remembers the first packet of the pictures, and notices when it comes again after a seek at another time:
-/// some fragmented files are stamped later from their first fragment on once it was sought.
+/// Remembers the first packet of the pictures and detects when it comes again with another time after a seek:
+/// in some fragmented files a seek into the first fragment gives later times from there on.
 class FirstPacket
 {
 public:
@@ -22,7 +22,7 @@ public:
     /// seek.
     void watch(GstElement* parserOrDecoder);
     /// Whether times are wrong since the last flushing seek. Any thread; holds for what was decoded since.
-    bool isDisplaced() const { return m_displaced; }
+    bool hasWrongTimes() const { return m_wrongTimes; }
 
 private:
     static GstPadProbeReturn onPad(GstPad* pad, GstPadProbeInfo* info, gpointer self);
@@ -34,7 +34,7 @@ private:
     Nanoseconds m_time = -1;
     bool m_compared = false; ///< the first packet since the last flush was
 
-    std::atomic<bool> m_displaced = false;
+    std::atomic<bool> m_wrongTimes = false;
 };
 
 } // namespace stackreel

@@ -13,10 +13,10 @@ namespace stackreel
 namespace
 {
 
-constexpr GstClockTime patience = GST_SECOND / 2;
+constexpr GstClockTime timeout = GST_SECOND / 2;
 
-/// Where a buffer begins, or negative when it does not say. What lies before the beginning of the time line
-/// is a decoder's warming up, whose sound begins with the line.
+/// The time of a buffer; negative when it has none. Sound before the time line's zero is the encoder's delay,
+/// which a decoder drops, so such a stream begins at zero.
 Nanoseconds beginningOf(const GstBuffer* buffer, GstPad* pad)
 {
     const Nanoseconds time = bufferTime(buffer, pad);
@@ -28,17 +28,17 @@ Nanoseconds beginningOf(const GstBuffer* buffer, GstPad* pad)
 struct TimeOrigin::State {
     std::mutex mutex;
     SourceFile file;
-    std::function<void()> found; ///< none once nobody waits
-    int silent = 0;              ///< streams of which nothing came so far
-    bool complete = false;       ///< no further stream is to be expected
+    std::function<void()> found; ///< none once it was called or nobody waits
+    int awaited = 0;             ///< streams without data so far
+    bool complete = false;       ///< no further stream follows
     bool known = false;
     Nanoseconds earliest = -1;
 
-    /// Something began at a time, or with a negative one will not begin.
+    /// A stream begins at a time; a negative one means that it stays empty.
     void begin(Nanoseconds time)
     {
         const std::lock_guard lock(mutex);
-        --silent;
+        --awaited;
         consider(time);
         settle();
     }
@@ -52,7 +52,7 @@ struct TimeOrigin::State {
     void settle()
     {
         const bool cannotBeEarlier = earliest >= 0 && earliest <= halfUnit;
-        if (!known && (cannotBeEarlier || (complete && silent <= 0)))
+        if (!known && (cannotBeEarlier || (complete && awaited <= 0)))
             conclude();
     }
 
@@ -88,19 +88,19 @@ void TimeOrigin::expect(GstPad* pad)
 {
     {
         const std::lock_guard lock(m_state->mutex);
-        ++m_state->silent;
+        ++m_state->awaited;
     }
     probe(pad, GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, onPad);
 }
 
-void TimeOrigin::heed(GstPad* pad)
+void TimeOrigin::watchDecoder(GstPad* pad)
 {
     probe(pad, GST_PAD_PROBE_TYPE_BUFFER, onDecoder);
 }
 
 void TimeOrigin::probe(GstPad* pad, int types, GstPadProbeCallback callback)
 {
-    gst_pad_add_probe(pad, static_cast<GstPadProbeType>(types), callback, share(), letGo);
+    gst_pad_add_probe(pad, static_cast<GstPadProbeType>(types), callback, share(), release);
 }
 
 gpointer TimeOrigin::share() const
@@ -110,26 +110,26 @@ gpointer TimeOrigin::share() const
     return shared;
 }
 
-void TimeOrigin::letGo(gpointer shared)
+void TimeOrigin::release(gpointer shared)
 {
     const Handover handover;
     delete static_cast<std::shared_ptr<State>*>(shared);
 }
 
-void TimeOrigin::expectNoMore()
+void TimeOrigin::noMoreStreams()
 {
     const std::lock_guard lock(m_state->mutex);
     m_state->complete = true;
     m_state->settle();
 }
 
-void TimeOrigin::hurry()
+void TimeOrigin::startTimeout()
 {
     if (m_timer || isKnown())
         return;
     GstClock* clock = gst_system_clock_obtain();
-    m_timer = gst_clock_new_single_shot_id(clock, gst_clock_get_time(clock) + patience);
-    gst_clock_id_wait_async(m_timer, onImpatience, share(), letGo);
+    m_timer = gst_clock_new_single_shot_id(clock, gst_clock_get_time(clock) + timeout);
+    gst_clock_id_wait_async(m_timer, onTimeout, share(), release);
     gst_object_unref(clock);
 }
 
@@ -171,7 +171,7 @@ GstPadProbeReturn TimeOrigin::onDecoder(GstPad* pad, GstPadProbeInfo* info, gpoi
     return GST_PAD_PROBE_REMOVE;
 }
 
-gboolean TimeOrigin::onImpatience(GstClock*, GstClockTime, GstClockID, gpointer state)
+gboolean TimeOrigin::onTimeout(GstClock*, GstClockTime, GstClockID, gpointer state)
 {
     const Handover handover;
     State& waiting = **static_cast<std::shared_ptr<State>*>(state);

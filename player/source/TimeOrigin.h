@@ -10,33 +10,33 @@
 namespace stackreel
 {
 
-/// Finds out where a file's time line begins: where its first picture or sound does, whichever is earlier.
-/// FFmpeg, which has the last word in the export, counts its seconds from there, GStreamer the container's
-/// own, and those begin anywhere in a stream made for broadcast or in one cut from another.
+/// Finds a file's time origin: the time of its first picture or sound, whichever is earlier. FFmpeg, which
+/// makes the export, counts from there. GStreamer counts as the container does, whose times begin anywhere in
+/// a stream made for broadcast or cut from another.
 ///
 /// Any thread.
 class TimeOrigin
 {
 public:
-    /// What another reader of the file found out holds from the start. Otherwise `found` is called once, on a
-    /// thread of GStreamer's, before the destructor returns or never.
+    /// If another reader of the file has found the origin, it is known from the start. Otherwise `found` is
+    /// called at most once, on a thread of GStreamer's, before the destructor returns.
     TimeOrigin(SourceFile file, std::function<void()> found);
     TimeOrigin(const TimeOrigin&) = delete;
     TimeOrigin& operator=(const TimeOrigin&) = delete;
     ~TimeOrigin();
 
-    /// To be told of each pad by which pictures or sound come, before anything does.
+    /// Watches a pad that delivers pictures or sound. Call it for each, before data flows.
     void expect(GstPad* pad);
-    /// To be told of each pad by which something goes into a decoder, before anything does. The stream begins
-    /// there, though a decoder may swallow its first pictures or sound.
-    void heed(GstPad* pad);
-    /// No further pad is to be expected.
-    void expectNoMore();
-    /// From now on a stream that is still silent is waited for half a second only.
-    void hurry();
+    /// Watches the input pad of a decoder. Call it for each, before data flows: a decoder may drop the first
+    /// pictures or sound of a stream.
+    void watchDecoder(GstPad* pad);
+    /// No further pad follows.
+    void noMoreStreams();
+    /// Waits at most half a second more for streams without data.
+    void startTimeout();
 
     bool isKnown() const;
-    /// On the container's time line; 0 as long as it is not known.
+    /// On the container's time line; 0 until it is known.
     Nanoseconds get() const;
 
 private:
@@ -44,12 +44,12 @@ private:
 
     static GstPadProbeReturn onPad(GstPad* pad, GstPadProbeInfo* info, gpointer state);
     static GstPadProbeReturn onDecoder(GstPad* pad, GstPadProbeInfo* info, gpointer state);
-    static gboolean onImpatience(GstClock* clock, GstClockTime time, GstClockID timer, gpointer state);
+    static gboolean onTimeout(GstClock* clock, GstClockTime time, GstClockID timer, gpointer state);
 
     void probe(GstPad* pad, int types, GstPadProbeCallback callback);
-    /// A share of the state for what GStreamer calls back, which gives it to `letGo` in the end.
+    /// A reference to the state for a callback of GStreamer's, which passes it to `release` at the end.
     gpointer share() const;
-    static void letGo(gpointer shared);
+    static void release(gpointer shared);
 
     std::shared_ptr<State> m_state;
     GstClockID m_timer = nullptr;

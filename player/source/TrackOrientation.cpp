@@ -105,7 +105,7 @@ std::array<std::uint32_t, 4> matrixOf(BoxFile& file, Span track)
 
 } // namespace
 
-Orientation overlookedOrientation(const std::filesystem::path& path)
+Orientation ignoredOrientation(const std::filesystem::path& path)
 {
     constexpr std::uint32_t minusOne = 0xffff0000;
     BoxFile file(path);

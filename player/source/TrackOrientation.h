@@ -12,6 +12,6 @@ namespace stackreel
 /// and file, also for one that cannot be read.
 ///
 /// Any thread; may take as long as the file system does.
-Orientation overlookedOrientation(const std::filesystem::path& file);
+Orientation ignoredOrientation(const std::filesystem::path& file);
 
 } // namespace stackreel

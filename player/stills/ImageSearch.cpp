@@ -9,7 +9,7 @@ namespace
 {
 
 /// Short, because each image near damaged data takes as long.
-constexpr std::chrono::milliseconds quietAfterFailure(300);
+constexpr std::chrono::milliseconds drainTimeout(300);
 
 } // namespace
 
@@ -17,7 +17,7 @@ ImageSearch::ImageSearch(const SourceFile& file, PictureSize box, bool upright, 
     : m_stop(std::move(stop)),
       m_onStop(m_stop, Notify{m_wakeUp}),
       m_finder(file, m_stop),
-      m_reader(file, box, Notify{m_wakeUp}, quietAfterFailure)
+      m_reader(file, box, Notify{m_wakeUp}, drainTimeout)
 {
     m_reader.setUpright(upright);
 }
@@ -59,7 +59,7 @@ PlanarFramePtr ImageSearch::decodeTowards(Nanoseconds time, Tolerance tolerance,
     if (m_last && m_last->time >= earliest && m_last->time <= latest)
         return m_last;
     if (m_last && keyFrame && *keyFrame <= m_last->time + halfUnit && m_last->time < earliest)
-        m_reader.readOnTo(earliest);
+        m_reader.decodeOnTo(earliest);
     else
         m_reader.showFrom(earliest);
     const PlanarFramePtr found = read();

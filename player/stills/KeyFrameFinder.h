@@ -1,7 +1,7 @@
 #pragma once
 
 #include "player/base/Nanoseconds.h"
-#include "player/source/SampleSource.h"
+#include "player/source/BlockingReader.h"
 
 #include <optional>
 #include <stop_token>
@@ -28,7 +28,7 @@ public:
 private:
     std::optional<Nanoseconds> keyFrame(Nanoseconds time, GstSeekFlags snap);
 
-    SampleSource m_source;
+    BlockingReader m_source;
     bool m_opened = false;
 };
 

@@ -141,13 +141,13 @@ TEST(FrameReader, ContinuesAfterResting)
     Reading reading(longInterval.file());
     EXPECT_EQ(reading.next(), 0);
     const Nanoseconds claimed = reading.reader.claimedDuration();
-    reading.reader.rest();
+    reading.reader.releaseDecoder();
     EXPECT_EQ(reading.reader.claimedDuration(), claimed);
     EXPECT_EQ(reading.next(), -1);
-    reading.reader.readOnTo(fromSeconds(1));
+    reading.reader.decodeOnTo(fromSeconds(1));
     EXPECT_EQ(reading.next(), 30);
-    reading.reader.rest();
-    reading.reader.rest();
+    reading.reader.releaseDecoder();
+    reading.reader.releaseDecoder();
     reading.reader.continueAfter(fromSeconds(8.5));
     EXPECT_EQ(reading.next(), 256);
 }
@@ -158,7 +158,7 @@ TEST(FrameReader, ContinuesWhenTheExpectedKeyFrameDoesNotExist)
     EXPECT_EQ(reading.next(), 0);
     reading.reader.showKeyFrame(fromSeconds(280 / 30.0)); // the last key frame is number 250
     EXPECT_EQ(reading.next(), 250);
-    reading.reader.readOnTo(fromSeconds(280 / 30.0));
+    reading.reader.decodeOnTo(fromSeconds(280 / 30.0));
     EXPECT_EQ(reading.next(), 280);
     EXPECT_EQ(reading.next(), 281);
 }

@@ -2,7 +2,7 @@
 
 #include "player/base/WakeUp.h"
 #include "player/pictures/FrameReader.h"
-#include "player/pictures/RgbPainter.h"
+#include "player/pictures/RgbConverter.h"
 #include "tests/player/MarkedClip.h"
 
 #include <cmath>
@@ -32,7 +32,7 @@ public:
         while (true) {
             switch (reader.step(frame)) {
             case FrameReader::Step::frame:
-                return numberIn(m_painter.paint(*frame));
+                return numberIn(m_converter.convert(*frame));
             case FrameReader::Step::end:
                 return -1;
             case FrameReader::Step::failed:
@@ -57,7 +57,7 @@ public:
 
 private:
     WakeUp m_wakeUp;
-    RgbPainter m_painter;
+    RgbConverter m_converter;
 
 public:
     FrameReader reader; // declared last, because its threads use the members above

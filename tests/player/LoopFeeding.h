@@ -47,11 +47,11 @@ public:
         }
     }
 
-    int numberOf(const QueuedFrame& queued) { return numberIn(m_painter.paint(*queued.frame)); }
+    int numberOf(const QueuedFrame& queued) { return numberIn(m_converter.convert(*queued.frame)); }
 
 private:
     WakeUp m_wakeUp;
-    RgbPainter m_painter;
+    RgbConverter m_converter;
 
 public:
     FrameReader reader; // declared last, because its threads use the members above

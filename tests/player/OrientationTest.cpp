@@ -64,7 +64,7 @@ TEST(Orientation, ReadsTheTagAndAppliesIt)
 TEST(TrackOrientation, IsIdentityForFilesWithoutAReadableMatrix)
 {
     const auto clip = rotatedCopy(quartersClip.file(), "quarters-overlooked.mp4", {0, -1, -1, 0});
-    ASSERT_EQ(overlookedOrientation(clip), (Orientation{1, true}));
+    ASSERT_EQ(ignoredOrientation(clip), (Orientation{1, true}));
     const auto size = std::filesystem::file_size(clip);
     const std::string endlessBoxes("\0\0\0\0moov", 8);
     const std::filesystem::path files[] = {
@@ -79,7 +79,7 @@ TEST(TrackOrientation, IsIdentityForFilesWithoutAReadableMatrix)
         "/tmp",
     };
     for (const auto& file : files)
-        EXPECT_EQ(overlookedOrientation(file), Orientation()) << file;
+        EXPECT_EQ(ignoredOrientation(file), Orientation()) << file;
 }
 
 } // namespace stackreel

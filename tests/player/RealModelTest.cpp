@@ -2,8 +2,8 @@
 
 #include "media/MediaProbe.h"
 #include "player/pictures/FrameScaler.h"
-#include "player/pictures/RgbPainter.h"
-#include "player/source/SampleSource.h"
+#include "player/pictures/RgbConverter.h"
+#include "player/source/BlockingReader.h"
 #include "player/source/SampleTiming.h"
 #include "system/PrivateFolder.h"
 #include "tests/player/Repetition.h"
@@ -47,12 +47,12 @@ std::vector<std::filesystem::path> proxies()
 std::vector<int> numbersIn(const std::filesystem::path& file)
 {
     std::vector<int> numbers;
-    RgbPainter painter;
+    RgbConverter converter;
     FrameScaler scaler({0, 0});
-    SampleSource source(file, DecodePipeline::Content::pictures, {});
+    BlockingReader source(file, DecodePipeline::Content::pictures, {});
     while (const GstSamplePtr sample = source.next()) {
         const auto frame = scaler.scale(sample.get(), {}, sampleTime(sample.get()), 0);
-        numbers.push_back(numberIn(painter.paint(*frame)));
+        numbers.push_back(numberIn(converter.convert(*frame)));
     }
     return numbers;
 }

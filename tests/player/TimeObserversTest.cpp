@@ -33,10 +33,10 @@ protected:
 TEST_F(TimeObserversTest, AreCalledOneIntervalAfterTheLastOfManyJumps)
 {
     progress(0);
-    EXPECT_EQ(observers.nextTurn(), at(50));
+    EXPECT_EQ(observers.nextCall(), at(50));
     for (int after = 0; after <= 10'000; after += 33) {
         jump(after);
-        ASSERT_EQ(observers.nextTurn(), at(after + 50));
+        ASSERT_EQ(observers.nextCall(), at(after + 50));
     }
 }
 
@@ -44,16 +44,16 @@ TEST_F(TimeObserversTest, KeepTheirRhythmWhenATurnIsLate)
 {
     progress(0);
     progress(60);
-    EXPECT_EQ(observers.nextTurn(), at(100));
+    EXPECT_EQ(observers.nextCall(), at(100));
     progress(230);
-    EXPECT_EQ(observers.nextTurn(), at(280)) << "more than a whole interval was missed";
+    EXPECT_EQ(observers.nextCall(), at(280)) << "more than a whole interval was missed";
 }
 
 TEST_F(TimeObserversTest, AreNotCalledBeforeTheirTurn)
 {
     progress(0);
     progress(49);
-    EXPECT_EQ(observers.nextTurn(), at(50));
+    EXPECT_EQ(observers.nextCall(), at(50));
 }
 
 } // namespace stackreel

@@ -1,4 +1,4 @@
-#include "player/source/SampleSource.h"
+#include "player/source/BlockingReader.h"
 #include "player/source/SampleTiming.h"
 #include "tests/player/MarkedClip.h"
 
@@ -19,7 +19,7 @@ using Content = DecodePipeline::Content;
 /// The file's beginning on the container's time line, as found by a separate pipeline.
 Nanoseconds originOf(Content content, const SourceFile& file)
 {
-    SampleSource source(file, content, {});
+    BlockingReader source(file, content, {});
     const GstSamplePtr sample = source.next();
     EXPECT_TRUE(sample) << file.path();
     return sample ? sampleTime(sample.get()) - source.pipeline().timeOf(sample.get()) : -1;
@@ -59,7 +59,7 @@ TEST_P(TimeOriginTest, IsTheSameForFramesPacketsAndSound)
 
 TEST_P(TimeOriginTest, IsTheStartOfSoundThatPrecedesTheVideo)
 {
-    SampleSource source(clip.file(), Content::pictures, {});
+    BlockingReader source(clip.file(), Content::pictures, {});
     const GstSamplePtr sample = source.next();
     ASSERT_TRUE(sample);
     EXPECT_NEAR(static_cast<double>(source.pipeline().timeOf(sample.get())),

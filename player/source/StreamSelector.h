@@ -18,26 +18,25 @@ struct WantedStream {
     bool decoded; ///< or else as packets
 };
 
-/// Picks one stream out of a file: has a decoder leave all others as they are and links the wanted one, as it
-/// comes out, to what takes it. The others are not even parsed, as a parser that makes no sense of a damaged
-/// stream would end the reading of the whole file. On the way it tells a `TimeOrigin` of all pictures and
-/// sound there are.
+/// Selects one stream of a file and links it to an element. The other streams are not decoded and not even
+/// parsed: a parser that fails on a damaged stream would end the reading of the whole file. Also passes the
+/// pads of all streams of pictures and sound to a `TimeOrigin`.
 ///
-/// Works on GStreamer's threads once `watch` was called; the queries may be made on any.
-class StreamPicker
+/// Works on GStreamer's threads after `watch`; `isLinked` may be called on any thread.
+class StreamSelector
 {
 public:
-    /// `missing` is called, on a thread of GStreamer's, when the file turns out not to have the stream.
-    StreamPicker(WantedStream wanted, TimeOrigin& origin, std::function<void()> missing)
+    /// `missing` is called on a thread of GStreamer's when the file does not have the stream.
+    StreamSelector(WantedStream wanted, TimeOrigin& origin, std::function<void()> missing)
         : m_wanted(wanted), m_origin(origin), m_missing(std::move(missing))
     {
     }
-    StreamPicker(const StreamPicker&) = delete;
-    StreamPicker& operator=(const StreamPicker&) = delete;
+    StreamSelector(const StreamSelector&) = delete;
+    StreamSelector& operator=(const StreamSelector&) = delete;
 
-    /// To be called once, before anything flows. The elements must not outlive the picker.
-    void watch(GstElement* decoder, GstElement* taker);
-    /// The wanted stream was found.
+    /// Call it once, before data flows. The elements must not outlive this object.
+    void watch(GstElement* decoder, GstElement* target);
+    /// The wanted stream was found and linked.
     bool isLinked() const { return m_linked; }
 
 private:
@@ -49,12 +48,12 @@ private:
     bool isOfKind(std::string_view mediaType) const;
     bool isWanted(std::string_view mediaType) const;
     bool isNeeded(GstElementFactory* factory, std::string_view mediaType) const;
-    void take(GstPad* pad, const GstCaps* caps);
+    void link(GstPad* pad, const GstCaps* caps);
 
     const WantedStream m_wanted;
     TimeOrigin& m_origin;
     const std::function<void()> m_missing;
-    GstElement* m_taker = nullptr;
+    GstElement* m_target = nullptr;
     std::atomic<bool> m_linked = false;
 };
 

@@ -1,4 +1,4 @@
-#include "player/pictures/RgbPainter.h"
+#include "player/pictures/RgbConverter.h"
 
 namespace stackreel
 {
@@ -27,7 +27,7 @@ struct MappedPicture {
 
 } // namespace
 
-VideoFrame RgbPainter::paint(const PlanarFrame& frame)
+VideoFrame RgbConverter::convert(const PlanarFrame& frame)
 {
     if (!m_converter || !gst_video_info_is_equal(&frame.info, &m_planarInfo)) {
         m_planarInfo = frame.info;
@@ -36,21 +36,21 @@ VideoFrame RgbPainter::paint(const PlanarFrame& frame)
                                   static_cast<guint>(GST_VIDEO_INFO_HEIGHT(&frame.info)));
         m_converter.reset(gst_video_converter_new(&m_planarInfo, &m_rgbInfo, nullptr));
     }
-    VideoFrame painted;
-    painted.seconds = toSeconds(frame.time);
+    VideoFrame converted;
+    converted.seconds = toSeconds(frame.time);
     auto picture = std::make_shared<MappedPicture>(m_rgbInfo, m_buffers.acquire(m_rgbInfo));
     GstVideoFrame planar;
     if (!m_converter || !picture->mapped ||
         !gst_video_frame_map(&planar, &m_planarInfo, frame.buffer.get(), GST_MAP_READ))
-        return painted;
+        return converted;
     gst_video_converter_frame(m_converter.get(), &planar, &picture->frame);
     gst_video_frame_unmap(&planar);
-    painted.pixels = static_cast<const std::byte*>(GST_VIDEO_FRAME_PLANE_DATA(&picture->frame, 0));
-    painted.bytesPerLine = GST_VIDEO_FRAME_PLANE_STRIDE(&picture->frame, 0);
-    painted.width = GST_VIDEO_INFO_WIDTH(&m_rgbInfo);
-    painted.height = GST_VIDEO_INFO_HEIGHT(&m_rgbInfo);
-    painted.owner = std::move(picture);
-    return painted;
+    converted.pixels = static_cast<const std::byte*>(GST_VIDEO_FRAME_PLANE_DATA(&picture->frame, 0));
+    converted.bytesPerLine = GST_VIDEO_FRAME_PLANE_STRIDE(&picture->frame, 0);
+    converted.width = GST_VIDEO_INFO_WIDTH(&m_rgbInfo);
+    converted.height = GST_VIDEO_INFO_HEIGHT(&m_rgbInfo);
+    converted.owner = std::move(picture);
+    return converted;
 }
 
 } // namespace stackreel

@@ -2,7 +2,7 @@
 
 #include "player/base/WakeUp.h"
 #include "player/source/DecodePipeline.h"
-#include "player/source/EndOfReading.h"
+#include "player/source/EndOfStream.h"
 
 #include <algorithm>
 #include <optional>
@@ -12,11 +12,11 @@ namespace stackreel
 {
 
 /// A pipeline for a thread that waits for its samples.
-class SampleSource
+class BlockingReader
 {
 public:
     /// As with `DecodePipeline`. Waiting ends when `stop` fires.
-    SampleSource(const SourceFile& file, DecodePipeline::Content content, std::stop_token stop)
+    BlockingReader(const SourceFile& file, DecodePipeline::Content content, std::stop_token stop)
         : m_stop(std::move(stop)),
           m_onStop(m_stop, Notify{m_wakeUp}),
           m_pipeline(file, content, Notify{m_wakeUp}),
@@ -60,7 +60,7 @@ private:
     WakeUp m_wakeUp;
     std::stop_callback<Notify> m_onStop;
     DecodePipeline m_pipeline;
-    EndOfReading m_end;
+    EndOfStream m_end;
 };
 
 } // namespace stackreel

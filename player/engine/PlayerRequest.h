@@ -12,22 +12,22 @@
 namespace stackreel
 {
 
-/// What a player is to do, as a whole: whoever gives an order changes what stands, and the player brings
-/// itself in line with what it finds. So orders never queue up, and the latest of a kind counts.
-struct PlayerOrders {
+/// The state that a player is asked to be in, as a whole. Each call changes a part of it, and the engine
+/// applies the whole. So calls never queue up, and the latest value counts.
+struct PlayerRequest {
     struct Loop {
         std::filesystem::path file;
         LoopRange range;
-        std::uint64_t number = 0; ///< tells loops apart
+        std::uint64_t number = 0; ///< different for each loop
         bool repeating = true;
     };
     struct Seek {
         Nanoseconds time = 0;
-        std::uint64_t number = 0; ///< tells seeks apart
+        std::uint64_t number = 0; ///< different for each seek
     };
 
     std::optional<Loop> loop;
-    Seek seek; ///< the last one asked for
+    Seek seek; ///< the last one requested
     bool playing = false;
     bool muted = false;
     bool quit = false;

@@ -12,11 +12,11 @@ namespace stackreel
 {
 
 /// Makes 32-bit pictures of planar ones, each in memory of its own. One thread.
-class RgbPainter
+class RgbConverter
 {
 public:
     /// The picture with its time; one without pixels when memory is short.
-    VideoFrame paint(const PlanarFrame& frame);
+    VideoFrame convert(const PlanarFrame& frame);
 
 private:
     struct FreeConverter {

@@ -1,4 +1,4 @@
-#include "player/base/ThreadReaper.h"
+#include "player/base/DetachedThreads.h"
 
 #include <atomic>
 #include <list>
@@ -14,10 +14,10 @@ namespace stackreel
 namespace
 {
 
-class ThreadReaper
+class DetachedThreads
 {
 public:
-    ~ThreadReaper()
+    ~DetachedThreads()
     {
         // Those still running may run others themselves until they have ended.
         while (std::optional<std::thread> thread = takeOne())
@@ -63,7 +63,7 @@ private:
 
 /// Constructed before `main`, so that a function which `main` registers with `atexit` runs before the
 /// destructor.
-ThreadReaper reaper;
+DetachedThreads reaper;
 
 } // namespace
 

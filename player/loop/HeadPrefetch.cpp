@@ -1,6 +1,6 @@
-#include "player/loop/HeadFiller.h"
+#include "player/loop/HeadPrefetch.h"
 
-#include "player/base/ThreadReaper.h"
+#include "player/base/DetachedThreads.h"
 #include "player/base/WakeUp.h"
 #include "player/loop/LoopFeeder.h"
 #include "player/pictures/FrameReader.h"
@@ -11,7 +11,7 @@
 namespace stackreel
 {
 
-struct HeadFiller::Job {
+struct HeadPrefetch::Job {
     SourceFile file;
     LoopRange range;
     PictureSize box;
@@ -19,23 +19,23 @@ struct HeadFiller::Job {
     WakeUp wakeUp;
 
     std::mutex mutex;
-    std::function<void()> wake; ///< none once nobody waits
+    std::function<void()> wake; ///< none once the prefetch is cancelled
     std::shared_ptr<const KeptFrames> result;
-    bool over = false;
+    bool finished = false;
 
-    bool isAbandoned()
+    bool isCancelled()
     {
         const std::lock_guard lock(mutex);
         return !wake;
     }
 
-    std::shared_ptr<const KeptFrames> gather()
+    std::shared_ptr<const KeptFrames> prefetch()
     {
         FrameReader reader(file, box, [this] { wakeUp.notify(); });
         LoopFeeder feeder(reader, range, budget);
         feeder.beginAt(range.start);
         QueuedFrame frame;
-        while (!feeder.kept() && !isAbandoned()) {
+        while (!feeder.kept() && !isCancelled()) {
             const LoopFeeder::Step step = feeder.step(frame);
             if (step == LoopFeeder::Step::failed || step == LoopFeeder::Step::finished)
                 break;
@@ -47,22 +47,22 @@ struct HeadFiller::Job {
 
     void run()
     {
-        std::shared_ptr<const KeptFrames> gathered;
+        std::shared_ptr<const KeptFrames> frames;
         try {
-            gathered = gather();
+            frames = prefetch();
         } catch (const std::runtime_error&) {
-            // Without the elements nothing can be gathered, and the player finds that out for itself.
+            // An element of GStreamer is missing. The player's own reader fails in the same way.
         }
         const std::lock_guard lock(mutex);
-        result = std::move(gathered);
-        over = true;
+        result = std::move(frames);
+        finished = true;
         if (wake)
             wake();
     }
 };
 
-HeadFiller::HeadFiller(SourceFile file, LoopRange range, PictureSize box, std::size_t budget,
-                       std::function<void()> wake)
+HeadPrefetch::HeadPrefetch(SourceFile file, LoopRange range, PictureSize box, std::size_t budget,
+                           std::function<void()> wake)
     : m_job(std::make_shared<Job>())
 {
     m_job->file = std::move(file);
@@ -73,7 +73,7 @@ HeadFiller::HeadFiller(SourceFile file, LoopRange range, PictureSize box, std::s
     runDetached([job = m_job] { job->run(); });
 }
 
-HeadFiller::~HeadFiller()
+HeadPrefetch::~HeadPrefetch()
 {
     {
         const std::lock_guard lock(m_job->mutex);
@@ -82,23 +82,23 @@ HeadFiller::~HeadFiller()
     m_job->wakeUp.notify();
 }
 
-LoopRange HeadFiller::range() const
+LoopRange HeadPrefetch::range() const
 {
     return m_job->range;
 }
 
-PictureSize HeadFiller::box() const
+PictureSize HeadPrefetch::box() const
 {
     return m_job->box;
 }
 
-bool HeadFiller::isOver() const
+bool HeadPrefetch::isFinished() const
 {
     const std::lock_guard lock(m_job->mutex);
-    return m_job->over;
+    return m_job->finished;
 }
 
-std::shared_ptr<const KeptFrames> HeadFiller::result() const
+std::shared_ptr<const KeptFrames> HeadPrefetch::result() const
 {
     const std::lock_guard lock(m_job->mutex);
     return m_job->result;

@@ -1,4 +1,4 @@
-#include "player/source/KeyFrameGate.h"
+#include "player/source/KeyFrameFilter.h"
 
 #include "player/base/Handover.h"
 #include "player/source/SampleTiming.h"
@@ -6,7 +6,7 @@
 namespace stackreel
 {
 
-void KeyFrameGate::guard(GstElement* decoder)
+void KeyFrameFilter::watch(GstElement* decoder)
 {
     const GstPadPtr pad(gst_element_get_static_pad(decoder, "sink"));
     const auto probed =
@@ -14,9 +14,9 @@ void KeyFrameGate::guard(GstElement* decoder)
     gst_pad_add_probe(pad.get(), probed, onPad, this, nullptr);
 }
 
-GstPadProbeReturn KeyFrameGate::onPad(GstPad* pad, GstPadProbeInfo* info, gpointer self)
+GstPadProbeReturn KeyFrameFilter::onPad(GstPad* pad, GstPadProbeInfo* info, gpointer self)
 {
-    auto* that = static_cast<KeyFrameGate*>(self);
+    auto* that = static_cast<KeyFrameFilter*>(self);
     const Handover handover;
     if (info->type & GST_PAD_PROBE_TYPE_BUFFER)
         return that->pass(pad, GST_PAD_PROBE_INFO_BUFFER(info));
@@ -25,13 +25,13 @@ GstPadProbeReturn KeyFrameGate::onPad(GstPad* pad, GstPadProbeInfo* info, gpoint
     return GST_PAD_PROBE_OK;
 }
 
-GstPadProbeReturn KeyFrameGate::pass(GstPad* pad, GstBuffer* buffer)
+GstPadProbeReturn KeyFrameFilter::pass(GstPad* pad, GstBuffer* buffer)
 {
     const Nanoseconds wanted = m_wanted;
     if (wanted == everything)
         return GST_PAD_PROBE_OK;
     if (m_passed) {
-        // Whatever comes from upstream after this is turned away by the pad itself.
+        // After this event the pad itself refuses what comes from upstream.
         gst_pad_send_event(pad, gst_event_new_eos());
         return GST_PAD_PROBE_DROP;
     }

@@ -1,4 +1,4 @@
-#include "player/source/StreamPicker.h"
+#include "player/source/StreamSelector.h"
 
 #include "player/base/Handover.h"
 #include "player/source/Downmix.h"
@@ -11,7 +11,7 @@ namespace stackreel
 namespace
 {
 
-/// What a pad gives, or will give; none when it does not say.
+/// The caps of a pad now or later; none when they are not known.
 GstCapsPtr capsOf(GstPad* pad)
 {
     GstCapsPtr caps(gst_pad_get_current_caps(pad));
@@ -29,28 +29,28 @@ std::string_view mediaTypeOf(const GstCaps* caps)
 
 } // namespace
 
-void StreamPicker::watch(GstElement* decoder, GstElement* taker)
+void StreamSelector::watch(GstElement* decoder, GstElement* target)
 {
-    m_taker = taker;
+    m_target = target;
     g_signal_connect(decoder, "autoplug-select", G_CALLBACK(onAutoplugSelect), this);
     g_signal_connect(decoder, "pad-added", G_CALLBACK(onPadAdded), this);
     g_signal_connect(decoder, "no-more-pads", G_CALLBACK(onNoMorePads), this);
 }
 
-int StreamPicker::onAutoplugSelect(GstElement*, GstPad*, GstCaps* caps, GstElementFactory* factory,
-                                   gpointer self)
+int StreamSelector::onAutoplugSelect(GstElement*, GstPad*, GstCaps* caps, GstElementFactory* factory,
+                                     gpointer self)
 {
     constexpr int tryIt = 0;
     constexpr int exposeAsItIs = 1;
-    const auto* that = static_cast<StreamPicker*>(self);
+    const auto* that = static_cast<StreamSelector*>(self);
     const Handover handover;
     return that->isNeeded(factory, mediaTypeOf(caps)) ? tryIt : exposeAsItIs;
 }
 
-/// Whether an element is to be made use of for something of a media type.
-bool StreamPicker::isNeeded(GstElementFactory* factory, std::string_view mediaType) const
+/// Whether the decoder may use an element for a media type.
+bool StreamSelector::isNeeded(GstElementFactory* factory, std::string_view mediaType) const
 {
-    // Containers go by the names of pictures or sound, too, so what unpacks is known by what it is.
+    // Some containers have media types such as video/mpeg, so the element's own type decides.
     if (gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DEMUXER))
         return true;
     const bool decodes = gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER);
@@ -59,22 +59,22 @@ bool StreamPicker::isNeeded(GstElementFactory* factory, std::string_view mediaTy
     return !decodes && !gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_PARSER);
 }
 
-/// Some codecs of moving pictures are made of single ones.
-bool StreamPicker::isOfKind(std::string_view mediaType) const
+/// Some video streams have the media type of still pictures, such as image/jpeg.
+bool StreamSelector::isOfKind(std::string_view mediaType) const
 {
     if (m_wanted.kind == WantedStream::Kind::sound)
         return mediaType.starts_with("audio/");
     return mediaType.starts_with("video/") || mediaType.starts_with("image/");
 }
 
-bool StreamPicker::isWanted(std::string_view mediaType) const
+bool StreamSelector::isWanted(std::string_view mediaType) const
 {
     return isOfKind(mediaType) && mediaType.ends_with("/x-raw") == m_wanted.decoded;
 }
 
-void StreamPicker::onPadAdded(GstElement*, GstPad* pad, gpointer self)
+void StreamSelector::onPadAdded(GstElement*, GstPad* pad, gpointer self)
 {
-    auto* that = static_cast<StreamPicker*>(self);
+    auto* that = static_cast<StreamSelector*>(self);
     const Handover handover;
     const GstCapsPtr caps = capsOf(pad);
     if (!caps)
@@ -83,22 +83,22 @@ void StreamPicker::onPadAdded(GstElement*, GstPad* pad, gpointer self)
     if (type.starts_with("video/") || type.starts_with("audio/"))
         that->m_origin.expect(pad);
     if (!that->m_linked && that->isWanted(type))
-        that->take(pad, caps.get());
+        that->link(pad, caps.get());
 }
 
-void StreamPicker::take(GstPad* pad, const GstCaps* caps)
+void StreamSelector::link(GstPad* pad, const GstCaps* caps)
 {
-    const GstPadPtr entry(gst_element_get_static_pad(m_taker, "sink"));
-    mixUnplacedChannels(m_taker, caps);
+    const GstPadPtr entry(gst_element_get_static_pad(m_target, "sink"));
+    mixUnplacedChannels(m_target, caps);
     m_linked = gst_pad_link(pad, entry.get()) == GST_PAD_LINK_OK;
 }
 
-/// A file without the wanted stream may be read to its end without a word.
-void StreamPicker::onNoMorePads(GstElement*, gpointer self)
+/// A file without the wanted stream may be read to its end without an error.
+void StreamSelector::onNoMorePads(GstElement*, gpointer self)
 {
-    auto* that = static_cast<StreamPicker*>(self);
+    auto* that = static_cast<StreamSelector*>(self);
     const Handover handover;
-    that->m_origin.expectNoMore();
+    that->m_origin.noMoreStreams();
     if (!that->m_linked)
         that->m_missing();
 }

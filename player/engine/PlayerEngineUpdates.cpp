@@ -1,0 +1,161 @@
+// What the engine brings up to date in each turn, besides applying requests and feeding frames.
+
+#include "player/engine/PlayerEngine.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+namespace stackreel
+{
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+/// The size has to stay the same for this long before frames are prefetched in it.
+constexpr auto sizeSettles = 300ms;
+/// When less than this is left until the range's end, playback starts after the prefetch of its first frames.
+constexpr Nanoseconds coveredByQueue = 3 * second / 2;
+/// A range repeats from memory for this long before the decoder is released; opening it again takes some 50
+/// ms.
+constexpr auto decoderIdleTime = 3s;
+
+} // namespace
+
+void PlayerEngine::updateHead()
+{
+    if (m_prefetch && m_feeder &&
+        (m_prefetch->box() != m_reader->box() || m_prefetch->range() != m_feeder->headRange()))
+        m_prefetch.reset(); // the frames that it decodes are not needed any more
+    if (m_prefetch && m_prefetch->isFinished()) {
+        const auto kept = m_prefetch->result();
+        m_prefetchFailed = !kept || (m_feeder && !m_feeder->adopt(kept));
+        if (m_feeder && m_prefetchFailed)
+            m_feeder->dropOutdated();
+        m_prefetch.reset();
+    }
+    if (!m_feeder || m_failed || m_seeks.isInFlight() || !m_applied.playing || !m_feeder->needsHead()) {
+        if (m_prefetch && (!m_feeder || !m_applied.playing || !m_feeder->needsHead()))
+            m_prefetch.reset();
+        return;
+    }
+    const bool settled = std::chrono::steady_clock::now() - m_boxSince >= sizeSettles;
+    if (settled && wantsHead())
+        startPrefetch();
+}
+
+void PlayerEngine::startPrefetch()
+{
+    try {
+        m_prefetch = std::make_unique<HeadPrefetch>(m_file, m_feeder->headRange(), m_reader->box(), keptBytes,
+                                                    [this] { m_wakeUp.notify(); });
+    } catch (const std::system_error&) {
+        m_prefetchFailed = true; // no thread can be started; the wrap may stall
+        m_feeder->dropOutdated();
+    }
+}
+
+/// Whether the range's first frames are missing, and nothing prefetches them.
+bool PlayerEngine::wantsHead() const
+{
+    return m_feeder && !m_failed && m_applied.playing && m_applied.loop && m_applied.loop->repeating &&
+           m_feeder->needsHead() && !m_prefetch && !m_prefetchFailed;
+}
+
+/// Playback that starts shortly before the range's end would stall at the wrap until the range's first frames
+/// are decoded. It waits for them before it starts, while the picture stands still anyway.
+bool PlayerEngine::waitsForHead() const
+{
+    return m_prefetch && !m_presenter.isRunning() &&
+           m_feeder->range().end - m_presenter.position() < coveredByQueue;
+}
+
+void PlayerEngine::updateRunning()
+{
+    const bool ready = m_feeder && !m_failed && m_seeks.isIdle();
+    if (ready && m_applied.playing && m_feeder->parked()) {
+        m_seeks.request({m_feeder->range().start, m_applied.seek.number}, std::chrono::steady_clock::now());
+        m_wakeUp.notify();
+        return;
+    }
+    if (m_feeder || !m_applied.playing)
+        m_presenter.setRunning(ready && m_applied.playing && !waitsForHead());
+}
+
+/// Whether a frame was requested whose seek has not begun. With the lock held.
+bool PlayerEngine::isFrameAwaited() const
+{
+    return m_requested.loop && m_requested.seek.number != m_appliedSeek;
+}
+
+/// Thumbnails wait while a requested frame is missing.
+void PlayerEngine::updateForeground()
+{
+    const std::lock_guard lock(m_mutex);
+    m_appliedSeek = m_applied.seek.number;
+    if (!m_seeks.isInFlight() && !isFrameAwaited())
+        m_foreground.reset();
+    else if (!m_foreground)
+        m_foreground.emplace();
+}
+
+/// A range that repeats from memory needs no decoder. A decoder holds a dozen whole pictures.
+void PlayerEngine::releaseIdleDecoder()
+{
+    if (!m_feeder || !m_feeder->replaysAll() || !m_presenter.isRunning()) {
+        m_replayingSince.reset();
+        return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (!m_replayingSince)
+        m_replayingSince = now;
+    if (now - *m_replayingSince >= decoderIdleTime)
+        m_reader->releaseDecoder();
+}
+
+/// The sound device is opened only while sound can be heard.
+void PlayerEngine::updateSound()
+{
+    const bool audible = m_feeder && !m_failed && m_applied.playing && !m_applied.muted;
+    if (std::exchange(m_audible, audible) != audible)
+        m_sound.setAudible(audible);
+}
+
+/// Carries out the action at the item's end, once.
+void PlayerEngine::handleEnd()
+{
+    const bool ended = m_presenter.hasEnded() && m_seeks.isIdle() && m_applied.loop;
+    if (std::exchange(m_ended, ended) == ended || !ended)
+        return;
+    if (m_applied.atEnd == QueuePlayer::ActionAtItemEnd::advance) {
+        m_presenter.clear(m_applied.seek.number);
+        closeLoop();
+    } else if (m_applied.atEnd == QueuePlayer::ActionAtItemEnd::pause) {
+        // After a seek or a loop that was requested in the meantime, playback continues.
+        request([last = m_applied.seek.number](PlayerRequest& request) {
+            if (request.seek.number == last)
+                request.playing = false;
+        });
+    }
+}
+
+std::optional<Clock::Instant> PlayerEngine::nextDeadline() const
+{
+    std::optional<Clock::Instant> next = m_closing;
+    const auto consider = [&next](std::optional<Clock::Instant> other) {
+        if (other && (!next || *other < *next))
+            next = other;
+    };
+    if (m_feeder && !m_failed) {
+        // After a seek completes in `feed`, another one may be pending, and nothing wakes this thread for it.
+        consider(m_seeks.deadline());
+        consider(m_feeder->deadline());
+    }
+    if (wantsHead())
+        consider(std::max(m_boxSince + sizeSettles, std::chrono::steady_clock::now() + 50ms));
+    return next;
+}
+
+} // namespace stackreel
