@@ -128,7 +128,7 @@ std::optional<std::filesystem::path> givenFile(const CliGrammar& grammar, const 
 /// The files of the command, at most `most`. There is at least one.
 std::vector<std::string> givenFiles(const CliGrammar& grammar, std::size_t most)
 {
-    const std::vector<std::string> files = grammar.files();
+    std::vector<std::string> files = grammar.files();
     if (files.empty())
         throw UsageError("The source video is missing.", grammar.command());
     if (files.size() > most)

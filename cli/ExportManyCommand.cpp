@@ -26,7 +26,7 @@ std::string quoted(const fs::path& path)
 
 fs::path folderAt(const fs::path& path)
 {
-    const fs::path folder = absolutePath(path);
+    fs::path folder = absolutePath(path);
     std::error_code error;
     if (!fs::exists(folder, error))
         throw CliError("The folder " + quoted(folder) + " does not exist.");
