@@ -111,11 +111,6 @@ bool ColourConversion::isHdr() const
     return std::ranges::any_of(tables, [](const auto& table) { return table == "pq" || table == "hlg"; });
 }
 
-bool ColourConversion::changesColours() const
-{
-    return isRgb || fullRange || !tables.empty() || !(isGrey || matrix == "bt709");
-}
-
 ColourConversion conversionToBt709(const SourceVideo& source)
 {
     ColourConversion conversion;

@@ -22,8 +22,6 @@ struct ColourConversion {
 
     /// Whether pictures are high dynamic range: PQ or HLG.
     bool isHdr() const;
-    /// Whether the colours of the pictures change, not only their tags.
-    bool changesColours() const;
 
     bool operator==(const ColourConversion&) const = default;
 };

@@ -10,8 +10,8 @@ namespace stackreel::shim
 namespace
 {
 
-// Without these flags swscale rounds a grey of 52 to 49, 52, 49 when it changes the matrix (ΔE 3), and takes
-// the mean of two pixels' chroma before it converts it.
+// Without these flags swscale rounds a grey of 52 to 49, 52, 49 (ΔE 3) where it converts between RGB and
+// Y'CbCr, and takes the mean of two pixels' chroma before the conversion.
 const std::string exactFlags = "accurate_rnd+full_chroma_inp+full_chroma_int";
 
 const std::string tags = "setparams=range=tv:color_primaries=bt709:color_trc=bt709:colorspace=bt709";
@@ -71,15 +71,43 @@ std::string byZscale()
            "tonemap=mobius:param=0.6:desat=0:peak=4.926,zscale=t=bt709:m=bt709:r=tv,format=yuv444p";
 }
 
-/// The options and filters behind the size of a `scale` filter.
+bool usesTables(const ColourConversion& conversion, const ColourTables& tables)
+{
+    return !conversion.tables.empty() && tables.filter == TableFilter::lut3d;
+}
+
+bool usesZscale(const ColourConversion& conversion, const ColourTables& tables)
+{
+    return conversion.isHdr() && tables.filter == TableFilter::zscale;
+}
+
+/// The options and filters behind the size of a `scale` filter; empty if none are needed.
 std::string conversionFilters(const ColourConversion& conversion, const ColourTables& tables)
 {
-    const std::string flags = ":flags=bicubic+" + exactFlags;
-    if (!conversion.tables.empty() && tables.filter == TableFilter::lut3d)
-        return flags + fromSource(conversion) + byTables(conversion, tables);
-    if (conversion.isHdr() && tables.filter == TableFilter::zscale)
+    const std::string exact = ":flags=bicubic+" + exactFlags;
+    if (usesTables(conversion, tables))
+        return exact + fromSource(conversion) + byTables(conversion, tables);
+    if (usesZscale(conversion, tables))
         return ":flags=bicubic" + byZscale();
-    return flags + fromSource(conversion) + ":" + toBt709;
+    if (conversion.isRgb)
+        return exact + ":" + toBt709;
+    // `atTheEnd` converts the range.
+    return conversion.fullRange ? ":flags=bicubic:in_range=pc:out_range=pc" : "";
+}
+
+// `colorspace` converts matrix and range much faster than swscale, which goes through RGB.
+// Equal primaries and transfer characteristics keep it from converting those as well.
+std::string atTheEnd(const ColourConversion& conversion, const ColourTables& tables)
+{
+    const bool done =
+        usesTables(conversion, tables) || usesZscale(conversion, tables) || conversion.matrix.empty();
+    if (done || (conversion.matrix == "bt709" && !conversion.fullRange))
+        return tags;
+    const std::string matrix = conversion.matrix == "bt601"    ? "smpte170m"
+                               : conversion.matrix == "bt2020" ? "bt2020ncl"
+                                                               : conversion.matrix;
+    return "colorspace=ispace=" + matrix + ":irange=" + (conversion.fullRange ? "pc" : "tv") +
+           ":iprimaries=bt709:itrc=bt709:space=bt709:range=tv:primaries=bt709:trc=bt709," + tags;
 }
 
 /// Replaces each match by its first group and `text`, in which no character is special.
@@ -95,17 +123,19 @@ std::string replaced(const std::string& filters, const std::regex& pattern, cons
     return result.append(rest, filters.end());
 }
 
-std::string convertedGraph(const std::string& graph, const std::string& filters, bool interlaced)
+std::string convertedGraph(const std::string& graph, const std::string& filters, const std::string& end,
+                           bool interlaced)
 {
     std::string result = filters.empty() ? graph : replaced(graph, halfScale(), filters);
-    result = replaced(result, graphEnd(), "," + tags);
+    result = replaced(result, graphEnd(), "," + end);
     return interlaced ? replaced(result, graphStart(), deinterlace + ",") : result;
 }
 
-std::string convertedCopy(const std::string& chain, const std::string& filters, bool interlaced)
+std::string convertedCopy(const std::string& chain, const std::string& filters, const std::string& end,
+                          bool interlaced)
 {
     const std::string result = filters.empty() ? chain : replaced(chain, copyScale(), filters);
-    return (interlaced ? deinterlace + "," : "") + result + "," + tags;
+    return (interlaced ? deinterlace + "," : "") + result + "," + end;
 }
 
 bool isExportGraph(const std::string& graph)
@@ -157,14 +187,15 @@ Arguments withBt709(Arguments arguments, const ColourConversion& conversion, con
 {
     if (!canConvertColours(arguments))
         return arguments;
-    const std::string filters = conversion.changesColours() ? conversionFilters(conversion, tables) : "";
+    const std::string filters = conversionFilters(conversion, tables);
+    const std::string end = atTheEnd(conversion, tables);
     const auto graph = valueOf(arguments, "-filter_complex");
     if (graph != arguments.end()) {
-        *graph = convertedGraph(*graph, filters, conversion.isInterlaced);
+        *graph = convertedGraph(*graph, filters, end, conversion.isInterlaced);
         return arguments;
     }
     const auto chain = valueOf(arguments, "-vf");
-    *chain = convertedCopy(*chain, filters, conversion.isInterlaced);
+    *chain = convertedCopy(*chain, filters, end, conversion.isInterlaced);
     return arguments;
 }
 

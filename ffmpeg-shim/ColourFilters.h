@@ -32,10 +32,10 @@ bool canConvertColours(const Arguments& arguments);
 /// The name of the only input; empty if there is none, or several.
 std::string onlyInput(const Arguments& arguments);
 
-/// Changes the filters so that the pictures are BT.709 with limited range, and tagged as such. The colours
-/// are changed where each half is scaled, because that picture is the smallest. Interlaced pictures are
-/// deinterlaced before they are split into halves. If the colours do not change, only the tags are set.
-/// Returns arguments for which `canConvertColours` is false unchanged.
+/// Changes the filters so that the pictures are BT.709 with limited range, and tagged as such. Matrix and
+/// range are converted at the end of the graph; RGB, primaries, gamma and high dynamic range where each half
+/// is scaled. Interlaced pictures are deinterlaced before they are split into halves. If the colours do not
+/// change, only the tags are set. Returns arguments for which `canConvertColours` is false unchanged.
 Arguments withBt709(Arguments arguments, const ColourConversion& conversion, const ColourTables& tables);
 
 /// A file's path as the value of a filter's option.

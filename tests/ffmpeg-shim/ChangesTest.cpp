@@ -86,7 +86,7 @@ TEST(Changes, NameWhatWasDoneToTheColours)
     EXPECT_EQ(namesFor({.matrix = "bt601", .fullRange = true}),
               (Names{"encoder", "colours", "matrix", "range"}));
     EXPECT_EQ(namesFor({.matrix = "bt2020", .tables = {"hlg"}, .isInterlaced = true}),
-              (Names{"encoder", "colours", "fields", "matrix", "dynamic-range"}));
+              (Names{"encoder", "colours", "fields", "dynamic-range"}));
     EXPECT_EQ(namesFor({.matrix = "bt709", .tables = {"gamma28", "p3"}}),
               (Names{"encoder", "colours", "gamma", "primaries"}));
 }

@@ -34,6 +34,12 @@ SourceVideo tagged(const std::string& matrix, const std::string& transfer, const
     return source;
 }
 
+bool changesColours(const ColourConversion& conversion)
+{
+    const bool isBt709 = conversion.isGrey || conversion.matrix == "bt709";
+    return !isBt709 || conversion.fullRange || !conversion.tables.empty();
+}
+
 } // namespace
 
 TEST(ColourConversion, NothingChangesForBt709)
@@ -44,7 +50,7 @@ TEST(ColourConversion, NothingChangesForBt709)
           tagged("bt709", "iec61966-2-1", "bt709"), tagged("bt709", "bt709", "bt470bg"),
           untagged(1920, 1080, "yuv422p10le"), untagged(640, 360, "gray10le")}) {
         const ColourConversion conversion = conversionToBt709(source);
-        EXPECT_FALSE(conversion.changesColours()) << conversion.matrix;
+        EXPECT_FALSE(changesColours(conversion)) << conversion.matrix;
     }
 }
 
@@ -54,13 +60,13 @@ TEST(ColourConversion, SmallPicturesWithoutTagsCountAsBt601)
         const ColourConversion conversion = conversionToBt709(source);
         EXPECT_EQ(conversion.matrix, "bt601");
         EXPECT_EQ(conversion.tables, Tables{});
-        EXPECT_TRUE(conversion.changesColours());
+        EXPECT_TRUE(changesColours(conversion));
     }
     for (const int height : {480, 486, 488})
         EXPECT_EQ(conversionToBt709(untagged(720, height)).tables, Tables{"smpte170m"});
     SourceVideo half = untagged(720, 480);
     half.matrix = "bt709";
-    EXPECT_FALSE(conversionToBt709(half).changesColours());
+    EXPECT_FALSE(changesColours(conversionToBt709(half)));
 }
 
 TEST(ColourConversion, FollowsTheTags)
@@ -92,7 +98,7 @@ TEST(ColourConversion, FollowsTheTags)
         EXPECT_EQ(conversion.matrix, row.matrix);
         EXPECT_EQ(conversion.tables, row.tables);
         EXPECT_EQ(conversion.fullRange, row.fullRange);
-        EXPECT_TRUE(conversion.changesColours());
+        EXPECT_TRUE(changesColours(conversion));
     }
     EXPECT_TRUE(conversionToBt709(tagged("bt2020nc", "smpte2084", "bt2020")).isHdr());
     EXPECT_FALSE(conversionToBt709(tagged("bt2020nc", "bt2020-10", "bt2020")).isHdr());
@@ -106,7 +112,7 @@ TEST(ColourConversion, PixelFormatsTellRgbGreyAndFullRange)
         EXPECT_EQ(conversion.matrix, "") << format;
         EXPECT_FALSE(conversion.fullRange) << format;
         EXPECT_EQ(conversion.tables, Tables{}) << format;
-        EXPECT_TRUE(conversion.changesColours()) << format;
+        EXPECT_TRUE(changesColours(conversion)) << format;
     }
     EXPECT_TRUE(conversionToBt709(untagged(1920, 1080, "yuvj420p")).fullRange);
     EXPECT_TRUE(conversionToBt709(untagged(1920, 1080, "gray")).isGrey);

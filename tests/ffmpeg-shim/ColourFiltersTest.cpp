@@ -21,6 +21,13 @@ std::string graph(const std::string& source, const std::string& scale, const std
            "[top][bottom]vstack=inputs=2,format=yuv420p" + end + "[video]";
 }
 
+/// The filter that converts matrix and range.
+std::string converted(const std::string& matrix, const std::string& range)
+{
+    return ",colorspace=ispace=" + matrix + ":irange=" + range +
+           ":iprimaries=bt709:itrc=bt709:space=bt709:range=tv:primaries=bt709:trc=bt709";
+}
+
 Arguments exporting(const std::string& filters)
 {
     return {"-y", "-i", "in", "-filter_complex", filters, "-map", "[video]", "out"};
@@ -40,14 +47,18 @@ TEST(ColourFilters, OnlyTagsAreSetWhereTheColoursStay)
     EXPECT_EQ(changed({.isGrey = true}), graph("", plain, tags));
 }
 
-TEST(ColourFilters, EachHalfIsConvertedWhereItIsScaled)
+TEST(ColourFilters, MatrixAndRangeAreConvertedAfterTheHalvesAreStacked)
 {
-    const std::string end = ":out_color_matrix=bt709:out_range=tv";
-    EXPECT_EQ(changed({.matrix = "bt601"}),
-              graph("", exact + ":in_color_matrix=bt601:in_range=tv" + end, tags));
+    EXPECT_EQ(changed({.matrix = "bt601"}), graph("", plain, converted("smpte170m", "tv") + tags));
+    EXPECT_EQ(changed({.matrix = "bt2020"}), graph("", plain, converted("bt2020ncl", "tv") + tags));
+    const std::string fullRange = plain + ":in_range=pc:out_range=pc";
     EXPECT_EQ(changed({.matrix = "bt709", .fullRange = true}),
-              graph("", exact + ":in_color_matrix=bt709:in_range=pc" + end, tags));
-    EXPECT_EQ(changed({.isRgb = true}), graph("", exact + end, tags));
+              graph("", fullRange, converted("bt709", "pc") + tags));
+}
+
+TEST(ColourFilters, RgbIsConvertedWhereEachHalfIsScaled)
+{
+    EXPECT_EQ(changed({.isRgb = true}), graph("", exact + ":out_color_matrix=bt709:out_range=tv", tags));
 }
 
 TEST(ColourFilters, TablesAreAppliedInTheirOrder)

@@ -262,7 +262,8 @@ TEST_F(ExportedColoursTest, AreToneMappedFromHighDynamicRange)
 TEST_F(ExportedColoursTest, AreTheSameInHalvesOfOddHeight)
 {
     for (const InstalledFFmpeg& ffmpeg : m_ffmpegs.all())
-        for (const SourceKind& kind : {standardKinds[0], standardKinds[8], pq}) {
+        for (const SourceKind& kind : {standardKinds[0], standardKinds[2], standardKinds[4], standardKinds[8],
+                                       standardKinds[12], pq}) {
             SCOPED_TRACE(ffmpeg.version + ", " + kind.name);
             const Outcome outcome = exported(ffmpeg, source(kind), graph(kind.width, kind.height, 89));
             ASSERT_EQ(outcome.exitStatus(), 0) << outcome.errors;
