@@ -6,8 +6,8 @@
 #include "desktop/panels/qt/FileSavePanel.h"
 #include "media/PreviewCopies.h"
 #include "media/ScratchDirectory.h"
+#include "player/GStreamerPlayer.h"
 #include "player/GstAssetLoader.h"
-#include "player/GstPlayback.h"
 #include "system/Bundle.h"
 #include "system/CleanupProcess.h"
 #include "system/StandardStreams.h"
@@ -57,8 +57,8 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 ModelServices services()
 {
     const auto folders = std::make_shared<PanelFolders>(PanelFolders::standardFile());
-    return ModelServices::system(std::make_shared<GstPlayback>(), std::make_shared<GstAssetLoader>(),
-                                 std::make_shared<FileOpenPanel>(folders),
+    return ModelServices::system([] { return std::make_shared<GStreamerPlayer>(); },
+                                 std::make_shared<GstAssetLoader>(), std::make_shared<FileOpenPanel>(folders),
                                  std::make_shared<FileSavePanel>(folders));
 }
 

@@ -4,7 +4,7 @@
 #include "model/ExportFlow.h"
 #include "model/PreviewPlayback.h"
 #include "model/SourceLoading.h"
-#include "player/QueuePlayer.h"
+#include "player/PreviewPlayer.h"
 
 #include <utility>
 
@@ -13,7 +13,7 @@ namespace stackreel
 
 AppModel::AppModel(ModelServices services, QObject* parent)
     : QObject(parent),
-      m_playback(std::make_unique<PreviewPlayback>(*this, services.playback)),
+      m_playback(std::make_unique<PreviewPlayback>(*this, services.makePlayer)),
       m_crops(std::make_unique<CropSetup>(*this)),
       m_export(std::make_unique<ExportFlow>(*this, services, *m_playback)),
       m_loading(std::make_unique<SourceLoading>(*this, services, *m_playback, *m_crops, *m_export))
@@ -45,7 +45,7 @@ void AppModel::setMediaInfo(std::optional<MediaInfo> info)
     publish(m_mediaInfo, std::move(info), &AppModel::mediaInfoChanged);
 }
 
-void AppModel::setPlayer(std::shared_ptr<QueuePlayer> player)
+void AppModel::setPlayer(std::shared_ptr<PreviewPlayer> player)
 {
     publish(m_player, std::move(player), &AppModel::playerChanged);
 }

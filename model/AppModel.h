@@ -20,7 +20,7 @@ namespace stackreel
 class CropSetup;
 class ExportFlow;
 class PreviewPlayback;
-class QueuePlayer;
+class PreviewPlayer;
 class SourceLoading;
 class TaskHandle;
 
@@ -47,8 +47,8 @@ public:
     void setSourceURL(std::optional<std::filesystem::path> url);
     const std::optional<MediaInfo>& mediaInfo() const { return m_mediaInfo; }
     void setMediaInfo(std::optional<MediaInfo> info);
-    const std::shared_ptr<QueuePlayer>& player() const { return m_player; }
-    void setPlayer(std::shared_ptr<QueuePlayer> player);
+    const std::shared_ptr<PreviewPlayer>& player() const { return m_player; }
+    void setPlayer(std::shared_ptr<PreviewPlayer> player);
     const std::vector<VideoFrame>& timelineThumbnails() const { return m_timelineThumbnails; }
     void setTimelineThumbnails(std::vector<VideoFrame> images);
     double currentTime() const { return m_currentTime; } ///< seconds, as are the trim points
@@ -129,7 +129,7 @@ private:
     Phase m_phase = Phase::empty();
     std::optional<std::filesystem::path> m_sourceURL;
     std::optional<MediaInfo> m_mediaInfo;
-    std::shared_ptr<QueuePlayer> m_player;
+    std::shared_ptr<PreviewPlayer> m_player;
     std::vector<VideoFrame> m_timelineThumbnails;
     double m_currentTime = 0;
     double m_trimStart = 0;

@@ -7,7 +7,7 @@
 namespace stackreel
 {
 
-ModelServices ModelServices::system(std::shared_ptr<Playback> playback, std::shared_ptr<AssetLoader> assets,
+ModelServices ModelServices::system(MakePlayer makePlayer, std::shared_ptr<AssetLoader> assets,
                                     std::shared_ptr<OpenPanel> openPanel,
                                     std::shared_ptr<SavePanel> savePanel)
 {
@@ -29,7 +29,7 @@ ModelServices ModelServices::system(std::shared_ptr<Playback> playback, std::sha
             [](ExportRequest request, std::stop_token stop) {
                 return FileExport::replace(std::move(request), std::move(stop));
             },
-        .playback = std::move(playback),
+        .makePlayer = std::move(makePlayer),
         .openPanel = std::move(openPanel),
         .savePanel = std::move(savePanel),
     };

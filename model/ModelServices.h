@@ -17,12 +17,13 @@ namespace stackreel
 
 class AssetLoader;
 class OpenPanel;
-class Playback;
+class PreviewPlayer;
 class SavePanel;
 
 /// The services that the model uses. Tests replace them. Each is called on the main thread and resumes there.
 struct ModelServices {
     using Path = std::filesystem::path;
+    using MakePlayer = std::function<std::shared_ptr<PreviewPlayer>()>;
 
     std::function<QCoro::Task<MediaInfo>(Path source, std::stop_token)> inspect;
     std::function<QCoro::Task<Path>(Path source, std::stop_token)> previewSource;
@@ -31,12 +32,13 @@ struct ModelServices {
         timelineThumbnails;
     /// Removes what it has written when it is cancelled.
     std::function<QCoro::Task<Path>(ExportRequest, std::stop_token)> exportSource;
-    std::shared_ptr<Playback> playback;
+    /// An empty player. Throws when no thread can be started.
+    MakePlayer makePlayer;
     std::shared_ptr<OpenPanel> openPanel;
     std::shared_ptr<SavePanel> savePanel;
 
     /// The real services: the media tools, and the given player, media framework and panels.
-    static ModelServices system(std::shared_ptr<Playback> playback, std::shared_ptr<AssetLoader> assets,
+    static ModelServices system(MakePlayer makePlayer, std::shared_ptr<AssetLoader> assets,
                                 std::shared_ptr<OpenPanel> openPanel, std::shared_ptr<SavePanel> savePanel);
 };
 

@@ -1,9 +1,6 @@
 #include "model/PreviewPlayback.h"
 
 #include "model/AppModel.h"
-#include "player/Playback.h"
-#include "player/PlayerItem.h"
-#include "player/PlayerLooper.h"
 
 #include <QMetaObject>
 #include <QPointer>
@@ -25,12 +22,10 @@ constexpr double observerInterval = 0.05;
 
 } // namespace
 
-PreviewPlayback::PreviewPlayback(AppModel& model, std::shared_ptr<Playback> playback)
-    : m_model(model), m_playback(std::move(playback))
+PreviewPlayback::PreviewPlayback(AppModel& model, MakePlayer makePlayer)
+    : m_model(model), m_makePlayer(std::move(makePlayer))
 {
 }
-
-PreviewPlayback::~PreviewPlayback() = default;
 
 void PreviewPlayback::setPreviewURL(const std::filesystem::path& file)
 {
@@ -39,9 +34,8 @@ void PreviewPlayback::setPreviewURL(const std::filesystem::path& file)
 
 void PreviewPlayback::configurePlayer()
 {
-    const auto player = m_playback->makePlayer();
+    const auto player = m_makePlayer();
     player->setMuted(m_model.previewMuted());
-    player->setActionAtItemEnd(QueuePlayer::ActionAtItemEnd::none);
     m_model.setPlayer(player);
     installTimeObserver(*player);
     rebuildPlayerLoop(m_model.trimStart(), true);
@@ -53,11 +47,10 @@ void PreviewPlayback::tearDownPlayer()
     if (player && m_playerTimeObserver != 0)
         player->removeTimeObserver(m_playerTimeObserver);
     m_playerTimeObserver = 0;
-    if (m_playerLooper)
-        m_playerLooper->disableLooping();
-    m_playerLooper.reset();
-    if (player)
+    if (player) {
+        player->close();
         player->pause();
+    }
     m_model.setPlayer(nullptr);
     m_model.setPreviewPlaying(false);
     if (m_interaction == Interaction::running)
@@ -88,7 +81,7 @@ double PreviewPlayback::minimumTrimDuration() const
 void PreviewPlayback::seekPlayer(double seconds)
 {
     if (m_model.player())
-        m_model.player()->seek(MediaTime::fromSeconds(seconds), MediaTime(), MediaTime());
+        m_model.player()->seek(MediaTime::fromSeconds(seconds));
 }
 
 void PreviewPlayback::togglePreviewPlayback()
@@ -167,17 +160,11 @@ void PreviewPlayback::rebuildPlayerLoop(double start, bool shouldPlay)
     const auto player = m_model.player();
     if (!player || !m_previewURL)
         return;
-    if (m_playerLooper)
-        m_playerLooper->disableLooping();
-    m_playerLooper.reset();
-    player->removeAllItems();
-
-    const PlayerItem item = {.file = *m_previewURL};
     const double trimStart = m_model.trimStart();
     const double length = std::max(std::max(m_model.trimEnd() - trimStart, 0.0), minimumTrimDuration());
     const MediaTimeRange range = {.start = MediaTime::fromSeconds(trimStart),
                                   .duration = MediaTime::fromSeconds(length)};
-    m_playerLooper = m_playback->makeLooper(player, item, range);
+    player->open(*m_previewURL, range);
 
     // Clamp to one tick before the end, so that the seek lands inside the range.
     const double upper = std::max(m_model.trimEnd() - tick, trimStart);
@@ -189,11 +176,11 @@ void PreviewPlayback::rebuildPlayerLoop(double start, bool shouldPlay)
     m_model.setPreviewPlaying(shouldPlay);
 }
 
-void PreviewPlayback::installTimeObserver(QueuePlayer& player)
+void PreviewPlayback::installTimeObserver(PreviewPlayer& player)
 {
     // A queued call keeps the order of these times and the actions of the user. Qt discards it if the model
     // is destroyed before.
-    const std::weak_ptr<QueuePlayer> observed = m_model.player();
+    const std::weak_ptr<PreviewPlayer> observed = m_model.player();
     const auto post = [this, observed, model = QPointer(&m_model)](MediaTime time) {
         const auto update = [this, observed, time] {
             const auto reporting = observed.lock();

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "player/QueuePlayer.h"
+#include "player/PreviewPlayer.h"
 #include "player/base/MediaTime.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -11,18 +12,17 @@ namespace stackreel
 {
 
 class AppModel;
-class Playback;
-class PlayerLooper;
 
 /// Loops the trimmed range of the preview file, moves the playhead and the trim points within their limits,
-/// and reports the playhead to the model. All times are seconds on the source's time line. Owns the looper,
-/// the path of the preview file, the time observer, and the flag whether playback resumes after a timeline
+/// and reports the playhead to the model. All times are seconds on the source's time line. Owns the path of
+/// the preview file, the time observer, and the flag whether playback resumes after a timeline
 /// drag. Main thread.
 class PreviewPlayback
 {
 public:
-    PreviewPlayback(AppModel& model, std::shared_ptr<Playback> playback);
-    ~PreviewPlayback();
+    using MakePlayer = std::function<std::shared_ptr<PreviewPlayer>()>;
+
+    PreviewPlayback(AppModel& model, MakePlayer makePlayer);
     PreviewPlayback(const PreviewPlayback&) = delete;
     PreviewPlayback& operator=(const PreviewPlayback&) = delete;
 
@@ -48,7 +48,7 @@ public:
 private:
     double minimumTrimDuration() const;
     void rebuildPlayerLoop(double start, bool shouldPlay);
-    void installTimeObserver(QueuePlayer& player);
+    void installTimeObserver(PreviewPlayer& player);
     void updateCurrentTime(MediaTime time);
     void seekPlayer(double seconds);
     /// Ends the interaction. Returns whether playback resumes, or `std::nullopt` if the interaction began
@@ -56,10 +56,9 @@ private:
     std::optional<bool> endInteraction();
 
     AppModel& m_model;
-    std::shared_ptr<Playback> m_playback;
-    std::unique_ptr<PlayerLooper> m_playerLooper;
+    MakePlayer m_makePlayer;
     std::optional<std::filesystem::path> m_previewURL;
-    QueuePlayer::TimeObserverToken m_playerTimeObserver = 0;
+    PreviewPlayer::TimeObserverToken m_playerTimeObserver = 0;
     enum class Interaction { none, running, superseded };
     Interaction m_interaction = Interaction::none;
     bool m_resumePlaybackAfterTimelineInteraction = false;

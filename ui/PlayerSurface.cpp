@@ -1,6 +1,6 @@
 #include "ui/PlayerSurface.h"
 
-#include "player/QueuePlayer.h"
+#include "player/PreviewPlayer.h"
 #include "ui/FrameMailbox.h"
 #include "ui/PictureNode.h"
 #include "ui/geometry/PictureGeometry.h"

@@ -56,7 +56,7 @@ private:
     void placeContent(PictureNode& node) const;
 
     QPointer<WindowModel> m_model;
-    std::weak_ptr<QueuePlayer> m_player;
+    std::weak_ptr<PreviewPlayer> m_player;
     std::shared_ptr<FrameMailbox> m_mailbox; ///< of the current player; null without a player
     VideoFrame m_frame; ///< the frame on screen; accessed while the scene is synchronised
     QTimer m_resizeTimer;

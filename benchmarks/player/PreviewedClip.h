@@ -1,10 +1,7 @@
 #pragma once
 
 #include "benchmarks/player/RecordingOutput.h"
-#include "player/GstPlayback.h"
-#include "player/PlayerItem.h"
-#include "player/PlayerLooper.h"
-#include "player/QueuePlayer.h"
+#include "player/GStreamerPlayer.h"
 
 #include <filesystem>
 #include <memory>
@@ -16,20 +13,16 @@ namespace stackreel
 struct PreviewedClip {
     PreviewedClip(const std::filesystem::path& file, double start, double end, int width, int height)
     {
-        player->setActionAtItemEnd(QueuePlayer::ActionAtItemEnd::none);
         player->setMuted(true);
         player->setVideoOutput(output);
         player->setVideoSize(width, height);
-        looper = playback.makeLooper(player, PlayerItem{file},
-                                     {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
+        player->open(file, {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
     }
 
-    void seek(double seconds) const { player->seek(MediaTime::fromSeconds(seconds), {}, {}); }
+    void seek(double seconds) const { player->seek(MediaTime::fromSeconds(seconds)); }
 
-    GstPlayback playback;
-    std::shared_ptr<QueuePlayer> player = playback.makePlayer();
+    std::shared_ptr<PreviewPlayer> player = std::make_shared<GStreamerPlayer>();
     std::shared_ptr<RecordingOutput> output = std::make_shared<RecordingOutput>();
-    std::unique_ptr<PlayerLooper> looper;
 };
 
 } // namespace stackreel

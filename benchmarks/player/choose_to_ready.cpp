@@ -8,9 +8,8 @@
 #include "desktop/panels/OpenPanel.h"
 #include "desktop/panels/SavePanel.h"
 #include "model/AppModel.h"
+#include "player/GStreamerPlayer.h"
 #include "player/GstAssetLoader.h"
-#include "player/GstPlayback.h"
-#include "player/QueuePlayer.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -45,9 +44,9 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "choose_to_ready FILE [without-thumbnails]\n");
         return 2;
     }
-    auto services =
-        ModelServices::system(std::make_shared<GstPlayback>(), std::make_shared<GstAssetLoader>(),
-                              std::make_shared<ChoosingPanel>(std::filesystem::absolute(argv[1])), nullptr);
+    auto services = ModelServices::system(
+        [] { return std::make_shared<GStreamerPlayer>(); }, std::make_shared<GstAssetLoader>(),
+        std::make_shared<ChoosingPanel>(std::filesystem::absolute(argv[1])), nullptr);
     if (argc > 2)
         services.timelineThumbnails = [](auto&&...) -> QCoro::Task<std::vector<VideoFrame>> {
             co_return std::vector<VideoFrame>(12);

@@ -13,8 +13,8 @@
 #include "benchmarks/window/FirstFrame.h"
 #include "desktop/panels/OpenPanel.h"
 #include "desktop/panels/SavePanel.h"
+#include "player/GStreamerPlayer.h"
 #include "player/GstAssetLoader.h"
-#include "player/GstPlayback.h"
 #include "updates/StandardUpdateServices.h"
 
 #include <QApplication>
@@ -199,7 +199,7 @@ int main(int argc, char* argv[])
         return EXIT_FAILURE;
     QApplication application(argc, argv);
     chooseSceneGraph();
-    StackreelApp app(ModelServices::system(std::make_shared<GstPlayback>(),
+    StackreelApp app(ModelServices::system([] { return std::make_shared<GStreamerPlayer>(); },
                                            std::make_shared<GstAssetLoader>(),
                                            std::make_shared<ChoosingOpenPanel>(argv[2]),
                                            std::make_shared<CancellingSavePanel>()),

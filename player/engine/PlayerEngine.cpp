@@ -52,7 +52,6 @@ PlayerRequest PlayerEngine::requested()
 void PlayerEngine::run()
 {
     while (true) {
-        handleEnd(); // before the request is read: it holds what was requested after the end
         const PlayerRequest request = requested();
         if (request.quit)
             break;
@@ -61,9 +60,9 @@ void PlayerEngine::run()
         const bool more = feed();
         updateHead();
         updateRunning();
-        updateForeground();
         releaseIdleDecoder();
         updateSound();
+        publish();
         if (!more)
             m_wakeUp.wait(nextDeadline());
     }
@@ -94,13 +93,8 @@ void PlayerEngine::applyLoop(const PlayerRequest& request)
         }
         return;
     }
-    if (!m_applied.loop || m_applied.loop->number != request.loop->number) {
+    if (!m_applied.loop || m_applied.loop->number != request.loop->number)
         openLoop(*request.loop);
-    } else if (m_applied.loop->repeating && !request.loop->repeating && m_feeder) {
-        m_feeder->stopRepeating();
-        if (m_presenter.endAfterThisRun())
-            m_feeder->finish();
-    }
 }
 
 void PlayerEngine::openLoop(const PlayerRequest::Loop& loop)
@@ -111,19 +105,17 @@ void PlayerEngine::openLoop(const PlayerRequest::Loop& loop)
     m_prefetchFailed = false;
     m_seeks.dropInFlight();
     try {
-        if (!m_reader || m_failed || m_file.path() != loop.file) {
+        if (!m_reader || m_failure || m_file.path() != loop.file) {
             m_reader.reset();
             m_file = loop.file;
             m_reader = std::make_unique<FrameReader>(m_file, m_applied.box, [this] { m_wakeUp.notify(); });
         }
-        m_failed = false;
+        m_failure.reset();
         m_feeder = std::make_unique<LoopFeeder>(*m_reader, loop.range, keptBytes);
-        if (!loop.repeating)
-            m_feeder->stopRepeating();
         m_sound.open(m_file, loop.range);
-    } catch (const std::runtime_error&) {
+    } catch (const std::runtime_error& error) {
         m_reader.reset();
-        fail();
+        fail(error.what());
     }
 }
 
@@ -133,6 +125,7 @@ void PlayerEngine::closeLoop()
     m_prefetch.reset();
     m_feeder.reset();
     m_reader.reset();
+    m_failure.reset();
     m_seeks.clear();
 }
 
@@ -144,11 +137,7 @@ void PlayerEngine::applyBox(PictureSize box)
         // While the player is paused, show the same picture in its new size.
         if (!m_feeder || m_presenter.isRunning() || !m_seeks.isIdle())
             return;
-        Nanoseconds shown = m_presenter.position();
-        // At the end's own time there is another picture, outside the range, and playback would wrap.
-        if (m_presenter.hasEnded())
-            shown = std::max(shown - 2 * halfUnit, m_feeder->range().start);
-        m_seeks.request({shown, m_applied.seek.number}, m_boxSince);
+        m_seeks.request({m_presenter.position(), m_applied.seek.number}, m_boxSince);
     }
 }
 
@@ -161,7 +150,7 @@ void PlayerEngine::applySeek(const PlayerRequest& request)
 
 void PlayerEngine::startSeek()
 {
-    if (!m_feeder || m_failed)
+    if (!m_feeder || m_failure)
         return;
     if (const auto seek = m_seeks.begin(std::chrono::steady_clock::now())) {
         m_presenter.hold();
@@ -172,7 +161,7 @@ void PlayerEngine::startSeek()
 /// True when there is more to do at once.
 bool PlayerEngine::feed()
 {
-    if (!m_feeder || m_failed)
+    if (!m_feeder || m_failure)
         return false;
     for (int i = 0; i < stepsPerTurn; ++i) {
         if (!m_seeks.isInFlight() && !m_presenter.hasRoom(m_feeder->replaysAll()))
@@ -183,7 +172,7 @@ bool PlayerEngine::feed()
             deliver(std::move(frame));
             break;
         case LoopFeeder::Step::failed:
-            fail();
+            fail(m_reader->failureReason());
             return false;
         case LoopFeeder::Step::working:
             break;
@@ -198,14 +187,15 @@ LoopFeeder::Step PlayerEngine::takeStep(QueuedFrame& frame)
 {
     try {
         return m_feeder->step(frame);
-    } catch (const std::runtime_error&) {
-        return LoopFeeder::Step::failed; // the file was opened again, and an element is missing now
+    } catch (const std::runtime_error& error) {
+        fail(error.what()); // the file was opened again, and an element is missing now
+        return LoopFeeder::Step::waiting;
     }
 }
 
 void PlayerEngine::deliver(QueuedFrame frame)
 {
-    if (m_seeks.isInFlight() && frame.frame) {
+    if (m_seeks.isInFlight()) {
         m_sound.jump(frame);
         m_presenter.jump(std::move(frame), m_seeks.complete());
     } else {
@@ -215,9 +205,9 @@ void PlayerEngine::deliver(QueuedFrame frame)
 }
 
 /// The file shows nothing. Nothing is tried until the next loop.
-void PlayerEngine::fail()
+void PlayerEngine::fail(std::string reason)
 {
-    m_failed = true;
+    m_failure = reason.empty() ? "No picture of the file can be shown." : std::move(reason);
     m_seeks.clear();
     m_presenter.clear(m_applied.seek.number);
 }

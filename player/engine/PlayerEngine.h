@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/base/ForegroundWork.h"
+#include "player/base/PlayerState.h"
 #include "player/base/WakeUp.h"
 #include "player/engine/PlayerRequest.h"
 #include "player/engine/SeekRequests.h"
@@ -15,6 +16,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
 
 namespace stackreel
 {
@@ -31,6 +33,8 @@ public:
 
     /// Changes the request. Any thread; returns at once.
     void request(const std::function<void(PlayerRequest&)>& change);
+    /// Any thread. A frame that was requested before this call counts as missing at once.
+    PlayerState state() const;
     Presenter& presenter() { return m_presenter; }
 
 private:
@@ -47,26 +51,27 @@ private:
     bool feed();
     LoopFeeder::Step takeStep(QueuedFrame& frame);
     void deliver(QueuedFrame frame);
-    void fail();
+    void fail(std::string reason);
     void startSeek();
     void updateHead();
     void startPrefetch();
     bool wantsHead() const;
     void updateRunning();
-    void handleEnd();
     bool isFrameAwaited() const;
-    void updateForeground();
     void releaseIdleDecoder();
     void updateSound();
+    void publish();
+    PlayerState currentState() const;
     std::optional<Clock::Instant> nextDeadline() const;
     bool waitsForHead() const;
 
     WakeUp m_wakeUp;
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     // Guarded by the mutex.
     PlayerRequest m_requested;
     std::uint64_t m_appliedSeek = 0;            ///< the number of the last seek that was applied
     std::optional<ForegroundWork> m_foreground; ///< from the request of a frame until it is shown
+    PlayerState m_state;                        ///< at the end of the engine's last turn
 
     // The engine's thread only.
     PlayerRequest m_applied; ///< what the engine has carried out or is carrying out
@@ -75,14 +80,13 @@ private:
     std::unique_ptr<LoopFeeder> m_feeder;
     std::unique_ptr<HeadPrefetch> m_prefetch;
     bool m_prefetchFailed = false;
-    bool m_failed = false;
+    std::optional<std::string> m_failure; ///< why the file shows nothing
     SeekRequests m_seeks;
     Clock::Instant m_boxSince = {};
     std::optional<Clock::Instant> m_replayingSince; ///< from memory alone
     std::optional<Clock::Instant> m_closing;        ///< when to close a file that no loop uses any more
 
     bool m_audible = false;
-    bool m_ended = false; ///< the end was handled
 
     Presenter m_presenter; // destroyed before `m_wakeUp`, which its thread notifies
     Sound m_sound;

@@ -36,7 +36,7 @@ void PlayerEngine::updateHead()
             m_feeder->dropOutdated();
         m_prefetch.reset();
     }
-    if (!m_feeder || m_failed || m_seeks.isInFlight() || !m_applied.playing || !m_feeder->needsHead()) {
+    if (!m_feeder || m_failure || m_seeks.isInFlight() || !m_applied.playing || !m_feeder->needsHead()) {
         if (m_prefetch && (!m_feeder || !m_applied.playing || !m_feeder->needsHead()))
             m_prefetch.reset();
         return;
@@ -60,8 +60,8 @@ void PlayerEngine::startPrefetch()
 /// Whether the range's first frames are missing, and nothing prefetches them.
 bool PlayerEngine::wantsHead() const
 {
-    return m_feeder && !m_failed && m_applied.playing && m_applied.loop && m_applied.loop->repeating &&
-           m_feeder->needsHead() && !m_prefetch && !m_prefetchFailed;
+    return m_feeder && !m_failure && m_applied.playing && m_feeder->needsHead() && !m_prefetch &&
+           !m_prefetchFailed;
 }
 
 /// Playback that starts shortly before the range's end would stall at the wrap until the range's first frames
@@ -74,7 +74,7 @@ bool PlayerEngine::waitsForHead() const
 
 void PlayerEngine::updateRunning()
 {
-    const bool ready = m_feeder && !m_failed && m_seeks.isIdle();
+    const bool ready = m_feeder && !m_failure && m_seeks.isIdle();
     if (ready && m_applied.playing && m_feeder->parked()) {
         m_seeks.request({m_feeder->range().start, m_applied.seek.number}, std::chrono::steady_clock::now());
         m_wakeUp.notify();
@@ -88,17 +88,6 @@ void PlayerEngine::updateRunning()
 bool PlayerEngine::isFrameAwaited() const
 {
     return m_requested.loop && m_requested.seek.number != m_appliedSeek;
-}
-
-/// Thumbnails wait while a requested frame is missing.
-void PlayerEngine::updateForeground()
-{
-    const std::lock_guard lock(m_mutex);
-    m_appliedSeek = m_applied.seek.number;
-    if (!m_seeks.isInFlight() && !isFrameAwaited())
-        m_foreground.reset();
-    else if (!m_foreground)
-        m_foreground.emplace();
 }
 
 /// A range that repeats from memory needs no decoder. A decoder holds a dozen whole pictures.
@@ -118,27 +107,42 @@ void PlayerEngine::releaseIdleDecoder()
 /// The sound device is opened only while sound can be heard.
 void PlayerEngine::updateSound()
 {
-    const bool audible = m_feeder && !m_failed && m_applied.playing && !m_applied.muted;
+    const bool audible = m_feeder && !m_failure && m_applied.playing && !m_applied.muted;
     if (std::exchange(m_audible, audible) != audible)
         m_sound.setAudible(audible);
 }
 
-/// Carries out the action at the item's end, once.
-void PlayerEngine::handleEnd()
+PlayerState PlayerEngine::currentState() const
 {
-    const bool ended = m_presenter.hasEnded() && m_seeks.isIdle() && m_applied.loop;
-    if (std::exchange(m_ended, ended) == ended || !ended)
-        return;
-    if (m_applied.atEnd == QueuePlayer::ActionAtItemEnd::advance) {
-        m_presenter.clear(m_applied.seek.number);
-        closeLoop();
-    } else if (m_applied.atEnd == QueuePlayer::ActionAtItemEnd::pause) {
-        // After a seek or a loop that was requested in the meantime, playback continues.
-        request([last = m_applied.seek.number](PlayerRequest& request) {
-            if (request.seek.number == last)
-                request.playing = false;
-        });
-    }
+    using Kind = PlayerState::Kind;
+    if (!m_applied.loop)
+        return {Kind::empty, {}};
+    if (m_failure)
+        return {Kind::failed, *m_failure};
+    if (!m_seeks.isIdle() || (m_applied.playing && !m_presenter.isRunning()))
+        return {Kind::waiting, {}};
+    return {m_applied.playing ? Kind::playing : Kind::paused, {}};
+}
+
+/// Makes the state known to other threads. Thumbnails wait while a requested frame is missing.
+void PlayerEngine::publish()
+{
+    PlayerState state = currentState();
+    const std::lock_guard lock(m_mutex);
+    m_state = std::move(state);
+    m_appliedSeek = m_applied.seek.number;
+    if (!m_seeks.isInFlight() && !isFrameAwaited())
+        m_foreground.reset();
+    else if (!m_foreground)
+        m_foreground.emplace();
+}
+
+PlayerState PlayerEngine::state() const
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_requested.loop)
+        return {PlayerState::Kind::empty, {}};
+    return isFrameAwaited() ? PlayerState{PlayerState::Kind::waiting, {}} : m_state;
 }
 
 std::optional<Clock::Instant> PlayerEngine::nextDeadline() const
@@ -148,7 +152,7 @@ std::optional<Clock::Instant> PlayerEngine::nextDeadline() const
         if (other && (!next || *other < *next))
             next = other;
     };
-    if (m_feeder && !m_failed) {
+    if (m_feeder && !m_failure) {
         // After a seek completes in `feed`, another one may be pending, and nothing wakes this thread for it.
         consider(m_seeks.deadline());
         consider(m_feeder->deadline());

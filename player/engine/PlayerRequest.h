@@ -1,6 +1,5 @@
 #pragma once
 
-#include "player/QueuePlayer.h"
 #include "player/base/Nanoseconds.h"
 #include "player/loop/LoopRange.h"
 #include "player/pictures/PictureSize.h"
@@ -18,8 +17,7 @@ struct PlayerRequest {
     struct Loop {
         std::filesystem::path file;
         LoopRange range;
-        std::uint64_t number = 0; ///< different for each loop
-        bool repeating = true;
+        std::uint64_t number = 0; ///< different for each call of `open`
     };
     struct Seek {
         Nanoseconds time = 0;
@@ -31,7 +29,6 @@ struct PlayerRequest {
     bool playing = false;
     bool muted = false;
     bool quit = false;
-    QueuePlayer::ActionAtItemEnd atEnd = QueuePlayer::ActionAtItemEnd::advance;
     PictureSize box = {960, 540};
 };
 

@@ -37,7 +37,7 @@ struct HeadPrefetch::Job {
         QueuedFrame frame;
         while (!feeder.kept() && !isCancelled()) {
             const LoopFeeder::Step step = feeder.step(frame);
-            if (step == LoopFeeder::Step::failed || step == LoopFeeder::Step::finished)
+            if (step == LoopFeeder::Step::failed)
                 break;
             if (step == LoopFeeder::Step::waiting)
                 wakeUp.wait(feeder.deadline());

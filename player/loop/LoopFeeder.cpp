@@ -26,7 +26,6 @@ void LoopFeeder::beginAt(Nanoseconds time)
     m_base = 0;
     m_iteration = 0;
     m_parked = false;
-    m_finished = false;
     m_outside = !m_range.contains(time);
     m_entry = time;
     m_last.reset();
@@ -63,8 +62,6 @@ bool LoopFeeder::replayFrom(Nanoseconds time)
 
 LoopFeeder::Step LoopFeeder::step(QueuedFrame& next)
 {
-    if (m_finished)
-        return Step::finished;
     if (m_parked)
         return Step::waiting;
     if (m_replayed)
@@ -76,7 +73,7 @@ LoopFeeder::Step LoopFeeder::step(QueuedFrame& next)
     case FrameReader::Step::end:
     case FrameReader::Step::failed:
         // Begun again, a range without a single frame would be over at once, over and over.
-        return m_last ? endOfPictures(next) : Step::failed;
+        return m_last ? endOfPictures() : Step::failed;
     case FrameReader::Step::working:
         return Step::working;
     default:
@@ -86,7 +83,7 @@ LoopFeeder::Step LoopFeeder::step(QueuedFrame& next)
 
 std::optional<Clock::Instant> LoopFeeder::deadline() const
 {
-    if (m_finished || m_parked || m_replayed)
+    if (m_parked || m_replayed)
         return std::nullopt;
     return m_reader.deadline();
 }
@@ -98,7 +95,7 @@ LoopFeeder::Step LoopFeeder::replay(QueuedFrame& next)
         return Step::frame;
     }
     if (m_kept->complete)
-        return endOfRange(m_kept->end, next);
+        return endOfRange(m_kept->end);
     m_replayed.reset();
     return Step::working;
 }
@@ -106,7 +103,7 @@ LoopFeeder::Step LoopFeeder::replay(QueuedFrame& next)
 LoopFeeder::Step LoopFeeder::accept(const PlanarFramePtr& frame, QueuedFrame& next)
 {
     if (m_last && m_range.reachedBy(frame->time))
-        return endOfRange(m_range.end, next);
+        return endOfRange(m_range.end);
     if (m_collecting)
         m_collecting->changeBox(m_reader.box());
     const bool kept = m_collecting && m_collecting->add(frame, m_budget);
@@ -118,14 +115,14 @@ LoopFeeder::Step LoopFeeder::accept(const PlanarFramePtr& frame, QueuedFrame& ne
 }
 
 /// The file shows no frame any more before the range's end.
-LoopFeeder::Step LoopFeeder::endOfPictures(QueuedFrame& next)
+LoopFeeder::Step LoopFeeder::endOfPictures()
 {
     if (m_reader.endedEarly() && m_collecting)
         m_kept = std::exchange(m_collecting, nullptr); // the next time there may be more
-    return endOfRange(endOfMedia(), next);
+    return endOfRange(endOfMedia());
 }
 
-LoopFeeder::Step LoopFeeder::endOfRange(Nanoseconds end, QueuedFrame& next)
+LoopFeeder::Step LoopFeeder::endOfRange(Nanoseconds end)
 {
     if (m_collecting) {
         m_collecting->complete = true;
@@ -133,11 +130,6 @@ LoopFeeder::Step LoopFeeder::endOfRange(Nanoseconds end, QueuedFrame& next)
         m_kept = std::exchange(m_collecting, nullptr);
     }
     m_base += std::max(end - m_range.start, shortestRun);
-    if (!m_repeating) {
-        m_finished = true;
-        next = {nullptr, m_base, end, m_iteration, false};
-        return Step::frame;
-    }
     beginAgain();
     return Step::working;
 }

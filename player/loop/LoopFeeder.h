@@ -22,11 +22,10 @@ class LoopFeeder
 {
 public:
     enum class Step {
-        waiting,  ///< nothing can be done until the reader wakes, or at `deadline`
-        working,  ///< go on
-        frame,    ///< the next frame
-        finished, ///< the range was played and is not repeated
-        failed,   ///< the file shows nothing
+        waiting, ///< nothing can be done until the reader wakes, or at `deadline`
+        working, ///< go on
+        frame,   ///< the next frame
+        failed,  ///< the file shows nothing
     };
 
     /// Frames of at most `budget` bytes are kept.
@@ -40,10 +39,6 @@ public:
     /// As the reader's, while frames are taken from it.
     std::optional<Clock::Instant> deadline() const;
 
-    /// The range is not begun again any more.
-    void stopRepeating() { m_repeating = false; }
-    /// Nothing follows any more, until the next `beginAt`.
-    void finish() { m_finished = true; }
     /// Takes the range's first frames, made elsewhere, from the next beginning of the range on.
     /// False when they are not those that it needs.
     bool adopt(std::shared_ptr<const KeptFrames> kept);
@@ -66,8 +61,8 @@ public:
 private:
     Step replay(QueuedFrame& next);
     Step accept(const PlanarFramePtr& frame, QueuedFrame& next);
-    Step endOfPictures(QueuedFrame& next);
-    Step endOfRange(Nanoseconds end, QueuedFrame& next);
+    Step endOfPictures();
+    Step endOfRange(Nanoseconds end);
     Nanoseconds endOfMedia() const;
     void beginAgain();
     void startCollecting();
@@ -77,11 +72,9 @@ private:
     FrameReader& m_reader;
     LoopRange m_range;
     std::size_t m_budget;
-    bool m_repeating = true;
     bool m_parked = false;
     bool m_outside = false;
     bool m_dropsOutdated = false;
-    bool m_finished = false;
     Nanoseconds m_base = 0; ///< played time at which the present run through the range began
     std::uint64_t m_iteration = 0;
     std::optional<Nanoseconds> m_entry;    ///< the position of the next frame when that is not its own time

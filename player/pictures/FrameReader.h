@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace stackreel
 {
@@ -58,6 +59,9 @@ public:
     std::optional<Clock::Instant> deadline() const { return m_end.deadline(); }
     /// Reading stopped early, so that there may be more than was delivered.
     bool endedEarly() const { return m_pipeline && m_pipeline->failed(); }
+
+    /// Why reading stopped early; empty when it did not.
+    std::string failureReason() const { return m_pipeline ? m_pipeline->failureReason() : std::string(); }
 
     /// Whether frames are turned upright, as they are at first. To be set before the first one.
     void setUpright(bool upright) { m_upright = upright; }

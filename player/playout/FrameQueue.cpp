@@ -1,6 +1,5 @@
 #include "player/playout/FrameQueue.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace stackreel
@@ -38,26 +37,9 @@ bool FrameQueue::hasRoom(bool replayed) const
     return m_decodedFrames < fewestFrames || (m_decodedFrames < mostFrames && m_decodedBytes < queueBytes);
 }
 
-bool FrameQueue::endAfterRunOf(const QueuedFrame& current)
-{
-    const auto later = std::find_if(m_frames.begin(), m_frames.end(), [&current](const QueuedFrame& frame) {
-        return frame.iteration > current.iteration;
-    });
-    if (later == m_frames.end())
-        return false;
-    // The last frame's time comes to an end where the next run would have begun.
-    const Nanoseconds position = current.position + later->due - current.due;
-    QueuedFrame end{nullptr, later->due, position, current.iteration, false};
-    for (auto dropped = later; dropped != m_frames.end(); ++dropped)
-        count(*dropped, false);
-    m_frames.erase(later, m_frames.end());
-    m_frames.push_back(std::move(end));
-    return true;
-}
-
 void FrameQueue::count(const QueuedFrame& frame, bool comes)
 {
-    if (frame.kept || !frame.frame)
+    if (frame.kept)
         return;
     if (comes) {
         ++m_decodedFrames;

@@ -20,9 +20,6 @@ public:
 
     /// Whether so few frames are queued that more are wanted; `replayed` when they come from memory.
     bool hasRoom(bool replayed) const;
-    /// Puts the end of playing where the first run after `iteration` begins, in place of all that is queued
-    /// from there on; `current` is the frame on screen. False when no such frame is queued.
-    bool endAfterRunOf(const QueuedFrame& current);
 
 private:
     void count(const QueuedFrame& frame, bool comes);

@@ -47,7 +47,6 @@ void Presenter::jump(QueuedFrame frame, std::uint64_t jump)
         m_jump = jump;
         m_repaint = true;
         m_clear = false;
-        m_ended = false;
     }
     m_changed.notify_all();
 }
@@ -68,7 +67,7 @@ void Presenter::setRunning(bool running)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_clock->isRunning() == running || m_ended)
+        if (m_clock->isRunning() == running)
             return;
         m_clock->setRunning(running, std::chrono::steady_clock::now());
     }
@@ -94,15 +93,8 @@ void Presenter::clear(std::uint64_t jump)
         m_jump = jump;
         m_repaint = false;
         m_clear = true;
-        m_ended = false;
     }
     m_changed.notify_all();
-}
-
-bool Presenter::endAfterThisRun()
-{
-    const std::lock_guard lock(m_mutex);
-    return m_queue.endAfterRunOf(m_current);
 }
 
 bool Presenter::hasRoom(bool replayed) const
@@ -115,12 +107,6 @@ bool Presenter::isRunning() const
 {
     const std::lock_guard lock(m_mutex);
     return m_clock->isRunning();
-}
-
-bool Presenter::hasEnded() const
-{
-    const std::lock_guard lock(m_mutex);
-    return m_ended;
 }
 
 Nanoseconds Presenter::position() const
@@ -182,10 +168,6 @@ bool Presenter::present(Lock& lock, Clock::Instant now)
         return false;
     if (!m_queue.empty() && m_clock->when(m_queue.front().due) <= now) {
         QueuedFrame next = m_queue.pop();
-        if (!next.frame) {
-            finish(next, now);
-            return true;
-        }
         if (m_clock->at(now) - next.due > resyncThreshold)
             m_clock->set(next.due, now);
         m_current = std::move(next);
@@ -210,24 +192,13 @@ bool Presenter::present(Lock& lock, Clock::Instant now)
 /// Paints the next frame ahead of its time, so that it is shown without delay.
 void Presenter::prepare(Lock& lock)
 {
-    if (m_queue.empty() || !m_queue.front().frame || m_queue.front().frame == m_preparedFrom)
+    if (m_queue.empty() || m_queue.front().frame == m_preparedFrom)
         return;
     const PlanarFramePtr frame = m_queue.front().frame;
     lock.unlock();
     m_prepared = m_rgb.convert(*frame);
     m_preparedFrom = frame;
     lock.lock();
-}
-
-void Presenter::finish(const QueuedFrame& end, Clock::Instant now)
-{
-    m_clock->setRunning(false, now);
-    m_clock->set(end.due, now);
-    m_current.due = end.due;
-    m_current.position = end.position;
-    m_ended = true;
-    m_observers->reportJump(toMediaTime(end.position), m_jump, now);
-    m_wake();
 }
 
 void Presenter::waitForWork(Lock& lock)

@@ -25,7 +25,7 @@ namespace stackreel
 class Presenter
 {
 public:
-    /// `wake` is called when there is room for more frames or playing has ended, on the presenter's thread.
+    /// `wake` is called when there is room for more frames, on the presenter's thread.
     Presenter(std::shared_ptr<TimeObservers> observers, std::function<void()> wake);
     Presenter(const Presenter&) = delete;
     Presenter& operator=(const Presenter&) = delete;
@@ -41,15 +41,10 @@ public:
     void hold();
     /// Nothing is shown any more; observers are told that there is no time.
     void clear(std::uint64_t jump);
-    /// Ends playing where the present run through the range ends. False when no frame beyond that was queued
-    /// yet, so that who feeds has to send the end.
-    bool endAfterThisRun();
 
     /// Whether so few frames are queued that more are wanted; `replayed` when they come from memory.
     bool hasRoom(bool replayed) const;
     bool isRunning() const;
-    /// Playing reached its end; false again after the next jump.
-    bool hasEnded() const;
     /// On the file's time line.
     Nanoseconds position() const;
 
@@ -64,7 +59,6 @@ private:
     bool present(Lock& lock, Clock::Instant now);
     void repaint(Lock& lock);
     void prepare(Lock& lock);
-    void finish(const QueuedFrame& end, Clock::Instant now);
     void waitForWork(Lock& lock);
     Nanoseconds positionAt(Clock::Instant now) const;
 
@@ -79,7 +73,6 @@ private:
     std::uint64_t m_jump = 0;
     bool m_repaint = false;
     bool m_clear = false;
-    bool m_ended = false;
     bool m_quit = false;
 
     // The presenter's thread only.

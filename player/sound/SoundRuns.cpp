@@ -7,7 +7,7 @@ namespace stackreel
 
 void SoundRuns::follow(const QueuedFrame& frame, Nanoseconds played)
 {
-    if (!frame.frame || (!m_runs.empty() && m_runs.back().iteration == frame.iteration))
+    if (!m_runs.empty() && m_runs.back().iteration == frame.iteration)
         return;
     while (m_runs.size() > 1 && m_runs[1].begins(m_range) <= played)
         m_runs.pop_front();

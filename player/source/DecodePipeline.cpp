@@ -48,6 +48,15 @@ void limitThreads(GstElement* element)
     }
 }
 
+std::string errorText(GstMessage* message)
+{
+    GError* error = nullptr;
+    gst_message_parse_error(message, &error, nullptr);
+    std::string text = error->message;
+    g_error_free(error);
+    return text;
+}
+
 bool isVideoParser(GstElementFactory* factory)
 {
     constexpr auto type = GST_ELEMENT_FACTORY_TYPE_PARSER | GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO;
@@ -59,7 +68,7 @@ bool isVideoParser(GstElementFactory* factory)
 DecodePipeline::DecodePipeline(const SourceFile& file, Content content, std::function<void()> wake)
     : m_wake(std::move(wake)),
       m_origin(file, [this] { useOrigin(); }),
-      m_selector(kindOf(content).stream, m_origin, [this] { fail(); })
+      m_selector(kindOf(content).stream, m_origin, [this] { fail("The file has no such stream."); })
 {
     ensureGStreamer();
     m_pipeline.reset(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr))));
@@ -67,7 +76,7 @@ DecodePipeline::DecodePipeline(const SourceFile& file, Content content, std::fun
     watch();
     const Handover handover;
     if (gst_element_set_state(m_pipeline.get(), GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE)
-        m_failed = true;
+        fail("The file cannot be opened.");
     limitQueue();
 }
 
@@ -188,10 +197,21 @@ Nanoseconds DecodePipeline::claimedDuration() const
     return std::max<gint64>(duration - m_origin.get(), 0);
 }
 
-void DecodePipeline::fail()
+void DecodePipeline::fail(const std::string& reason)
 {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_reason.empty())
+            m_reason = reason;
+    }
     m_failed = true;
     m_wake();
+}
+
+std::string DecodePipeline::failureReason() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_reason;
 }
 
 void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpointer self)
@@ -216,7 +236,7 @@ GstBusSyncReply DecodePipeline::onMessage(GstBus*, GstMessage* message, gpointer
     auto* that = static_cast<DecodePipeline*>(self);
     const Handover handover;
     if (GST_MESSAGE_TYPE(message) == GST_MESSAGE_ERROR)
-        that->fail();
+        that->fail(errorText(message));
     // With a sync handler the reference is ours to drop, and nobody reads the bus.
     gst_message_unref(message);
     return GST_BUS_DROP;

@@ -14,6 +14,8 @@
 #include <atomic>
 #include <filesystem>
 #include <functional>
+#include <mutex>
+#include <string>
 
 namespace stackreel
 {
@@ -46,6 +48,8 @@ public:
     /// Reading stopped early. What was decoded until then can still be pulled; seeking does not help. True
     /// only when samples can be pulled, if there are any.
     bool failed() const { return m_failed && (!m_started || m_origin.isKnown()); }
+    /// Why reading stopped early, in GStreamer's words; empty when it did not. Any thread.
+    std::string failureReason() const;
     /// Reading stopped before the wanted stream was found: no sample follows.
     bool lacksStream() const { return m_failed && !m_selector.isLinked(); }
     /// Whether seeking is possible: something was decoded.
@@ -81,7 +85,7 @@ private:
     void watch();
     void limitQueue();
     void useOrigin();
-    void fail();
+    void fail(const std::string& reason);
     GstAppSink* sink() const { return GST_APP_SINK(m_sink); }
     bool seek(Nanoseconds time, GstSeekFlags flags);
 
@@ -97,6 +101,8 @@ private:
     guint m_limit = 0;                   ///< samples in the queue from then on
     std::atomic<bool> m_running = false; ///< the queue may be limited
     std::atomic<bool> m_failed = false;
+    mutable std::mutex m_mutex;
+    std::string m_reason; ///< of the first failure; guarded by the mutex
     std::atomic<bool> m_started = false;
     TimeOrigin m_origin; ///< destroyed before the sink, whose queue it limits
     StreamSelector m_selector;

@@ -3,9 +3,8 @@
 #include "desktop/panels/OpenPanel.h"
 #include "desktop/panels/SavePanel.h"
 #include "model/TaskHandle.h"
+#include "player/GStreamerPlayer.h"
 #include "player/GstAssetLoader.h"
-#include "player/GstPlayback.h"
-#include "player/QueuePlayer.h"
 #include "tests/support/Awaited.h"
 
 #include <algorithm>
@@ -58,9 +57,9 @@ SoakSession::SoakSession(std::vector<std::filesystem::path> clips, std::filesyst
       m_destination(std::move(folder) / "exported.mp4"),
       m_random(seed),
       m_panel(std::make_shared<AnsweringPanel>()),
-      m_model(std::make_unique<AppModel>(ModelServices::system(std::make_shared<GstPlayback>(makeSilentSink),
-                                                               std::make_shared<GstAssetLoader>(), m_panel,
-                                                               m_panel)))
+      m_model(std::make_unique<AppModel>(
+          ModelServices::system([] { return std::make_shared<GStreamerPlayer>(makeSilentSink); },
+                                std::make_shared<GstAssetLoader>(), m_panel, m_panel)))
 {
     QObject::connect(m_model.get(), &AppModel::playerChanged, [this] {
         if (m_model->player())

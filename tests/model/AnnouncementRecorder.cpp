@@ -1,7 +1,7 @@
 #include "tests/model/AnnouncementRecorder.h"
 
 #include "model/AppModel.h"
-#include "tests/support/fakes/FakeQueuePlayer.h"
+#include "tests/support/fakes/FakePreviewPlayer.h"
 
 #include <gtest/gtest.h>
 
@@ -80,7 +80,7 @@ void AnnouncementRecorder::connectProperties()
     record(&AppModel::mediaInfoChanged, "mediaInfo",
            [&] { return model.mediaInfo() ? described(*model.mediaInfo()) : "none"; });
     record(&AppModel::playerChanged, "player", [&] {
-        const auto player = std::dynamic_pointer_cast<FakeQueuePlayer>(model.player());
+        const auto player = std::dynamic_pointer_cast<FakePreviewPlayer>(model.player());
         return player ? player->name() : "none";
     });
     record(&AppModel::timelineThumbnailsChanged, "timelineThumbnails",

@@ -33,8 +33,8 @@ std::vector<Property> publishedProperties()
     const ExportSettings settings = {.aspect = OutputAspect::feed, .includeAudio = false};
     const std::optional<std::filesystem::path> url = "/clips/a.mov";
     const std::optional<MediaInfo> media = MediaInfo();
-    const std::shared_ptr<QueuePlayer> player =
-        std::make_shared<FakeQueuePlayer>(std::make_shared<Journal>(), 9);
+    const std::shared_ptr<PreviewPlayer> player =
+        std::make_shared<FakePreviewPlayer>(std::make_shared<Journal>(), 9);
     using Model = AppModel;
     return {
         property("phase", &Model::phaseChanged, Phase::ready(), &Model::phase, &Model::setPhase),
@@ -177,7 +177,7 @@ TEST_F(ModelTest, DoesNotTouchThePlayerWhenDestroyed)
     runQueuedTasks();
     takeJournal();
     destroyModel();
-    EXPECT_EQ(takeJournal(), Lines()) << "no observer removed, nothing paused, no looper disabled";
+    EXPECT_EQ(takeJournal(), Lines()) << "no observer removed, nothing paused, nothing closed";
 }
 
 } // namespace stackreel

@@ -24,7 +24,7 @@ protected:
     AppModel& model() { return *m_model; }
     /// Destroys the model, as closing its window does.
     void destroyModel();
-    FakeQueuePlayer& player() { return m_services.playback->player(); }
+    FakePreviewPlayer& player() { return m_services.players->last(); }
     /// Runs the calls that are queued on the main thread.
     static void runQueuedTasks();
     /// The lines of the journal since the last call.

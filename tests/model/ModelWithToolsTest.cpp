@@ -6,7 +6,7 @@
 #include "tests/support/Descriptors.h"
 #include "tests/support/fakes/FakeAssetLoader.h"
 #include "tests/support/fakes/FakePanels.h"
-#include "tests/support/fakes/FakePlayback.h"
+#include "tests/support/fakes/FakePlayers.h"
 
 #include <algorithm>
 
@@ -23,8 +23,8 @@ protected:
     ModelWithToolsTest()
     {
         installProbe(R"("width": 1920, "height": 1080)");
-        m_model =
-            std::make_unique<AppModel>(ModelServices::system(m_playback, m_loader, m_openPanel, m_savePanel));
+        m_model = std::make_unique<AppModel>(
+            ModelServices::system([this] { return m_players->make(); }, m_loader, m_openPanel, m_savePanel));
     }
 
     /// Installs an `ffprobe` that reports a source as a video of 20 seconds with these keys.
@@ -77,7 +77,7 @@ protected:
 
     const std::filesystem::path destination = m_directory / "Beach day-vertical.mp4";
     const std::shared_ptr<Journal> m_journal = std::make_shared<Journal>();
-    const std::shared_ptr<FakePlayback> m_playback = std::make_shared<FakePlayback>(m_journal);
+    const std::shared_ptr<FakePlayers> m_players = std::make_shared<FakePlayers>(m_journal);
     const std::shared_ptr<FakeOpenPanel> m_openPanel =
         std::make_shared<FakeOpenPanel>(m_journal, "open panel");
     const std::shared_ptr<FakeSavePanel> m_savePanel =
@@ -170,9 +170,9 @@ TEST_F(ModelWithToolsTest, PlaysAProxyWhenTheSourceCannotBePlayed)
     m_loader->playable = false;
     load();
     const auto lines = m_journal->take();
-    const std::string looper = "make looper 1 on player 1 for " + arguments().back() + " from";
+    const std::string opened = "player 1: open " + arguments().back() + " from";
     EXPECT_TRUE(std::any_of(lines.begin(), lines.end(),
-                            [&](const std::string& line) { return line.starts_with(looper); }));
+                            [&](const std::string& line) { return line.starts_with(opened); }));
     EXPECT_EQ(m_loader->generatorFiles.back(), arguments().back());
 }
 

@@ -200,10 +200,10 @@ TEST_F(FollowingThePlayer, IgnoresTicksOfAReplacedPlayer)
 {
     load(20);
     load(30);
-    m_services.playback->player(1).tick(MediaTime::fromUnits(600));
+    m_services.players->at(1).tick(MediaTime::fromUnits(600));
     runQueuedTasks();
     EXPECT_EQ(takeJournal(), Lines());
-    m_services.playback->player(2).tick(MediaTime::fromUnits(600));
+    m_services.players->at(2).tick(MediaTime::fromUnits(600));
     runQueuedTasks();
     EXPECT_EQ(takeJournal(), Lines{"currentTime 1"});
 }

@@ -26,15 +26,10 @@ protected:
         takeJournal();
     }
     /// The lines in the journal when the loop of a paused preview is rebuilt.
-    static Lines rebuilt(int looper, const std::string& range, const std::string& playhead,
-                         const std::string& seek)
+    static Lines rebuilt(const std::string& range, const std::string& playhead, const std::string& seek)
     {
-        return {"looper " + std::to_string(looper - 1) + ": disable",
-                "player 1: remove all items",
-                "make looper " + std::to_string(looper) + " on player 1 for /clips/Beach day.MOV " + range,
-                "currentTime " + playhead,
-                "player 1: seek to " + seek,
-                "previewPlaying false"};
+        return {"player 1: open /clips/Beach day.MOV " + range, "currentTime " + playhead,
+                "player 1: seek to " + seek, "previewPlaying false"};
     }
 };
 

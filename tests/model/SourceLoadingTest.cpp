@@ -92,16 +92,15 @@ TEST_F(LoadingASource, SetsThePropertiesInOrder)
     EXPECT_EQ(model().topRegion(), top);
     EXPECT_EQ(model().bottomRegion(), bottom);
     Lines steps = takeJournal();
-    ASSERT_EQ(steps.size(), 16U);
+    ASSERT_EQ(steps.size(), 14U);
     EXPECT_EQ(steps.at(2).substr(0, 10), "topRegion ");
     EXPECT_EQ(steps.at(3).substr(0, 13), "bottomRegion ");
     steps.erase(steps.begin() + 2, steps.begin() + 4);
-    EXPECT_EQ(steps, (Lines{"mediaInfo 1920 × 1080, 20 s", "trimEnd 20", "make player 1", "player 1: mute",
-                            "player 1: at item end none", "player player 1",
-                            "player 1: observe every 30/600 as 1", "player 1: remove all items",
-                            "make looper 1 on player 1 for /tmp/Stackreel/proxy.mp4 from 0/600 for 12000/600",
-                            "currentTime 0", "player 1: seek to 0/600", "player 1: play",
-                            "previewPlaying true", "phase ready"}));
+    EXPECT_EQ(steps,
+              (Lines{"mediaInfo 1920 × 1080, 20 s", "trimEnd 20", "make player 1", "player 1: mute",
+                     "player player 1", "player 1: observe every 30/600 as 1",
+                     "player 1: open /tmp/Stackreel/proxy.mp4 from 0/600 for 12000/600", "currentTime 0",
+                     "player 1: seek to 0/600", "player 1: play", "previewPlaying true", "phase ready"}));
 
     runQueuedTasks();
     EXPECT_EQ(takeJournal(), Lines{"thumbnails 1: /tmp/Stackreel/proxy.mp4, 20 s, 12"});
@@ -198,7 +197,7 @@ TEST_F(LoadingASource, FailsWithTheMessageOfThePreview)
 TEST_F(LoadingASource, ShowsNothingOfTheSourceWhenNoPlayerCanBeMade)
 {
     choose("/clips/a.mov");
-    m_services.playback->nextPlayerFails = true;
+    m_services.players->nextFails = true;
     finishLoad(20);
     runQueuedTasks();
     EXPECT_EQ(model().phase(), Phase::failed("No thread can be started."));

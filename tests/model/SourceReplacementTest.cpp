@@ -24,12 +24,12 @@ TEST_F(LoadingTwoSources, TearsDownTheFirstPlayer)
     choose("/clips/b.mov");
     Lines expected = joined({"show open panel"}, resetChanges("/clips/b.mov"));
     EXPECT_EQ(takeJournal(), joined(expected, {"cancel thumbnails 1", "player 1: remove observer 1",
-                                               "looper 1: disable", "player 1: pause", "player none",
+                                               "player 1: close", "player 1: pause", "player none",
                                                "previewPlaying false", "inspect 2: /clips/b.mov"}));
 
     finishLoad(30);
     const Lines lines = takeJournal();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), "looper 1: disable"), 0) << "it was released before";
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "player 1: close"), 0) << "it was released before";
 }
 
 TEST_F(LoadingTwoSources, DropsTheObserverOfARemovedPlayer)
@@ -39,7 +39,7 @@ TEST_F(LoadingTwoSources, DropsTheObserverOfARemovedPlayer)
     choose("/clips/b.mov");
     // The observers of two players may have the same token, so the token of the previous player must not be
     // used any more.
-    model().setPlayer(m_services.playback->makePlayer());
+    model().setPlayer(m_services.players->make());
     takeJournal();
     choose("/clips/c.mov");
     const Lines lines = takeJournal();

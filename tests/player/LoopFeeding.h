@@ -26,7 +26,7 @@ public:
     {
     }
 
-    /// The next frame; none at the end.
+    /// The next frame; none when nothing can be shown.
     std::optional<QueuedFrame> next()
     {
         QueuedFrame frame;
@@ -34,7 +34,6 @@ public:
             switch (feeder.step(frame)) {
             case LoopFeeder::Step::frame:
                 return frame;
-            case LoopFeeder::Step::finished:
             case LoopFeeder::Step::failed:
                 return std::nullopt;
             case LoopFeeder::Step::working:

@@ -75,7 +75,7 @@ TEST_F(SeekingPlayer, PlaysOnAfterSeeksToTheEndInQuickSuccession)
     }
 }
 
-TEST_F(SeekingPlayer, ReportsTheTimeOfSeeksAndNoneWithoutAnItem)
+TEST_F(SeekingPlayer, ReportsTheTimeOfSeeksAndNoneWhenClosed)
 {
     std::vector<MediaTime> times;
     const auto token =
@@ -92,7 +92,7 @@ TEST_F(SeekingPlayer, ReportsTheTimeOfSeeksAndNoneWithoutAnItem)
         EXPECT_GE(time.seconds(), 2);
         EXPECT_LE(time.seconds(), 3.001);
     }
-    player->removeAllItems();
+    player->close();
     ASSERT_TRUE(eventually([&] { return times.back() == MediaTime::indefinite(); }));
     player->removeTimeObserver(token);
 }
@@ -110,7 +110,7 @@ TEST_F(SeekingPlayer, DelaysBackgroundWorkUntilARequestedFrameIsShown)
         waited += backgroundWaits();
         EXPECT_TRUE(eventually([&] { return !backgroundWaits(); }));
         EXPECT_TRUE(output->waitForNumber(210));
-        player->removeAllItems();
+        player->close();
         EXPECT_FALSE(backgroundWaits());
     }
     // Not in every round: on a busy machine the frame may be shown before this thread continues.

@@ -46,7 +46,7 @@ TEST_F(PlayerTest, RepeatsARangeWithoutLosingOrDoublingAFrame)
         player->play();
         const auto frames = static_cast<std::size_t>(row.last - row.first + 1);
         ASSERT_TRUE(output->waitForCount(std::max(3 * frames, std::size_t{12}))) << row.clip.name;
-        player->removeAllItems();
+        player->close();
         ASSERT_TRUE(output->waitForNumber(-1));
         std::vector<int> numbers = output->numbers();
         numbers.pop_back();
@@ -78,10 +78,10 @@ TEST_F(PlayerTest, ReplacesTheRangeWithoutLosingThePicture)
     loop(longInterval.file(), 7, 7.5);
     player->play();
     ASSERT_TRUE(output->waitForNumber(224));
-    rebuild(longInterval.file(), 7.2, 7.5, 7.2);
+    reopen(longInterval.file(), 7.2, 7.5, 7.2);
     ASSERT_TRUE(output->waitForNumber(216));
     ASSERT_TRUE(output->waitForNumber(224));
-    rebuild(longInterval.file(), 7.2, 7.4, 7.4 - 1.0 / 30);
+    reopen(longInterval.file(), 7.2, 7.4, 7.4 - 1.0 / 30);
     ASSERT_TRUE(output->waitForNumber(221));
     output->forget();
     ASSERT_TRUE(output->waitForCount(30));
@@ -91,12 +91,11 @@ TEST_F(PlayerTest, ReplacesTheRangeWithoutLosingThePicture)
         EXPECT_GE(number, 0);
 }
 
-TEST_F(PlayerTest, ClearsThePictureWhenItsItemIsRemoved)
+TEST_F(PlayerTest, ClearsThePictureWhenItIsClosed)
 {
     loop(shortInterval.file(), 0, 1);
     ASSERT_TRUE(output->waitForNumber(0));
-    looper.reset();
-    player->removeAllItems();
+    player->close();
     EXPECT_TRUE(output->waitForNumber(-1));
     loop(shortInterval.file(), 3, 4);
     EXPECT_TRUE(output->waitForNumber(90));

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "player/GstPlayback.h"
-#include "player/PlayerItem.h"
-#include "player/PlayerLooper.h"
-#include "player/QueuePlayer.h"
+#include "player/GStreamerPlayer.h"
 #include "tests/player/CollectingOutput.h"
 #include "tests/player/MarkedClip.h"
 
@@ -24,7 +21,6 @@ class PlayerTest : public testing::Test
 protected:
     PlayerTest()
     {
-        player->setActionAtItemEnd(QueuePlayer::ActionAtItemEnd::none);
         player->setMuted(true);
         player->setVideoOutput(output);
     }
@@ -34,25 +30,19 @@ protected:
 
     void loop(const std::filesystem::path& file, double start, double end)
     {
-        looper = playback.makeLooper(player, PlayerItem{file}, range(start, end));
+        player->open(file, range(start, end));
     }
-    /// Seeks with zero tolerance.
-    void seek(double seconds) { player->seek(at(seconds), {}, {}); }
-    /// Rebuilds the loop as the model does when a trim handle is released.
-    void rebuild(const std::filesystem::path& file, double start, double end, double position)
+    void seek(double seconds) { player->seek(at(seconds)); }
+    /// Opens the range as the model does when a trim handle is released.
+    void reopen(const std::filesystem::path& file, double start, double end, double position)
     {
-        looper->disableLooping();
-        looper.reset();
-        player->removeAllItems();
         loop(file, start, end);
         seek(position);
         player->play();
     }
 
-    GstPlayback playback;
-    std::shared_ptr<QueuePlayer> player = playback.makePlayer();
+    std::shared_ptr<PreviewPlayer> player = std::make_shared<GStreamerPlayer>();
     std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
-    std::unique_ptr<PlayerLooper> looper;
 };
 
 } // namespace stackreel

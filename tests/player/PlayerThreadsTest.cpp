@@ -1,4 +1,3 @@
-#include "player/GstQueuePlayer.h"
 #include "tests/player/PlayerTest.h"
 #include "tests/player/StuckFile.h"
 #include "tests/support/Awaited.h"
@@ -34,9 +33,7 @@ TEST_F(PlayerThreads, DoNotBlockAnyCallWhileAFileDoesNotOpen)
         player->setVideoOutput(nullptr);
         player->setVideoOutput(output);
         player->removeTimeObserver(player->addPeriodicTimeObserver(at(0.05), [](MediaTime) {}));
-        looper->disableLooping();
-        looper.reset();
-        player->removeAllItems();
+        player->close();
     }
     for (int number : output->numbers())
         EXPECT_EQ(number, -1) << "the file did not block the player";
@@ -50,9 +47,7 @@ TEST_F(PlayerThreads, DoNotBlockTheDestructorWhileAFileDoesNotOpen)
     StuckFile stuck;
     loop(stuck.path(), 0, 1);
     ASSERT_TRUE(eventually([&stuck] { return stuck.isWaitedFor(); }));
-    looper.reset();
     player.reset();
-    player = playback.makePlayer();
     EXPECT_TRUE(stuck.unblock()) << "a call blocked";
 }
 
@@ -76,7 +71,7 @@ TEST_F(PlayerThreads, DestroyTheEngineOffTheMainThread)
             auto witness = std::make_shared<Witness>(Witness{gone, onMainThread});
             gone = false;
             onMainThread = false;
-            GstQueuePlayer other([held = std::move(witness)] { return makeSystemSoundSink(); });
+            GStreamerPlayer other([held = std::move(witness)] { return makeSystemSoundSink(); });
         }
         ASSERT_TRUE(eventually([&gone] { return gone.load(); }));
         ASSERT_FALSE(onMainThread) << "round " << round;
@@ -86,15 +81,14 @@ TEST_F(PlayerThreads, DestroyTheEngineOffTheMainThread)
 TEST_F(PlayerThreads, EndWithThePlayerAtAnyMoment)
 {
     for (int round = 0; round < 12; ++round) {
-        auto other = playback.makePlayer();
+        auto other = std::make_shared<GStreamerPlayer>();
         other->setMuted(true);
         other->setVideoOutput(output);
-        auto held = playback.makeLooper(other, PlayerItem{longInterval.file()}, range(7, 8));
+        other->open(longInterval.file(), range(7, 8));
         if (round % 3 > 0)
             other->play();
         if (round % 3 > 1)
             output->waitForCount(static_cast<std::size_t>(round));
-        held.reset();
         other.reset();
         output->forget();
     }

@@ -35,9 +35,9 @@ PlanarFramePtr pictureOf(int number)
     return frame;
 }
 
-QueuedFrame due(int number, Nanoseconds time, std::uint64_t iteration = 0)
+QueuedFrame due(int number, Nanoseconds time)
 {
-    return {pictureOf(number), time, time, iteration, false};
+    return {pictureOf(number), time, time, 0, false};
 }
 
 class PresenterTest : public testing::Test
@@ -124,27 +124,6 @@ TEST_F(PresenterTest, ClearsTheOutput)
     presenter.jump(due(5, 0), 3);
     EXPECT_TRUE(other->waitForNumber(5));
     EXPECT_EQ(other->numbers().front(), 5);
-}
-
-TEST_F(PresenterTest, EndsAfterTheCurrentRun)
-{
-    presenter.jump(due(0, 0), 1);
-    EXPECT_FALSE(presenter.endAfterThisRun());
-    presenter.push(due(1, millisecond));
-    presenter.push(due(2, 5 * millisecond, 1));
-    presenter.push(due(3, 6 * millisecond, 2));
-    EXPECT_TRUE(presenter.endAfterThisRun());
-    presenter.setRunning(true);
-    while (!presenter.hasEnded())
-        wakeUp.wait();
-    EXPECT_EQ(output->numbers(), (std::vector{0, 1}));
-    EXPECT_FALSE(presenter.isRunning());
-    EXPECT_EQ(presenter.position(), 5 * millisecond);
-    presenter.setRunning(true);
-    EXPECT_FALSE(presenter.isRunning());
-    presenter.jump(due(4, 0), 2);
-    presenter.setRunning(true);
-    EXPECT_TRUE(presenter.isRunning());
 }
 
 TEST_F(PresenterTest, LimitsItsQueueByBytesAndByNumber)

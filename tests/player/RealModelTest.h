@@ -1,9 +1,8 @@
 #pragma once
 
 #include "model/AppModel.h"
+#include "player/GStreamerPlayer.h"
 #include "player/GstAssetLoader.h"
-#include "player/GstPlayback.h"
-#include "player/QueuePlayer.h"
 #include "tests/player/CollectingOutput.h"
 #include "tests/player/MarkedClip.h"
 #include "tests/support/Awaited.h"
@@ -51,7 +50,7 @@ protected:
     {
         m_loaders.push_back(loader);
         m_model = std::make_unique<AppModel>(ModelServices::system(
-            std::make_shared<GstPlayback>(), std::move(loader), m_openPanel, m_savePanel));
+            [] { return std::make_shared<GStreamerPlayer>(); }, std::move(loader), m_openPanel, m_savePanel));
     }
     AppModel& model() { return *m_model; }
 

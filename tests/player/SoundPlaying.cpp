@@ -1,6 +1,5 @@
 #include "tests/player/SoundPlaying.h"
 
-#include "player/PlayerItem.h"
 #include "player/base/Handover.h"
 #include "tests/support/Awaited.h"
 
@@ -78,14 +77,12 @@ void CapturedSound::onSinkGone(gpointer self, GObject*)
 
 SoundPlaying::SoundPlaying()
 {
-    player->setActionAtItemEnd(QueuePlayer::ActionAtItemEnd::none);
     player->setVideoOutput(output);
 }
 
 void SoundPlaying::loop(const std::filesystem::path& file, double start, double end)
 {
-    looper = playback.makeLooper(player, PlayerItem{file},
-                                 {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
+    player->open(file, {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
 }
 
 bool SoundPlaying::receivesSound(std::size_t stretches) const

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "player/GstPlayback.h"
-#include "player/PlayerLooper.h"
-#include "player/QueuePlayer.h"
+#include "player/GStreamerPlayer.h"
 #include "tests/player/CollectingOutput.h"
 
 #include <gst/app/gstappsink.h>
@@ -66,10 +64,9 @@ protected:
     std::vector<double> distances() const;
 
     std::shared_ptr<CapturedSound> sound = std::make_shared<CapturedSound>();
-    GstPlayback playback{[captured = sound] { return captured->makeSink(); }};
-    std::shared_ptr<QueuePlayer> player = playback.makePlayer();
+    std::shared_ptr<PreviewPlayer> player =
+        std::make_shared<GStreamerPlayer>([captured = sound] { return captured->makeSink(); });
     std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
-    std::unique_ptr<PlayerLooper> looper;
 };
 
 } // namespace stackreel

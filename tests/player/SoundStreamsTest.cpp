@@ -125,7 +125,7 @@ TEST_F(SoundStreamsTest, PlaysWithoutSoundWhenTheSoundIsBroken)
         loop(file, 1.03, 1.5);
         playFrames(40);
         EXPECT_TRUE(repeats(output->numbers(), 30, 44)) << file;
-        player->removeAllItems();
+        player->close();
         ASSERT_TRUE(output->waitForNumber(-1));
     }
 }

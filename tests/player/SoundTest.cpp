@@ -1,4 +1,3 @@
-#include "player/PlayerItem.h"
 #include "tests/player/MarkedClip.h"
 #include "tests/player/Repetition.h"
 #include "tests/player/SoundPlaying.h"
@@ -73,7 +72,7 @@ TEST_F(SoundTest, FollowsASeek)
     loop(soundRamp.file(), 0, 4);
     player->play();
     ASSERT_TRUE(receivesSound(3));
-    player->seek(MediaTime::fromSeconds(3.2), {}, {});
+    player->seek(MediaTime::fromSeconds(3.2));
     ASSERT_TRUE(eventually([&] { return sound->stretches().back().from > 3; }));
     for (const auto& stretch : sound->stretches())
         EXPECT_TRUE(stretch.to < 2.5 || stretch.from > 3.19) << stretch.from;
@@ -108,12 +107,10 @@ TEST_F(SoundTest, IsSkippedWhenNoDeviceCanBeOpened)
         []() -> GstElementPtr { throw std::runtime_error("no such element"); },
     };
     for (const MakeSoundSink& makeSink : broken) {
-        GstPlayback other(makeSink);
-        player = other.makePlayer();
+        player = std::make_shared<GStreamerPlayer>(makeSink);
         player->setVideoOutput(output);
         output->forget();
-        looper = other.makeLooper(player, PlayerItem{soundRamp.file()},
-                                  {MediaTime(), MediaTime::fromSeconds(0.5)});
+        loop(soundRamp.file(), 0, 0.5);
         player->play();
         ASSERT_TRUE(output->waitForCount(40));
         EXPECT_TRUE(repeats(output->numbers(), 0, 14));
@@ -124,16 +121,14 @@ TEST_F(SoundTest, IsSkippedWhenTheDeviceFails)
 {
     std::mutex mutex;
     GstElementPtr sink; // created on the sound's thread
-    GstPlayback other([&] {
+    player = std::make_shared<GStreamerPlayer>([&] {
         GstElementPtr made = makeElement("fakesink");
         const std::lock_guard guard(mutex);
         sink.reset(GST_ELEMENT(gst_object_ref(made.get())));
         return made;
     });
-    player = other.makePlayer();
     player->setVideoOutput(output);
-    looper =
-        other.makeLooper(player, PlayerItem{soundRamp.file()}, {MediaTime(), MediaTime::fromSeconds(0.5)});
+    loop(soundRamp.file(), 0, 0.5);
     player->play();
     ASSERT_TRUE(output->waitForCount(10));
     ASSERT_TRUE(eventually([&] {

@@ -1,7 +1,4 @@
-#include "player/GstPlayback.h"
-#include "player/PlayerItem.h"
-#include "player/PlayerLooper.h"
-#include "player/QueuePlayer.h"
+#include "player/GStreamerPlayer.h"
 #include "tests/player/CollectingOutput.h"
 #include "tests/player/ExportedFrame.h"
 #include "tests/player/MarkedClip.h"
@@ -55,15 +52,13 @@ class UnusualClipsTest : public testing::Test
 protected:
     UnusualClipsTest()
     {
-        player->setActionAtItemEnd(QueuePlayer::ActionAtItemEnd::none);
         player->setMuted(true);
         player->setVideoOutput(output);
     }
 
     void loop(const std::filesystem::path& file, double start, double end)
     {
-        looper = playback.makeLooper(player, PlayerItem{file},
-                                     {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
+        player->open(file, {MediaTime::fromSeconds(start), MediaTime::fromSeconds(end - start)});
         player->play();
     }
     /// Waits until the range has wrapped this many times. Frames that cannot be decoded may be missing.
@@ -76,10 +71,10 @@ protected:
             return wraps >= times;
         });
     }
-    /// Removes the item and returns the numbers shown until then.
-    std::vector<int> numbersUntilRemoved()
+    /// Closes the player and returns the numbers shown until then.
+    std::vector<int> numbersUntilClosed()
     {
-        player->removeAllItems();
+        player->close();
         EXPECT_TRUE(output->waitForNumber(-1));
         std::vector<int> numbers = output->numbers();
         output->forget();
@@ -87,10 +82,8 @@ protected:
         return numbers;
     }
 
-    GstPlayback playback;
-    std::shared_ptr<QueuePlayer> player = playback.makePlayer();
+    std::shared_ptr<PreviewPlayer> player = std::make_shared<GStreamerPlayer>();
     std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
-    std::unique_ptr<PlayerLooper> looper;
 };
 
 const MarkedClip plain{.name = "whole.mp4", .frames = 120, .keyInterval = 30};
@@ -103,7 +96,7 @@ TEST_F(UnusualClipsTest, RotatesAndMirrorsAsTheExportDoesInEveryRun)
         const auto file = rotatedCopy(quartersClip.file(), "played-quarters-" + std::to_string(i) + ".mp4",
                                       allOrientations.at(i));
         const auto pictures = std::make_shared<PictureOutput>();
-        player = playback.makePlayer(); // a new player has no picture of the previous clip
+        player = std::make_shared<GStreamerPlayer>(); // a new player has no picture of the previous clip
         player->setMuted(true);
         player->setVideoOutput(pictures);
         player->setVideoSize(320, 320);
@@ -140,7 +133,7 @@ TEST_F(UnusualClipsTest, RepeatsARangeInEveryContainer)
         const MarkedClip clip{.name = row.name, .frames = 120, .keyInterval = 30, .output = row.output};
         loop(clip.file(), 1, 1.5);
         ASSERT_TRUE(beginsAgain(4)) << row.name;
-        const std::vector<int> numbers = numbersUntilRemoved();
+        const std::vector<int> numbers = numbersUntilClosed();
         EXPECT_EQ(numbers.front(), 30) << row.name;
         EXPECT_TRUE(repeats(numbers, 30, 44)) << row.name;
     }
@@ -157,7 +150,7 @@ TEST_F(UnusualClipsTest, RepeatsAClipWhoseVideoBeginsLate)
                           .output = "-c:a pcm_s16le"};
     loop(late.file(), 0, 0.95);
     ASSERT_TRUE(beginsAgain(4));
-    EXPECT_TRUE(repeats(numbersUntilRemoved(), 0, 5));
+    EXPECT_TRUE(repeats(numbersUntilClosed(), 0, 5));
 }
 
 TEST_F(UnusualClipsTest, RepeatsTheReadablePartOfADamagedClip)
@@ -174,7 +167,7 @@ TEST_F(UnusualClipsTest, RepeatsTheReadablePartOfADamagedClip)
     for (const auto& file : files) {
         loop(file, 0.5, 4);
         EXPECT_TRUE(beginsAgain(2)) << file;
-        const std::vector<int> numbers = numbersUntilRemoved();
+        const std::vector<int> numbers = numbersUntilClosed();
         EXPECT_EQ(numbers.front(), 15) << file;
     }
 }
@@ -186,7 +179,7 @@ TEST_F(UnusualClipsTest, RepeatsAClipThatClaimsToBeLonger)
     const std::string ten("\0\0\x27\x10", 4);
     loop(renamedCodec(plain.file(), "lying.mp4", four, ten), 3.5, 10);
     ASSERT_TRUE(beginsAgain(3));
-    EXPECT_TRUE(repeats(numbersUntilRemoved(), 105, 119));
+    EXPECT_TRUE(repeats(numbersUntilClosed(), 105, 119));
 }
 
 TEST_F(UnusualClipsTest, ShowsNothingForAClipWithoutFramesAndPlaysTheNext)

@@ -75,7 +75,7 @@ void checkMedia(const AppModel& model, Broken& broken)
 void checkPlayers(const AppModel& model, const FakeServices& services, Broken& broken)
 {
     broken.unless(model.player() || !model.previewPlaying(), "playing", "without a player");
-    for (const auto& player : services.playback->players()) {
+    for (const auto& player : services.players->all()) {
         const bool current = player == model.player();
         broken.unless(player->isPlaying() == (current && model.previewPlaying()), "playing", player->name());
         broken.unless(player->isObserved() == current, "playing", "observer of " + player->name());
@@ -93,21 +93,21 @@ std::size_t pending(const Calls& calls)
 void checkLoop(const AppModel& model, const FakeServices& services, const Expected& expected, bool dragging,
                Broken& broken)
 {
-    std::vector<const FakeLoop*> enabled;
-    for (const auto& loop : services.playback->loops())
-        if (loop->enabled)
-            enabled.push_back(loop.get());
-    broken.unless(enabled.size() == (expected.isLoaded() ? 1U : 0U), "loop", std::to_string(enabled.size()));
-    if (enabled.size() != 1 || !expected.isLoaded())
+    std::vector<const FakePreviewPlayer*> open;
+    for (const auto& player : services.players->all())
+        if (player->opened())
+            open.push_back(player.get());
+    broken.unless(open.size() == (expected.isLoaded() ? 1U : 0U), "loop", std::to_string(open.size()));
+    if (open.size() != 1 || !expected.isLoaded())
         return;
-    const FakeLoop& loop = *enabled.front();
-    broken.unless(loop.player == model.player().get(), "loop", "on another player");
-    broken.unless(loop.file == expected.previewFile, "loop", "of " + loop.file.string());
+    const auto& [file, opened] = *open.front()->opened();
+    broken.unless(open.front() == model.player().get(), "loop", "on another player");
+    broken.unless(file == expected.previewFile, "loop", "of " + file.string());
     const double minimum = std::min(0.25, std::max(0.05, expected.media->duration * 0.5));
     const MediaTimeRange range = {
         .start = MediaTime::fromSeconds(model.trimStart()),
         .duration = MediaTime::fromSeconds(std::max(model.trimEnd() - model.trimStart(), minimum))};
-    broken.unless(dragging || loop.range == range, "loop", "over another range than the trim");
+    broken.unless(dragging || opened == range, "loop", "over another range than the trim");
 }
 
 void checkLoads(const AppModel& model, const FakeServices& services, const Expected& expected, Broken& broken)

@@ -93,7 +93,7 @@ void ModelWalk::mute()
 
 void ModelWalk::tick()
 {
-    const auto& players = m_services.playback->players();
+    const auto& players = m_services.players->all();
     if (players.empty())
         return;
     const auto& player = players.at(m_random.below(players.size()));

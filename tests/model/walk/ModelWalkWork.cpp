@@ -128,8 +128,8 @@ void ModelWalk::endPreview()
         expectSilence(late, [&] { call.task().fail(MediaToolError::processFailed("FFmpeg", 1, "")); });
     } else {
         const std::filesystem::path file = "/tmp/preview-" + std::to_string(index) + ".mp4";
-        m_services.playback->nextPlayerFails = !late && m_random.chance(5);
-        if (m_services.playback->nextPlayerFails) {
+        m_services.players->nextFails = !late && m_random.chance(5);
+        if (m_services.players->nextFails) {
             m_expected.load = Expected::Load::failed;
             m_expected.phase = Phase::failed("No thread can be started.");
         } else if (!late) {

@@ -45,7 +45,7 @@ ModelServices FakeServices::services()
                 const std::string arguments = request.input.string() + " to " + request.output.string();
                 return call(exports, "export", arguments, std::move(stop));
             },
-        .playback = playback,
+        .makePlayer = [made = players] { return made->make(); },
         .openPanel = openPanel,
         .savePanel = savePanel,
     };

@@ -2,7 +2,7 @@
 
 #include "model/ModelServices.h"
 #include "tests/support/fakes/FakePanels.h"
-#include "tests/support/fakes/FakePlayback.h"
+#include "tests/support/fakes/FakePlayers.h"
 #include "tests/support/fakes/Journal.h"
 #include "tests/support/fakes/ManualTask.h"
 
@@ -67,7 +67,7 @@ public:
     ModelServices services();
 
     const std::shared_ptr<Journal> journal = std::make_shared<Journal>();
-    const std::shared_ptr<FakePlayback> playback = std::make_shared<FakePlayback>(journal);
+    const std::shared_ptr<FakePlayers> players = std::make_shared<FakePlayers>(journal);
     const std::shared_ptr<FakeOpenPanel> openPanel = std::make_shared<FakeOpenPanel>(journal, "open panel");
     const std::shared_ptr<FakeSavePanel> savePanel = std::make_shared<FakeSavePanel>(journal, "save panel");
 

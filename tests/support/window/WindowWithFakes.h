@@ -28,7 +28,7 @@ public:
     AppModel& model() { return m_model; }
     WindowModel& windowModel() { return m_windowModel; }
     QQuickWindow& window() { return m_mainWindow->window(); }
-    FakeQueuePlayer& player() { return m_fakes.playback->player(); }
+    FakePreviewPlayer& player() { return m_fakes.players->last(); }
     FakeServices& fakes() { return m_fakes; }
     WindowActions& actions() { return m_actions; }
     /// How often "Check for Updates…" was chosen.

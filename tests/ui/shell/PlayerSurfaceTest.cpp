@@ -88,7 +88,7 @@ TEST_F(PlayerSurfaceTest, FollowsTheModelToANewPlayer)
     EXPECT_EQ(at(160, 90), QColor(Qt::black));
     show({320, 180}, Qt::green);
     EXPECT_EQ(at(160, 90), QColor(Qt::green));
-    EXPECT_EQ(m_fakes.playback->player(1).videoOutput(), nullptr);
+    EXPECT_EQ(m_fakes.players->at(1).videoOutput(), nullptr);
 }
 
 TEST_F(PlayerSurfaceTest, DropsALatePictureOfThePreviousPlayer)
@@ -217,10 +217,10 @@ TEST(PlayerSurfaceEndTest, IgnoresPicturesAfterItsDestruction)
     FakeServices fakes;
     AppModel model(fakes.services());
     WindowModel windowModel(model);
-    model.setPlayer(fakes.playback->makePlayer());
+    model.setPlayer(fakes.players->make());
     auto surface = std::make_unique<PlayerSurface>();
     surface->setModel(&windowModel);
-    const auto output = fakes.playback->player().videoOutput();
+    const auto output = fakes.players->last().videoOutput();
     ASSERT_NE(output, nullptr);
     surface.reset();
     output->present(WindowWithFakes::picture({32, 18}, Qt::red));
@@ -233,12 +233,12 @@ TEST(PlayerSurfaceEndTest, CanBeDestroyedWhileThePlayerPresentsPictures)
     FakeServices fakes;
     AppModel model(fakes.services());
     WindowModel windowModel(model);
-    model.setPlayer(fakes.playback->makePlayer());
+    model.setPlayer(fakes.players->make());
     for (int round = 0; round < 50; ++round) {
         auto surface = std::make_unique<PlayerSurface>();
-        model.setPlayer(fakes.playback->makePlayer());
+        model.setPlayer(fakes.players->make());
         surface->setModel(&windowModel);
-        const auto output = fakes.playback->player().videoOutput();
+        const auto output = fakes.players->last().videoOutput();
         const VideoFrame frame = WindowWithFakes::picture({32, 18}, Qt::red);
         std::jthread presenting([&](std::stop_token stop) {
             while (!stop.stop_requested())

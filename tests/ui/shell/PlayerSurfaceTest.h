@@ -33,17 +33,17 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_window));
     }
 
-    std::shared_ptr<QueuePlayer> newPlayer()
+    std::shared_ptr<PreviewPlayer> newPlayer()
     {
-        auto player = m_fakes.playback->makePlayer();
+        auto player = m_fakes.players->make();
         m_fakes.journal->take();
         m_model.setPlayer(player);
         return player;
     }
-    FakeQueuePlayer& player() { return m_fakes.playback->player(); }
+    FakePreviewPlayer& player() { return m_fakes.players->last(); }
 
     /// Presents a picture on another thread, as players do.
-    void show(QSize pixels, Qt::GlobalColor colour, FakeQueuePlayer& on)
+    void show(QSize pixels, Qt::GlobalColor colour, FakePreviewPlayer& on)
     {
         std::thread([&] { on.videoOutput()->present(WindowWithFakes::picture(pixels, colour)); }).join();
     }

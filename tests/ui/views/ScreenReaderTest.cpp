@@ -169,7 +169,7 @@ protected:
     bool changesByItself(const char* slider) { return item(slider).property("changesByItself").toBool(); }
     void playerReports(double seconds)
     {
-        fakes().playback->player().tick(MediaTime::fromSeconds(seconds));
+        fakes().players->last().tick(MediaTime::fromSeconds(seconds));
         settle();
     }
     std::set<bool> reported() const { return m_reported; }

@@ -125,11 +125,11 @@ TEST(TimelineEditorTest, DraggingAHandleRebuildsTheLoop)
     LoadedTimeline loaded;
     loaded.timeline.press(xOf(8));
     loaded.timeline.release();
-    EXPECT_EQ(LoadedTimeline::count(loaded.fakes.journal->take(), "looper"), 0);
+    EXPECT_EQ(LoadedTimeline::count(loaded.fakes.journal->take(), ": open "), 0);
     loaded.timeline.press(xOf(0));
     loaded.timeline.drag(xOf(3));
     loaded.timeline.release();
-    EXPECT_GT(LoadedTimeline::count(loaded.fakes.journal->take(), "looper"), 0);
+    EXPECT_GT(LoadedTimeline::count(loaded.fakes.journal->take(), ": open "), 0);
     EXPECT_EQ(loaded.model.trimStart(), 3);
 }
 
@@ -222,7 +222,7 @@ TEST(TimelineEditorTest, SteppingAHandleRebuildsTheLoopAndKeepsThePlaybackState)
     loaded.timeline.adjustTrimStart(1);
     EXPECT_DOUBLE_EQ(loaded.model.trimStart(), 0.25);
     EXPECT_TRUE(loaded.model.previewPlaying());
-    EXPECT_GT(LoadedTimeline::count(loaded.fakes.journal->take(), "looper"), 0);
+    EXPECT_GT(LoadedTimeline::count(loaded.fakes.journal->take(), ": open "), 0);
     loaded.model.togglePreviewPlayback();
     loaded.timeline.adjustTrimEnd(-1);
     EXPECT_DOUBLE_EQ(loaded.model.trimEnd(), 19.75);
