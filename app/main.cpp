@@ -7,7 +7,7 @@
 #include "media/PreviewCopies.h"
 #include "media/ScratchDirectory.h"
 #include "player/GStreamerPlayer.h"
-#include "player/GstAssetLoader.h"
+#include "player/GStreamerStills.h"
 #include "system/Bundle.h"
 #include "system/CleanupProcess.h"
 #include "system/StandardStreams.h"
@@ -57,9 +57,9 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 ModelServices services()
 {
     const auto folders = std::make_shared<PanelFolders>(PanelFolders::standardFile());
-    return ModelServices::system([] { return std::make_shared<GStreamerPlayer>(); },
-                                 std::make_shared<GstAssetLoader>(), std::make_shared<FileOpenPanel>(folders),
-                                 std::make_shared<FileSavePanel>(folders));
+    return ModelServices::system(
+        [] { return std::make_shared<GStreamerPlayer>(); }, std::make_shared<GStreamerStills>(),
+        std::make_shared<FileOpenPanel>(folders), std::make_shared<FileSavePanel>(folders));
 }
 
 /// Qt calls `exit` when the connection to the display breaks. This handler then skips the destructors of the

@@ -21,24 +21,6 @@ namespace stackreel
 namespace
 {
 
-bool isPlayable(Asset& asset, std::stop_token stop)
-{
-    try {
-        return asset.isPlayable(std::move(stop));
-    } catch (const std::exception&) {
-        return false; // the preview will use a proxy
-    }
-}
-
-bool hasVideoTrack(Asset& asset, std::stop_token stop)
-{
-    try {
-        return asset.videoTrackCount(std::move(stop)) > 0;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
-
 struct ProxyRun {
     std::filesystem::path executable;
     std::filesystem::path proxy;
@@ -105,49 +87,33 @@ std::vector<MediaTime> sliceCentres(double duration, int count)
     return times;
 }
 
-ImageGeneratorSettings thumbnailSettings()
+std::vector<Still> takeStills(Stills& stills, const StillRequest& request, std::stop_token stop)
 {
-    const MediaTime tolerance = MediaTime::fromSeconds(0.5);
-    return {.appliesPreferredTransform = true,
-            .maximumWidth = 320,
-            .maximumHeight = 180,
-            .toleranceBefore = tolerance,
-            .toleranceAfter = tolerance};
-}
-
-std::vector<GeneratedImage> generateImages(ImageGenerator& generator, const std::vector<MediaTime>& times,
-                                           std::stop_token stop)
-{
-    std::vector<GeneratedImage> images;
-    generator.generate(times, std::move(stop), [&images](GeneratedImage image) {
-        if (image.frame.pixels != nullptr)
-            images.push_back(std::move(image));
+    std::vector<Still> taken;
+    stills.take(request, std::move(stop), [&taken](Still still) {
+        if (still.frame.pixels != nullptr)
+            taken.push_back(std::move(still));
     });
-    return images;
+    return taken;
 }
 
-std::vector<VideoFrame> inTimeOrder(std::vector<GeneratedImage> images)
+std::vector<VideoFrame> inTimeOrder(std::vector<Still> stills)
 {
-    std::stable_sort(images.begin(), images.end(),
-                     [](const GeneratedImage& left, const GeneratedImage& right) {
-                         return left.requestedTime.seconds() < right.requestedTime.seconds();
-                     });
+    std::stable_sort(stills.begin(), stills.end(), [](const Still& left, const Still& right) {
+        return left.requestedTime.seconds() < right.requestedTime.seconds();
+    });
     std::vector<VideoFrame> frames;
-    for (GeneratedImage& image : images)
-        frames.push_back(std::move(image.frame));
+    for (Still& still : stills)
+        frames.push_back(std::move(still.frame));
     return frames;
 }
 
 } // namespace
 
-QCoro::Task<std::filesystem::path> MediaPipeline::previewSource(std::filesystem::path source, Loader loader,
-                                                                std::stop_token stop)
+QCoro::Task<std::filesystem::path> MediaPipeline::previewSource(std::filesystem::path source,
+                                                                StillsPtr stills, std::stop_token stop)
 {
-    const bool usable = co_await onWorkerThread([&] {
-        const auto asset = loader->open(source);
-        const bool playable = isPlayable(*asset, stop);
-        return hasVideoTrack(*asset, stop) && playable;
-    });
+    const bool usable = co_await onWorkerThread([&] { return stills->isPlayable(source, stop); });
     if (usable)
         co_return source;
     co_return co_await createPreview(source, stop);
@@ -173,14 +139,18 @@ QCoro::Task<std::filesystem::path> MediaPipeline::createPreview(std::filesystem:
 
 QCoro::Task<std::vector<VideoFrame>> MediaPipeline::timelineThumbnails(std::filesystem::path file,
                                                                        double duration, int count,
-                                                                       Loader loader, std::stop_token stop)
+                                                                       StillsPtr stills, std::stop_token stop)
 {
     if (!std::isfinite(duration) || duration <= 0 || count < 1)
         co_return std::vector<VideoFrame>();
     try {
         co_return co_await onWorkerThread([&] {
-            const auto generator = loader->makeImageGenerator(file, thumbnailSettings());
-            return inTimeOrder(generateImages(*generator, sliceCentres(duration, count), stop));
+            const StillRequest request = {.file = file,
+                                          .times = sliceCentres(duration, count),
+                                          .maximumWidth = 320,
+                                          .maximumHeight = 180,
+                                          .tolerance = MediaTime::fromSeconds(0.5)};
+            return inTimeOrder(takeStills(*stills, request, stop));
         });
     } catch (const std::exception&) {
         // The timeline also works without thumbnails, so a lack of memory or threads must not make the load

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "player/Asset.h"
+#include "player/Stills.h"
 
 #include <QCoroTask>
 
@@ -16,12 +16,11 @@ namespace stackreel
 /// operation is called on, and resumes on, a thread with a running event loop. The work itself runs on worker
 /// threads.
 struct MediaPipeline {
-    using Loader = std::shared_ptr<AssetLoader>;
+    using StillsPtr = std::shared_ptr<Stills>;
 
-    /// A file that the player can play: the source itself if the media framework can play it and finds a
-    /// video track, otherwise a new proxy. A source that the framework cannot read gets a proxy, too. Throws
-    /// what `createPreview` throws.
-    static QCoro::Task<std::filesystem::path> previewSource(std::filesystem::path source, Loader loader,
+    /// A file that the player can play: the source itself if the player can play it, otherwise a new proxy.
+    /// Throws what `createPreview` throws.
+    static QCoro::Task<std::filesystem::path> previewSource(std::filesystem::path source, StillsPtr stills,
                                                             std::stop_token stop = {});
 
     /// Creates a small H.264 proxy of the source, without sound, under a new name (`PreviewCopies`). Deletes
@@ -37,7 +36,8 @@ struct MediaPipeline {
     /// 1. When the token fires, the list holds the images made so far. Never throws: without enough memory or
     /// threads the list is empty.
     static QCoro::Task<std::vector<VideoFrame>> timelineThumbnails(std::filesystem::path file,
-                                                                   double duration, int count, Loader loader,
+                                                                   double duration, int count,
+                                                                   StillsPtr stills,
                                                                    std::stop_token stop = {});
 };
 

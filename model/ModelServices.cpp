@@ -7,7 +7,7 @@
 namespace stackreel
 {
 
-ModelServices ModelServices::system(MakePlayer makePlayer, std::shared_ptr<AssetLoader> assets,
+ModelServices ModelServices::system(MakePlayer makePlayer, std::shared_ptr<Stills> stills,
                                     std::shared_ptr<OpenPanel> openPanel,
                                     std::shared_ptr<SavePanel> savePanel)
 {
@@ -17,12 +17,12 @@ ModelServices ModelServices::system(MakePlayer makePlayer, std::shared_ptr<Asset
                 return MediaProbe::inspect(std::move(source), std::move(stop));
             },
         .previewSource =
-            [assets](Path source, std::stop_token stop) {
-                return MediaPipeline::previewSource(std::move(source), assets, std::move(stop));
+            [stills](Path source, std::stop_token stop) {
+                return MediaPipeline::previewSource(std::move(source), stills, std::move(stop));
             },
         .timelineThumbnails =
-            [assets](Path file, double duration, int count, std::stop_token stop) {
-                return MediaPipeline::timelineThumbnails(std::move(file), duration, count, assets,
+            [stills](Path file, double duration, int count, std::stop_token stop) {
+                return MediaPipeline::timelineThumbnails(std::move(file), duration, count, stills,
                                                          std::move(stop));
             },
         .exportSource =

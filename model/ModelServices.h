@@ -15,10 +15,10 @@
 namespace stackreel
 {
 
-class AssetLoader;
 class OpenPanel;
 class PreviewPlayer;
 class SavePanel;
+class Stills;
 
 /// The services that the model uses. Tests replace them. Each is called on the main thread and resumes there.
 struct ModelServices {
@@ -37,8 +37,8 @@ struct ModelServices {
     std::shared_ptr<OpenPanel> openPanel;
     std::shared_ptr<SavePanel> savePanel;
 
-    /// The real services: the media tools, and the given player, media framework and panels.
-    static ModelServices system(MakePlayer makePlayer, std::shared_ptr<AssetLoader> assets,
+    /// The real services: the media tools, and the given players, stills and panels.
+    static ModelServices system(MakePlayer makePlayer, std::shared_ptr<Stills> stills,
                                 std::shared_ptr<OpenPanel> openPanel, std::shared_ptr<SavePanel> savePanel);
 };
 

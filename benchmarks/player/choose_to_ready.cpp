@@ -9,7 +9,7 @@
 #include "desktop/panels/SavePanel.h"
 #include "model/AppModel.h"
 #include "player/GStreamerPlayer.h"
-#include "player/GstAssetLoader.h"
+#include "player/GStreamerStills.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -45,7 +45,7 @@ int main(int argc, char** argv)
         return 2;
     }
     auto services = ModelServices::system(
-        [] { return std::make_shared<GStreamerPlayer>(); }, std::make_shared<GstAssetLoader>(),
+        [] { return std::make_shared<GStreamerPlayer>(); }, std::make_shared<GStreamerStills>(),
         std::make_shared<ChoosingPanel>(std::filesystem::absolute(argv[1])), nullptr);
     if (argc > 2)
         services.timelineThumbnails = [](auto&&...) -> QCoro::Task<std::vector<VideoFrame>> {

@@ -3,7 +3,7 @@
 /// thumbnails FILE DURATION
 
 #include "benchmarks/player/Measuring.h"
-#include "player/GstAssetLoader.h"
+#include "player/GStreamerStills.h"
 
 #include <QCoreApplication>
 
@@ -20,21 +20,16 @@ int main(int argc, char** argv)
         return 2;
     }
     constexpr int count = 12;
-    std::vector<MediaTime> times;
+    StillRequest request{argv[1], {}, 320, 180, MediaTime::fromSeconds(0.5)};
     for (int i = 0; i < count; ++i)
-        times.push_back(MediaTime::fromSeconds((i + 0.5) / count * std::atof(argv[2])));
-    const ImageGeneratorSettings settings{true, 320, 180, MediaTime::fromSeconds(0.5),
-                                          MediaTime::fromSeconds(0.5)};
+        request.times.push_back(MediaTime::fromSeconds((i + 0.5) / count * std::atof(argv[2])));
     const auto before = std::chrono::steady_clock::now();
     int made = 0;
     double furthest = 0;
-    GstAssetLoader()
-        .makeImageGenerator(argv[1], settings)
-        ->generate(times, {}, [&](const GeneratedImage& image) {
-            made += image.frame.pixels != nullptr;
-            furthest =
-                std::max(furthest, std::abs(image.actualTime.seconds() - image.requestedTime.seconds()));
-        });
+    GStreamerStills().take(request, {}, [&](const Still& still) {
+        made += still.frame.pixels != nullptr;
+        furthest = std::max(furthest, std::abs(still.frame.seconds - still.requestedTime.seconds()));
+    });
     std::printf("images=%d took=%.0f furthest=%.3f peak=%.0f\n", made,
                 milliseconds(std::chrono::steady_clock::now() - before), furthest, peakMemory());
 }

@@ -14,7 +14,7 @@
 #include "desktop/panels/OpenPanel.h"
 #include "desktop/panels/SavePanel.h"
 #include "player/GStreamerPlayer.h"
-#include "player/GstAssetLoader.h"
+#include "player/GStreamerStills.h"
 #include "updates/StandardUpdateServices.h"
 
 #include <QApplication>
@@ -200,7 +200,7 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     chooseSceneGraph();
     StackreelApp app(ModelServices::system([] { return std::make_shared<GStreamerPlayer>(); },
-                                           std::make_shared<GstAssetLoader>(),
+                                           std::make_shared<GStreamerStills>(),
                                            std::make_shared<ChoosingOpenPanel>(argv[2]),
                                            std::make_shared<CancellingSavePanel>()),
                      {}, standardUpdateServices());

@@ -213,8 +213,6 @@ FrameReader::Step FrameReader::deliver(Picture picture, PlanarFramePtr& frame)
 
 Orientation FrameReader::orientation()
 {
-    if (!m_upright)
-        return {};
     const Orientation told = m_pipeline->orientation();
     if (told != Orientation())
         return told;

@@ -63,8 +63,6 @@ public:
     /// Why reading stopped early; empty when it did not.
     std::string failureReason() const { return m_pipeline ? m_pipeline->failureReason() : std::string(); }
 
-    /// Whether frames are turned upright, as they are at first. To be set before the first one.
-    void setUpright(bool upright) { m_upright = upright; }
     /// Applies from the next frame on.
     void setBox(PictureSize box) { m_scaler.setBox(box); }
     PictureSize box() const { return m_scaler.box(); }
@@ -101,7 +99,6 @@ private:
     std::unique_ptr<DecodePipeline> m_pipeline; ///< none while resting
     Nanoseconds m_releasedDuration = 0;         ///< what the file claimed until then
     std::optional<Goal> m_goal;
-    bool m_upright = true;
     bool m_seekPending = false;
     bool m_decodesOn = true;   ///< the stream goes on behind the goal
     bool m_atBeginning = true; ///< just opened: reading from the beginning needs no seek

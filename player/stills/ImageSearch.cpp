@@ -13,16 +13,15 @@ constexpr std::chrono::milliseconds drainTimeout(300);
 
 } // namespace
 
-ImageSearch::ImageSearch(const SourceFile& file, PictureSize box, bool upright, std::stop_token stop)
+ImageSearch::ImageSearch(const SourceFile& file, PictureSize box, std::stop_token stop)
     : m_stop(std::move(stop)),
       m_onStop(m_stop, Notify{m_wakeUp}),
       m_finder(file, m_stop),
       m_reader(file, box, Notify{m_wakeUp}, drainTimeout)
 {
-    m_reader.setUpright(upright);
 }
 
-PlanarFramePtr ImageSearch::near(Nanoseconds time, Tolerance tolerance)
+PlanarFramePtr ImageSearch::near(Nanoseconds time, Nanoseconds tolerance)
 {
     const std::optional<Nanoseconds> before = m_finder.atOrBefore(time);
     const std::optional<Nanoseconds> keyFrame = keyFrameNear(time, tolerance, before);
@@ -32,30 +31,29 @@ PlanarFramePtr ImageSearch::near(Nanoseconds time, Tolerance tolerance)
         return m_last;
     m_reader.showKeyFrame(*keyFrame);
     const PlanarFramePtr found = read();
-    const bool near =
-        found && time - found->time <= tolerance.before && found->time - time <= tolerance.after;
+    const bool near = found && time - found->time <= tolerance && found->time - time <= tolerance;
     return near || m_stop.stop_requested() ? found : decodeTowards(time, tolerance, before);
 }
 
 /// The nearest key frame within the tolerance.
-std::optional<Nanoseconds> ImageSearch::keyFrameNear(Nanoseconds time, Tolerance tolerance,
+std::optional<Nanoseconds> ImageSearch::keyFrameNear(Nanoseconds time, Nanoseconds tolerance,
                                                      std::optional<Nanoseconds> before)
 {
-    if (before && time - *before > tolerance.before)
+    if (before && time - *before > tolerance)
         before.reset();
     std::optional<Nanoseconds> after = m_finder.atOrAfter(time);
-    if (after && *after - time > tolerance.after)
+    if (after && *after - time > tolerance)
         after.reset();
     if (!before || !after)
         return before ? before : after;
     return time - *before <= *after - time ? before : after;
 }
 
-PlanarFramePtr ImageSearch::decodeTowards(Nanoseconds time, Tolerance tolerance,
+PlanarFramePtr ImageSearch::decodeTowards(Nanoseconds time, Nanoseconds tolerance,
                                           std::optional<Nanoseconds> keyFrame)
 {
-    const Nanoseconds earliest = time - tolerance.before;
-    const Nanoseconds latest = time + tolerance.after;
+    const Nanoseconds earliest = time - tolerance;
+    const Nanoseconds latest = time + tolerance;
     if (m_last && m_last->time >= earliest && m_last->time <= latest)
         return m_last;
     if (m_last && keyFrame && *keyFrame <= m_last->time + halfUnit && m_last->time < earliest)

@@ -15,23 +15,18 @@ namespace stackreel
 class ImageSearch
 {
 public:
-    /// How far a frame may lie from the time asked for; not negative.
-    struct Tolerance {
-        Nanoseconds before = 0;
-        Nanoseconds after = 0;
-    };
-
     /// Throws `std::runtime_error` when GStreamer lacks an element. Every search ends when `stop` fires.
-    ImageSearch(const SourceFile& file, PictureSize box, bool upright, std::stop_token stop);
+    ImageSearch(const SourceFile& file, PictureSize box, std::stop_token stop);
 
-    /// A frame that starts within the tolerance of `time`, or is on screen then; none when there is none.
-    /// Times that grow from call to call cost the least.
-    PlanarFramePtr near(Nanoseconds time, Tolerance tolerance);
+    /// A frame that starts within the tolerance (not negative) of `time`, or is on screen then; none when
+    /// there is none. Times that grow from call to call cost the least.
+    PlanarFramePtr near(Nanoseconds time, Nanoseconds tolerance);
 
 private:
-    std::optional<Nanoseconds> keyFrameNear(Nanoseconds time, Tolerance tolerance,
+    std::optional<Nanoseconds> keyFrameNear(Nanoseconds time, Nanoseconds tolerance,
                                             std::optional<Nanoseconds> before);
-    PlanarFramePtr decodeTowards(Nanoseconds time, Tolerance tolerance, std::optional<Nanoseconds> keyFrame);
+    PlanarFramePtr decodeTowards(Nanoseconds time, Nanoseconds tolerance,
+                                 std::optional<Nanoseconds> keyFrame);
     PlanarFramePtr read();
 
     struct Notify {

@@ -4,7 +4,7 @@
 #include "desktop/panels/SavePanel.h"
 #include "model/TaskHandle.h"
 #include "player/GStreamerPlayer.h"
-#include "player/GstAssetLoader.h"
+#include "player/GStreamerStills.h"
 #include "tests/support/Awaited.h"
 
 #include <algorithm>
@@ -59,7 +59,7 @@ SoakSession::SoakSession(std::vector<std::filesystem::path> clips, std::filesyst
       m_panel(std::make_shared<AnsweringPanel>()),
       m_model(std::make_unique<AppModel>(
           ModelServices::system([] { return std::make_shared<GStreamerPlayer>(makeSilentSink); },
-                                std::make_shared<GstAssetLoader>(), m_panel, m_panel)))
+                                std::make_shared<GStreamerStills>(), m_panel, m_panel)))
 {
     QObject::connect(m_model.get(), &AppModel::playerChanged, [this] {
         if (m_model->player())

@@ -11,7 +11,7 @@
 #include "benchmarks/player/Measuring.h"
 #include "benchmarks/player/PreviewedClip.h"
 #include "media/MediaPipeline.h"
-#include "player/GstAssetLoader.h"
+#include "player/GStreamerStills.h"
 #include "tests/campaign/ProcessFigures.h"
 #include "tests/campaign/Watchdog.h"
 #include "tests/support/Awaited.h"
@@ -71,15 +71,7 @@ private:
     /// The file to be played; empty where there is none.
     std::filesystem::path preview(const std::filesystem::path& file)
     {
-        const bool playable = [&] {
-            try {
-                const auto asset = m_assets->open(file);
-                return asset->isPlayable({}) && asset->videoTrackCount({}) > 0;
-            } catch (const std::runtime_error&) {
-                return false;
-            }
-        }();
-        if (playable)
+        if (m_stills->isPlayable(file, {}))
             return file;
         m_watchdog.begin("copy");
         try {
@@ -96,7 +88,7 @@ private:
 
     std::size_t thumbnails(const std::filesystem::path& file, double duration)
     {
-        return runToEnd(MediaPipeline::timelineThumbnails(file, duration, 12, m_assets)).size();
+        return runToEnd(MediaPipeline::timelineThumbnails(file, duration, 12, m_stills)).size();
     }
 
     static std::size_t play(const std::filesystem::path& file, double duration)
@@ -132,7 +124,7 @@ private:
         });
     }
 
-    std::shared_ptr<GstAssetLoader> m_assets = std::make_shared<GstAssetLoader>();
+    std::shared_ptr<GStreamerStills> m_stills = std::make_shared<GStreamerStills>();
     Watchdog m_watchdog{10s, 1024};
     int m_threads = threadCount();
     std::string m_line;

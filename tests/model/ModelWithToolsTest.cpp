@@ -4,9 +4,9 @@
 #include "tests/model/FakeToolTest.h"
 #include "tests/support/Awaited.h"
 #include "tests/support/Descriptors.h"
-#include "tests/support/fakes/FakeAssetLoader.h"
 #include "tests/support/fakes/FakePanels.h"
 #include "tests/support/fakes/FakePlayers.h"
+#include "tests/support/fakes/FakeStills.h"
 
 #include <algorithm>
 
@@ -24,7 +24,7 @@ protected:
     {
         installProbe(R"("width": 1920, "height": 1080)");
         m_model = std::make_unique<AppModel>(
-            ModelServices::system([this] { return m_players->make(); }, m_loader, m_openPanel, m_savePanel));
+            ModelServices::system([this] { return m_players->make(); }, m_stills, m_openPanel, m_savePanel));
     }
 
     /// Installs an `ffprobe` that reports a source as a video of 20 seconds with these keys.
@@ -82,7 +82,7 @@ protected:
         std::make_shared<FakeOpenPanel>(m_journal, "open panel");
     const std::shared_ptr<FakeSavePanel> m_savePanel =
         std::make_shared<FakeSavePanel>(m_journal, "save panel");
-    std::shared_ptr<FakeAssetLoader> m_loader = std::make_shared<FakeAssetLoader>();
+    std::shared_ptr<FakeStills> m_stills = std::make_shared<FakeStills>();
     std::unique_ptr<AppModel> m_model;
 };
 
@@ -153,10 +153,10 @@ TEST_F(ModelWithToolsTest, RunsTheExportsOfTwoSourcesOneAfterTheOther)
 TEST_F(ModelWithToolsTest, EndsTheChildOfALoadThatAnotherSupersedes)
 {
     installWaitingTool();
-    m_loader->playable = false;
+    m_stills->playable = false;
     choose();
     ASSERT_TRUE(eventually([&] { return isWaiting(); }));
-    m_loader->playable = true;
+    m_stills->playable = true;
     choose();
     ASSERT_TRUE(eventually([&] { return model().unfinishedLoads().size() < 2; }));
     ASSERT_TRUE(eventually([&] { return model().unfinishedLoads().empty(); }));
@@ -167,19 +167,19 @@ TEST_F(ModelWithToolsTest, EndsTheChildOfALoadThatAnotherSupersedes)
 TEST_F(ModelWithToolsTest, PlaysAProxyWhenTheSourceCannotBePlayed)
 {
     installTool("printf proxy > \"$destination\"\n");
-    m_loader->playable = false;
+    m_stills->playable = false;
     load();
     const auto lines = m_journal->take();
     const std::string opened = "player 1: open " + arguments().back() + " from";
     EXPECT_TRUE(std::any_of(lines.begin(), lines.end(),
                             [&](const std::string& line) { return line.starts_with(opened); }));
-    EXPECT_EQ(m_loader->generatorFiles.back(), arguments().back());
+    EXPECT_EQ(m_stills->requests.back().file, arguments().back());
 }
 
 TEST_F(ModelWithToolsTest, FailsWhenTheProxyFails)
 {
     installTool("exit 1\n");
-    m_loader->playable = false;
+    m_stills->playable = false;
     choose();
     ASSERT_TRUE(becomesPhase(Phase::Kind::failed));
     EXPECT_EQ(model().phaseMessage(), "FFmpeg could not process this video.");
@@ -350,21 +350,21 @@ TEST_F(ModelWithToolsTest, FailsWhenTheExportHasAnotherSize)
 TEST_F(ModelWithToolsTest, CanBeDestroyedDuringALoad)
 {
     // The load owns a reference to the loader until it has ended.
-    const std::weak_ptr<void> work = m_loader;
+    const std::weak_ptr<void> work = m_stills;
     choose();
     m_model.reset();
-    m_loader.reset();
+    m_stills.reset();
     EXPECT_TRUE(workEnds(work));
     EXPECT_EQ(m_journal->take(), Journal::Lines{"show open panel"});
 }
 
 TEST_F(ModelWithToolsTest, CanBeDestroyedWhileThumbnailsAreMade)
 {
-    const std::weak_ptr<void> work = m_loader;
+    const std::weak_ptr<void> work = m_stills;
     choose();
     ASSERT_TRUE(becomesPhase(Phase::Kind::ready));
     m_model.reset();
-    m_loader.reset();
+    m_stills.reset();
     EXPECT_TRUE(workEnds(work));
 }
 

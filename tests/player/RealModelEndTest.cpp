@@ -62,7 +62,7 @@ TEST_F(EndingRealModel, CanBeDestroyedAtAnyMomentOfALoad)
     for (const auto& moment : moments) {
         choose(clipWithSound);
         ASSERT_TRUE(eventually(moment));
-        makeModel(std::make_shared<GstAssetLoader>());
+        makeModel(std::make_shared<GStreamerStills>());
     }
     load(wide);
     EXPECT_TRUE(showsFrames(10));

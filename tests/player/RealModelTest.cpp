@@ -16,20 +16,11 @@ namespace stackreel
 namespace
 {
 
-/// A loader that reports every file as not playable.
-class RefusingLoader : public GstAssetLoader
+/// Reports every file as not playable.
+class RefusingStills : public GStreamerStills
 {
 public:
-    std::unique_ptr<Asset> open(const std::filesystem::path&) override
-    {
-        return std::make_unique<RefusedAsset>();
-    }
-
-private:
-    struct RefusedAsset : Asset {
-        bool isPlayable(std::stop_token) override { return false; }
-        int videoTrackCount(std::stop_token) override { return 1; }
-    };
+    bool isPlayable(const std::filesystem::path&, std::stop_token) override { return false; }
 };
 
 std::vector<std::filesystem::path> proxies()
@@ -158,7 +149,7 @@ TEST_F(RealModelTest, LoadsOneOfTwoClipsThatAreChosenAtOnce)
 TEST_F(RealModelTest, PlaysAProxyOfAnUnplayableSource)
 {
     const auto before = proxies();
-    makeModel(std::make_shared<RefusingLoader>());
+    makeModel(std::make_shared<RefusingStills>());
     load(clipWithSound);
     const auto after = proxies();
     EXPECT_EQ(before.size(), 0U);

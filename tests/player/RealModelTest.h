@@ -2,7 +2,7 @@
 
 #include "model/AppModel.h"
 #include "player/GStreamerPlayer.h"
-#include "player/GstAssetLoader.h"
+#include "player/GStreamerStills.h"
 #include "tests/player/CollectingOutput.h"
 #include "tests/player/MarkedClip.h"
 #include "tests/support/Awaited.h"
@@ -33,24 +33,24 @@ class RealModelTest : public testing::Test
 protected:
     RealModelTest() : m_temporaryDirectory("TMPDIR", m_temporary.path())
     {
-        makeModel(std::make_shared<GstAssetLoader>());
+        makeModel(std::make_shared<GStreamerStills>());
     }
 
-    /// Waits until all work of the model has ended: each load and each thumbnail task owns its loader.
+    /// Waits until all work of the model has ended: each load and each thumbnail task owns its stills.
     void TearDown() override
     {
         m_model.reset();
         EXPECT_TRUE(eventually([this] {
-            return std::all_of(m_loaders.begin(), m_loaders.end(),
-                               [](const auto& loader) { return loader.expired(); });
+            return std::all_of(m_stills.begin(), m_stills.end(),
+                               [](const auto& stills) { return stills.expired(); });
         }));
     }
 
-    void makeModel(std::shared_ptr<AssetLoader> loader)
+    void makeModel(std::shared_ptr<Stills> stills)
     {
-        m_loaders.push_back(loader);
+        m_stills.push_back(stills);
         m_model = std::make_unique<AppModel>(ModelServices::system(
-            [] { return std::make_shared<GStreamerPlayer>(); }, std::move(loader), m_openPanel, m_savePanel));
+            [] { return std::make_shared<GStreamerPlayer>(); }, std::move(stills), m_openPanel, m_savePanel));
     }
     AppModel& model() { return *m_model; }
 
@@ -121,7 +121,7 @@ protected:
     const std::shared_ptr<FakeSavePanel> m_savePanel =
         std::make_shared<FakeSavePanel>(m_journal, "save panel");
     const std::shared_ptr<CollectingOutput> output = std::make_shared<CollectingOutput>();
-    std::vector<std::weak_ptr<AssetLoader>> m_loaders; ///< owned by loads and thumbnail tasks
+    std::vector<std::weak_ptr<Stills>> m_stills; ///< owned by loads and thumbnail tasks
     std::unique_ptr<AppModel> m_model;
 };
 

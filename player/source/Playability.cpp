@@ -1,4 +1,4 @@
-#include "player/GstAsset.h"
+#include "player/source/Playability.h"
 
 #include "player/source/BlockingReader.h"
 #include "player/source/Discovery.h"
@@ -40,62 +40,37 @@ bool lacksNothingNeeded(GstDiscovererInfo* info)
     return true;
 }
 
-int countVideoTracks(GstDiscovererInfo* info)
+bool hasVideo(GstDiscovererInfo* info)
 {
-    int count = 0;
     GList* streams = gst_discoverer_info_get_video_streams(info);
-    for (GList* stream = streams; stream; stream = stream->next) {
-        if (!gst_discoverer_video_info_is_image(GST_DISCOVERER_VIDEO_INFO(stream->data)))
-            ++count;
-    }
+    bool found = false;
+    for (GList* stream = streams; stream; stream = stream->next)
+        found = found || !gst_discoverer_video_info_is_image(GST_DISCOVERER_VIDEO_INFO(stream->data));
     gst_discoverer_stream_info_list_free(streams);
-    return count;
+    return found;
+}
+
+bool showsPicture(const std::filesystem::path& file, Clock::Instant latest, const std::stop_token& stop)
+{
+    try {
+        BlockingReader reader(file, DecodePipeline::Content::pictures, stop);
+        return reader.next(latest) != nullptr;
+    } catch (const std::runtime_error&) {
+        return false; // GStreamer lacks an element
+    }
 }
 
 } // namespace
 
-const GstAsset::Facts& GstAsset::facts(const std::stop_token& stop)
-{
-    if (m_failure)
-        std::rethrow_exception(m_failure);
-    try {
-        if (!m_facts)
-            m_facts = findOut(stop);
-        return *m_facts;
-    } catch (const std::runtime_error&) {
-        if (!stop.stop_requested())
-            m_failure = std::current_exception();
-        throw;
-    }
-}
-
-GstAsset::Facts GstAsset::findOut(const std::stop_token& stop) const
+bool hasPlayableVideo(const std::filesystem::path& file, const std::stop_token& stop)
 {
     const auto latest = std::chrono::steady_clock::now() + timeLimit;
     try {
-        const DiscovererInfoPtr info = discover(m_file, discoverySeconds, stop);
-        return {lacksNothingNeeded(info.get()), countVideoTracks(info.get())};
+        const DiscovererInfoPtr info = discover(file, discoverySeconds, stop);
+        return lacksNothingNeeded(info.get()) && hasVideo(info.get());
     } catch (const std::runtime_error&) {
-        if (stop.stop_requested() || !showsPicture(latest, stop))
-            throw;
-        return {.playable = true, .videoTracks = 1};
+        return !stop.stop_requested() && showsPicture(file, latest, stop);
     }
-}
-
-bool GstAsset::showsPicture(Clock::Instant latest, const std::stop_token& stop) const
-{
-    BlockingReader source(m_file, DecodePipeline::Content::pictures, stop);
-    return source.next(latest) != nullptr;
-}
-
-bool GstAsset::isPlayable(std::stop_token stop)
-{
-    return facts(stop).playable;
-}
-
-int GstAsset::videoTrackCount(std::stop_token stop)
-{
-    return facts(stop).videoTracks;
 }
 
 } // namespace stackreel
