@@ -7,7 +7,7 @@
 namespace stackreel
 {
 
-/// Turns the time of the machine into played time and back. A plain value; who reads the time passes it in.
+/// Converts the machine's time into played time and back. A plain value; the caller passes the time in.
 class Clock
 {
 public:
@@ -23,7 +23,7 @@ public:
 
 private:
     bool m_running = false;
-    Nanoseconds m_played = 0; ///< at `m_since`, or for good while standing still
+    Nanoseconds m_played = 0; ///< at `m_since`; constant while the clock does not run
     Instant m_since = {};
 };
 

@@ -19,7 +19,7 @@ class DetachedThreads
 public:
     ~DetachedThreads()
     {
-        // Those still running may run others themselves until they have ended.
+        // A thread that still runs may start others.
         while (std::optional<std::thread> thread = takeOne())
             thread->join();
     }
@@ -36,7 +36,7 @@ public:
         });
         m_entries.push_back({over, std::thread([body = std::move(body), over]() mutable {
                                  body();
-                                 body = nullptr; // what it holds goes on this thread
+                                 body = nullptr; // destroy its captures on this thread
                                  *over = true;
                              })});
     }

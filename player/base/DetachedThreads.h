@@ -5,10 +5,10 @@
 namespace stackreel
 {
 
-/// Runs `body` on a thread of its own that nobody has to wait for: it is joined when it is over, and at the
-/// latest when the program ends. So objects used on the main thread can leave work behind that takes a
-/// moment, such as closing a decoder. The body must end soon after it was told to, by whatever means it has.
-/// Throws `std::system_error` when no thread is to be had.
+/// Runs `body` on a thread of its own, which is joined after its end, and at the latest when the program
+/// ends. An object of the main thread uses it for work that takes a moment, such as closing a decoder. The
+/// owner of the work has its own way to end it, and the body must then end soon. Throws `std::system_error`
+/// when no thread can be started.
 void runDetached(std::function<void()> body);
 
 } // namespace stackreel

@@ -19,7 +19,7 @@ struct Gate {
 
 Gate& gate()
 {
-    // Never destroyed: when the program ends there may be threads left that wait here.
+    // Never destroyed: threads may still wait here when the program ends.
     static Gate& theGate = *new Gate;
     return theGate;
 }

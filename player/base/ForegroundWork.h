@@ -6,8 +6,8 @@
 namespace stackreel
 {
 
-/// Stands for work that somebody looks at the screen for, such as bringing up a frame; others put theirs
-/// off as long as any such object lives. Any thread.
+/// Work that the user is waiting for, such as preparing a frame. Other work waits while such an object
+/// exists. Any thread.
 class ForegroundWork
 {
 public:
@@ -17,8 +17,8 @@ public:
     ~ForegroundWork();
 };
 
-/// Waits while there is such work, at most for `patience`, which becomes shorter by the time waited: what
-/// never ends must not hold up everything else. Returns early when `stop` fires.
+/// Waits while there is such work, at most for `patience`, which is reduced by the time waited, so that work
+/// that never ends does not block everything else. Returns early when `stop` fires.
 void waitForForegroundWork(const std::stop_token& stop, std::chrono::nanoseconds& patience);
 
 } // namespace stackreel

@@ -5,10 +5,10 @@
 namespace stackreel
 {
 
-/// Orders what is done on a thread of ours before GStreamer's threads call us with what they do then, and the
-/// other way round. GStreamer does so itself, but by locks which the language's memory model, and a thread
-/// sanitizer, know nothing of. To be made before a pipeline starts, after it has stopped, and for as long as
-/// each call from one of its threads lasts. Any thread; costs next to nothing.
+/// Makes writes on this program's threads visible to callbacks on GStreamer's threads, and the other way
+/// round. GStreamer ensures that by its own locks, which a thread sanitizer does not see. Create one before a
+/// pipeline starts, after it has stopped, and for the length of each callback. Any thread; costs next to
+/// nothing.
 class Handover
 {
 public:
@@ -20,7 +20,7 @@ public:
 private:
     static void pass() { passes.fetch_add(1, std::memory_order_acq_rel); }
 
-    // One for all, as that of an object would have to be handed over itself.
+    // One for all objects: a member would have to be handed over itself.
     static inline constinit std::atomic<unsigned> passes = 0;
 };
 

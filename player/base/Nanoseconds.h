@@ -18,7 +18,7 @@ inline constexpr Nanoseconds millisecond = 1'000'000;
 /// whatever the container counts in, so a frame belongs to a time as soon as it starts within half a unit.
 inline constexpr Nanoseconds halfUnit = second / (2 * MediaTime::timescale);
 
-/// The nearest nanosecond; no time gives 0, and times too far out for any file are held at some decades.
+/// The nearest nanosecond. No time gives 0, and times too large for any file are limited to some decades.
 inline Nanoseconds toNanoseconds(MediaTime time)
 {
     if (time == MediaTime::indefinite())

@@ -7,8 +7,7 @@
 namespace stackreel
 {
 
-/// The clock of a player, kept by who shows its pictures and read by whoever goes along with them. Any
-/// thread.
+/// The clock of a player, set by the presenter and read by the sound. Any thread.
 class SharedClock
 {
 public:

@@ -5,17 +5,16 @@
 namespace stackreel
 {
 
-/// Where a player puts its pictures. Owned together by the view that shows them and the player they come
-/// from.
+/// The place that a player sends its pictures to. Owned by the view that shows them and by the player.
 class VideoOutput
 {
 public:
     virtual ~VideoOutput() = default;
 
-    /// The next picture to show, handed over at the moment it is due. Called on a thread of the player's;
-    /// must return at once and not throw.
+    /// The next picture, at the moment at which it is due. Called on a thread of the player's; must return at
+    /// once.
     virtual void present(VideoFrame frame) noexcept = 0;
-    /// Nothing is to be shown any more (the player lost its item or this output was replaced). Any thread.
+    /// Shows nothing any more: the player was closed, or this output was replaced. Any thread.
     virtual void clear() noexcept = 0;
 };
 

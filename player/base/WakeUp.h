@@ -8,7 +8,7 @@
 namespace stackreel
 {
 
-/// A thread's reason to look again; remembered when it is not waiting. Any thread.
+/// Wakes a thread that waits; remembered when it is not waiting. Any thread.
 class WakeUp
 {
 public:

@@ -11,9 +11,8 @@
 namespace stackreel
 {
 
-/// The first frames of a range, kept so that the range can begin again without waiting for the decoder, which
-/// has to start at a key frame that may lie far before. All of them, when they fit: then nothing is decoded
-/// any more while the range repeats.
+/// The first frames of a range, kept so that a wrap does not wait for the decoder, which has to start at a
+/// key frame that may lie far before. If all frames fit, nothing is decoded any more while the range repeats.
 struct KeptFrames {
     LoopRange range;
     PictureSize box; ///< what the frames were scaled to fit into
@@ -24,8 +23,8 @@ struct KeptFrames {
     Nanoseconds end = 0; ///< of the range, or of what the file has of it; only when complete
 
     /// Adds the next frame unless that would exceed `budget` bytes. The first second may take three times as
-    /// much: so long a decoder can take to get back to the range's start from a key frame far before, and
-    /// large pictures would not last.
+    /// much: a decoder can take that long to get back to the range's start, and large pictures would not
+    /// last.
     bool add(const PlanarFramePtr& frame, std::size_t budget)
     {
         const bool bridges = frame->time - range.start < second;
@@ -44,7 +43,7 @@ struct KeptFrames {
     }
 
     bool fits(PictureSize wanted) const { return box == wanted && outdated == 0; }
-    /// The part of the range whose frames have to be made anew to fit.
+    /// The part of the range whose frames have to be decoded again to fit.
     LoopRange lacking(PictureSize wanted) const
     {
         if (box != wanted || outdated == frames.size())

@@ -13,9 +13,9 @@
 namespace stackreel
 {
 
-/// Unrolls a repeated range into one endless sequence of frames and the moments they are due: where the
-/// range begins again, its first frame follows when the range's end is reached, however long the last frame
-/// was. The first frames are kept on the way and bridge the time the decoder needs to get back.
+/// Unrolls a repeated range into one endless sequence of frames with due times. At a wrap, the first frame is
+/// due when the range's end is reached, however long the last frame was. The first frames are kept; they
+/// bridge the time that the decoder needs to get back.
 ///
 /// One thread; the reader is used by nobody else meanwhile.
 class LoopFeeder
@@ -23,7 +23,7 @@ class LoopFeeder
 public:
     enum class Step {
         waiting, ///< nothing can be done until the reader wakes, or at `deadline`
-        working, ///< go on
+        working, ///< call again at once
         frame,   ///< the next frame
         failed,  ///< the file shows nothing
     };
@@ -34,28 +34,28 @@ public:
     /// The next frame is the one on screen at `time`, due at once. From a time outside the range only that
     /// one frame comes.
     void beginAt(Nanoseconds time);
-    /// Does one bit of work; on `Step::frame` the result is in `next`.
+    /// Does a small piece of work. On `Step::frame` the result is in `next`.
     Step step(QueuedFrame& next);
     /// As the reader's, while frames are taken from it.
     std::optional<Clock::Instant> deadline() const;
 
-    /// Takes the range's first frames, made elsewhere, from the next beginning of the range on.
-    /// False when they are not those that it needs.
+    /// Uses first frames that were decoded elsewhere, from the next wrap on. False when they are not the
+    /// missing ones.
     bool adopt(std::shared_ptr<const KeptFrames> kept);
-    /// Nothing will be adopted: frames kept in another size than is shown now are not used any more. Until
-    /// then they are, since a range that begins again a bit blurred is better than one that comes late.
+    /// No frames will be adopted: kept frames of another size than the present one are not used any more.
+    /// Until then they are used, because a blurred wrap is better than a late one.
     void dropOutdated() { m_dropsOutdated = true; }
 
-    /// The first frames of the range as far as they were gathered; none before that is done.
+    /// The kept frames; none before the first ones are complete.
     std::shared_ptr<const KeptFrames> kept() const { return m_kept; }
     const LoopRange& range() const { return m_range; }
-    /// The frames come from memory, so that it makes no sense to fetch many at once.
+    /// All frames come from memory, so there is no use in queueing many of them.
     bool replaysAll() const { return m_replayed.has_value() && m_kept->complete; }
-    /// Only the one frame outside the range was asked for, and it came.
+    /// A frame outside the range was requested and delivered; no frame follows it.
     bool parked() const { return m_parked; }
-    /// The range could not begin again at once, for want of its first frames in the size they are shown at.
+    /// A wrap would have to wait, because the first frames are missing in the present size.
     bool needsHead() const { return !m_collecting && headRange() != LoopRange(); }
-    /// Where those frames are to be taken from; empty when none are needed.
+    /// The part of the range whose frames are missing; empty when none are.
     LoopRange headRange() const;
 
 private:

@@ -12,8 +12,8 @@ namespace stackreel
 namespace
 {
 
-/// How much later than wanted a seek asks for a key frame. Demuxers go back to where a packet of sound begins
-/// that overlaps the time asked for, and from a key frame at that time thus to the one before it.
+/// A seek goes to a time this much later than the goal. Demuxers go back to the start of a packet of sound
+/// that overlaps the requested time, and so from a key frame at that time to the one before it.
 constexpr Nanoseconds packetOfSound = 48 * millisecond;
 
 } // namespace
@@ -53,7 +53,7 @@ void FrameReader::decodeOnTo(Nanoseconds time)
     if (m_seekPending || !m_decodesOn || !m_pipeline)
         return showFrom(time);
     m_goal = {time, true};
-    m_seekTime = 0; // nothing before what comes now is wanted
+    m_seekTime = 0; // no earlier frame is needed
 }
 
 void FrameReader::releaseDecoder()
@@ -116,14 +116,14 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
 bool FrameReader::seekToGoal()
 {
     if (!m_pipeline || (m_pipeline->failed() && !m_atBeginning))
-        open(); // what broke off is read afresh
-    // What breaks off at once cannot seek, but what there is of it can be read.
+        open(); // an error ended the reading
+    // A file that fails at once cannot seek, but its beginning can be read.
     if (m_atBeginning && (m_goal->time <= halfUnit || m_pipeline->failed()))
         m_seekTime = 0;
     else if (!m_pipeline->started())
         return false;
     else if (!seek() && !m_atBeginning)
-        open(); // what cannot seek is read from its beginning again
+        open(); // a stream that cannot seek is read from its beginning again
     m_seekPending = false;
     m_lastTime = -1;
     return true;
@@ -153,20 +153,20 @@ FrameReader::Step FrameReader::seekEarlier()
     else
         m_stepBack = m_stepBack > 0 ? m_stepBack * 4 : second;
     m_seekTime = std::max<Nanoseconds>(m_goal->time - m_stepBack, 0);
-    m_goal->keyFrameOnly = false; // where it should be it was not to be had
+    m_goal->keyFrameOnly = false; // it was not found where it should be
     m_seekPending = true;
     return Step::working;
 }
 
-/// Whether the first picture after a seek shows that it led to a wrong place: to no seek is the first
-/// fragment of some files open, and that of others only with wrong times.
+/// Whether the first picture after a seek shows that the seek led to a wrong place. In the first fragment of
+/// some files no seek works, and in that of others the times are wrong afterwards.
 bool FrameReader::isMisplaced(Nanoseconds time) const
 {
     const bool tooLate = m_goal && m_seekTime == 0 && time > std::max(m_goal->time, m_firstTime) + halfUnit;
     return tooLate || m_pipeline->hasWrongTimes();
 }
 
-/// What is wanted is found by reading on from the beginning.
+/// Opens the file again and reads up to the goal.
 FrameReader::Step FrameReader::readFromBeginning()
 {
     open();

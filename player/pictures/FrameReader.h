@@ -14,10 +14,10 @@
 namespace stackreel
 {
 
-/// Delivers the frames of a file in order, from any time on, without ever waiting for one.
+/// Delivers the frames of a file in order, from any time on. No call waits for a frame.
 ///
-/// Seeks are carried out by going to a key frame and decoding on, with the decision which frame is the one
-/// under the time made here, since only the next frame's time tells how long a frame really stays.
+/// A seek goes to a key frame and decodes on. This class decides which frame is the one at the time, because
+/// only the next frame's time says how long a frame really stays.
 ///
 /// One thread. Times are nanoseconds on the file's time line.
 class FrameReader
@@ -25,7 +25,7 @@ class FrameReader
 public:
     enum class Step {
         waiting, ///< nothing can be done until `wake` is called, or at `deadline`
-        working, ///< some progress was made; go on
+        working, ///< call again at once
         frame,   ///< the next frame
         end,     ///< no frame follows; the stream ended, or broke off
         failed,  ///< no frame at all can be had
@@ -37,27 +37,26 @@ public:
     FrameReader(SourceFile file, PictureSize box, std::function<void()> wake,
                 std::chrono::nanoseconds drainTimeout = std::chrono::seconds(2));
 
-    /// The next frame is to be the one on screen at `time`: the last that starts no later. Where the file
-    /// begins after or ends before that time, its first or last frame.
+    /// The next frame will be the one on screen at `time`: the last that starts no later. Where the file
+    /// begins after or ends before that time, it is the first or last frame.
     void showFrom(Nanoseconds time);
-    /// The next frame is to be the key frame at `time`, and none is to follow it.
+    /// The next frame will be the key frame at `time`, and no frame follows it.
     void showKeyFrame(Nanoseconds time);
-    /// The next frame is to be the first that starts after `time`.
+    /// The next frame will be the first that starts after `time`.
     void continueAfter(Nanoseconds time);
 
-    /// The next frame is to be the one on screen at `time`, which lies ahead of those delivered so far,
-    /// by decoding on; or the very next one where that is later already.
+    /// Decodes on: the next frame will be the one on screen at `time`, which lies ahead of those delivered so
+    /// far, or the very next one where that is later already.
     void decodeOnTo(Nanoseconds time);
 
-    /// Lets go of the decoder, its pictures and the file until the next frame is asked for by its time.
+    /// Releases the decoder, its pictures and the file until a frame is requested by its time.
     void releaseDecoder();
 
-    /// Does one bit of work; on `Step::frame` the frame is in `frame`.
+    /// Does a small piece of work. On `Step::frame` the frame is in `frame`.
     Step step(PlanarFramePtr& frame);
-    /// When to look again although nobody woke; none but while it is unclear whether frames are still to come
-    /// of what broke off.
+    /// When to call `step` again without a wake; none unless an error came and frames may still follow.
     std::optional<Clock::Instant> deadline() const { return m_end.deadline(); }
-    /// Reading stopped early, so that there may be more than was delivered.
+    /// Reading stopped early, so the file may have more frames than were delivered.
     bool endedEarly() const { return m_pipeline && m_pipeline->failed(); }
 
     /// Why reading stopped early; empty when it did not.

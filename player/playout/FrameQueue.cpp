@@ -11,7 +11,7 @@ namespace
 constexpr std::size_t queueBytes = 32U << 20;
 constexpr std::size_t fewestFrames = 4;
 constexpr std::size_t mostFrames = 90;
-/// Frames from memory are handed over a few at a time: there may be as little as one per range.
+/// Frames from memory are queued a few at a time: a range may have as little as one.
 constexpr std::size_t replayedFrames = 12;
 
 } // namespace

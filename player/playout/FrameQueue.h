@@ -8,7 +8,7 @@
 namespace stackreel
 {
 
-/// The frames that are to be shown next, in the order they are due, within bounds of memory. A plain value.
+/// The frames to be shown next, in the order in which they are due, within limits of memory. A plain value.
 class FrameQueue
 {
 public:
@@ -18,14 +18,14 @@ public:
     QueuedFrame pop();
     void clear() { *this = {}; }
 
-    /// Whether so few frames are queued that more are wanted; `replayed` when they come from memory.
+    /// Whether more frames can be queued; `replayed` when they come from memory.
     bool hasRoom(bool replayed) const;
 
 private:
     void count(const QueuedFrame& frame, bool comes);
 
     std::deque<QueuedFrame> m_frames;
-    std::size_t m_decodedFrames = 0; ///< those that are in memory for the queue only
+    std::size_t m_decodedFrames = 0; ///< those that only the queue keeps in memory
     std::size_t m_decodedBytes = 0;
 };
 

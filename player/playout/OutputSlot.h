@@ -8,18 +8,18 @@
 namespace stackreel
 {
 
-/// Where a player's pictures go at present, if anywhere, and the picture that is there. Any thread.
+/// The output that a player's pictures go to, if any, and the picture on it. Any thread.
 class OutputSlot
 {
 public:
-    /// Shows the present picture on `output`, from now on instead of the one before, which is cleared. False
-    /// when it is the same one.
+    /// Replaces the output: clears the one before and shows the present picture on the new one. False when
+    /// they are the same.
     bool replace(std::shared_ptr<VideoOutput> output);
     /// Shows a picture; one without pixels clears.
     void show(const VideoFrame& picture);
 
 private:
-    std::mutex m_mutex; ///< held while the output is told something
+    std::mutex m_mutex; ///< held during calls of the output
     std::shared_ptr<VideoOutput> m_output;
     VideoFrame m_shown;
 };

@@ -11,7 +11,7 @@ namespace stackreel
 namespace
 {
 
-/// Later than this the machine stood still, and there is no point in rushing after the clock.
+/// After a longer delay the machine has stalled, and the clock is set back instead of frames being skipped.
 constexpr Nanoseconds resyncThreshold = second / 4;
 
 MediaTime toMediaTime(Nanoseconds time)
@@ -144,7 +144,7 @@ void Presenter::run()
     }
 }
 
-/// Shows the current frame after a jump, or to an output that is new.
+/// Shows the current frame after a jump or on a new output.
 void Presenter::repaint(Lock& lock)
 {
     const PlanarFramePtr frame = m_current.frame;
@@ -160,8 +160,8 @@ void Presenter::repaint(Lock& lock)
         m_observers->reportJump(toMediaTime(positionAt(now)), m_jump, now);
 }
 
-/// Shows the next frame when it is due, and tells observers the time when it is their turn. False when
-/// there is nothing to be done now.
+/// Shows the next frame when it is due, and reports the time to observers when they are due. False when there
+/// is nothing to do now.
 bool Presenter::present(Lock& lock, Clock::Instant now)
 {
     if (!m_clock->isRunning())
@@ -189,7 +189,7 @@ bool Presenter::present(Lock& lock, Clock::Instant now)
     return false;
 }
 
-/// Paints the next frame ahead of its time, so that it is shown without delay.
+/// Converts the next frame ahead of its time, so that it is shown without delay.
 void Presenter::prepare(Lock& lock)
 {
     if (m_queue.empty() || m_queue.front().frame == m_preparedFrom)
@@ -203,7 +203,7 @@ void Presenter::prepare(Lock& lock)
 
 void Presenter::waitForWork(Lock& lock)
 {
-    // What happened while a frame was prepared needs no waiting.
+    // Something may have changed while a frame was prepared.
     if (m_quit || m_repaint || m_clear)
         return;
     if (!m_clock->isRunning()) {

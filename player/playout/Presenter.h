@@ -17,9 +17,9 @@
 namespace stackreel
 {
 
-/// Shows queued frames at the moments they are due, on a thread of its own that does nothing else, so that
-/// neither seeking nor decoding holds up a frame that is already there. When frames come too late the clock
-/// waits for them: every frame is shown.
+/// Shows queued frames when they are due, on a thread of its own that does nothing else, so that neither
+/// seeking nor decoding delays a frame that is queued. When frames come too late, the clock waits for them:
+/// every frame is shown.
 ///
 /// All calls may be made on any thread and return at once.
 class Presenter
@@ -31,25 +31,25 @@ public:
     Presenter& operator=(const Presenter&) = delete;
     ~Presenter();
 
-    /// Drops what is queued and shows `frame` at once; the clock goes on from its due time. `jump` numbers
-    /// the jump for the observers.
+    /// Drops what is queued, shows `frame` at once, and sets the clock to its due time. `jump` is the number
+    /// of the jump, for the observers.
     void jump(QueuedFrame frame, std::uint64_t jump);
     /// Adds a frame that is due later than those before it.
     void push(QueuedFrame frame);
     void setRunning(bool running);
     /// Drops what is queued; the current picture stays, and the clock stands still.
     void hold();
-    /// Nothing is shown any more; observers are told that there is no time.
+    /// Shows nothing any more. Observers get no time.
     void clear(std::uint64_t jump);
 
-    /// Whether so few frames are queued that more are wanted; `replayed` when they come from memory.
+    /// Whether more frames can be queued; `replayed` when they come from memory.
     bool hasRoom(bool replayed) const;
     bool isRunning() const;
     /// On the file's time line.
     Nanoseconds position() const;
 
     void setOutput(std::shared_ptr<VideoOutput> output);
-    /// Of played time, for whoever goes along with the pictures.
+    /// The clock of played time, for the sound.
     std::shared_ptr<const SharedClock> clock() const { return m_clock; }
 
 private:

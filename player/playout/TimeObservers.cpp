@@ -11,7 +11,7 @@
 namespace stackreel
 {
 
-/// The events that lead to the main thread carry nothing: what there is to tell is under the lock.
+/// The events to the main thread are empty: the reports are kept under the lock.
 class TimeObservers::Context : public QObject
 {
 public:
@@ -20,7 +20,7 @@ public:
 private:
     void customEvent(QEvent*) override
     {
-        // An observer may close the observers, and that is the end of this object.
+        // An observer may close the observers, which destroys this object.
         const QPointer<Context> self(this);
         while (self && m_observers.deliverNext()) {
         }
@@ -45,7 +45,7 @@ TimeObservers::Token TimeObservers::add(MediaTime interval, Observer observer)
 
 void TimeObservers::remove(Token token)
 {
-    std::shared_ptr<const Observer> observer; // goes outside the lock
+    std::shared_ptr<const Observer> observer; // released outside the lock
     const std::lock_guard lock(m_mutex);
     const auto found = m_entries.find(token);
     if (found == m_entries.end())
@@ -84,7 +84,8 @@ void TimeObservers::reportProgress(MediaTime time, std::uint64_t jump, Clock::In
     for (auto& [token, entry] : m_entries) {
         if (entry.nextCall > now)
             continue;
-        // The rhythm is kept when a turn comes late, unless it is lost altogether.
+        // After a late call the interval still counts from the time it was due, unless a whole one was
+        // missed.
         entry.nextCall += entry.interval;
         if (entry.nextCall <= now)
             entry.nextCall = now + entry.interval;

@@ -14,8 +14,8 @@
 namespace stackreel
 {
 
-/// Carries the playhead from the player's thread to observers on the main thread, through its event loop.
-/// While the main thread is busy only the latest time waits for it.
+/// Reports the playhead from the player's thread to observers on the main thread, through its event loop.
+/// While the main thread is busy, only the latest time waits for it.
 class TimeObservers
 {
 public:
@@ -34,15 +34,15 @@ public:
     void remove(Token token);
     /// Main thread. No observer is called any more.
     void close();
-    /// Main thread. Reports are dropped until those of the jump with this number come, so that a playhead
-    /// that was just moved does not go back for a moment.
+    /// Main thread. Drops reports until those of the jump with this number come, so that a playhead that was
+    /// just moved does not go back for a moment.
     void expectJump(std::uint64_t jump);
 
     /// Any thread. The playhead jumped: all observers are called, and again one interval after `now`.
     void reportJump(MediaTime time, std::uint64_t jump, Clock::Instant now);
-    /// Any thread. The playhead moved on: those observers are told whose turn it is.
+    /// Any thread. The playhead moved on: the observers that are due are called.
     void reportProgress(MediaTime time, std::uint64_t jump, Clock::Instant now);
-    /// Any thread. When the next observer has its turn; far in the future without observers.
+    /// Any thread. When the next observer is due; far in the future without observers.
     Clock::Instant nextCall() const;
 
 private:
@@ -63,8 +63,8 @@ private:
     std::map<Token, Entry> m_entries;
     Token m_lastToken = 0;
     std::uint64_t m_expectedJump = 0;
-    bool m_posted = false;              ///< an event for what is pending is on its way
-    std::unique_ptr<QObject> m_context; ///< lives on the main thread; events for it go when it does
+    bool m_posted = false;              ///< an event for pending reports was posted
+    std::unique_ptr<QObject> m_context; ///< lives on the main thread; its events are removed with it
 };
 
 } // namespace stackreel

@@ -17,21 +17,21 @@ namespace
 
 using namespace std::chrono_literals;
 
-/// How long before its moment a piece is handed to the device. More would be heard after the pictures' clock
-/// had to wait for a late frame, less might come too late for the device.
+/// A piece is given to the device this long before it is due. With more, sound would go on after the
+/// pictures' clock has waited for a late frame; with less, it might come too late for the device.
 constexpr Nanoseconds lead = 150 * millisecond;
-/// How often the clock is looked at.
+/// How often the clock is read.
 constexpr auto pollInterval = 20ms;
 
 } // namespace
 
 struct Sound::Job {
-    /// What there is to hear; guarded by the mutex.
+    /// What to play; guarded by the mutex.
     struct Plan {
         SourceFile file; ///< none when its path is empty
         SoundRuns runs;
-        std::uint64_t opening = 0; ///< counts what was opened, and below it the jumps
-        std::uint64_t jump = 0;
+        std::uint64_t opening = 0; ///< counts the calls of `open`
+        std::uint64_t jump = 0;    ///< counts the calls of `jump`
         bool audible = false;
         bool quit = false;
     };
@@ -48,8 +48,8 @@ struct Sound::Job {
     std::unique_ptr<SoundOutput> output;
     std::optional<SoundFeeder::DuePiece> next;
     std::uint64_t opened = 0;
-    std::optional<std::uint64_t> startedJump; ///< the jump it goes on from
-    bool failed = false;                      ///< there is no sound, or no way to play it
+    std::optional<std::uint64_t> startedJump; ///< the jump that playback started from
+    bool failed = false;                      ///< the file has no sound, or it cannot be played
 
     template <typename Change>
     void change(Change change)
@@ -104,7 +104,7 @@ struct Sound::Job {
         failed = false;
     }
 
-    /// Until something else is opened, or it is to be heard again.
+    /// Plays nothing until another range is opened or the sound becomes audible again.
     void fail()
     {
         const std::uint64_t opening = opened;
@@ -120,7 +120,7 @@ struct Sound::Job {
         startedJump.reset();
     }
 
-    /// Opens what is to be heard and then the device; false as long as that is not to be had.
+    /// Opens the file and then the device. False until both are open.
     bool prepare(const Plan& now)
     {
         if (opened != now.opening) {
@@ -136,7 +136,7 @@ struct Sound::Job {
         return !failed && output;
     }
 
-    /// Hands over the next piece when its time has come; false when there is nothing to do at once.
+    /// Gives the next piece to the device when its time has come. False when there is nothing to do at once.
     bool advance(const Plan& now)
     {
         const Clock time = clock->read();
@@ -208,7 +208,7 @@ void Sound::setAudible(bool audible)
         runDetached([job = m_job] { job->run(); });
         m_started = true;
     } catch (const std::system_error&) {
-        // No thread is to be had: silence, until it is to be heard again.
+        // No thread can be started: silence until the sound becomes audible again.
     }
 }
 

@@ -11,10 +11,9 @@
 namespace stackreel
 {
 
-/// The sound that goes with a player's pictures, on a thread of its own: decoded by a pipeline of its own and
-/// played in step with the pictures' clock, which never waits for it. Whatever goes wrong with sound leaves
-/// silence. While nothing is to be heard, nothing is decoded and no device is open, nor is one for a file
-/// that has no sound.
+/// The sound of a player, on a thread of its own: decoded by a pipeline of its own and played by the
+/// pictures' clock, which never waits for it. After any failure of sound there is silence. While the sound is
+/// not audible, nothing is decoded and no device is open. A file without sound opens no device.
 ///
 /// The calls return at once; all are made on one thread.
 class Sound
@@ -26,13 +25,13 @@ public:
     /// Does not wait for the device.
     ~Sound();
 
-    /// The pictures are those of a range of a file from now on.
+    /// From now on the pictures are those of this range of a file.
     void open(const SourceFile& file, LoopRange range);
     /// The pictures jump to a frame.
     void jump(const QueuedFrame& frame);
     /// A frame was queued after those before it.
     void follow(const QueuedFrame& frame);
-    /// Whether the sound is to be heard while the clock runs.
+    /// Whether the sound is played while the clock runs.
     void setAudible(bool audible);
 
 private:

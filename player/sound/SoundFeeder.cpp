@@ -11,10 +11,11 @@ namespace
 
 /// Half of the time between two samples.
 constexpr Nanoseconds tick = second / SoundPiece::rate / 2;
-/// How far from the end of the piece before it one may claim to begin that follows it. Some containers have
-/// stamps in whole milliseconds, and cut by these a sample or two would be lost at every other piece.
+/// A piece that starts within this distance of the end of the one before it follows it directly. Some
+/// containers have time stamps in whole milliseconds; cut by these, every other piece would lose a sample or
+/// two.
 constexpr Nanoseconds timeStampTolerance = 5 * millisecond;
-/// Runs in which reading breaks off, after which what they had is taken for all there is.
+/// After this many runs that ended early, their sound counts as all of the range.
 constexpr int mostIncompleteRuns = 3;
 
 } // namespace
@@ -85,8 +86,8 @@ void SoundFeeder::alignToPrevious(SoundPiece& piece) const
         piece.position = m_position;
 }
 
-/// Goes over to the next run as soon as that is known. Sound that fell behind by more than a run leaves out
-/// those that are over and forgotten.
+/// Goes on to the next run as soon as that is known. Sound that is late by more than a run skips runs that
+/// are over.
 SoundFeeder::Step SoundFeeder::leave(const SoundRuns& runs)
 {
     const SoundRuns::Run* following = runs.after(m_run->iteration);
@@ -97,8 +98,8 @@ SoundFeeder::Step SoundFeeder::leave(const SoundRuns& runs)
     return Step::working;
 }
 
-/// What is kept of the run under way is all of the range from now on, if it is. Where reading broke off, it
-/// may get further another time.
+/// At the end of a run: from now on the kept pieces are all of the range, unless reading ended early, because
+/// it may get further in another run.
 void SoundFeeder::keepRun()
 {
     if (m_complete || !m_collecting)

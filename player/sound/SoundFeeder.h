@@ -10,16 +10,15 @@
 namespace stackreel
 {
 
-/// Unrolls the sound of a repeated range into one endless sequence of pieces and the moments they are due,
-/// cut to the sample at the range's ends. The sound of a run through a range that is not too long is kept and
-/// repeated from memory, unless reading broke off in that run. One thread; the reader is used by nobody else
-/// meanwhile.
+/// Unrolls the sound of a repeated range into one endless sequence of pieces with due times, cut to the
+/// sample at the range's ends. The sound of a run is kept and replayed if it is not too long and reading did
+/// not end early. One thread; nothing else uses the reader meanwhile.
 class SoundFeeder
 {
 public:
     enum class Step {
         waiting, ///< nothing can be done until the reader wakes or another run is known, or at `deadline`
-        working, ///< go on
+        working, ///< call again at once
         piece,   ///< the next piece
     };
 
@@ -36,10 +35,10 @@ public:
     {
     }
 
-    /// Goes on from what is to be heard at a played time.
+    /// Continues with the sound that is due at a played time.
     void beginAt(const SoundRuns& runs, Nanoseconds played);
-    /// Does one bit of work; on `Step::piece` the result is in `next`. The runs are those of `beginAt`, of
-    /// which more may have become known.
+    /// Does a small piece of work. On `Step::piece` the result is in `next`. The runs are those of `beginAt`,
+    /// and more that became known since.
     Step step(const SoundRuns& runs, DuePiece& next);
     /// As the reader's.
     std::optional<Clock::Instant> deadline() const { return m_reader.deadline(); }
@@ -55,14 +54,14 @@ private:
     const std::size_t m_budget;
     std::optional<SoundRuns::Run> m_run;
     Nanoseconds m_position = 0; ///< where the next piece begins
-    bool m_delivered = false;   ///< a piece of this run was given out
+    bool m_delivered = false;   ///< a piece of this run was delivered
     bool m_readToEnd = false;   ///< the reader has no more for this run
     bool m_collecting = false;  ///< this run's pieces are being kept, from the range's start on
     bool m_complete = false;    ///< the kept pieces are all of the range
     std::vector<SoundPiece> m_kept;
     std::size_t m_keptSamples = 0;
-    int m_incompleteRuns = 0;              ///< how many broke off that would have been kept
-    std::optional<std::size_t> m_replayed; ///< how many of them were repeated in this run
+    int m_incompleteRuns = 0;              ///< runs that ended early and would have been kept
+    std::optional<std::size_t> m_replayed; ///< kept pieces replayed in this run
 };
 
 } // namespace stackreel

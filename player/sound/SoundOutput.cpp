@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr const char* format = "audio/x-raw,format=S16LE,layout=interleaved,rate=48000,channels=2";
-/// A second of sound; of what a device that stalls does not take, the oldest is dropped beyond that.
+/// A second of sound. When a device stalls, older sound is dropped.
 constexpr guint64 mostWaitingBytes = guint64{SoundPiece::rate} * SoundPiece::channels * sizeof(std::int16_t);
 
 GstClockTime clockTime(Clock::Instant instant)
@@ -24,8 +24,8 @@ GstClockTime clockTime(Clock::Instant instant)
 
 } // namespace
 
-// OpenAL is left out of the choice: without a device it writes to standard error through ALSA's library, and
-// with one the others find it too.
+// Exclude OpenAL: without a device it writes to standard error through ALSA's library, and with one the other
+// sinks find the device, too.
 GstElementPtr makeSystemSoundSink()
 {
     if (GstPluginFeature* openAl = gst_registry_lookup_feature(gst_registry_get(), "openalsink")) {
@@ -48,7 +48,7 @@ SoundOutput::SoundOutput(const MakeSoundSink& makeSink)
     g_object_set(m_source, "caps", caps.get(), "format", GST_FORMAT_TIME, "max-bytes", mostWaitingBytes,
                  "leaky-type", GST_APP_LEAKY_TYPE_DOWNSTREAM, nullptr);
     gst_element_link_many(m_source, converter, resampler, sink.get(), nullptr);
-    // Moments are those of the machine's steady clock, as they are for the pictures.
+    // Times are those of the machine's steady clock, as for the pictures.
     GstClock* clock = gst_system_clock_obtain();
     gst_pipeline_use_clock(GST_PIPELINE(m_pipeline.get()), clock);
     gst_object_unref(clock);

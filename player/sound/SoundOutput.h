@@ -10,14 +10,14 @@
 namespace stackreel
 {
 
-/// Makes what a player's sound ends in; throws `std::runtime_error` when that is not to be had.
+/// Makes the sink of a player's sound. Throws `std::runtime_error` when GStreamer lacks the element.
 using MakeSoundSink = std::function<GstElementPtr()>;
 
 /// The system's sound device, or nothing where there is none.
 GstElementPtr makeSystemSoundSink();
 
-/// Plays pieces of sound, each at its moment, of which no more than a second waits for the device. One
-/// thread; opening and closing may take as long as the sound device does, playing does not.
+/// Plays pieces of sound when they are due. At most a second of sound waits for the device. One thread.
+/// Opening and closing may block as long as the sound device does; playing does not block.
 class SoundOutput
 {
 public:
@@ -27,9 +27,9 @@ public:
     SoundOutput& operator=(const SoundOutput&) = delete;
     ~SoundOutput();
 
-    /// The device cannot be used, or not any more.
+    /// The device failed.
     bool failed() const { return m_failed; }
-    /// Plays a piece as its first sample's moment comes.
+    /// Plays a piece, whose first sample is due at `at`.
     void play(const SoundPiece& piece, Clock::Instant at);
     /// Drops what has not been heard yet.
     void silence();

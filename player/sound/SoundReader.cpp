@@ -13,11 +13,10 @@ namespace stackreel
 namespace
 {
 
-/// How much earlier than wanted reading begins. Decoders and resamplers blend each piece into the next, and
-/// the first after a seek with nothing.
+/// Reading begins this much earlier than requested. Decoders and resamplers blend each piece with the one
+/// before, and the first one after a seek with nothing.
 constexpr Nanoseconds warmUp = 100 * millisecond;
-/// How long nothing has to come of what broke off until nothing is expected any more. What takes longer has
-/// missed its moment anyway.
+/// After an error, sound that takes longer than this would come too late to be played.
 constexpr auto drainTimeout = std::chrono::milliseconds(500);
 
 SoundPiece pieceOf(GstSample* sample, Nanoseconds position)

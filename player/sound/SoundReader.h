@@ -11,7 +11,7 @@
 namespace stackreel
 {
 
-/// Delivers the sound of a file in order, from any time on, without ever waiting for it. One thread.
+/// Delivers the sound of a file in order, from any time on. No call waits for it. One thread.
 class SoundReader
 {
 public:
@@ -25,19 +25,17 @@ public:
     /// element.
     SoundReader(SourceFile file, std::function<void()> wake);
 
-    /// Goes on from shortly before a time on the file's time line, in a file that broke off from a fresh
-    /// start.
+    /// Continues from shortly before a time on the file's time line. After an error the file is opened again.
     void beginAt(Nanoseconds time);
     Step step(SoundPiece& piece);
-    /// When to look again although nobody woke; none but while it is unclear whether sound is still to come
-    /// of what broke off.
+    /// When to call `step` again without a wake; none unless an error came and sound may still follow.
     std::optional<Clock::Instant> deadline() const { return m_end.deadline(); }
 
     /// Something was decoded.
     bool started() const { return m_pipeline->started(); }
     /// The file has no sound that can be decoded.
     bool isEmpty();
-    /// Reading broke off where there may be more sound.
+    /// Reading stopped early, so the file may have more sound.
     bool endedEarly() const { return m_pipeline->failed(); }
 
 private:

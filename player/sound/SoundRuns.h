@@ -9,7 +9,7 @@
 namespace stackreel
 {
 
-/// The runs through a range as the pictures make them, which sound goes along with. A plain value.
+/// The runs through a range, as the pictures make them and the sound follows them. A plain value.
 class SoundRuns
 {
 public:
@@ -24,15 +24,15 @@ public:
     explicit SoundRuns(LoopRange range) : m_range(range) {}
 
     const LoopRange& range() const { return m_range; }
-    /// Takes note of a frame that was queued, the first one or the next one. `played` is the time played by
-    /// now; runs that were over by then are forgotten.
+    /// Records a frame that was queued. `played` is the present played time; runs that ended before it are
+    /// removed.
     void follow(const QueuedFrame& frame, Nanoseconds played);
-    /// The run under way at a played time, or the first one known; none without any.
+    /// The run at a played time, or the first one known; none without any.
     const Run* at(Nanoseconds played) const;
     const Run* find(std::uint64_t iteration) const;
-    /// The next run that is still known; none when there is none yet.
+    /// The next run that is known; none when it is not known yet.
     const Run* after(std::uint64_t iteration) const;
-    /// Where the run leaves off, as far as is known by now.
+    /// The position at which the run ends, as far as is known.
     Nanoseconds endOf(const Run& run) const;
 
 private:

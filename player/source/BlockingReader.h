@@ -11,7 +11,7 @@
 namespace stackreel
 {
 
-/// A pipeline for a thread that waits for its samples.
+/// A pipeline whose samples its thread waits for.
 class BlockingReader
 {
 public:
@@ -24,7 +24,7 @@ public:
     {
     }
 
-    /// None when nothing follows, waiting was ended or nothing came before `latest`.
+    /// The next sample; none at the end, when `stop` fires, or when none came before `latest`.
     GstSamplePtr next(Clock::Instant latest = Clock::Instant::max())
     {
         while (!m_stop.stop_requested() && std::chrono::steady_clock::now() < latest) {

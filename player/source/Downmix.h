@@ -5,9 +5,9 @@
 namespace stackreel
 {
 
-/// Tells an `audioconvert` that delivers two channels how to mix those of sound whose caps do not say where
-/// they belong: by the usual order, which begins with front left and right, centre, deep. Without
-/// this, more than two such channels are refused. Does nothing for anything else.
+/// Sets the mix matrix of an `audioconvert` that delivers two channels, for sound whose caps have no channel
+/// positions: by the usual order, which begins with front left and right, centre, low frequency. GStreamer
+/// refuses more than two such channels otherwise. Does nothing for other sound.
 void mixUnplacedChannels(GstElement* converter, const GstCaps* caps);
 
 } // namespace stackreel

@@ -9,7 +9,7 @@
 namespace stackreel
 {
 
-/// Notes how pictures are to be turned, from the tags that pass a pad before them. Any thread.
+/// Reads the orientation of the pictures from the tags that pass a pad before them. Any thread.
 class OrientationTag
 {
 public:
@@ -19,7 +19,7 @@ public:
 
     /// The pad must not outlive this object.
     void watch(GstPad* pad);
-    /// Upright until told otherwise.
+    /// Upright until a tag has passed.
     Orientation get() const { return {m_quarterTurns, m_mirrored}; }
 
 private:

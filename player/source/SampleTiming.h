@@ -7,13 +7,13 @@
 namespace stackreel
 {
 
-/// Where a buffer lies on the file's time line, by the segment it belongs to; negative when it does not say.
+/// The time of a buffer on the file's time line, by its segment; negative when it has none.
 Nanoseconds bufferTime(const GstBuffer* buffer, const GstSegment* segment);
-/// The same of a buffer that passes a pad.
+/// The same for a buffer that passes a pad.
 Nanoseconds bufferTime(const GstBuffer* buffer, GstPad* pad);
-/// Where a sample lies on the file's time line; negative when it does not say.
+/// The time of a sample on the file's time line; negative when it has none.
 Nanoseconds sampleTime(GstSample* sample);
-/// How long a sample lasts by its own word or else by the frame rate in its caps; positive.
+/// The duration of a sample, or that of a frame by the frame rate in its caps; positive.
 Nanoseconds sampleDuration(GstSample* sample);
 
 } // namespace stackreel

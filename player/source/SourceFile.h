@@ -11,8 +11,8 @@
 namespace stackreel
 {
 
-/// A file with what is to be the same for all who read it: where its time line begins. Copies share that; a
-/// file that may have changed since is a new one. Any thread.
+/// A file and its time origin, which has to be the same for all of its readers. Copies share it. For a file
+/// that may have changed, make a new object. Any thread.
 class SourceFile
 {
 public:
@@ -23,13 +23,13 @@ public:
     }
 
     const std::filesystem::path& path() const { return m_path; }
-    /// Where the first picture or sound lies on the container's time line; none until somebody found out.
+    /// The time of the first picture or sound on the container's time line; none until it is known.
     std::optional<Nanoseconds> origin() const
     {
         const Nanoseconds origin = m_origin ? m_origin->load() : unknown;
         return origin == unknown ? std::nullopt : std::optional(origin);
     }
-    /// What counts as the origin from now on: `found`, unless somebody else was faster.
+    /// Sets the origin unless it is known already. Returns the one that counts.
     Nanoseconds settleOrigin(Nanoseconds found) const
     {
         Nanoseconds settled = unknown;

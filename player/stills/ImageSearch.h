@@ -39,7 +39,7 @@ private:
     std::stop_callback<Notify> m_onStop;
     KeyFrameFinder m_finder;
     FrameReader m_reader;
-    std::chrono::nanoseconds m_patience = std::chrono::seconds(5); ///< left for work of others
+    std::chrono::nanoseconds m_patience = std::chrono::seconds(5); ///< left for foreground work
     PlanarFramePtr m_last;                                         ///< read last
 };
 

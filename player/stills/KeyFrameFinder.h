@@ -9,8 +9,8 @@
 namespace stackreel
 {
 
-/// Tells where a file has key frames, without decoding anything: a few packets are read for each answer.
-/// One thread, which waits for the answers; they are missing once `stop` fires.
+/// Finds the key frames of a file without decoding: reads a few packets for each answer. One thread, which
+/// waits for the answers; there are none after `stop` fires.
 class KeyFrameFinder
 {
 public:
@@ -20,9 +20,9 @@ public:
     {
     }
 
-    /// The time of the last key frame at or before `time`; none when the file cannot tell.
+    /// The time of the last key frame at or before `time`; none when it cannot be found.
     std::optional<Nanoseconds> atOrBefore(Nanoseconds time);
-    /// The time of the first key frame at or after `time`; none when there is none or the file cannot tell.
+    /// The time of the first key frame at or after `time`; none when there is none or it cannot be found.
     std::optional<Nanoseconds> atOrAfter(Nanoseconds time);
 
 private:
