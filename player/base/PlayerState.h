@@ -12,7 +12,7 @@ struct PlayerState {
         waiting, ///< a frame was requested and is not on screen yet, or playback is about to start
         paused,
         playing,
-        failed, ///< the file shows nothing; the next `open` tries again
+        failed, ///< the file shows nothing; the next `seek`, `play` or `open` opens it again
     };
 
     Kind kind = Kind::empty;

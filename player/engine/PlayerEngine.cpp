@@ -74,13 +74,17 @@ void PlayerEngine::run()
 
 void PlayerEngine::apply(const PlayerRequest& request)
 {
-    applyLoop(request);
+    const bool seeks = request.seek.number != m_applied.seek.number;
+    // After a failure the next request of a frame opens the file again.
+    const bool retries = m_failure && (seeks || (request.playing && !m_applied.playing));
+    applyLoop(request, retries);
     applyBox(request.box);
-    applySeek(request);
+    if (request.loop && (seeks || retries))
+        m_seeks.request(request.seek, std::chrono::steady_clock::now());
     m_applied = request;
 }
 
-void PlayerEngine::applyLoop(const PlayerRequest& request)
+void PlayerEngine::applyLoop(const PlayerRequest& request, bool retries)
 {
     if (!request.loop) {
         if (m_applied.loop) {
@@ -93,7 +97,7 @@ void PlayerEngine::applyLoop(const PlayerRequest& request)
         }
         return;
     }
-    if (!m_applied.loop || m_applied.loop->number != request.loop->number)
+    if (!m_applied.loop || m_applied.loop->number != request.loop->number || retries)
         openLoop(*request.loop);
 }
 
@@ -139,13 +143,6 @@ void PlayerEngine::applyBox(PictureSize box)
             return;
         m_seeks.request({m_presenter.position(), m_applied.seek.number}, m_boxSince);
     }
-}
-
-void PlayerEngine::applySeek(const PlayerRequest& request)
-{
-    if (request.seek.number == m_applied.seek.number || !request.loop)
-        return;
-    m_seeks.request(request.seek, std::chrono::steady_clock::now());
 }
 
 void PlayerEngine::startSeek()
@@ -204,7 +201,7 @@ void PlayerEngine::deliver(QueuedFrame frame)
     }
 }
 
-/// The file shows nothing. Nothing is tried until the next loop.
+/// The file shows nothing. Nothing is tried until the next request of a frame.
 void PlayerEngine::fail(std::string reason)
 {
     m_failure = reason.empty() ? "No picture of the file can be shown." : std::move(reason);

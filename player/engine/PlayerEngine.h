@@ -43,11 +43,10 @@ private:
     void run();
     PlayerRequest requested();
     void apply(const PlayerRequest& request);
-    void applyLoop(const PlayerRequest& request);
+    void applyLoop(const PlayerRequest& request, bool retries);
     void openLoop(const PlayerRequest::Loop& loop);
     void closeLoop();
     void applyBox(PictureSize box);
-    void applySeek(const PlayerRequest& request);
     bool feed();
     LoopFeeder::Step takeStep(QueuedFrame& frame);
     void deliver(QueuedFrame frame);
