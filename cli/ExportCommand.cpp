@@ -1,7 +1,6 @@
 #include "cli/AbsolutePath.h"
 #include "cli/ArgumentsText.h"
 #include "cli/Commands.h"
-#include "cli/ExportCheck.h"
 #include "cli/ExportEvents.h"
 #include "cli/ExportPlan.h"
 #include "cli/Leftovers.h"
@@ -9,6 +8,7 @@
 #include "cli/RenderedExport.h"
 #include "media/MediaProbe.h"
 #include "media/ToolLocator.h"
+#include "model/ExportCheck.h"
 #include "system/StandardStreams.h"
 #include "system/SystemError.h"
 
@@ -54,7 +54,7 @@ ExportFacts factsOf(const ExportRequest& request)
     return {.source = request.input,
             .file = request.output,
             .size = request.settings.size(),
-            .seconds = ExportExpectation::of(request).lengthSeconds};
+            .seconds = ExportExpectation::of(request).lengthSeconds.value_or(0)};
 }
 
 ProgressStyle progressStyle(const ExportOptions& options, const std::filesystem::path& source)
@@ -103,7 +103,7 @@ QCoro::Task<> exportOne(ExportOptions options, std::stop_token stop)
     if (options.json)
         StandardStreams::writeOutput(ExportEvents::started(facts));
     const RenderedExport rendered =
-        co_await RenderedExport::render(partial, request, source, progressStyle(options, input), stop);
+        co_await RenderedExport::render(partial, request, progressStyle(options, input), stop);
     announceSaved(options.json ? ExportEvents::finished(facts, resultOf(rendered, destination.file, begin))
                                : "Saved " + destination.named.filename().string() + "\n");
 }

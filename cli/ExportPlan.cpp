@@ -2,7 +2,7 @@
 
 #include "cli/AbsolutePath.h"
 #include "cli/CliError.h"
-#include "cli/Decimal.h"
+#include "framing/Decimal.h"
 #include "media/MediaToolError.h"
 #include "model/ExportFileName.h"
 #include "model/SourceFacts.h"

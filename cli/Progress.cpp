@@ -1,6 +1,6 @@
 #include "cli/Progress.h"
 
-#include "cli/Decimal.h"
+#include "framing/Decimal.h"
 #include "model/SourceFacts.h"
 
 #include <algorithm>

@@ -63,14 +63,13 @@ ProgressDisplay::~ProgressDisplay()
     clearBar();
 }
 
-std::optional<EncoderStatus> ProgressDisplay::finish()
+void ProgressDisplay::finish()
 {
     m_timer.stop();
     clearBar();
     readStatus();
     if (m_style.report && !m_style.quiet)
         report();
-    return m_reader.latest();
 }
 
 void ProgressDisplay::readStatus()

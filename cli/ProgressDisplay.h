@@ -67,8 +67,8 @@ public:
 
     /// Sets the file to read. Call it once, on any thread.
     void watch(const std::filesystem::path& standardErrorFile) { m_text.open(standardErrorFile); }
-    /// Clears the bar, reads the rest of the encoder's text, and returns its last status.
-    std::optional<EncoderStatus> finish();
+    /// Clears the bar and reads the rest of the encoder's text.
+    void finish();
     /// The changes that the front has reported so far. If the first text is longer than 64 KiB, those at its
     /// start are missing.
     const std::vector<FrontChange>& changes() const { return m_reader.changes(); }

@@ -3,7 +3,6 @@
 #include "cli/FrontChange.h"
 #include "cli/ProgressDisplay.h"
 #include "framing/ExportCommandBuilder.h"
-#include "media/ProbeDocument.h"
 #include "model/PartialFile.h"
 
 #include <QCoroTask>
@@ -19,12 +18,10 @@ struct RenderedExport {
     double seconds = 0;               ///< the length that the written file states; 0 if it states none
     std::vector<FrontChange> changes; ///< what the front reported
 
-    /// Renders the request into the destination of `partial` and shows the progress. `source` is the report
-    /// on the source. Throws what `FileExport::run` throws, and `ExportError` if the file is not as
-    /// requested. Resumes on the calling thread, which needs a running event loop.
+    /// Renders the request into the destination of `partial` and shows the progress. Throws what
+    /// `FileExport::run` throws. Resumes on the calling thread, which needs a running event loop.
     static QCoro::Task<RenderedExport> render(PartialFile& partial, ExportRequest request,
-                                              ProbeDocument source, ProgressStyle progress,
-                                              std::stop_token stop);
+                                              ProgressStyle progress, std::stop_token stop);
 };
 
 } // namespace stackreel

@@ -1,9 +1,8 @@
 #include "framing/ExportCommandBuilder.h"
 
+#include "framing/Decimal.h"
 #include "framing/ExportRange.h"
 
-#include <array>
-#include <charconv>
 #include <initializer_list>
 
 namespace stackreel
@@ -12,14 +11,9 @@ namespace stackreel
 namespace
 {
 
-/// A number with a full stop and three decimals, independent of the locale. The buffer is large enough for
-/// every finite double.
 std::string seconds(double value)
 {
-    std::array<char, 384> text{};
-    const auto result =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 3);
-    return {text.data(), result.ptr};
+    return fixedDecimal(value, 3);
 }
 
 std::string panel(const std::string& name, const PixelCrop& crop, const std::string& panelSize)

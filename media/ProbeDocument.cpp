@@ -122,6 +122,7 @@ ProbeStream decodeStream(const Json& value, const std::string& path)
         .width = optional(value, path, "width", asInteger),
         .height = optional(value, path, "height", asInteger),
         .duration = optional(value, path, "duration", asString),
+        .frames = optional(value, path, "nb_frames", asString),
         .tags = optional(value, path, "tags", asTexts),
         .sideDataList = optional(value, path, "side_data_list", asSideDataList),
         .details = decodeDetails(value),

@@ -39,6 +39,7 @@ struct ProbeStream {
     std::optional<std::int64_t> width;   ///< coded pixels
     std::optional<std::int64_t> height;  ///< coded pixels
     std::optional<std::string> duration; ///< decimal text, seconds
+    std::optional<std::string> frames;   ///< decimal text; known for MP4 and MOV
     std::optional<std::map<std::string, std::string>> tags;
     std::optional<std::vector<ProbeSideData>> sideDataList;
     ProbeStreamDetails details = {};

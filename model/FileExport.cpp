@@ -3,7 +3,7 @@
 #include "media/CancellationError.h"
 #include "media/ToolLocator.h"
 #include "media/WorkerThread.h"
-#include "model/ExportedFile.h"
+#include "model/ExportCheck.h"
 #include "system/SystemError.h"
 #include "system/TerminationSignals.h"
 
@@ -56,14 +56,14 @@ QCoro::Task<> destroy(Partial partial)
 
 } // namespace
 
-QCoro::Task<> FileExport::run(PartialFile& partial, ExportRequest request, ReportCheck check,
-                              std::stop_token stop, LaunchCallback launched)
+QCoro::Task<ProbeDocument> FileExport::run(PartialFile& partial, ExportRequest request, std::stop_token stop,
+                                           LaunchCallback launched)
 {
     request.output = partial.path();
     ProbeDocument report;
     std::exception_ptr failure;
     try {
-        report = co_await exportSource(std::move(request), stop, std::move(launched));
+        report = co_await exportSource(request, stop, std::move(launched));
     } catch (const CancellationError&) {
         throw;
     } catch (...) {
@@ -73,26 +73,22 @@ QCoro::Task<> FileExport::run(PartialFile& partial, ExportRequest request, Repor
         co_await requireInPlace(partial);
         std::rethrow_exception(failure);
     }
-    co_await check(std::move(report));
+    co_await checkExport(std::move(request), report, stop);
     // Writing a large file through to disk takes seconds.
     co_await onWorkerThread([&partial, &stop] {
         partial.moveIntoPlace(stop);
         return true;
     });
+    co_return report;
 }
 
 QCoro::Task<std::filesystem::path> FileExport::replace(ExportRequest request, std::stop_token stop)
 {
     const std::filesystem::path output = request.output;
-    const PixelSize size = request.settings.size();
     Partial partial = co_await onWorkerThread([&request] { return partialFileFor(request); });
-    const ReportCheck check = [size](ProbeDocument report) -> QCoro::Task<> {
-        ExportedFile::requirePicture(report, size);
-        co_return;
-    };
     std::exception_ptr failure;
     try {
-        co_await run(*partial, std::move(request), check, stop);
+        co_await run(*partial, std::move(request), stop);
     } catch (...) {
         failure = std::current_exception();
         // A signal such as that of Ctrl+C reaches the tools as well. It cancels, even if the tool's failure

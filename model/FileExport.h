@@ -3,23 +3,18 @@
 #include "model/PartialFile.h"
 #include "model/SourceExport.h"
 
-#include <functional>
-
 namespace stackreel
 {
-
-/// Compares the report on a written file with the request, and throws when they differ.
-using ReportCheck = std::function<QCoro::Task<>(ProbeDocument)>;
 
 /// Exports from request to verified file. Both operations resume on the calling thread, which needs a running
 /// event loop.
 struct FileExport {
-    /// Renders the request into `partial`, whatever its output, has the result checked, and moves it into
-    /// place. Throws what `exportSource`, the check and `PartialFile::moveIntoPlace` throw, and what
-    /// `PartialFile::requireInPlace` throws instead of a failure of `exportSource`; the destination is
-    /// unchanged then, unless it is the partial file itself.
-    static QCoro::Task<> run(PartialFile& partial, ExportRequest request, ReportCheck check,
-                             std::stop_token stop, LaunchCallback launched = {});
+    /// Renders the request into `partial`, whatever its output, checks the result, and moves it into place.
+    /// Returns the report on the file.    /// Throws what `exportSource`, `checkExport` and
+    /// `PartialFile::moveIntoPlace` throw, and what `PartialFile::requireInPlace` throws instead of a failure
+    /// of `exportSource`; the destination is unchanged then, unless it is the partial file itself.
+    static QCoro::Task<ProbeDocument> run(PartialFile& partial, ExportRequest request, std::stop_token stop,
+                                          LaunchCallback launched = {});
 
     /// The window's export to the request's output, which the user has confirmed. Returns the output.
     ///

@@ -1,5 +1,6 @@
 #include "model/PictureCheck.h"
 
+#include "framing/Decimal.h"
 #include "framing/ExportRange.h"
 #include "media/ProcessRunner.h"
 #include "media/TemporaryFolderFull.h"
@@ -12,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 namespace stackreel
 {
@@ -32,10 +32,7 @@ constexpr double leadSeconds = 10;
 
 std::string seconds(double value)
 {
-    std::array<char, 384> text{};
-    const auto result =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 3);
-    return {text.data(), result.ptr};
+    return fixedDecimal(value, 3);
 }
 
 void append(Words& words, const Words& more)

@@ -37,7 +37,8 @@ void FakeToolTest::TearDown()
 }
 
 const char* const exportReport =
-    R"({"streams": [{"codec_type": "video", "codec_name": "h264", "width": 1080, "height": 1920}]})";
+    R"({"streams": [{"codec_type": "video", "codec_name": "h264", "width": 1080, "height": 1920,
+                      "duration": "20.0"}]})";
 
 void FakeToolTest::installTool(const std::string& script) const
 {

@@ -38,6 +38,18 @@ protected:
             found.push_back(entry.path().filename());
         return found;
     }
+    /// Installs an `ffprobe` that reports a source with sound and an export of `seconds`, and these packets
+    /// of the source.
+    void installProbe(const std::string& seconds, const std::string& packets) const
+    {
+        const std::string picture = R"({"codec_type": "video", "codec_name": "h264", "width": 1080, )";
+        m_directory.writeExecutable("third_party/ffmpeg/bin/ffprobe",
+                                    "#!/bin/sh\ncase \"$*\" in\n*-read_intervals*) printf '" + packets +
+                                        "' ;;\n*.mp4) echo '{\"streams\": [" + picture +
+                                        R"("height": 1920, "duration": ")" + seconds +
+                                        "\"}]}' ;;\n*) echo '{\"streams\": [" + picture +
+                                        R"("height": 720}, {"codec_type": "audio"}]})" + "' ;;\nesac\n");
+    }
     /// The message of the export's failure; empty when it succeeds.
     std::string failure(std::stop_token stop = {}) const
     {
@@ -146,6 +158,24 @@ TEST_F(FileExportTest, LeavesAFileOfAnotherProgramWhenCancelled)
     m_stop.request_stop();
     EXPECT_THROW(exported.result(), CancellationError);
     EXPECT_EQ(contentOf(request.output), "theirs");
+}
+
+TEST_F(FileExportTest, FailsWhenTheFileIsShorterThanTheRange)
+{
+    writeOld();
+    installTool("printf whole > \"$destination\"\n");
+    installProbe("8.0", "packet,0,8.0,0.1");
+    EXPECT_EQ(failure(), "The export did not become what was asked for: it lasts 8.00 s instead of 20.00 s. "
+                         "The source may be damaged, or its picture ends there: choose an earlier end.");
+    EXPECT_EQ(contentOf(request.output), "old");
+}
+
+TEST_F(FileExportTest, SucceedsWhenThePictureOfTheSourceEndsBeforeItsSound)
+{
+    installTool("printf whole > \"$destination\"\n");
+    installProbe("8.0", "packet,0,7.9,0.1\npacket,1,19.9,0.1");
+    EXPECT_EQ(failure(), "");
+    EXPECT_EQ(contentOf(request.output), "whole");
 }
 
 TEST_F(FileExportTest, NamesAFolderThatWasMovedAway)

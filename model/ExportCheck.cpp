@@ -1,8 +1,10 @@
-#include "cli/ExportCheck.h"
+#include "model/ExportCheck.h"
 
-#include "cli/Decimal.h"
+#include "framing/Decimal.h"
 #include "framing/ExportRange.h"
+#include "media/MediaProbe.h"
 #include "media/ProbeNumbers.h"
+#include "model/ExportError.h"
 #include "model/ExportedFile.h"
 
 #include <algorithm>
@@ -38,19 +40,19 @@ void checkSound(const ProbeStream* audio, const ExportExpectation& expected)
                            ", not aac.");
 }
 
-void checkLength(std::optional<double> length, double expected, std::optional<std::int64_t> frames)
+void checkLength(std::optional<double> length, double expected, std::int64_t frames)
 {
     if (!length)
         ExportedFile::fail("its length is unknown.");
-    const double picture = frames && *frames > 0 ? *length / static_cast<double>(*frames) : 0;
+    const double picture = frames > 0 ? *length / static_cast<double>(frames) : 0;
     if (std::abs(*length - expected) <= std::min(0.5, expected / 2) + 2 * picture)
         return;
     const std::string lengths =
         "it lasts " + fixedDecimal(*length, 2) + " s instead of " + fixedDecimal(expected, 2) + " s. ";
     if (*length > expected)
         ExportedFile::fail(lengths + "The time stamps of the source may be damaged.");
-    ExportedFile::fail(
-        lengths + "The source may be damaged, or its picture ends there: choose an earlier end with --to.");
+    ExportedFile::fail(lengths +
+                       "The source may be damaged, or its picture ends there: choose an earlier end.");
 }
 
 } // namespace
@@ -58,9 +60,12 @@ void checkLength(std::optional<double> length, double expected, std::optional<st
 ExportExpectation ExportExpectation::of(const ExportRequest& request)
 {
     const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
-    return {.size = request.settings.size(),
-            .audio = ExportCommandBuilder::carriesAudio(request),
-            .lengthSeconds = std::min(range.length, std::max(request.media.duration - range.start, 0.0))};
+    ExportExpectation expected;
+    expected.size = request.settings.size();
+    expected.audio = ExportCommandBuilder::carriesAudio(request);
+    if (request.media.duration > 0)
+        expected.lengthSeconds = std::min(range.length, request.media.duration - range.start);
+    return expected;
 }
 
 ExportExpectation ExportExpectation::within(const ExportRequest& request, const SourceContent& content) const
@@ -73,18 +78,38 @@ ExportExpectation ExportExpectation::within(const ExportRequest& request, const 
     if (statedEnd < request.media.duration - endTolerance)
         return expected;
     const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
-    expected.lengthSeconds = std::clamp(content.pictureEnd - range.start, 0.0, lengthSeconds);
+    if (lengthSeconds)
+        expected.lengthSeconds = std::clamp(content.pictureEnd - range.start, 0.0, *lengthSeconds);
     return expected;
 }
 
-void checkExport(const ProbeDocument& report, const ExportExpectation& expected,
-                 std::optional<std::int64_t> frames)
+void requireExpected(const ProbeDocument& report, const ExportExpectation& expected)
 {
     const ProbeStream* video = report.firstStream("video");
     ExportedFile::requirePicture(report, expected.size);
     checkSound(report.firstStream("audio"), expected);
+    if (!expected.lengthSeconds)
+        return;
     const auto picture = secondsIn(video->duration);
-    checkLength(picture ? picture : containerLength(report), expected.lengthSeconds, frames);
+    const auto frames = video->frames ? parseInteger(*video->frames) : std::nullopt;
+    checkLength(picture ? picture : containerLength(report), *expected.lengthSeconds, frames.value_or(0));
+}
+
+QCoro::Task<> checkExport(ExportRequest request, ProbeDocument report, std::stop_token stop)
+{
+    const auto expected = ExportExpectation::of(request);
+    ExportedFile::requirePicture(report, expected.size);
+    try {
+        requireExpected(report, expected);
+        co_return;
+    } catch (const ExportError&) {
+        // Checked again below.
+    }
+    const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
+    const ProbeDocument source = co_await MediaProbe::report(request.input, stop);
+    const auto content = co_await SourceContent::read(request.input, source, range.start,
+                                                      range.start + range.length, request.audioTrack, stop);
+    requireExpected(report, expected.within(request, content));
 }
 
 } // namespace stackreel

@@ -1,4 +1,4 @@
-#include "cli/Decimal.h"
+#include "framing/Decimal.h"
 
 #include <array>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "cli/SourceContent.h"
+#include "model/SourceContent.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "cli/SourceContent.h"
+#include "model/SourceContent.h"
 
-#include "cli/Decimal.h"
+#include "framing/Decimal.h"
 #include "media/ProbeNumbers.h"
 #include "media/ProcessRunner.h"
 #include "media/ToolFailure.h"

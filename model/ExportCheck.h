@@ -1,12 +1,14 @@
 #pragma once
 
-#include "cli/SourceContent.h"
 #include "framing/ExportCommandBuilder.h"
 #include "framing/PixelSize.h"
 #include "media/ProbeDocument.h"
+#include "model/SourceContent.h"
 
-#include <cstdint>
+#include <QCoroTask>
+
 #include <optional>
+#include <stop_token>
 
 namespace stackreel
 {
@@ -16,7 +18,7 @@ struct ExportExpectation {
     PixelSize size;
     bool audio = false;
     bool audioMayBeMissing = false; ///< where `audio` is set: whether an export without sound is right, too
-    double lengthSeconds = 0;
+    std::optional<double> lengthSeconds; ///< none where the length of the source is unknown
 
     /// The properties that follow from a request.
     static ExportExpectation of(const ExportRequest& request);
@@ -31,8 +33,12 @@ struct ExportExpectation {
 ///
 /// The length may differ by half a second (for an export shorter than one second: by half of its length) plus
 /// the duration of two frames, because a cut need not fall on a frame of the source. The duration of a frame
-/// is computed from `frames`, the number of frames in the file; if that is unknown, it counts as 0.
-void checkExport(const ProbeDocument& report, const ExportExpectation& expected,
-                 std::optional<std::int64_t> frames);
+/// counts as 0 if the number of frames is unknown.
+void requireExpected(const ProbeDocument& report, const ExportExpectation& expected);
+
+/// Checks the report on a finished file. If its sound or length differs from what the source states, reads
+/// what the source holds in the range (`SourceContent::read`), and compares with that. Throws `ExportError`
+/// with the first difference, and what that operation and `MediaProbe::report` throw.
+QCoro::Task<> checkExport(ExportRequest request, ProbeDocument report, std::stop_token stop);
 
 } // namespace stackreel

@@ -1,4 +1,4 @@
-#include "cli/ExportCheck.h"
+#include "model/ExportCheck.h"
 
 #include "model/ExportError.h"
 
@@ -22,6 +22,7 @@ ProbeStream video(const std::string& duration)
     stream.width = 1080;
     stream.height = 1920;
     stream.duration = duration;
+    stream.frames = "600";
     return stream;
 }
 
@@ -44,11 +45,10 @@ ProbeDocument goodReport()
 }
 
 /// The error when a report is checked; empty if it is accepted.
-std::string errorFor(const ProbeDocument& report, const ExportExpectation& expected,
-                     std::optional<std::int64_t> frames = 600)
+std::string errorFor(const ProbeDocument& report, const ExportExpectation& expected)
 {
     try {
-        checkExport(report, expected, frames);
+        requireExpected(report, expected);
     } catch (const ExportError& error) {
         return error.what();
     }
@@ -61,7 +61,8 @@ TEST(ExportCheck, AcceptsAFileThatMeetsTheExpectation)
     ProbeDocument other = goodReport();
     std::swap(other.streams[0], other.streams[1]);
     other.streams[1].sideDataList = std::vector<ProbeSideData>{{.rotation = 0}, {.rotation = std::nullopt}};
-    EXPECT_EQ(errorFor(other, tenSeconds, std::nullopt), "");
+    other.streams[1].frames.reset();
+    EXPECT_EQ(errorFor(other, tenSeconds), "");
 }
 
 struct Flaw {
@@ -91,7 +92,7 @@ const std::vector<Flaw> flaws = {
      "its sound is coded as mp3, not aac."},
     {[](ProbeDocument& report) { report.streams[0].duration = "4.970000"; },
      "it lasts 4.97 s instead of 10.00 s. The source may be damaged, or its picture ends there: choose an "
-     "earlier end with --to."},
+     "earlier end."},
     {[](ProbeDocument& report) { report.streams[0].duration = "12"; },
      "it lasts 12.00 s instead of 10.00 s. The time stamps of the source may be damaged."},
     {[](ProbeDocument& report) {
@@ -123,13 +124,14 @@ TEST(ExportCheck, ReportsUnwantedSound)
     EXPECT_EQ(errorFor(goodReport(), silent), "The export did not become what was asked for: it has sound.");
 }
 
-bool isAccepted(double length, double asked, std::optional<std::int64_t> frames)
+bool isAccepted(double length, std::optional<double> asked, const std::optional<std::string>& frames)
 {
     ExportExpectation expected = tenSeconds;
     expected.lengthSeconds = asked;
     ProbeDocument report = goodReport();
     report.streams[0].duration = std::to_string(length);
-    return errorFor(report, expected, frames).empty();
+    report.streams[0].frames = frames;
+    return errorFor(report, expected).empty();
 }
 
 TEST(ExportCheck, AcceptsALengthWithinHalfASecondAndTwoFrames)
@@ -139,19 +141,24 @@ TEST(ExportCheck, AcceptsALengthWithinHalfASecondAndTwoFrames)
     EXPECT_FALSE(isAccepted(9.4, 10, std::nullopt));
     EXPECT_FALSE(isAccepted(10.6, 10, std::nullopt));
     // The frame rates are one frame per second and one per ten seconds.
-    EXPECT_TRUE(isAccepted(8, 9.6, 8));
-    EXPECT_TRUE(isAccepted(20, 35, 2));
-    EXPECT_FALSE(isAccepted(20, 45, 2));
+    EXPECT_TRUE(isAccepted(8, 9.6, "8"));
+    EXPECT_TRUE(isAccepted(20, 35, "2"));
+    EXPECT_FALSE(isAccepted(20, 45, "2"));
     // The export of a truncated source has few frames, but each of them is short.
-    EXPECT_FALSE(isAccepted(1.0 / 30, 10, 1));
-    EXPECT_FALSE(isAccepted(9.4, 10, 0));
+    EXPECT_FALSE(isAccepted(1.0 / 30, 10, "1"));
+    EXPECT_FALSE(isAccepted(9.4, 10, "0"));
+}
+
+TEST(ExportCheck, AcceptsAnyLengthWhereThatOfTheSourceIsUnknown)
+{
+    EXPECT_TRUE(isAccepted(3, std::nullopt, "90"));
 }
 
 TEST(ExportCheck, RejectsAShortExportThatIsNearlyEmpty)
 {
-    EXPECT_TRUE(isAccepted(0.25, 0.25, 15));
-    EXPECT_TRUE(isAccepted(0.2, 0.25, 6));
-    EXPECT_FALSE(isAccepted(0.05, 0.25, 3));
+    EXPECT_TRUE(isAccepted(0.25, 0.25, "15"));
+    EXPECT_TRUE(isAccepted(0.2, 0.25, "6"));
+    EXPECT_FALSE(isAccepted(0.05, 0.25, "3"));
 }
 
 TEST(ExportCheck, AcceptsMissingSoundWhereTheSourceHasNoneInTheRange)
@@ -196,6 +203,14 @@ TEST(ExportExpectation, FollowsFromTheRequest)
 TEST(ExportExpectation, LengthIsThatOfASourceShorterThanTheShortestExport)
 {
     EXPECT_EQ(ExportExpectation::of(requestFor(0.04, false)).lengthSeconds, 0.04);
+}
+
+TEST(ExportExpectation, HasNoLengthWhereThatOfTheSourceIsUnknown)
+{
+    const ExportRequest request = requestFor(0, true);
+    const auto expected = ExportExpectation::of(request);
+    EXPECT_EQ(expected.lengthSeconds, std::nullopt);
+    EXPECT_EQ(expected.within(request, {.pictureEnd = 5, .end = 5}).lengthSeconds, std::nullopt);
 }
 
 TEST(ExportExpectation, IsAsShortAsThePictureOfASourceThatIsWhole)
