@@ -197,6 +197,15 @@ Nanoseconds DecodePipeline::claimedDuration() const
     return std::max<gint64>(duration - m_origin.get(), 0);
 }
 
+bool DecodePipeline::hasIdleDemuxer() const
+{
+    if (!isOpening())
+        return false;
+    const std::lock_guard lock(m_mutex);
+    GstPad* pad = m_demuxerPad.get();
+    return pad && GST_PAD_MODE(pad) == GST_PAD_MODE_PULL && gst_pad_get_task_state(pad) != GST_TASK_STARTED;
+}
+
 void DecodePipeline::fail(const std::string& reason)
 {
     {
@@ -219,9 +228,13 @@ void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpoin
     auto* that = static_cast<DecodePipeline*>(self);
     const Handover handover;
     GstElementFactory* factory = gst_element_get_factory(element);
-    const GstPadPtr entry(gst_element_get_static_pad(element, "sink"));
+    GstPadPtr entry(gst_element_get_static_pad(element, "sink"));
     if (entry && factory && gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DECODER))
         that->m_origin.watchDecoder(entry.get());
+    if (entry && factory && gst_element_factory_list_is_type(factory, GST_ELEMENT_FACTORY_TYPE_DEMUXER)) {
+        const std::lock_guard lock(that->m_mutex);
+        that->m_demuxerPad = std::move(entry);
+    }
     if (isVideoParser(factory))
         that->m_firstPacket.watch(element);
     if (!GST_IS_VIDEO_DECODER(element))

@@ -52,6 +52,11 @@ public:
     std::string failureReason() const;
     /// Reading stopped before the wanted stream was found: no sample follows.
     bool lacksStream() const { return m_failed && !m_selector.isLinked(); }
+    /// Whether the wanted stream has not been found yet.
+    bool isOpening() const { return !m_selector.isLinked(); }
+    /// Whether the demuxer has stopped reading before the wanted stream was found. decodebin drops an error
+    /// that a demuxer reports while it is being added (seen with GStreamer 1.22), and nothing follows then.
+    bool hasIdleDemuxer() const;
     /// Whether seeking is possible: something was decoded.
     bool started() const { return m_started && m_origin.isKnown(); }
 
@@ -97,6 +102,7 @@ private:
     GstElement* m_decoder = nullptr; ///< the pipeline's
     GstElement* m_sink = nullptr;    ///< the pipeline's
     GstPadPtr m_sinkPad;
+    GstPadPtr m_demuxerPad;              ///< of the demuxer that was added last
     guint m_initialLimit = 0;            ///< samples in the queue until the time origin is known
     guint m_limit = 0;                   ///< samples in the queue from then on
     std::atomic<bool> m_running = false; ///< the queue may be limited
