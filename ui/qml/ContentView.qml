@@ -26,10 +26,13 @@ Item {
 
         function onExportOfReplacedSourceEnded(message: string) {
             view.announce(message);
+            notice.add(message);
         }
     }
 
     FocusFallback {
+        id: focusFallback
+
         model: view.model
         content: view
         editingFallback: workspace.firstControl
@@ -84,5 +87,14 @@ Item {
                 onAnnounceRequested: text => view.announce(text)
             }
         }
+    }
+
+    Notice {
+        id: notice
+
+        x: (view.width - width) / 2
+        y: 22 + header.height + 30
+        width: Math.min(560, view.width - 48)
+        onVisibleChanged: focusFallback.deferredUpdate.start()
     }
 }

@@ -41,6 +41,7 @@ qt_target_qml_sources(stackreel_ui
     Header.qml
     HoverHint.qml
     Inspector.qml
+    Notice.qml
     OnOffSwitch.qml
     OutlineActionButton.qml
     PickerRow.qml
