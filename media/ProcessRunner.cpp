@@ -1,6 +1,9 @@
 #include "media/ProcessRunner.h"
 
 #include "media/WorkerThread.h"
+#include "system/RunningChildren.h"
+
+#include <QTimer>
 
 namespace stackreel
 {
@@ -10,7 +13,16 @@ QCoro::Task<ProcessOutput> ProcessRunner::run(std::filesystem::path executable,
                                               LaunchCallback launched, std::vector<std::string> environment)
 {
     ProcessSession session;
-    const std::stop_callback cancelChild(stop, [&session] { session.cancel(); });
+    QTimer killTimer;
+    killTimer.setSingleShot(true);
+    killTimer.setInterval(RunningChildren::gracePeriod);
+    QObject::connect(&killTimer, &QTimer::timeout, [&session] { session.kill(); });
+    // The timer is started by name: the thread sanitizer cannot see how Qt hands a function object to another
+    // thread.
+    const std::stop_callback cancelChild(stop, [&] {
+        session.cancel();
+        QMetaObject::invokeMethod(&killTimer, "start", Qt::QueuedConnection);
+    });
     co_return co_await onWorkerThread(
         [&] { return session.run(executable, arguments, launched, environment); });
 }

@@ -18,7 +18,8 @@ struct ProcessRunner {
     /// Runs a program to its end on a worker thread. Resumes on the calling thread, which needs a running
     /// event loop, and returns the program's output. The status is not interpreted. The arguments are bytes
     /// and are passed to the child without a shell, and `environment` has the variables "NAME=value" that it
-    /// gets in addition to those of this process. When the stop token fires the child is asked to end.
+    /// gets in addition to those of this process. When the stop token fires the child is asked to end, and
+    /// killed if it still runs after `RunningChildren::gracePeriod`.
     ///
     /// Throws `CancellationError` when the token fired before the child had ended, or already before the
     /// call; otherwise what `ProcessSession::run` throws. All temporary files are removed in every case.

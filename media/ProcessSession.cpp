@@ -68,16 +68,26 @@ ProcessOutput ProcessSession::run(const std::filesystem::path& executable,
             .captureIsFull = output.isDiskFull()};
 }
 
+std::shared_ptr<ChildProcess> ProcessSession::runningChild()
+{
+    const std::lock_guard guard(m_lock);
+    return m_process;
+}
+
 void ProcessSession::cancel()
 {
-    std::shared_ptr<ChildProcess> process;
     {
         const std::lock_guard guard(m_lock);
         m_cancelled = true;
-        process = m_process;
     }
-    if (process)
-        process->terminate();
+    if (const auto child = runningChild())
+        child->terminate();
+}
+
+void ProcessSession::kill()
+{
+    if (const auto child = runningChild())
+        child->kill();
 }
 
 } // namespace stackreel

@@ -36,8 +36,11 @@ public:
     /// Asks the child to end, now or as soon as it has been launched. Any thread, any number of times,
     /// before, during or after `run`.
     void cancel();
+    /// Kills the child if one runs. Any thread.
+    void kill();
 
 private:
+    std::shared_ptr<ChildProcess> runningChild();
     bool isCancelled();
     bool storeProcess(std::shared_ptr<ChildProcess> process);
 

@@ -10,7 +10,7 @@ namespace stackreel
 /// event loop.
 struct FileExport {
     /// Renders the request into `partial`, whatever its output, checks the result, and moves it into place.
-    /// Returns the report on the file.    /// Throws what `exportSource`, `checkExport` and
+    /// Returns the report on the file. Throws what `exportSource`, `checkExport` and
     /// `PartialFile::moveIntoPlace` throw, and what `PartialFile::requireInPlace` throws instead of a failure
     /// of `exportSource`; the destination is unchanged then, unless it is the partial file itself.
     static QCoro::Task<ProbeDocument> run(PartialFile& partial, ExportRequest request, std::stop_token stop,

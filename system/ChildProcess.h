@@ -55,6 +55,8 @@ public:
     /// Asks a running child to end (SIGTERM), which it may ignore. Does nothing if the child has ended. Any
     /// thread.
     void terminate() const;
+    /// Ends a running child (SIGKILL). Otherwise as `terminate`.
+    void kill() const;
 
 private:
     ChildProcess(pid_t pid, std::filesystem::path executable);

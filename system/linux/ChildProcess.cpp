@@ -155,4 +155,9 @@ void ChildProcess::terminate() const
     systemCalls().kill(m_pid, SIGTERM);
 }
 
+void ChildProcess::kill() const
+{
+    systemCalls().kill(m_pid, SIGKILL);
+}
+
 } // namespace stackreel

@@ -148,6 +148,15 @@ TEST_F(ProcessCancellationTest, EndsAllRunsWithTheSameToken)
         EXPECT_THROW(run.result(), CancellationError);
 }
 
+TEST_F(ProcessCancellationTest, KillsAChildThatIgnoresTheRequestAfterTheGracePeriod)
+{
+    std::stop_source source;
+    auto running = startPatientChild(source.get_token());
+    source.request_stop();
+    EXPECT_THROW(running.result(), CancellationError);
+    EXPECT_EQ(terminateRequests(), "1");
+}
+
 TEST_F(ProcessCancellationTest, WorksFromAnyThreadAtAnyTime)
 {
     int finished = 0;
