@@ -1,7 +1,5 @@
 #pragma once
 
-#include "system/RunningChildren.h"
-
 #include <chrono>
 
 namespace stackreel
@@ -13,8 +11,8 @@ class AppModel;
 struct Shutdown {
     /// Cancels every export and every load that has not ended, ends all children, and waits until the exports
     /// have cleaned up and the loads have ended. A child that is still running after `gracePeriod` is killed.
-    /// If one cannot be killed, the program exits, so this call never waits for ever.
-    static void run(AppModel& model, std::chrono::milliseconds gracePeriod = RunningChildren::gracePeriod);
+    /// If one cannot be killed, the program exits after twice that time, and `CleanupProcess` does the rest.
+    static void run(AppModel& model, std::chrono::milliseconds gracePeriod = std::chrono::seconds(1));
 };
 
 } // namespace stackreel

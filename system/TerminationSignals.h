@@ -1,8 +1,12 @@
 #pragma once
 
+#include "system/RunningChildren.h"
+
 #include <signal.h>
 
 #include <atomic>
+#include <chrono>
+#include <optional>
 #include <stop_token>
 #include <thread>
 
@@ -20,8 +24,10 @@ namespace stackreel
 class TerminationSignals
 {
 public:
-    /// Throws `SystemError` when the thread cannot be started.
-    TerminationSignals();
+    /// If the process still runs when `patience` has passed since the first signal, it exits with 128 and the
+    /// number of the signal, for example because a slow disk blocks its main thread. `CleanupProcess` then
+    /// cleans up. Throws `SystemError` when the thread cannot be started.
+    explicit TerminationSignals(std::chrono::milliseconds patience = 3 * RunningChildren::gracePeriod);
     ~TerminationSignals();
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
@@ -44,9 +50,12 @@ public:
 private:
     bool hasArrived();
     void receive();
+    std::optional<int> next();
     void record(int signal);
 
     sigset_t m_awaited{};
+    std::chrono::milliseconds m_patience;
+    std::chrono::steady_clock::time_point m_deadline = std::chrono::steady_clock::time_point::max();
     std::stop_source m_source;
     std::stop_source m_repeatSource;
     std::atomic<int> m_received{0};

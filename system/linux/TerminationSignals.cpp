@@ -3,11 +3,17 @@
 #include "system/StartThread.h"
 #include "system/linux/EndingSignals.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+
 namespace stackreel
 {
 
 namespace
 {
+
+using namespace std::chrono_literals;
 
 // Wakes the receiving thread in `finish` and in `hasArrived`.
 constexpr int wakeUp = SIGUSR2;
@@ -27,7 +33,8 @@ sigset_t signalsToAwait()
 
 } // namespace
 
-TerminationSignals::TerminationSignals() : m_awaited(signalsToAwait())
+TerminationSignals::TerminationSignals(std::chrono::milliseconds patience)
+    : m_awaited(signalsToAwait()), m_patience(patience)
 {
     ::signal(SIGPIPE, SIG_IGN);
     // The parent process may have ignored SIGCHLD, which is inherited through exec. The kernel would then
@@ -81,9 +88,30 @@ int TerminationSignals::finish()
 
 void TerminationSignals::receive()
 {
+    while (!m_ended) {
+        const auto signal = next();
+        if (!signal)
+            std::_Exit(128 + m_received);
+        if (m_received == 0)
+            m_deadline = std::chrono::steady_clock::now() + m_patience;
+        record(*signal);
+    }
+}
+
+/// Waits for the next signal. None if there was none until the deadline.
+std::optional<int> TerminationSignals::next()
+{
     int signal = 0;
-    while (!m_ended && sigwait(&m_awaited, &signal) == 0)
-        record(signal);
+    if (m_received == 0 && sigwait(&m_awaited, &signal) == 0)
+        return signal;
+    do {
+        const auto left = m_deadline - std::chrono::steady_clock::now();
+        const auto seconds = std::max(std::chrono::floor<std::chrono::seconds>(left), 0s);
+        const timespec timeout = {.tv_sec = seconds.count(),
+                                  .tv_nsec = std::max(left - seconds, 0ns).count()};
+        signal = ::sigtimedwait(&m_awaited, nullptr, &timeout);
+    } while (signal < 0 && errno == EINTR);
+    return signal < 0 ? std::nullopt : std::optional(signal);
 }
 
 void TerminationSignals::record(int signal)

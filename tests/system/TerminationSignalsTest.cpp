@@ -1,11 +1,14 @@
 #include "system/TerminationSignals.h"
 
+#include "system/UnblockedSignals.h"
 #include "tests/support/Awaited.h"
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <future>
 
 namespace stackreel
@@ -107,6 +110,39 @@ TEST_F(TerminationSignalsTest, KeepsASignalIgnoredThatTheParentIgnored)
     ASSERT_TRUE(eventually([&] { return signals.received() != 0; }));
     EXPECT_EQ(signals.received(), SIGTERM);
     EXPECT_EQ(dispositionOf(SIGHUP), SIG_IGN);
+}
+
+TEST_F(TerminationSignalsTest, CanBeUnblockedWhileAnotherProgramIsStarted)
+{
+    const TerminationSignals signals;
+    const auto isBlocked = [] {
+        sigset_t blocked{};
+        ::pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+        return sigismember(&blocked, SIGTERM) == 1;
+    };
+    EXPECT_TRUE(isBlocked());
+    {
+        const UnblockedSignals unblocked;
+        EXPECT_FALSE(isBlocked());
+    }
+    EXPECT_TRUE(isBlocked());
+}
+
+TEST_F(TerminationSignalsTest, ExitsWhenTheMainThreadIsBlockedLongerThanThePatience)
+{
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        const TerminationSignals signals(std::chrono::milliseconds(100));
+        ::kill(::getpid(), SIGTERM);
+        ::kill(::getpid(), SIGINT);
+        ::pause(); // until a signal is delivered to this thread, which blocks them all
+        ::_exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_TRUE(WEXITSTATUS(status) == 128 + SIGTERM || WEXITSTATUS(status) == 128 + SIGINT);
 }
 
 TEST_F(TerminationSignalsTest, IgnoresSigpipeAndRestoresSigchld)
