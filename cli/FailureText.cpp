@@ -18,6 +18,8 @@ namespace
 using Advice = std::pair<std::string_view, std::string_view>;
 
 constexpr std::array advices = {
+    Advice("has no H.264 encoder", "Install an FFmpeg that can encode H.264."),
+    Advice("could not be started: ", "Check the installation of FFmpeg."),
     Advice("No space left on device", "The disk is full. Free some space and try again."),
     Advice("Disk quota exceeded", "Your share of the disk is used up. Free some space and try again."),
     Advice("No such file or directory", "A file does not exist, or was removed meanwhile."),

@@ -83,6 +83,10 @@ TemporaryFolderFull::TemporaryFolderFull()
 void throwToolFailure(const std::string& tool, const ProcessOutput& output)
 {
     const std::string text = message(tool, output);
+    // The program in the resource directory that starts the system's tool has found none.
+    for (const char* const name : {"ffmpeg", "ffprobe"})
+        if (const auto missing = MediaToolError::toolMissing(name); text == missing.errorDescription())
+            throw missing;
     if (text.empty() && output.captureIsFull)
         throw TemporaryFolderFull();
     throw MediaToolError::processFailed(tool, output.status, text);

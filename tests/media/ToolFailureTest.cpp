@@ -35,6 +35,18 @@ TEST(ToolFailure, ShowsTheLastLinesOfAToolThatExited)
               "FFmpeg could not process this video.");
 }
 
+TEST(ToolFailure, IsAMissingToolWhenThereIsNoSystemTool)
+{
+    const auto missing = MediaToolError::toolMissing("ffmpeg");
+    try {
+        throwToolFailure(
+            "FFmpeg",
+            {.status = 127, .standardOutput = "", .standardError = missing.errorDescription() + "\n"});
+    } catch (const MediaToolError& error) {
+        EXPECT_EQ(error, missing);
+    }
+}
+
 TEST(ToolFailure, SaysWhatEndedAToolInsteadOfItsProgress)
 {
     const std::string progress = "  Stream #0:0 -> #0:0 (h264)\nframe=    1 fps=0.0 q=0.0\n";
