@@ -20,10 +20,8 @@ void FileSavePanel::begin(const SavePanelRequest& request, PanelCompletion compl
     dialog->setLabelText(QFileDialog::Accept, QString::fromStdString(request.prompt));
     dialog->selectFile(PanelPaths::text(request.defaultName));
 
-    const auto choice = [this, shown = dialog.get()]() -> std::optional<std::filesystem::path> {
-        const auto file = PanelPaths::path(shown->chosenFile());
-        m_folders->setSavedFile(file);
-        return file;
+    const auto choice = [shown = dialog.get()]() -> std::optional<std::filesystem::path> {
+        return PanelPaths::path(shown->chosenFile());
     };
     m_shown.show(std::move(dialog), choice, std::move(completion));
 }

@@ -25,17 +25,6 @@ TEST(PanelFoldersTest, KeepsTheOpenPanelsFolderBetweenRuns)
     }
 }
 
-TEST(PanelFoldersTest, DoesNotKeepTheFolderOfASavedFile)
-{
-    const TemporaryDirectory state;
-    PanelFolders folders(state / "open-folder");
-    folders.setOpenedFile("/clips/clip.mov");
-    folders.setSavedFile("/out/clip.mp4");
-    EXPECT_EQ(folders.open(), "/clips");
-    EXPECT_EQ(folders.save(), "/out");
-    EXPECT_EQ(PanelFolders(state / "open-folder").open(), "/clips");
-}
-
 TEST(PanelFoldersTest, CountsAMissingOrUnusableFileAsEmpty)
 {
     const TemporaryDirectory state;

@@ -358,18 +358,24 @@ TEST_F(PanelsTest, TheSavePanelStartsInTheFolderOfTheOpenedFile)
     EXPECT_EQ(dialog()->directory().dirName(), QStringLiteral("inner"));
 }
 
-TEST_F(PanelsTest, EachPanelRemembersItsLastFolder)
+TEST_F(PanelsTest, ASavedFileDoesNotChangeTheFoldersInWhichThePanelsStart)
 {
     std::filesystem::create_directory(m_folder.path() / "out");
+    makeFile("clip.mov");
+    openPanel();
+    enter(QStringLiteral("clip.mov"));
+    confirmButton()->click();
+    m_responses.clear();
     savePanel();
     enter(QStringLiteral("out/film.mp4"));
     confirmButton()->click();
     ASSERT_EQ(m_responses.size(), 1U);
+    const QDir besideTheSource(QString::fromStdString(m_folder.path().string()));
     savePanel();
-    EXPECT_EQ(dialog()->directory().dirName(), QStringLiteral("out"));
+    EXPECT_EQ(dialog()->directory(), besideTheSource);
     dialog()->reject();
     openPanel();
-    EXPECT_EQ(dialog()->directory(), QDir(QString::fromStdString(m_folder.path().string())));
+    EXPECT_EQ(dialog()->directory(), besideTheSource);
 }
 
 TEST_F(PanelsTest, TheOpenPanelStartsInTheVideosFolderAtFirstAndWhenItsFolderWasRemoved)
