@@ -73,7 +73,7 @@ void requireFile(const std::filesystem::path& source)
     std::error_code error;
     const auto found = std::filesystem::status(source, error);
     if (std::filesystem::is_fifo(found) || std::filesystem::is_socket(found) ||
-        std::filesystem::is_character_file(found))
+        std::filesystem::is_character_file(found) || std::filesystem::is_block_file(found))
         throw CliError("“" + source.string() +
                        "” is a pipe or a device, and an export reads its source more than once. Copy it into "
                        "a file first.");

@@ -142,6 +142,8 @@ QCoro::Task<bool> hasPicture(std::filesystem::path ffmpeg, std::filesystem::path
     const ProcessOutput output = co_await ProcessRunner::run(ffmpeg, std::move(words), stop);
     if (wasStopped(output))
         throwToolFailure("FFmpeg", output);
+    if (output.captureIsFull)
+        throw TemporaryFolderFull();
     co_return !output.standardOutput.empty();
 }
 
@@ -193,10 +195,10 @@ QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request,
         }
         const ComparedPictures pictures = ComparedPictures::parse(output.standardOutput);
         const bool sameStart = pictures.sameStart();
-        if (pictures.sourceStart.empty() && pictures.resultStart.empty())
-            co_return co_await requireDecodableStart(ffmpeg, request, stop);
         if (output.captureIsFull)
             throw TemporaryFolderFull();
+        if (pictures.sourceStart.empty() && pictures.resultStart.empty())
+            co_return co_await requireDecodableStart(ffmpeg, request, stop);
         if (sameStart && pictures.sameEnd())
             co_return;
         if (decoding == Decoding::exact)
