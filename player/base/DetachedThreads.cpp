@@ -1,5 +1,7 @@
 #include "player/base/DetachedThreads.h"
 
+#include "system/StartThread.h"
+
 #include <atomic>
 #include <list>
 #include <memory>
@@ -34,7 +36,7 @@ public:
             entry.thread.join();
             return true;
         });
-        m_entries.push_back({over, std::thread([body = std::move(body), over]() mutable {
+        m_entries.push_back({over, startThread([body = std::move(body), over]() mutable {
                                  body();
                                  body = nullptr; // destroy its captures on this thread
                                  *over = true;
