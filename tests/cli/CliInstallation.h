@@ -49,6 +49,7 @@ public:
     /// What the program has written to standard error so far, if that is not a terminal.
     std::string errorSoFar() const { return contentOf(m_captured / "stderr"); }
     bool hasEnded();
+    pid_t pid() const { return m_pid; }
     /// Waits for the end. Throws when it takes too long.
     CliResult result();
 

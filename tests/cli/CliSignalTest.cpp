@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -115,6 +116,16 @@ TEST(CliSignal, WaitsForAToolThatEndsSlowly)
     EXPECT_EQ(cli.names(), Names{"clip.mov"});
 }
 
+/// Whether a process has yet to receive a signal that was sent to it.
+bool isPending(pid_t process, int signal)
+{
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("ShdPnd:"))
+            return (std::stoull(line.substr(7), nullptr, 16) >> (signal - 1) & 1U) != 0;
+    return false;
+}
+
 const char* const stubborn = "trap '' INT TERM HUP QUIT; printf half >\"$last\"; pause";
 
 TEST(CliSignal, KillsAToolThatIgnoresSignalsAfterTheGracePeriod)
@@ -139,8 +150,8 @@ TEST(CliSignal, KillsAToolThatIgnoresSignalsAtTheSecondSignal)
     const pid_t tool = cli.waitForPausedTool();
     const auto start = std::chrono::steady_clock::now();
     running.signal(SIGTERM);
-    // Wait until the first signal was taken: two that are pending at once may be received in either order.
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    // Two signals that are pending at once may be received in either order.
+    ASSERT_TRUE(eventually([&] { return !isPending(running.pid(), SIGTERM); }));
     EXPECT_FALSE(running.hasEnded());
     running.signal(SIGINT);
     EXPECT_EQ(running.result().status, 143);
