@@ -2,6 +2,8 @@
 
 #include "updates/UpdateError.h"
 
+#include <nlohmann/json.hpp>
+
 #include <set>
 #include <string>
 #include <vector>

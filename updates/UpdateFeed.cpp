@@ -5,6 +5,8 @@
 
 #include <QUrl>
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 
 namespace stackreel
