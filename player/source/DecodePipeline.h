@@ -108,7 +108,7 @@ private:
     std::atomic<bool> m_running = false; ///< the queue may be limited
     std::atomic<bool> m_failed = false;
     mutable std::mutex m_mutex; ///< for the demuxer's pad and the reason
-    std::string m_reason; ///< of the first failure; guarded by the mutex
+    std::string m_reason;       ///< of the first failure; guarded by the mutex
     std::atomic<bool> m_started = false;
     TimeOrigin m_origin; ///< destroyed before the sink, whose queue it limits
     StreamSelector m_selector;

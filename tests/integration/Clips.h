@@ -25,8 +25,8 @@ struct ClipRecipe {
     bool numbered = false;
 };
 
-/// Makes a clip that is displayed upright, whatever its rotation. Its colours are tagged as BT.709, so that an
-/// export keeps them.
+/// Makes a clip that is displayed upright, whatever its rotation. Its colours are tagged as BT.709, so that
+/// an export keeps them.
 void makeClip(const std::filesystem::path& file, const ClipRecipe& recipe);
 
 } // namespace stackreel
