@@ -55,7 +55,7 @@ const Arguments withoutRequest[] = {
 
 } // namespace
 
-TEST(Arguments, OnlyTheFourInTheirOrderAskForTheEncoder)
+TEST(Arguments, RequestTheEncoderOnlyByItsFourOptionsInOrder)
 {
     for (const Arguments& arguments : withoutRequest)
         EXPECT_FALSE(requestsVideoToolbox(arguments)) << testing::PrintToString(arguments);
@@ -63,7 +63,7 @@ TEST(Arguments, OnlyTheFourInTheirOrderAskForTheEncoder)
     EXPECT_TRUE(requestsVideoToolbox(joined({{"-y", "-c:v"}, request, {"out.mp4"}})));
 }
 
-TEST(Arguments, NothingChangesWithoutTheRequest)
+TEST(Arguments, AreUnchangedWithoutARequestForTheEncoder)
 {
     for (const Arguments& arguments : withoutRequest) {
         EXPECT_EQ(withEncoder(arguments, H264Encoder::x264), arguments);
@@ -71,13 +71,13 @@ TEST(Arguments, NothingChangesWithoutTheRequest)
     }
 }
 
-TEST(Arguments, NothingChangesWhereTheEncoderIsThere)
+TEST(Arguments, AreUnchangedWhereFFmpegHasTheEncoder)
 {
     const Arguments arguments = joined({{"-i", "in"}, request, {"-af", "volume=2", "-c:a", "aac", "out"}});
     EXPECT_EQ(withEncoder(arguments, H264Encoder::videoToolbox), arguments);
 }
 
-TEST(Arguments, ASimpleFilterGraphGetsEvenSidesWhateverTheEncoder)
+TEST(Arguments, ScaleASimpleFilterGraphToEvenSidesForAnyEncoder)
 {
     const Arguments fitted{"-vf", "scale=960:-2:force_original_aspect_ratio=decrease,format=yuv420p"};
     const Arguments even{"-vf", "scale=960:'max(2,2*round(960*ih/iw/2))',format=yuv420p"};
@@ -88,7 +88,7 @@ TEST(Arguments, ASimpleFilterGraphGetsEvenSidesWhateverTheEncoder)
     EXPECT_EQ(withEncoder(withoutValue, H264Encoder::videoToolbox), withoutValue);
 }
 
-TEST(Arguments, EachEncoderTakesThePlaceOfTheRequest)
+TEST(Arguments, ReplaceTheRequestByTheOptionsOfEachEncoder)
 {
     const Arguments x264 = options(H264Encoder::x264);
     ASSERT_GE(x264.size(), 2U);
@@ -100,7 +100,7 @@ TEST(Arguments, EachEncoderTakesThePlaceOfTheRequest)
     EXPECT_EQ(openH264[1], "libopenh264");
 }
 
-TEST(Arguments, NoOptionOfTheEncodersSetsAnotherRateOrQuality)
+TEST(Arguments, KeepTheRequestedRateAndQualityForEachEncoder)
 {
     for (const H264Encoder encoder : {H264Encoder::x264, H264Encoder::openH264}) {
         for (const std::string& option : options(encoder)) {
@@ -110,7 +110,7 @@ TEST(Arguments, NoOptionOfTheEncodersSetsAnotherRateOrQuality)
     }
 }
 
-TEST(Arguments, AllOtherArgumentsStayAsTheyAre)
+TEST(Arguments, KeepAllOtherArguments)
 {
     const Arguments before{"-hide_banner", "-y",       "-i",  "a b\"c'd\\\n\t%$*.mp4", "",
                            "caf\xc3\xa9",  "\xff\xfe", "-c:v"};
@@ -121,7 +121,7 @@ TEST(Arguments, AllOtherArgumentsStayAsTheyAre)
                   joined({before, options(encoder), after}));
 }
 
-TEST(Arguments, EveryOutputThatAsksGetsTheEncoder)
+TEST(Arguments, ReplaceTheEncoderOfEachOutputThatRequestsIt)
 {
     const Arguments arguments = joined({{"-i", "in"}, request, {"one"}, request, {"two"}});
     const Arguments x264 = options(H264Encoder::x264);
@@ -129,7 +129,7 @@ TEST(Arguments, EveryOutputThatAsksGetsTheEncoder)
               joined({{"-i", "in"}, x264, {"one"}, x264, {"two"}}));
 }
 
-TEST(Arguments, AnAacEncodeGetsAChannelLayoutBehindItsOwnFilters)
+TEST(Arguments, AddAChannelLayoutAfterTheAudioFiltersOfAnAacOutput)
 {
     struct Row {
         const char* description;
@@ -162,7 +162,7 @@ TEST(Arguments, AnAacEncodeGetsAChannelLayoutBehindItsOwnFilters)
             << row.description;
 }
 
-TEST(Arguments, ASeekToAnInputsBeginningIsLeftOut)
+TEST(Arguments, OmitASeekToTheStartOfAnInput)
 {
     const struct {
         Arguments before, after;
@@ -177,14 +177,14 @@ TEST(Arguments, ASeekToAnInputsBeginningIsLeftOut)
                   joined({row.after, options(H264Encoder::x264)}));
 }
 
-TEST(Arguments, FiltersBeforeTheRequestAreNotThoseOfTheOutput)
+TEST(Arguments, LeaveFiltersBeforeTheRequestAlone)
 {
     const Arguments before{"-i", "-af", "volume=2"};
     const Arguments result = withEncoder(joined({before, request, {"-c:a", "aac"}}), H264Encoder::x264);
     EXPECT_TRUE(std::equal(before.begin(), before.end(), result.begin()));
 }
 
-TEST(Arguments, AnExportGetsACommentBeforeTheNameOfItsFile)
+TEST(Arguments, AddACommentBeforeTheFileNameOfAnExport)
 {
     const Arguments exporting = joined({{"-filter_complex", "null"}, request, {"out.mp4"}});
     EXPECT_EQ(withComment(exporting, "a=b \"c\""),

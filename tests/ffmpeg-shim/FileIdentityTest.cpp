@@ -9,7 +9,7 @@
 namespace stackreel::shim
 {
 
-TEST(FileIdentity, LinksToAFileAreTheFileAndCopiesAreNot)
+TEST(FileIdentity, IsTheSameForLinksToAFileAndNotForCopies)
 {
     const TemporaryDirectory folder;
     const std::filesystem::path file = folder.write("file", "same");
@@ -23,7 +23,7 @@ TEST(FileIdentity, LinksToAFileAreTheFileAndCopiesAreNot)
     EXPECT_NE(identityOf(copy.string()), identity);
 }
 
-TEST(FileIdentity, WhatDoesNotExistHasNone)
+TEST(FileIdentity, IsNoneForAFileThatDoesNotExist)
 {
     const TemporaryDirectory folder;
     std::filesystem::create_symlink(folder / "nowhere", folder / "dangling");
@@ -32,7 +32,7 @@ TEST(FileIdentity, WhatDoesNotExistHasNone)
     EXPECT_EQ(identityOf(""), std::nullopt);
 }
 
-TEST(FileIdentity, TextsAreReadBackAsTheyWereWritten)
+TEST(FileIdentity, IsReadBackFromItsText)
 {
     const std::vector<FileIdentity> identities{{1, 2}, {0, 0}, {UINT64_MAX, UINT64_MAX}};
     EXPECT_EQ(identitiesText(identities), "1:2,0:0,18446744073709551615:18446744073709551615");
@@ -40,7 +40,7 @@ TEST(FileIdentity, TextsAreReadBackAsTheyWereWritten)
     EXPECT_EQ(identitiesText({}), "");
 }
 
-TEST(FileIdentity, PiecesOfAnyOtherShapeAreLeftOut)
+TEST(FileIdentity, IgnoresTextsOfAnotherForm)
 {
     struct Row {
         const char* text;

@@ -110,7 +110,7 @@ bool isOneLine(const std::string& text)
 
 } // namespace
 
-TEST(ShimPrograms, OtherArgumentsPassThroughToTheByteWithoutAQuestion)
+TEST(ShimPrograms, PassOtherArgumentsUnchangedWithoutAQueryForEncoders)
 {
     const Arguments rows[] = {
         {"-version"},
@@ -128,7 +128,7 @@ TEST(ShimPrograms, OtherArgumentsPassThroughToTheByteWithoutAQuestion)
     }
 }
 
-TEST(ShimPrograms, NoArgumentsAreNoArguments)
+TEST(ShimPrograms, PassAnEmptyListOfArguments)
 {
     const FakeSystem system;
     EXPECT_EQ(runWithTools(system, {}).exitStatus(), 0);
@@ -136,7 +136,7 @@ TEST(ShimPrograms, NoArgumentsAreNoArguments)
     EXPECT_TRUE(system.arguments().empty());
 }
 
-TEST(ShimPrograms, TheToolsNameBecomesItsPath)
+TEST(ShimPrograms, PassThePathOfTheToolAsItsName)
 {
     const FakeSystem system;
     std::filesystem::create_directories(system.folder() / "shell");
@@ -146,7 +146,7 @@ TEST(ShimPrograms, TheToolsNameBecomesItsPath)
     EXPECT_EQ(outcome.output, path + "/ffmpeg");
 }
 
-TEST(ShimPrograms, AnExportGetsTheEncoderThatIsThere)
+TEST(ShimPrograms, ReplaceTheEncoderByAnAvailableOne)
 {
     struct Row {
         std::string encoders;
@@ -196,7 +196,7 @@ TEST(ShimPrograms, KeepsBytesThatAreNotUtf8BesideTheRequest)
     EXPECT_EQ(system.arguments(), withEncoder(arguments, H264Encoder::x264));
 }
 
-TEST(ShimPrograms, AListingLongerThanAPipeIsReadToItsEnd)
+TEST(ShimPrograms, ReadAListOfEncodersThatIsLargerThanAPipe)
 {
     const std::string filler =
         "i=0; while [ $i -lt 4000 ]; do echo ' A....D filler  a line of a long list of encoders'; "
@@ -208,7 +208,7 @@ TEST(ShimPrograms, AListingLongerThanAPipeIsReadToItsEnd)
     EXPECT_EQ(system.arguments(), withEncoder(exportArguments, H264Encoder::x264));
 }
 
-TEST(ShimPrograms, WithoutAnH264EncoderOneLineSaysSo)
+TEST(ShimPrograms, PrintOneLineWhenThereIsNoH264Encoder)
 {
     for (const char* encoders : {"", " V....D mpeg4   MPEG-4", " V....D libx264rgb   RGB"}) {
         const FakeSystem system;
@@ -221,7 +221,7 @@ TEST(ShimPrograms, WithoutAnH264EncoderOneLineSaysSo)
     }
 }
 
-TEST(ShimPrograms, AToolThatCannotBeAskedIsAnError)
+TEST(ShimPrograms, FailWhenTheQueryForEncodersFails)
 {
     for (const char* query : {"exit 3", "kill -SEGV $$", "echo noise >&2; exit 1"}) {
         const FakeSystem system;
@@ -233,7 +233,7 @@ TEST(ShimPrograms, AToolThatCannotBeAskedIsAnError)
     }
 }
 
-TEST(ShimPrograms, WithoutAToolOneLineSaysSo)
+TEST(ShimPrograms, PrintOneLineWhenThereIsNoTool)
 {
     for (const char* name : {"ffmpeg", "ffprobe"}) {
         const FakeSystem system;
@@ -259,7 +259,7 @@ TEST(ShimPrograms, TakesTheBundledToolBelowTheWorkingFolderBeforeThePath)
     EXPECT_FALSE(system.hasWorked());
 }
 
-TEST(ShimPrograms, ToolsBelowTheWorkingFolderAreNotTaken)
+TEST(ShimPrograms, IgnoreOtherToolsBelowTheWorkingFolder)
 {
     const FakeSystem system;
     system.tools();
@@ -273,7 +273,7 @@ TEST(ShimPrograms, ToolsBelowTheWorkingFolderAreNotTaken)
     EXPECT_FALSE(system.hasWorked());
 }
 
-TEST(ShimPrograms, TheProgramNeverStartsItself)
+TEST(ShimPrograms, NeverStartThemselves)
 {
     const std::string own = STACKREEL_SHIM_DIR;
     for (const Arguments& arguments : {Arguments{"-version"}, exportArguments}) {
@@ -287,7 +287,7 @@ TEST(ShimPrograms, TheProgramNeverStartsItself)
     }
 }
 
-TEST(ShimPrograms, TwoCopiesDoNotStartEachOtherForEver)
+TEST(ShimPrograms, DoNotStartEachOtherForEverAsTwoCopies)
 {
     for (const Arguments& arguments : {Arguments{"-version"}, exportArguments}) {
         const FakeSystem system;
@@ -300,7 +300,7 @@ TEST(ShimPrograms, TwoCopiesDoNotStartEachOtherForEver)
     }
 }
 
-TEST(ShimPrograms, AScriptThatLeadsBackHereIsNotTakenTwice)
+TEST(ShimPrograms, StartAScriptThatStartsThemOnlyOnce)
 {
     for (const Arguments& arguments : {Arguments{"-version"}, exportArguments}) {
         const FakeSystem system;
@@ -313,7 +313,7 @@ TEST(ShimPrograms, AScriptThatLeadsBackHereIsNotTakenTwice)
     }
 }
 
-TEST(ShimPrograms, AToolThatCannotBeStartedIsAnError)
+TEST(ShimPrograms, FailWhenTheToolCannotBeStarted)
 {
     const FakeSystem system;
     system.folder().writeExecutable("broken/ffmpeg", "#!/nowhere/interpreter\n");
@@ -327,7 +327,7 @@ TEST(ShimPrograms, AToolThatCannotBeStartedIsAnError)
     EXPECT_TRUE(isOneLine(asking.errors)) << asking.errors;
 }
 
-TEST(ShimPrograms, TheToolKeepsTheProcessAndItsEndIsTheProcesssEnd)
+TEST(ShimPrograms, AreReplacedByTheToolInTheSameProcess)
 {
     for (const Arguments& arguments : {Arguments{"-version"}, exportArguments}) {
         const FakeSystem system;
@@ -342,7 +342,7 @@ TEST(ShimPrograms, TheToolKeepsTheProcessAndItsEndIsTheProcesssEnd)
     }
 }
 
-TEST(ShimPrograms, StandardInputIsTheToolsOwn)
+TEST(ShimPrograms, LeaveStandardInputToTheTool)
 {
     const FakeSystem system;
     Invocation invocation = system.invocation(system.tools(), exportArguments);
@@ -352,7 +352,7 @@ TEST(ShimPrograms, StandardInputIsTheToolsOwn)
     EXPECT_EQ(run(invocation).output, "first\n");
 }
 
-TEST(ShimPrograms, NoDescriptorReachesTheQuestionOrTheTool)
+TEST(ShimPrograms, PassNoDescriptorToTheQueryOrTheTool)
 {
     const std::string list = "for f in /proc/$$/fd/*; do echo \"${f##*/}\"; done > \"$FAKE_RECORD/";
     const FakeSystem system;
@@ -383,7 +383,7 @@ TEST(ShimPrograms, FindsTheEncoderWithClosedDescriptorsAndIgnoredChildren)
     }
 }
 
-TEST(ShimPrograms, ASignalDuringTheQuestionEndsTheProgramAndTheAskedToolAtOnce)
+TEST(ShimPrograms, EndWithTheQueriedToolWhenASignalArrives)
 {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGQUIT, SIGKILL}) {
         const FakeSystem system;
@@ -406,7 +406,7 @@ TEST(ShimPrograms, ASignalDuringTheQuestionEndsTheProgramAndTheAskedToolAtOnce)
     }
 }
 
-TEST(ShimPrograms, FfprobeTakesItsArgumentsAsTheyAre)
+TEST(ShimPrograms, PassTheArgumentsOfFfprobeUnchanged)
 {
     const FakeSystem system;
     Arguments arguments = exportArguments;

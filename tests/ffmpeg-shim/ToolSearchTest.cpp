@@ -62,7 +62,7 @@ TEST(ToolSearch, TheFirstFolderWithTheToolWins)
     EXPECT_EQ(pathFound({}), "");
 }
 
-TEST(ToolSearch, WhatCannotBeExecutedIsPassedOver)
+TEST(ToolSearch, SkipsFilesThatCannotBeExecuted)
 {
     const TemporaryDirectory folder;
     std::filesystem::create_directories(folder / "directory" / "tool");
@@ -76,7 +76,7 @@ TEST(ToolSearch, WhatCannotBeExecutedIsPassedOver)
     }
 }
 
-TEST(ToolSearch, AvoidedFilesArePassedOverUnderAnyName)
+TEST(ToolSearch, SkipsAvoidedFilesUnderAnyName)
 {
     const TemporaryDirectory folder;
     const std::string avoided = folder.writeExecutable("own/tool", script).string();
@@ -90,7 +90,7 @@ TEST(ToolSearch, AvoidedFilesArePassedOverUnderAnyName)
     EXPECT_EQ(pathFound(folders, own), copy);
 }
 
-TEST(ToolSearch, TheSystemsToolIsChosenOnceAndHandedDownAsVisited)
+TEST(ToolSearch, ExcludesAVisitedToolInChildProcesses)
 {
     const TemporaryDirectory folder;
     const std::string first = folder.writeExecutable("first/tool", script).string();
@@ -135,7 +135,7 @@ TEST(ToolSearch, TheFixedFoldersAreThoseOfTheLocatorInItsOrder)
     EXPECT_EQ(fixedFolders(std::nullopt), always);
 }
 
-TEST(ToolSearch, ThisProgramIsNeverTheSystemsTool)
+TEST(ToolSearch, NeverFindsThisProgram)
 {
     const TemporaryDirectory folder;
     std::filesystem::create_directories(folder / "bin");

@@ -131,7 +131,7 @@ TEST_F(ExportTest, StacksHalvesOfOddHeightWithoutLoss)
     }
 }
 
-TEST_F(ExportTest, ATrimKeepsExactlyTheFramesOfItsRange)
+TEST_F(ExportTest, KeepsExactlyTheFramesOfTheTrimmedRange)
 {
     const auto file = clip({.width = 320, .height = 180, .seconds = 4, .numbered = true});
     ExportRequest request =
@@ -151,7 +151,7 @@ TEST_F(ExportTest, ATrimKeepsExactlyTheFramesOfItsRange)
     EXPECT_NEAR(std::atof(duration->c_str()), 1.4, 0.001);
 }
 
-TEST_F(ExportTest, SoundIsCarriedWhenWantedAndThere)
+TEST_F(ExportTest, ContainsSoundWhenItIsRequestedAndPresent)
 {
     const ClipRecipe recipe = {.width = 320, .height = 180, .seconds = 1};
     const ExportSettings settings = {.aspect = OutputAspect::custom, .customWidth = 90, .customHeight = 160};
@@ -165,7 +165,7 @@ TEST_F(ExportTest, SoundIsCarriedWhenWantedAndThere)
     EXPECT_FALSE(streamOf(request.output, "audio").codecType);
 }
 
-TEST_F(ExportTest, AClipWithoutSoundGivesASilentVideo)
+TEST_F(ExportTest, IsSilentForAClipWithoutSound)
 {
     const ClipRecipe recipe = {.width = 320, .height = 180, .seconds = 1, .audio = false};
     const ExportRequest request = requestFor(clip(recipe), {.aspect = OutputAspect::square});
@@ -175,7 +175,7 @@ TEST_F(ExportTest, AClipWithoutSoundGivesASilentVideo)
     EXPECT_EQ(streamOf(request.output, "video").height, 1080);
 }
 
-TEST_F(ExportTest, NamesAreTakenAsTheyAre)
+TEST_F(ExportTest, AcceptsAnyFileName)
 {
     const ExportSettings settings = {.aspect = OutputAspect::custom, .customWidth = 90, .customHeight = 160};
     const auto first = clip({.width = 320, .height = 180, .seconds = 0.5}, "plain.mov");
@@ -191,13 +191,13 @@ TEST_F(ExportTest, NamesAreTakenAsTheyAre)
     }
 }
 
-TEST_F(ExportTest, AVerticalSourceIsRefused)
+TEST_F(ExportTest, RefusesAVerticalSource)
 {
     EXPECT_THROW(requestFor(clip({.width = 180, .height = 320, .seconds = 0.5})), MediaToolError);
     EXPECT_THROW(requestFor(clip({.width = 320, .height = 320, .seconds = 0.5})), MediaToolError);
 }
 
-TEST_F(ExportTest, AFailureSaysWhatTheToolSaid)
+TEST_F(ExportTest, ReportsTheToolsMessageWhenItFails)
 {
     ExportRequest request = requestFor(clip({.width = 320, .height = 180, .seconds = 0.5}));
     request.output = m_folder / "missing folder" / "out.mp4";
@@ -210,7 +210,7 @@ TEST_F(ExportTest, AFailureSaysWhatTheToolSaid)
     }
 }
 
-TEST_F(ExportTest, ACancelledExportEndsItsChildAndIsNoFailure)
+TEST_F(ExportTest, EndsItsChildWhenCancelledWithoutAFailure)
 {
     const ExportRequest request =
         requestFor(clip({.width = 1280, .height = 720, .seconds = 20, .audio = false}));

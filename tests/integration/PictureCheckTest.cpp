@@ -87,7 +87,7 @@ std::string greyOverlay(const std::string& condition)
 
 } // namespace
 
-TEST_F(PictureCheckTest, AnEncoderThatMakesOtherPicturesIsFound)
+TEST_F(PictureCheckTest, RejectsAResultWithOtherPictures)
 {
     const auto moving = m_folder / "moving.mp4";
     runFFmpeg({"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=25:duration=3,scroll=horizontal=0.01", "-c:v",
@@ -102,7 +102,7 @@ TEST_F(PictureCheckTest, AnEncoderThatMakesOtherPicturesIsFound)
     EXPECT_EQ(exportError(request, "s/setsar=1/setsar=1,hflip/g"), begin);
 }
 
-TEST_F(PictureCheckTest, AResultWhosePicturesCannotBeDecodedIsFound)
+TEST_F(PictureCheckTest, RejectsAResultWhosePicturesCannotBeDecoded)
 {
     const auto moving = clip({.seconds = 1, .audio = false});
     const ExportRequest request = requestFor(moving, 0, 1);
@@ -110,7 +110,7 @@ TEST_F(PictureCheckTest, AResultWhosePicturesCannotBeDecodedIsFound)
     EXPECT_EQ(exportError(request, "s/^setts=/noise=amount=1,setts=/"), begin);
 }
 
-TEST_F(PictureCheckTest, BlackAndFlatSourcesPass)
+TEST_F(PictureCheckTest, AcceptsBlackAndFlatSources)
 {
     const auto file = m_folder / "clip.mov";
     for (const char* filter :
@@ -125,7 +125,7 @@ TEST_F(PictureCheckTest, BlackAndFlatSourcesPass)
 }
 
 // White of high dynamic range is much brighter in the export than as a signal in the source.
-TEST_F(PictureCheckTest, HighDynamicRangePasses)
+TEST_F(PictureCheckTest, AcceptsHighDynamicRange)
 {
     const auto file = m_folder / "hdr.mkv";
     for (const char* transfer : {"smpte2084", "arib-std-b67"})
@@ -146,7 +146,7 @@ TEST_F(PictureCheckTest, HighDynamicRangePasses)
         }
 }
 
-TEST_F(PictureCheckTest, WhatIsRightPassesWhateverTheSource)
+TEST_F(PictureCheckTest, AcceptsRightResultsOfAnySource)
 {
     const auto passes = [&](const std::vector<std::string>& arguments, const std::string& name, double from,
                             double to) {

@@ -82,7 +82,7 @@ std::string frame(const SmallPicture& shown, unsigned char mark)
 
 } // namespace
 
-TEST(PictureComparison, KnowsAPictureAgainWhateverTheLossAndNoOther)
+TEST(PictureComparison, RecognisesAPictureDespiteLossAndNoOther)
 {
     for (const Row& row : rows)
         EXPECT_EQ(picture(row.result).resembles(picture(row.source)), row.same) << row.description;
@@ -103,7 +103,7 @@ TEST(PictureComparison, ReadsEachFrameIntoTheListThatItsMarkNames)
     EXPECT_TRUE(ComparedPictures::parse("").resultEnd.empty());
 }
 
-TEST(PictureComparison, TheEndIsAnyOfTheSourcesPicturesThere)
+TEST(PictureComparison, AcceptsAnyOfTheLastPicturesOfTheSourceAsTheEnd)
 {
     const auto at = [](int time) { return picture([time](int x, int y) { return scene(x + 5 * time, y); }); };
     ComparedPictures pictures;
@@ -121,7 +121,7 @@ TEST(PictureComparison, TheEndIsAnyOfTheSourcesPicturesThere)
     EXPECT_FALSE(pictures.sameEnd());
 }
 
-TEST(PictureComparison, WhatCannotBeDecodedIsNotCompared)
+TEST(PictureComparison, SkipsPicturesThatCannotBeDecoded)
 {
     const ComparedPictures nothing;
     EXPECT_TRUE(nothing.sameStart());
