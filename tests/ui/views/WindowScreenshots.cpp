@@ -116,6 +116,16 @@ TEST_F(WindowScreenshots, Complete)
     save(window, QStringLiteral("complete"));
 }
 
+TEST_F(WindowScreenshots, NoticeOfAnExportWhoseSourceWasReplaced)
+{
+    WindowWithFakes window;
+    load(window);
+    Q_EMIT window.model().exportOfReplacedSourceEnded(
+        QStringLiteral("Evening-vertical.mp4 was not exported. No space left on device"));
+    WindowWithFakes::settle();
+    save(window, QStringLiteral("notice"));
+}
+
 TEST_F(WindowScreenshots, HintsAndFocus)
 {
     WindowWithFakes window;
