@@ -11,6 +11,13 @@ cmake --install "$1" --prefix "$prefix" >"$scratch/log" 2>&1 || { tail "$scratch
 expected="bin/stackreel
 bin/stackreel-cli
 lib/stackreel/Info.json
+lib/stackreel/colours/bt2020.cube
+lib/stackreel/colours/gamma22.cube
+lib/stackreel/colours/gamma28.cube
+lib/stackreel/colours/hlg.cube
+lib/stackreel/colours/p3.cube
+lib/stackreel/colours/pq.cube
+lib/stackreel/colours/smpte170m.cube
 lib/stackreel/ffmpeg
 lib/stackreel/ffprobe
 share/applications/$id.desktop
