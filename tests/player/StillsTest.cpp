@@ -185,6 +185,9 @@ TEST(Stills, StopWhenAStopIsRequested)
 /// Four of the images lie near the damaged frame.
 TEST(Stills, WaitBrieflyForWhatFollowsADamagedFrame)
 {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "GStreamer's decoder of PNG leaks each damaged picture, and zlib is not instrumented";
+#endif
     const MarkedClip clip{.name = "picture.avi", .frames = 30, .keyInterval = 1, .output = "-c:v png"};
     const auto file = corruptedCopy(clip.file(), "damaged-picture.avi",
                                     std::filesystem::file_size(clip.file()) * 3 / 10, 10);
