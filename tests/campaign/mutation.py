@@ -71,13 +71,13 @@ class Copy:
             raise SystemExit(f"the tests do not pass in {folder} before any change")
 
     def builds(self, folders):
-        return run(["ninja", "-C", "build", "-j", "1", *[name for each in folders for name in PROGRAMS[each]]], self.folder)
+        return run(
+            ["ninja", "-C", "build", "-j", "1", *[name for each in folders for name in PROGRAMS[each]]], self.folder
+        )
 
     def passes(self, name):
         # Each test program stops at its first failure.
-        return all(
-            run([f"build/tests/{each}", "--gtest_fail_fast"], self.folder, SECONDS) for each in PROGRAMS[name]
-        )
+        return all(run([f"build/tests/{each}", "--gtest_fail_fast"], self.folder, SECONDS) for each in PROGRAMS[name])
 
     def outcome(self, change):
         file = self.folder / change.file

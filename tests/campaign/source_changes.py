@@ -32,7 +32,9 @@ NUMBER = re.compile(r"(?<![\w.\"'])(\d+)(?![\w.'])")
 DECIMAL = re.compile(r"(?<![\w.])(\d*\.\d+)(?![\w.])")
 NEGATION = re.compile(r"!(?=[\w(])(?!=)")
 CONDITION = re.compile(r"^\s*(?:\} else )?(?:if|while) \((?P<condition>[^;=]*(?:[=!<>]=[^;=]*)*)\)(?: \{)?$")
-STATEMENT = re.compile(r"^(?P<indent>\s+)(?!return|co_return|throw|using|case|default|const |auto |static )[\w:.>(\[*-]+[(=+\-][^;]*;$")
+STATEMENT = re.compile(
+    r"^(?P<indent>\s+)(?!return|co_return|throw|using|case|default|const |auto |static )[\w:.>(\[*-]+[(=+\-][^;]*;$"
+)
 JUMP = re.compile(r"^\s+(?:break|continue);$")
 
 
@@ -101,6 +103,7 @@ def of_folder(root, folder):
             line = without_texts(original)
             if is_code(original):
                 changes += [
-                    Change(folder, file, number, start, end, new, original[start:end]) for start, end, new in edits(line)
+                    Change(folder, file, number, start, end, new, original[start:end])
+                    for start, end, new in edits(line)
                 ]
     return changes
