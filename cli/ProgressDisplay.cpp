@@ -13,10 +13,10 @@ namespace
 {
 
 using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
 
 constexpr auto readingInterval = 200ms;
 constexpr auto longestInterval = 5s;
-constexpr int plainLinePercent = 10;
 constexpr std::size_t widestBar = 78;
 // The terminal echoes "^C" after the bar when the user interrupts the program. These columns stay free for
 // it, so that the echo does not wrap to the next line.
@@ -24,20 +24,10 @@ constexpr std::size_t echoColumns = 3;
 
 } // namespace
 
-bool PlainLineSchedule::isDue(int percent, Time now)
+bool ProgressSchedule::isDue(int percent, Time now)
 {
-    if (percent == m_lastPercent)
-        return false;
-    if (percent < m_lastPercent + plainLinePercent && now < m_lastTime + longestInterval)
-        return false;
-    m_lastPercent = percent;
-    m_lastTime = now;
-    return true;
-}
-
-bool ReportSchedule::isDue(int percent, Time now)
-{
-    if (percent == m_lastPercent && now < m_lastTime + longestInterval)
+    const bool isLate = now >= m_lastTime + longestInterval;
+    if (percent < m_lastPercent + m_step && !(isLate && (m_repeats || percent != m_lastPercent)))
         return false;
     m_lastPercent = percent;
     m_lastTime = now;
@@ -47,8 +37,8 @@ bool ReportSchedule::isDue(int percent, Time now)
 ProgressDisplay::ProgressDisplay(double lengthSeconds, ProgressStyle style)
     : m_style(std::move(style)),
       m_estimate(lengthSeconds),
-      m_schedule(PlainLineSchedule::Time::clock::now()),
-      m_reports(ReportSchedule::Time::clock::now())
+      m_schedule(m_style.report ? ProgressSchedule::reports(Clock::now())
+                                : ProgressSchedule::plainLines(Clock::now()))
 {
     // A quiet display also reads from the start, because only the last part of a long text can be read.
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
@@ -88,13 +78,13 @@ void ProgressDisplay::show()
     const Progress& progress = m_estimate.current();
     if (const auto width = StandardStreams::errorTerminalWidth())
         drawBar(std::min(*width - std::min(*width, echoColumns), widestBar));
-    else if (m_schedule.isDue(progress.percent, PlainLineSchedule::Time::clock::now()))
+    else if (m_schedule.isDue(progress.percent, Clock::now()))
         StandardStreams::writeError(progress.line() + "\n");
 }
 
 void ProgressDisplay::report()
 {
-    if (m_reports.isDue(m_estimate.current().percent, ReportSchedule::Time::clock::now()))
+    if (m_schedule.isDue(m_estimate.current().percent, Clock::now()))
         m_style.report(m_estimate.current());
 }
 

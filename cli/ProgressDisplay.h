@@ -14,36 +14,29 @@
 namespace stackreel
 {
 
-/// Decides when the next plain line of progress is printed: when the percentage has grown by ten, or when it
-/// has changed and five seconds have passed. Pure.
-class PlainLineSchedule
+/// Decides when the progress is written next. Pure.
+class ProgressSchedule
 {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    explicit PlainLineSchedule(Time start) : m_lastTime(start) {}
-    /// Whether a line is due now. If so, the next line is scheduled from this percentage and this time.
+    /// For people: due when the percentage has grown by ten, or has changed and five seconds have passed.
+    static ProgressSchedule plainLines(Time start) { return {start, 10, false}; }
+    /// For programs: due when the percentage has changed, or five seconds have passed.
+    static ProgressSchedule reports(Time start) { return {start, 1, true}; }
+
+    /// Whether the progress is due now. If so, the next is scheduled from this percentage and this time.
     bool isDue(int percent, Time now);
 
 private:
+    ProgressSchedule(Time start, int step, bool repeats) : m_lastTime(start), m_step(step), m_repeats(repeats)
+    {
+    }
+
     Time m_lastTime;
     int m_lastPercent = 0;
-};
-
-/// Decides when the progress is reported to a program next: when the percentage has changed, or when five
-/// seconds have passed. Pure.
-class ReportSchedule
-{
-public:
-    using Time = std::chrono::steady_clock::time_point;
-
-    explicit ReportSchedule(Time start) : m_lastTime(start) {}
-    /// Whether a report is due now. If so, the next one is scheduled from this percentage and this time.
-    bool isDue(int percent, Time now);
-
-private:
-    Time m_lastTime;
-    int m_lastPercent = 0;
+    int m_step;
+    bool m_repeats; // an unchanged percentage
 };
 
 /// How the progress of an export is shown.
@@ -84,8 +77,7 @@ private:
     CapturedText m_text;
     EncoderStatusReader m_reader;
     ProgressEstimate m_estimate;
-    PlainLineSchedule m_schedule;
-    ReportSchedule m_reports;
+    ProgressSchedule m_schedule;
     QTimer m_timer;
     std::string m_drawn; // the bar on the terminal, with its carriage return; empty when no bar is shown
 };

@@ -71,10 +71,10 @@ TEST(Progress, CutsTheLineWithoutRoomForABar)
     EXPECT_EQ(half.bar(0), "");
 }
 
-TEST(PlainLineSchedule, IsDueAfterTenPercentOrFiveSeconds)
+TEST(ProgressSchedule, IsDueForPeopleAfterTenPercentOrFiveSeconds)
 {
-    const PlainLineSchedule::Time start{};
-    PlainLineSchedule schedule(start);
+    const ProgressSchedule::Time start{};
+    auto schedule = ProgressSchedule::plainLines(start);
     EXPECT_FALSE(schedule.isDue(0, start + 1h));
     EXPECT_FALSE(schedule.isDue(9, start + 1s));
     EXPECT_TRUE(schedule.isDue(10, start + 2s));
@@ -84,10 +84,10 @@ TEST(PlainLineSchedule, IsDueAfterTenPercentOrFiveSeconds)
     EXPECT_TRUE(schedule.isDue(100, start + 7s));
 }
 
-TEST(ReportSchedule, IsDueAfterOnePercentOrFiveSeconds)
+TEST(ProgressSchedule, IsDueForProgramsAfterOnePercentOrFiveSeconds)
 {
-    const ReportSchedule::Time start{};
-    ReportSchedule schedule(start);
+    const ProgressSchedule::Time start{};
+    auto schedule = ProgressSchedule::reports(start);
     EXPECT_FALSE(schedule.isDue(0, start + 4s));
     EXPECT_TRUE(schedule.isDue(0, start + 5s));
     EXPECT_FALSE(schedule.isDue(0, start + 9s));
