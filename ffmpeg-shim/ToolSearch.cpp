@@ -14,7 +14,11 @@ namespace stackreel::shim
 namespace
 {
 
-constexpr const char* visitedVariable = "STACKREEL_SHIM_VISITED";
+/// The environment variable with the files that were visited under a name.
+std::string visitedVariable(const std::string& name)
+{
+    return "STACKREEL_SHIM_VISITED_" + name;
+}
 
 bool isExecutableFile(const std::string& path)
 {
@@ -24,9 +28,9 @@ bool isExecutableFile(const std::string& path)
     return ::faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0;
 }
 
-std::vector<FileIdentity> visitedFiles()
+std::vector<FileIdentity> visitedFiles(const std::string& name)
 {
-    const char* const text = std::getenv(visitedVariable);
+    const char* const text = std::getenv(visitedVariable(name).c_str());
     std::vector<FileIdentity> visited = identitiesFromText(text ? text : "");
     if (const auto self = identityOf("/proc/self/exe"))
         visited.push_back(*self);
@@ -84,14 +88,14 @@ std::optional<FoundTool> findTool(std::string_view name, const std::vector<std::
 
 std::optional<std::string> systemTool(const std::string& name)
 {
-    std::vector<FileIdentity> visited = visitedFiles();
+    std::vector<FileIdentity> visited = visitedFiles(name);
     std::vector<std::string> folders = fixedFolders(workingDirectory());
     std::ranges::copy(searchFolders(std::getenv("PATH")), std::back_inserter(folders));
     const auto tool = findTool(name, folders, visited);
     if (!tool)
         return std::nullopt;
     visited.push_back(tool->identity);
-    ::setenv(visitedVariable, identitiesText(visited).c_str(), 1);
+    ::setenv(visitedVariable(name).c_str(), identitiesText(visited).c_str(), 1);
     return tool->path;
 }
 

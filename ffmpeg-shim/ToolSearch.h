@@ -37,9 +37,11 @@ std::optional<FoundTool> findTool(std::string_view name, const std::vector<std::
 /// `fixedFolders` and then on PATH that is not this program.
 ///
 /// PATH may contain two copies of this program, or a script that starts this program again; each would then
-/// start the other for ever. To prevent that, the environment variable STACKREEL_SHIM_VISITED lists the files
-/// that have already run as this program or that it has chosen, and none of them is chosen again. The call
-/// adds this program and the tool that it returns to the variable, which the next program inherits.
+/// start the other for ever. To prevent that, the environment variable STACKREEL_SHIM_VISITED_ffmpeg or
+/// STACKREEL_SHIM_VISITED_ffprobe lists the files that have already run as this program or that it has chosen
+/// under that name, and none of them is chosen again under it. The other name may lead to the same file: some
+/// package managers install both tools as links to one launcher. The call adds this program and the tool that
+/// it returns to the variable, which the next program inherits.
 std::optional<std::string> systemTool(const std::string& name);
 
 } // namespace stackreel::shim

@@ -26,7 +26,7 @@ std::vector<std::string> environmentOf(const Invocation& invocation)
         const std::string text = *entry;
         const std::string name = text.substr(0, text.find('='));
         const auto names = [&](const auto& variable) { return variable.first == name; };
-        if (name != "STACKREEL_SHIM_VISITED" && std::ranges::none_of(replaced, names))
+        if (!name.starts_with("STACKREEL_SHIM_VISITED_") && std::ranges::none_of(replaced, names))
             entries.push_back(text);
     }
     for (const auto& [name, value] : replaced)

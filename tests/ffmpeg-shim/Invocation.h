@@ -27,8 +27,8 @@ struct Outcome {
 struct Invocation {
     std::filesystem::path program;
     std::vector<std::string> arguments;
-    /// Environment variables that differ from those of this process. STACKREEL_SHIM_VISITED is always unset,
-    /// unless it is among them.
+    /// Environment variables that differ from those of this process. Those whose names begin with
+    /// STACKREEL_SHIM_VISITED_ are always unset, unless they are among them.
     std::vector<std::pair<std::string, std::string>> variables;
     /// The file for standard input.
     std::filesystem::path input = "/dev/null";

@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr const char* script = "#!/bin/sh\n";
-constexpr const char* visitedVariable = "STACKREEL_SHIM_VISITED";
+constexpr const char* visitedVariable = "STACKREEL_SHIM_VISITED_tool";
 
 /// The path that `findTool` returns for the name "tool"; empty if it finds nothing.
 std::string pathFound(const std::vector<std::string>& folders, const std::vector<FileIdentity>& avoided = {})
@@ -101,6 +101,21 @@ TEST(ToolSearch, ExcludesAVisitedToolInChildProcesses)
     const auto handedDown = identitiesFromText(std::getenv(visitedVariable));
     EXPECT_EQ(handedDown, (std::vector{identityOf("/proc/self/exe").value(), identityOf(first).value()}));
     EXPECT_EQ(systemTool("tool"), second);
+    EXPECT_EQ(systemTool("tool"), std::nullopt);
+}
+
+TEST(ToolSearch, FindsOneFileUnderTwoNames)
+{
+    const TemporaryDirectory folder;
+    const std::string launcher = folder.writeExecutable("launcher", script).string();
+    std::filesystem::create_directories(folder / "bin");
+    for (const char* name : {"tool", "other"})
+        std::filesystem::create_symlink(launcher, folder / "bin" / name);
+    const ScopedEnvironment path("PATH", (folder / "bin").string());
+    const ScopedEnvironment visited(visitedVariable, std::nullopt);
+    const ScopedEnvironment otherVisited("STACKREEL_SHIM_VISITED_other", std::nullopt);
+    EXPECT_EQ(systemTool("tool"), (folder / "bin" / "tool").string());
+    EXPECT_EQ(systemTool("other"), (folder / "bin" / "other").string());
     EXPECT_EQ(systemTool("tool"), std::nullopt);
 }
 
