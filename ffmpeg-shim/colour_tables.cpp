@@ -1,7 +1,9 @@
 // Writes the colour tables into a folder, which is its only argument. The build runs it once.
 #include "ffmpeg-shim/ColourTable.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 
 using namespace stackreel::shim;
@@ -16,10 +18,13 @@ int main(int argc, char** argv)
         return 2;
     }
     for (const ColourTable& table : colourTables()) {
-        std::ofstream file(std::string(argv[1]) + "/" + table.name + ".cube");
+        const std::string path = std::string(argv[1]) + "/" + table.name + ".cube";
+        std::ofstream file(path);
         file << cubeFile(table, pointsPerComponent);
-        if (!file.flush())
+        if (!file.flush()) {
+            std::fprintf(stderr, "%s: %s\n", path.c_str(), std::strerror(errno));
             return 1;
+        }
     }
     return 0;
 }
