@@ -15,26 +15,12 @@ namespace
 
 using namespace std::chrono_literals;
 
-// Wakes the receiving thread in `finish` and in `hasArrived`.
-constexpr int wakeUp = SIGUSR2;
-
 TerminationSignals* existing = nullptr;
-
-sigset_t signalsToAwait()
-{
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, wakeUp);
-    for (const int signal : endingSignals)
-        if (!isIgnored(signal))
-            sigaddset(&signals, signal);
-    return signals;
-}
 
 } // namespace
 
 TerminationSignals::TerminationSignals(std::chrono::milliseconds patience)
-    : m_awaited(signalsToAwait()), m_patience(patience)
+    : m_awaited(blockedSignals()), m_patience(patience)
 {
     ::signal(SIGPIPE, SIG_IGN);
     // The parent process may have ignored SIGCHLD, which is inherited through exec. The kernel would then
@@ -66,7 +52,7 @@ bool TerminationSignals::hasArrived()
     if (m_thread.joinable()) {
         // The thread may have taken a signal without recording it yet. It does so before it takes the next.
         const unsigned before = m_wakeUps;
-        pthread_kill(m_thread.native_handle(), wakeUp);
+        pthread_kill(m_thread.native_handle(), wakeUpSignal);
         m_wakeUps.wait(before);
     }
     return m_received != 0;
@@ -77,7 +63,7 @@ int TerminationSignals::finish()
     if (!m_thread.joinable())
         return m_received;
     m_ended = true;
-    pthread_kill(m_thread.native_handle(), wakeUp);
+    pthread_kill(m_thread.native_handle(), wakeUpSignal);
     m_thread.join();
     // Another signal may have arrived after the thread was woken up to end.
     const timespec noTime{};
@@ -116,7 +102,7 @@ std::optional<int> TerminationSignals::next()
 
 void TerminationSignals::record(int signal)
 {
-    if (signal == wakeUp) {
+    if (signal == wakeUpSignal) {
         ++m_wakeUps;
         m_wakeUps.notify_one();
         return;

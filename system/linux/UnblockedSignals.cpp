@@ -7,10 +7,7 @@ namespace stackreel
 
 UnblockedSignals::UnblockedSignals()
 {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : endingSignals)
-        sigaddset(&signals, signal);
+    const sigset_t signals = blockedSignals();
     pthread_sigmask(SIG_UNBLOCK, &signals, &m_before);
 }
 
