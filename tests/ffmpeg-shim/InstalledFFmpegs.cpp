@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 
 namespace stackreel::shim
 {
@@ -26,10 +27,11 @@ std::vector<fs::path> roots()
     return found;
 }
 
-/// A shell script that runs a program of another Debian root by `exec`.
+/// A shell script that runs a program of another Debian root by `exec`. The link `root` beside the script
+/// leads to that root.
 std::string wrapper(const fs::path& root, const std::string& program)
 {
-    const std::string text = "#!/bin/sh\nroot='" + root.string() + "'\n";
+    const std::string text = "#!/bin/sh\nroot=${0%/*}/root\n";
     const std::string file = "\"$root/usr/bin/" + program + "\" \"$@\"\n";
     if (!fs::exists(root / "lib64/ld-linux-x86-64.so.2"))
         return text + "exec " + file;
@@ -50,6 +52,7 @@ InstalledFFmpegs::InstalledFFmpegs()
         const fs::path folder = root.filename();
         for (const char* program : {"ffmpeg", "ffprobe"})
             m_wrappers.writeExecutable(folder / program, wrapper(root, program));
+        fs::create_directory_symlink(fs::absolute(root), m_wrappers / folder / "root");
         add((m_wrappers / folder).string() + ":" + systemPath);
     }
 }
@@ -58,8 +61,9 @@ void InstalledFFmpegs::add(const std::string& path)
 {
     const Outcome outcome = run({shimProgram("ffmpeg"), {"-version"}, {{"PATH", path}}});
     const std::string line = outcome.output.substr(0, outcome.output.find(" Copyright"));
-    if (outcome.exitStatus() == 0)
-        m_all.push_back({line, path});
+    if (outcome.exitStatus() != 0)
+        throw std::runtime_error("FFmpeg does not run with PATH=" + path + "\n" + outcome.errors);
+    m_all.push_back({line, path});
 }
 
 std::string InstalledFFmpegs::names() const

@@ -20,8 +20,10 @@ struct InstalledFFmpeg {
 class InstalledFFmpegs
 {
 public:
+    /// Throws `std::runtime_error` when one of them does not run.
     InstalledFFmpegs();
 
+    /// Never empty.
     const std::vector<InstalledFFmpeg>& all() const { return m_all; }
     /// The versions as one line of text.
     std::string names() const;
