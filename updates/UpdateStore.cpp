@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSaveFile>
 
 #include <algorithm>
@@ -16,6 +17,7 @@ namespace
 
 constexpr const char* lastCheckKey = "lastCheck";
 constexpr const char* newestSerialKey = "newestSerial";
+constexpr std::chrono::seconds patience(1);
 
 QString nameOf(const std::filesystem::path& file)
 {
@@ -64,18 +66,16 @@ std::filesystem::path UpdateStore::standardFile()
 
 void UpdateStore::setLastCheck(Time time)
 {
-    State next = state();
-    next.lastCheck = Time(std::chrono::seconds(secondsOf(time)));
-    save(next);
+    m_unsavedCheck = Time(std::chrono::seconds(secondsOf(time)));
+    save();
 }
 
 void UpdateStore::setNewestSerial(std::int64_t serial)
 {
-    State next = state();
-    if (serial <= next.newestSerial)
+    if (serial <= newestSerial())
         return;
-    next.newestSerial = serial;
-    save(next);
+    m_newestSerial = serial;
+    save();
 }
 
 UpdateStore::State UpdateStore::state() const
@@ -100,17 +100,24 @@ UpdateStore::State UpdateStore::storedState() const
     return stored;
 }
 
-void UpdateStore::save(const State& state)
+void UpdateStore::save()
 {
-    m_newestSerial = state.newestSerial;
-    m_unsavedCheck = write(state) ? std::nullopt : state.lastCheck;
+    const QString name = nameOf(m_file);
+    QDir().mkpath(QFileInfo(name).path());
+    // Lock before reading: a serial that another process stores between the reading and the writing would be
+    // lost.
+    QLockFile lock(name + QStringLiteral(".lock"));
+    if (!lock.tryLock(patience))
+        return;
+    const State next = state();
+    m_newestSerial = next.newestSerial;
+    if (write(next))
+        m_unsavedCheck.reset();
 }
 
 bool UpdateStore::write(const State& state) const
 {
-    const QString name = nameOf(m_file);
-    QDir().mkpath(QFileInfo(name).path());
-    QSaveFile file(name);
+    QSaveFile file(nameOf(m_file));
     if (!file.open(QIODevice::WriteOnly))
         return false;
     file.write("[General]\n");

@@ -9,8 +9,9 @@ namespace stackreel
 {
 
 /// The updater's state between runs, in a small file of the user. A missing or broken file counts as empty.
-/// If the file cannot be written, the object keeps the state in memory. Several processes may share the file.
-/// Main thread; no call waits for another process.
+/// If the file cannot be written, the object keeps the state in memory. Several processes may share the file:
+/// a lock file beside it (`updates.ini.lock`) keeps their writes apart. A write waits for that of another
+/// process for at most a second; then the object keeps the state in memory until its next write. Main thread.
 class UpdateStore
 {
 public:
@@ -37,7 +38,7 @@ private:
 
     State state() const;
     State storedState() const;
-    void save(const State& state);
+    void save();
     bool write(const State& state) const;
 
     std::filesystem::path m_file;

@@ -3,10 +3,17 @@
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryDirectory.h"
 
+#include <QFile>
+#include <QLockFile>
+
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <barrier>
+#include <string>
+#include <thread>
 
 namespace stackreel
 {
@@ -83,6 +90,43 @@ TEST(UpdateStore, SharesItsFileWithOtherPrograms)
     other.setNewestSerial(5);
     EXPECT_EQ(store.lastCheck(), UpdateStore::Time(1s));
     EXPECT_EQ(other.newestSerial(), 7);
+}
+
+TEST(UpdateStore, KeepsWhatTwoProgramsWriteAtTheSameTime)
+{
+    const TemporaryDirectory folder;
+    for (int round = 0; round < 20; ++round) {
+        const auto file = folder / (std::to_string(round) + ".ini");
+        std::barrier begin(2);
+        std::thread other([&] {
+            UpdateStore store(file);
+            begin.arrive_and_wait();
+            store.setNewestSerial(7);
+        });
+        UpdateStore store(file);
+        begin.arrive_and_wait();
+        store.setLastCheck(UpdateStore::Time(1s));
+        other.join();
+        const UpdateStore written(file);
+        EXPECT_EQ(written.newestSerial(), 7) << round;
+        EXPECT_EQ(written.lastCheck(), UpdateStore::Time(1s)) << round;
+    }
+}
+
+TEST(UpdateStore, WritesLaterWhatItKeptInMemoryWhileAnotherProgramHeldTheLock)
+{
+    const TemporaryDirectory folder;
+    const auto file = folder / "updates.ini";
+    UpdateStore store(file);
+    {
+        QLockFile lock(QFile::decodeName((file.string() + ".lock").c_str()));
+        ASSERT_TRUE(lock.tryLock());
+        store.setNewestSerial(7);
+        EXPECT_EQ(store.newestSerial(), 7);
+        EXPECT_EQ(UpdateStore(file).newestSerial(), 0);
+    }
+    store.setLastCheck(UpdateStore::Time(1s));
+    EXPECT_EQ(UpdateStore(file).newestSerial(), 7);
 }
 
 TEST(UpdateStore, DoesNotBlockOnAPipeOrALock)
