@@ -2,6 +2,7 @@
 
 #include "system/CleanupProcess.h"
 #include "system/Files.h"
+#include "system/Folder.h"
 #include "system/PrivateFolder.h"
 #include "system/SystemError.h"
 
@@ -9,6 +10,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <system_error>
 
 namespace stackreel
@@ -43,11 +45,25 @@ struct FolderOfThisRun {
     FolderOfThisRun() : path(folderPath().string() + "-" + newUuid()), temporary(path)
     {
         Files::createPrivateDirectory(path);
+        held.emplace(path);
     }
 
     std::filesystem::path path;
     TemporaryPath temporary;
+    std::optional<Folder> held;
 };
+
+/// The path of the folder of this run. A new one is made if another program, such as a cleaner of the
+/// temporary directory, has removed it.
+std::filesystem::path folderOfThisRun()
+{
+    static std::mutex lock;
+    static auto& current = *new std::unique_ptr<FolderOfThisRun>; // never destroyed
+    const std::lock_guard guard(lock);
+    if (current == nullptr || !current->held->isInPlace())
+        current = std::make_unique<FolderOfThisRun>();
+    return current->path;
+}
 
 std::filesystem::path openFolder()
 {
@@ -57,8 +73,7 @@ std::filesystem::path openFolder()
         return path;
     } catch (const SystemError&) {
         // Another user may have created something by that name, which this user cannot remove.
-        static const auto& ofThisRun = *new FolderOfThisRun; // never destroyed
-        return ofThisRun.path;
+        return folderOfThisRun();
     }
 }
 
@@ -85,7 +100,7 @@ void PreviewCopies::removeUnused() noexcept
             return;
         const PrivateFolder folder(path);
         if (folder.lockExclusively())
-            removeCopies(path);
+            removeCopies(folder.heldPath());
     } catch (const std::exception&) {
         // A later start tries again; a new copy reports what is wrong with the folder.
     }

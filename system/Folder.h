@@ -31,8 +31,8 @@ public:
     /// step: another program that gives the name to a file of its own right between them loses that file.
     void remove(const std::string& name, FileIdentity file) const noexcept;
     /// Whether an existing file may be replaced. Returns 0 or an errno value, for example EPERM for the file
-    /// of another user in a sticky folder. Removes no file; an empty folder that has taken the name is
-    /// removed.
+    /// of another user in a sticky folder, EISDIR for a folder. Changes nothing, except that an empty folder
+    /// is removed that takes the name during this call.
     int errorOnReplacing(const std::string& name) const noexcept;
     /// Renames a file in the folder. With `replace` an existing destination is replaced atomically. Without
     /// it an existing destination is an error (EEXIST) and stays as it was. Throws `SystemError`.

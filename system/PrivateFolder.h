@@ -28,6 +28,10 @@ public:
     /// or when its file system has no locks.
     bool lockExclusively() const;
 
+    /// A path to this folder that leads there as long as the object exists, also where another folder or a
+    /// link has taken the name. Only for this process.
+    std::filesystem::path heldPath() const;
+
 private:
     int m_descriptor;
 };

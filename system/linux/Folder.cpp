@@ -72,6 +72,10 @@ void Folder::remove(const std::string& name, FileIdentity file) const noexcept
 
 int Folder::errorOnReplacing(const std::string& name) const noexcept
 {
+    struct stat found = {};
+    if (systemCalls().fstatat(m_descriptor, name.c_str(), &found, AT_SYMLINK_NOFOLLOW) == 0 &&
+        S_ISDIR(found.st_mode))
+        return EISDIR;
     // This call removes folders only. For a file that may be removed or replaced it fails with ENOTDIR, and
     // for another one with the reason.
     const int result = ::unlinkat(m_descriptor, name.c_str(), AT_REMOVEDIR);

@@ -87,4 +87,9 @@ bool PrivateFolder::lockExclusively() const
     return false;
 }
 
+std::filesystem::path PrivateFolder::heldPath() const
+{
+    return "/proc/self/fd/" + std::to_string(m_descriptor);
+}
+
 } // namespace stackreel

@@ -2,6 +2,7 @@
 
 #include "system/PrivateFolder.h"
 #include "tests/support/ScopedEnvironment.h"
+#include "tests/support/ScopedSystemCalls.h"
 #include "tests/support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -76,6 +77,21 @@ TEST_F(PreviewCopiesTest, UseANewPrivateFolderWhenTheirFolderCannotBeUsed)
     EXPECT_TRUE(fs::is_empty(m_temporary / "elsewhere"));
 }
 
+TEST_F(PreviewCopiesTest, UseAnotherNewFolderAfterTheirsWasRemoved)
+{
+    m_temporary.write(m_folder.filename(), "a file in the way");
+    const auto removed = PreviewCopies::newFile().parent_path();
+    fs::remove(removed);
+    const auto folder = PreviewCopies::newFile().parent_path();
+    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+    EXPECT_EQ(PreviewCopies::newFile().parent_path(), folder);
+
+    fs::remove(folder);
+    fs::create_directory(m_temporary / "elsewhere");
+    fs::create_directory_symlink(m_temporary / "elsewhere", folder);
+    EXPECT_NE(PreviewCopies::newFile().parent_path(), folder) << "somebody's link has its name";
+}
+
 TEST_F(PreviewCopiesTest, OfEarlierRunsAreRemoved)
 {
     m_temporary.write(m_folder.filename() / "one.mp4", "an earlier copy");
@@ -102,6 +118,25 @@ TEST_F(PreviewCopiesTest, AreNotRemovedThroughAPlantedLink)
     fs::create_directory_symlink(m_temporary / "elsewhere", m_folder);
     PreviewCopies::removeUnused();
     EXPECT_TRUE(fs::exists(m_temporary / "elsewhere/film.mp4"));
+}
+
+TEST_F(PreviewCopiesTest, AreNotRemovedThroughALinkThatTakesTheNameOfTheirFolder)
+{
+    m_temporary.write("elsewhere/film.mp4", "somebody's film");
+    m_temporary.write(m_folder.filename() / "one.mp4", "an earlier copy");
+    static const SystemCalls before = systemCalls();
+    ScopedSystemCalls calls;
+    calls->openat = [](int folder, const char* path, int flags, mode_t mode) {
+        const int descriptor = before.openat(folder, path, flags, mode);
+        if (const fs::path name = path; name == PrivateFolder::pathOfUser("Stackreel")) {
+            fs::rename(name, name.string() + " renamed");
+            fs::create_directory_symlink(name.parent_path() / "elsewhere", name);
+        }
+        return descriptor;
+    };
+    PreviewCopies::removeUnused();
+    EXPECT_TRUE(fs::exists(m_temporary / "elsewhere/film.mp4"));
+    EXPECT_TRUE(fs::is_empty(m_folder.string() + " renamed"));
 }
 
 TEST_F(PreviewCopiesTest, NeedNoFolderToBeRemoved)

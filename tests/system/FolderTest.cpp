@@ -73,6 +73,17 @@ TEST_F(FolderTest, RenamesAndReplacesOnlyWithReplace)
     EXPECT_EQ(contentOf(m_directory / "folder/other"), "new");
 }
 
+TEST_F(FolderTest, MayReplaceAFileButNoFolder)
+{
+    write("file", "old");
+    fs::create_directory(m_directory / "folder/empty");
+    EXPECT_EQ(m_folder->errorOnReplacing("file"), 0);
+    EXPECT_EQ(m_folder->errorOnReplacing("none"), 0);
+    EXPECT_EQ(m_folder->errorOnReplacing("empty"), EISDIR);
+    EXPECT_EQ(contentOf(m_directory / "folder/file"), "old");
+    EXPECT_TRUE(fs::exists(m_directory / "folder/empty"));
+}
+
 TEST_F(FolderTest, ReachesItsFilesAfterItWasRenamed)
 {
     ASSERT_EQ(create("a", fs::perms::owner_all), 0);
