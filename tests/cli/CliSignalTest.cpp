@@ -2,13 +2,18 @@
 #include "system/RunningChildren.h"
 #include "tests/cli/CliInstallation.h"
 #include "tests/support/Awaited.h"
+#include "tests/support/ChildReport.h"
 
 #include <gtest/gtest.h>
+
+#include <fcntl.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -249,15 +254,34 @@ TEST(CliProgress, IsPlainLinesWithoutATerminal)
     EXPECT_EQ(running.result().error, "42 %, 2.10x, 0:03 left\n");
 }
 
+/// Whether the program has read what a tool wrote to standard error: it holds the file with that text open.
+bool hasReadProgress(pid_t program)
+{
+    const std::filesystem::path process = "/proc/" + std::to_string(program);
+    std::error_code none;
+    for (const auto& entry : std::filesystem::directory_iterator(process / "fd", none)) {
+        if (std::filesystem::read_symlink(entry, none).filename() != "stderr")
+            continue;
+        auto facts = keysAndValues(contentOf(process / "fdinfo" / entry.path().filename()));
+        const bool isForReading = (std::strtol(facts["flags"].c_str(), nullptr, 8) & O_ACCMODE) == O_RDONLY;
+        if (isForReading && facts["pos"] != "0")
+            return true;
+    }
+    return false;
+}
+
 TEST(CliProgress, IsNotShownWhenQuiet)
 {
     for (const bool onTerminal : {false, true}) {
         const CliInstallation cli;
-        cli.setTool("ffmpeg",
-                    "printf 'frame=  1 time=00:00:04.20 bitrate=1 speed=2.1x    \\r' >&2; sleep 0.5; "
-                    "printf rendered >\"$last\"");
-        const CliResult result =
-            cli.run({"export", "clip.mov", "out.mp4", "--quiet"}, {.onTerminal = onTerminal});
+        cli.setTool("ffmpeg", "printf 'frame=  1 time=00:00:04.20 bitrate=1 speed=2.1x    \\r' >&2; pause; "
+                              "printf rendered >\"$last\"");
+        RunningCli running =
+            cli.start({"export", "clip.mov", "out.mp4", "--quiet"}, {.onTerminal = onTerminal});
+        cli.waitForPausedTool();
+        EXPECT_TRUE(eventually([&] { return hasReadProgress(running.pid()); }));
+        cli.resumeTool();
+        const CliResult result = running.result();
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.error, "");
         EXPECT_EQ(result.output, "Saved out.mp4\n");

@@ -19,6 +19,7 @@ Rectangle {
         id: segment
 
         property real travel: -width
+        readonly property bool travels: bar.visible && !MotionPreference.reduced
 
         objectName: "segment"
         // With reduced motion, the segment fades in and out in the middle. A filled bar would mean "done".
@@ -34,7 +35,7 @@ Rectangle {
             duration: 1400
             easing.type: Easing.InOutSine
             loops: Animation.Infinite
-            running: bar.visible && !MotionPreference.reduced
+            running: segment.travels
         }
 
         SequentialAnimation on opacity {

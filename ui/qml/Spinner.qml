@@ -10,6 +10,7 @@ Item {
     property color color: "white"
     property int phase: 0
     readonly property int spokes: 10
+    readonly property bool rotates: visible && !MotionPreference.reduced
 
     implicitWidth: 32
     implicitHeight: width
@@ -39,7 +40,7 @@ Item {
     Timer {
         interval: 90
         repeat: true
-        running: spinner.visible && !MotionPreference.reduced
+        running: spinner.rotates
         onTriggered: spinner.phase = (spinner.phase + 1) % spinner.spokes
     }
 }
