@@ -29,16 +29,6 @@ void printArguments(const ExportRequest& request, bool json)
                                       : ArgumentsText::lines(command.arguments));
 }
 
-/// Writes a line that is not worth a failure.
-void tryToWrite(const std::string& line)
-{
-    try {
-        StandardStreams::writeOutput(line);
-    } catch (const SystemError&) {
-        // The exit status says how the export ended.
-    }
-}
-
 /// Says that the file is in place. It is, whether or not that can be said.
 void announceSaved(const std::string& line)
 {
@@ -62,7 +52,7 @@ ProgressStyle progressStyle(const ExportOptions& options, const std::filesystem:
     if (!options.json)
         return {.quiet = options.quiet};
     const auto report = [source](const Progress& progress) {
-        tryToWrite(ExportEvents::progress(source, progress));
+        StandardStreams::tryToWriteOutput(ExportEvents::progress(source, progress));
     };
     return {.quiet = options.quiet, .report = report};
 }
@@ -129,7 +119,8 @@ QCoro::Task<> Commands::exportVideo(ExportOptions options, std::stop_token stop)
     if (!error)
         co_return;
     if (options.json && !options.dryRun)
-        tryToWrite(ExportEvents::failed(reportedPath(options.source), Failure::of(error)));
+        StandardStreams::tryToWriteOutput(
+            ExportEvents::failed(reportedPath(options.source), Failure::of(error)));
     std::rethrow_exception(error);
 }
 

@@ -5,7 +5,6 @@
 #include "cli/RecipeFile.h"
 #include "model/ExportFileName.h"
 #include "system/StandardStreams.h"
-#include "system/SystemError.h"
 
 #include <algorithm>
 #include <map>
@@ -63,16 +62,6 @@ Paths destinationsFor(const Paths& sources, const fs::path& folder)
     return destinations;
 }
 
-/// Writes what is not worth a failure.
-void tryToWrite(const std::string& text)
-{
-    try {
-        StandardStreams::writeOutput(text);
-    } catch (const SystemError&) {
-        // The exit status says how the exports ended.
-    }
-}
-
 /// The exports of several sources.
 class Exports
 {
@@ -117,8 +106,8 @@ private:
     [[noreturn]] void refuse(const std::exception_ptr& error) const
     {
         if (printsEvents())
-            tryToWrite(ExportEvents::failed(std::nullopt, Failure::of(error)) +
-                       ExportEvents::summary(m_tally));
+            StandardStreams::tryToWriteOutput(ExportEvents::failed(std::nullopt, Failure::of(error)) +
+                                              ExportEvents::summary(m_tally));
         std::rethrow_exception(error);
     }
 
@@ -131,7 +120,7 @@ private:
             ++m_tally.saved;
             // An empty line ends the arguments of each dry run.
             if (m_options.each.dryRun && !m_options.each.json)
-                tryToWrite("\n");
+                StandardStreams::tryToWriteOutput("\n");
         } catch (...) {
             error = std::current_exception();
         }
@@ -154,7 +143,7 @@ private:
     void summarise() const
     {
         if (printsEvents())
-            tryToWrite(ExportEvents::summary(m_tally));
+            StandardStreams::tryToWriteOutput(ExportEvents::summary(m_tally));
         if (m_cancellation)
             std::rethrow_exception(m_cancellation);
         const std::string all = std::to_string(m_options.sources.size());
@@ -162,7 +151,7 @@ private:
             throw CliError(std::to_string(m_tally.failed) + " of " + all + " exports failed: " + m_failed +
                            ".");
         if (!m_options.each.json && !m_options.each.dryRun)
-            tryToWrite("Saved all " + all + " videos.\n");
+            StandardStreams::tryToWriteOutput("Saved all " + all + " videos.\n");
     }
 
     ExportManyOptions m_options;

@@ -20,6 +20,8 @@ struct StandardStreams {
     /// Writes the whole text to standard output. Throws `SystemError` when the stream is closed, the disk is
     /// full or the pipe is broken.
     static void writeOutput(std::string_view text);
+    /// Writes the whole text to standard output. A failure is ignored.
+    static void tryToWriteOutput(std::string_view text) noexcept;
     /// Writes the whole text to standard error. A failure is ignored, because it cannot be reported anywhere.
     static void writeError(std::string_view text) noexcept;
 

@@ -70,6 +70,11 @@ void StandardStreams::writeOutput(std::string_view text)
         throw SystemError(error, "write to", "standard output");
 }
 
+void StandardStreams::tryToWriteOutput(std::string_view text) noexcept
+{
+    writeAll(STDOUT_FILENO, text);
+}
+
 void StandardStreams::writeError(std::string_view text) noexcept
 {
     writeAll(STDERR_FILENO, text);
