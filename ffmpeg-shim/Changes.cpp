@@ -23,24 +23,12 @@ constexpr std::array traces = {
           {"time-stamps", "kept", "FFmpeg 5.1 repeats pictures and FFmpeg 7 loses the frame rate otherwise"}},
     Trace{",format=yuv444p",
           {"chroma", "full until the halves are stacked", "FFmpeg 5.1 crashes on halves of an odd height"}},
+    Trace{",trim=duration=",
+          {"duration", "limited by filters", "it counts from the first picture and the first sound"}},
+    Trace{"-force_key_frames",
+          {"key-frame", "near the end", "the last picture can be checked without decoding many others"}},
     Trace{"aformat=channel_layouts=",
           {"channel-layout", "named", "the AAC encoder refuses sound without a channel layout"}},
-    Trace{"setparams=", {"colours", "bt709", "players guess the colours of a file without tags"}},
-    Trace{"bwdif=", {"fields", "deinterlaced", "the source is interlaced"}},
-    Trace{"ispace=smpte170m", {"matrix", "bt709", "the source has that of BT.601"}},
-    Trace{"in_color_matrix=bt601", {"matrix", "bt709", "the source has that of BT.601"}},
-    Trace{"ispace=fcc", {"matrix", "bt709", "the source has that of FCC"}},
-    Trace{"ispace=smpte240m", {"matrix", "bt709", "the source has that of SMPTE 240M"}},
-    Trace{"ispace=bt2020ncl", {"matrix", "bt709", "the source has that of BT.2020"}},
-    Trace{"in_range=pc", {"range", "limited", "the source has the full range"}},
-    Trace{"/pq.cube", {"dynamic-range", "standard", "the source is PQ"}},
-    Trace{"/hlg.cube", {"dynamic-range", "standard", "the source is HLG"}},
-    Trace{"tonemap=", {"dynamic-range", "standard", "the source is PQ or HLG"}},
-    Trace{"/gamma22.cube", {"gamma", "bt709", "the source is for displays of gamma 2.2"}},
-    Trace{"/gamma28.cube", {"gamma", "bt709", "the source is for displays of gamma 2.8"}},
-    Trace{"/smpte170m.cube", {"primaries", "bt709", "the source has those of BT.601 for 525 lines"}},
-    Trace{"/bt2020.cube", {"primaries", "bt709", "the source has those of BT.2020"}},
-    Trace{"/p3.cube", {"primaries", "bt709", "the source has those of P3"}},
     Trace{"comment=", {"comment", "the recipe", "the export can be repeated from its file"}},
     Trace{"-ss", {"seek", "none", "FFmpeg 5.1 loses pictures of Flash files by a seek to 0"}},
 };
@@ -72,6 +60,15 @@ std::string Change::line() const
     return "[stackreel] " + std::string(name) + "=" + std::string(value) + ": " + std::string(reason);
 }
 
+std::string Change::warning() const
+{
+    if (value != unconverted)
+        return "";
+    std::string words(name);
+    std::ranges::replace(words, '-', ' ');
+    return "The video keeps the " + words + " of the source: " + std::string(reason) + ".";
+}
+
 std::vector<Change> changesBetween(const Arguments& requested, const Arguments& changed, H264Encoder encoder)
 {
     std::vector<Change> changes = {encoderChange(encoder)};
@@ -85,6 +82,8 @@ void report(const Change& change)
 {
     if (std::getenv("STACKREEL_REPORT_CHANGES") != nullptr)
         writeError(change.line());
+    else if (const std::string warning = change.warning(); !warning.empty())
+        writeError(warning);
 }
 
 } // namespace stackreel::shim

@@ -18,7 +18,7 @@ const std::string tags = "setparams=range=tv:color_primaries=bt709:color_trc=bt7
 const std::string toBt709 = "out_color_matrix=bt709:out_range=tv";
 
 // Each decoded picture is marked as interlaced or not. Files can have both; only the interlaced ones change.
-const std::string deinterlace = "bwdif=mode=send_frame:parity=auto:deint=interlaced";
+const std::string bwdif = "bwdif=mode=send_frame:parity=auto:deint=interlaced";
 
 const std::regex& halfScale()
 {
@@ -46,6 +46,65 @@ const std::regex& graphEnd()
     return pattern;
 }
 
+// FFmpeg turns the pictures for display before the first filter, and `bwdif` needs the lines of the fields as
+// they were. So the pictures are turned back before it, and turned again behind it.
+std::string deinterlaced(int rotation)
+{
+    const std::string clockwise = "transpose=clock", counterclockwise = "transpose=cclock";
+    switch (rotation) {
+    case 90:
+    case -270:
+        return clockwise + "," + bwdif + "," + counterclockwise;
+    case -90:
+    case 270:
+        return counterclockwise + "," + bwdif + "," + clockwise;
+    case 180:
+    case -180:
+        return "vflip," + bwdif + ",vflip";
+    default:
+        return bwdif;
+    }
+}
+
+/// What the filters `colorspace` and `setparams` call the matrix.
+std::string spaceName(const std::string& matrix)
+{
+    return matrix == "bt601" ? "smpte170m" : matrix == "bt2020" ? "bt2020nc" : matrix;
+}
+
+// `colorspace` converts matrix and range much faster than swscale, which goes through RGB.
+// Equal primaries and transfer characteristics keep it from converting those as well.
+std::string toBt709From(const std::string& matrix, bool fullRange)
+{
+    return "colorspace=ispace=" + spaceName(matrix) + ":irange=" + (fullRange ? "pc" : "tv") +
+           ":iprimaries=bt709:itrc=bt709:space=bt709:range=tv:primaries=bt709:trc=bt709";
+}
+
+/// The filters before the picture is split or scaled, each with a comma behind it. From FFmpeg 7 on, `scale`
+/// refuses pictures with the tag of a matrix that it does not know.
+std::string atTheStart(const ColourConversion& conversion)
+{
+    std::string filters;
+    if (conversion.isInterlaced)
+        filters += deinterlaced(conversion.rotation) + ",";
+    if (conversion.matrix == "ycgco")
+        return filters + "setparams=colorspace=bt709,scale=in_range=" + (conversion.fullRange ? "pc" : "tv") +
+               ":out_range=tv,format=yuv444p10," + toBt709From("ycgco", false) + ",";
+    if (std::ranges::count(conversion.unconverted, "matrix") > 0)
+        filters += "setparams=colorspace=" + spaceName(conversion.matrix) + ",";
+    return filters;
+}
+
+/// What is left to do behind those filters.
+ColourConversion afterTheStart(ColourConversion conversion)
+{
+    if (conversion.matrix == "ycgco") {
+        conversion.matrix = "bt709";
+        conversion.fullRange = false;
+    }
+    return conversion;
+}
+
 std::string fromSource(const ColourConversion& conversion)
 {
     if (conversion.matrix.empty())
@@ -63,51 +122,66 @@ std::string byTables(const ColourConversion& conversion, const ColourTables& tab
     return filters + ",scale=flags=" + exactFlags + ":" + toBt709;
 }
 
+/// The colours of high dynamic range as tags: zimg fails if one of them is unknown ("no path between
+/// colorspaces").
+std::string hdrTags(const ColourConversion& conversion)
+{
+    const std::string& table = conversion.tables.front();
+    const std::string primaries = table.ends_with("-p3")      ? "smpte432"
+                                  : table.ends_with("-bt709") ? "bt709"
+                                                              : "bt2020";
+    const std::string matrix = conversion.matrix.empty() ? "bt709" : spaceName(conversion.matrix);
+    const bool fullRange = conversion.fullRange && !conversion.isGrey;
+    return std::string("setparams=range=") + (fullRange ? "pc" : "tv") + ":color_primaries=" + primaries +
+           ":color_trc=" + (table.starts_with("pq") ? "smpte2084" : "arib-std-b67") + ":colorspace=" + matrix;
+}
+
 // zimg shows the reference white of 203 cd/m² (ITU-R BT.2408) as 1 and the highlights above it by the curve
 // of `ColourTable.h`. It needs even heights for 4:2:0, so the halves stay 4:4:4 until they are stacked.
-std::string byZscale()
+std::string byZscale(const ColourConversion& conversion)
 {
-    return ",format=yuv444p10,zscale=t=linear:npl=203,format=gbrpf32le,zscale=p=bt709,"
+    return ",format=yuv444p10," + hdrTags(conversion) +
+           ",zscale=t=linear:npl=203,format=gbrpf32le,zscale=p=bt709,"
            "tonemap=mobius:param=0.6:desat=0:peak=4.926,zscale=t=bt709:m=bt709:r=tv,format=yuv444p";
 }
 
 bool usesTables(const ColourConversion& conversion, const ColourTables& tables)
 {
-    return !conversion.tables.empty() && tables.filter == TableFilter::lut3d;
+    return tables.filter == TableFilter::lut3d && convertsTables(conversion, tables.filter);
 }
 
 bool usesZscale(const ColourConversion& conversion, const ColourTables& tables)
 {
-    return conversion.isHdr() && tables.filter == TableFilter::zscale;
+    return tables.filter == TableFilter::zscale && convertsTables(conversion, tables.filter);
+}
+
+/// Whether the samples stay as they are although swscale would change their range. It takes grey as full
+/// range, from FFmpeg 7 on whatever the tags say. The range of the others is converted by `atTheEnd`.
+bool keepsSamples(const ColourConversion& conversion)
+{
+    return conversion.isGrey ? !conversion.fullRange : conversion.fullRange;
 }
 
 /// The options and filters behind the size of a `scale` filter; empty if none are needed.
 std::string conversionFilters(const ColourConversion& conversion, const ColourTables& tables)
 {
     const std::string exact = ":flags=bicubic+" + exactFlags;
+    const std::string samples = keepsSamples(conversion) ? ":in_range=pc:out_range=pc" : "";
     if (usesTables(conversion, tables))
         return exact + fromSource(conversion) + byTables(conversion, tables);
-    if (usesZscale(conversion, tables))
-        return ":flags=bicubic" + byZscale();
+    const std::string zscale = usesZscale(conversion, tables) ? byZscale(conversion) : "";
     if (conversion.isRgb)
-        return exact + ":" + toBt709;
-    // `atTheEnd` converts the range.
-    return conversion.fullRange ? ":flags=bicubic:in_range=pc:out_range=pc" : "";
+        return exact + ":" + toBt709 + zscale;
+    return samples.empty() && zscale.empty() ? "" : ":flags=bicubic" + samples + zscale;
 }
 
-// `colorspace` converts matrix and range much faster than swscale, which goes through RGB.
-// Equal primaries and transfer characteristics keep it from converting those as well.
 std::string atTheEnd(const ColourConversion& conversion, const ColourTables& tables)
 {
     const bool done =
         usesTables(conversion, tables) || usesZscale(conversion, tables) || conversion.matrix.empty();
     if (done || (conversion.matrix == "bt709" && !conversion.fullRange))
         return tags;
-    const std::string matrix = conversion.matrix == "bt601"    ? "smpte170m"
-                               : conversion.matrix == "bt2020" ? "bt2020ncl"
-                                                               : conversion.matrix;
-    return "colorspace=ispace=" + matrix + ":irange=" + (conversion.fullRange ? "pc" : "tv") +
-           ":iprimaries=bt709:itrc=bt709:space=bt709:range=tv:primaries=bt709:trc=bt709," + tags;
+    return toBt709From(conversion.matrix, conversion.fullRange) + "," + tags;
 }
 
 /// Replaces each match by its first group and `text`, in which no character is special.
@@ -123,19 +197,18 @@ std::string replaced(const std::string& filters, const std::regex& pattern, cons
     return result.append(rest, filters.end());
 }
 
-std::string convertedGraph(const std::string& graph, const std::string& filters, const std::string& end,
-                           bool interlaced)
+std::string convertedGraph(const std::string& graph, const std::string& start, const std::string& filters,
+                           const std::string& end)
 {
     std::string result = filters.empty() ? graph : replaced(graph, halfScale(), filters);
     result = replaced(result, graphEnd(), "," + end);
-    return interlaced ? replaced(result, graphStart(), deinterlace + ",") : result;
+    return replaced(result, graphStart(), start);
 }
 
-std::string convertedCopy(const std::string& chain, const std::string& filters, const std::string& end,
-                          bool interlaced)
+std::string convertedCopy(const std::string& chain, const std::string& start, const std::string& filters,
+                          const std::string& end)
 {
-    const std::string result = filters.empty() ? chain : replaced(chain, copyScale(), filters);
-    return (interlaced ? deinterlace + "," : "") + result + "," + end;
+    return start + (filters.empty() ? chain : replaced(chain, copyScale(), filters)) + "," + end;
 }
 
 bool isExportGraph(const std::string& graph)
@@ -166,6 +239,12 @@ TableFilter preferredTableFilter(std::string_view listing, bool haveTables)
     return has("zscale") && has("tonemap") ? TableFilter::zscale : TableFilter::none;
 }
 
+bool convertsTables(const ColourConversion& conversion, TableFilter filter)
+{
+    return filter == TableFilter::lut3d ? !conversion.tables.empty()
+                                        : filter == TableFilter::zscale && conversion.isHdr();
+}
+
 std::string onlyInput(const Arguments& arguments)
 {
     Arguments copy = arguments;
@@ -187,15 +266,17 @@ Arguments withBt709(Arguments arguments, const ColourConversion& conversion, con
 {
     if (!canConvertColours(arguments))
         return arguments;
-    const std::string filters = conversionFilters(conversion, tables);
-    const std::string end = atTheEnd(conversion, tables);
+    const std::string start = atTheStart(conversion);
+    const ColourConversion rest = afterTheStart(conversion);
+    const std::string filters = conversionFilters(rest, tables);
+    const std::string end = atTheEnd(rest, tables);
     const auto graph = valueOf(arguments, "-filter_complex");
     if (graph != arguments.end()) {
-        *graph = convertedGraph(*graph, filters, end, conversion.isInterlaced);
+        *graph = convertedGraph(*graph, start, filters, end);
         return arguments;
     }
     const auto chain = valueOf(arguments, "-vf");
-    *chain = convertedCopy(*chain, filters, end, conversion.isInterlaced);
+    *chain = convertedCopy(*chain, start, filters, end);
     return arguments;
 }
 

@@ -19,6 +19,9 @@ enum class TableFilter {
 /// The preferred way in the list that `ffmpeg -filters` prints. `haveTables` is whether the files are there.
 TableFilter preferredTableFilter(std::string_view listing, bool haveTables);
 
+/// Whether the tables of the conversion are applied in that way, or their effect is computed.
+bool convertsTables(const ColourConversion& conversion, TableFilter filter);
+
 /// The folder with the colour tables, and how they are applied.
 struct ColourTables {
     TableFilter filter = TableFilter::lut3d;
@@ -34,8 +37,9 @@ std::string onlyInput(const Arguments& arguments);
 
 /// Changes the filters so that the pictures are BT.709 with limited range, and tagged as such. Matrix and
 /// range are converted at the end of the graph; RGB, primaries, gamma and high dynamic range where each half
-/// is scaled. Interlaced pictures are deinterlaced before they are split into halves. If the colours do not
-/// change, only the tags are set. Returns arguments for which `canConvertColours` is false unchanged.
+/// is scaled. Interlaced pictures are deinterlaced and YCgCo is converted before they are split into halves.
+/// If the colours do not change, only the tags are set. Tables that cannot be applied are left out. Returns
+/// arguments for which `canConvertColours` is false unchanged.
 Arguments withBt709(Arguments arguments, const ColourConversion& conversion, const ColourTables& tables);
 
 /// A file's path as the value of a filter's option.

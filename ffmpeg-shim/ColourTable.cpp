@@ -19,6 +19,7 @@ using Matrix = std::array<Rgb, 3>;
 
 // From linear R'G'B' with the named primaries to linear R'G'B' with those of BT.709; all have the white of
 // D65. SMPTE RP 177 has the calculation from the chromaticities in ITU-T H.273, table 2.
+constexpr Matrix fromBt709{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 constexpr Matrix fromBt2020{
     {{1.660491, -0.587641, -0.072850}, {-0.124550, 1.132900, -0.008349}, {-0.018151, -0.100579, 1.118730}}};
 constexpr Matrix fromSmpte170m{
@@ -77,18 +78,31 @@ double hlgSceneLight(double signal)
     return signal <= 0.5 ? signal * signal / 3 : (std::exp((signal - c) / a) + b) / 12;
 }
 
-/// The light of an HLG display with the nominal peak in cd/m² (ITU-R BT.2100, table 5).
-Rgb hlgLight(const Rgb& signal)
+/// The light of an HLG display with the nominal peak in cd/m² (ITU-R BT.2100, table 5), for light of the
+/// scene with the primaries of BT.709.
+Rgb hlgDisplayLight(const Rgb& scene)
 {
     constexpr double systemGamma = 1.2;
-    const Rgb scene = each(signal, hlgSceneLight);
-    const double luminance = 0.2627 * scene[0] + 0.6780 * scene[1] + 0.0593 * scene[2];
+    const double luminance = 0.2126 * scene[0] + 0.7152 * scene[1] + 0.0722 * scene[2];
     return luminance > 0 ? scaled(scene, peakWhite * std::pow(luminance, systemGamma - 1)) : Rgb{};
 }
 
+/// The signal for light in cd/m² with the primaries of BT.709.
 Rgb fromHdrLight(const Rgb& light)
 {
-    return each(toneMapped(product(fromBt2020, scaled(light, 1 / referenceWhite))), displaySignal);
+    return each(toneMapped(scaled(light, 1 / referenceWhite)), displaySignal);
+}
+
+template <const Matrix& toBt709>
+Rgb fromPq(const Rgb& signal)
+{
+    return fromHdrLight(product(toBt709, each(signal, pqLight)));
+}
+
+template <const Matrix& toBt709>
+Rgb fromHlg(const Rgb& signal)
+{
+    return fromHdrLight(hlgDisplayLight(product(toBt709, each(signal, hlgSceneLight))));
 }
 
 Rgb fromPrimaries(const Matrix& matrix, const Rgb& signal)
@@ -117,8 +131,12 @@ void append(std::string& text, double value)
 const std::vector<ColourTable>& colourTables()
 {
     static const std::vector<ColourTable> tables{
-        {"pq", [](const Rgb& signal) { return fromHdrLight(each(signal, pqLight)); }},
-        {"hlg", [](const Rgb& signal) { return fromHdrLight(hlgLight(signal)); }},
+        {"pq", fromPq<fromBt2020>},
+        {"pq-p3", fromPq<fromP3>},
+        {"pq-bt709", fromPq<fromBt709>},
+        {"hlg", fromHlg<fromBt2020>},
+        {"hlg-p3", fromHlg<fromP3>},
+        {"hlg-bt709", fromHlg<fromBt709>},
         {"gamma22",
          [](const Rgb& signal) {
              return each(signal, [](double v) { return std::pow(v, 2.2 / displayGamma); });

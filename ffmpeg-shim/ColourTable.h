@@ -19,7 +19,8 @@ struct ColourTable {
 /// All tables. The display that they refer to for standard dynamic range is that of ITU-R BT.1886 with a
 /// perfect black: its light is the signal to the power of 2.4.
 ///
-/// - "pq", "hlg": from BT.2100 with the primaries of BT.2020 to BT.709, see `toneMapped`.
+/// - "pq", "hlg": from BT.2100 with the primaries of BT.2020 to BT.709, see `toneMapped`. "pq-p3", "hlg-p3",
+///   "pq-bt709", "hlg-bt709": the same from the primaries of P3 with the white of D65, and of BT.709.
 /// - "gamma22", "gamma28": from a display of gamma 2.2 or 2.8 (ITU-T H.273, transfer characteristics 4 and
 /// 5).
 /// - "smpte170m", "bt2020", "p3": from the primaries of BT.601 for 525 lines, of BT.2020, and of P3 with the

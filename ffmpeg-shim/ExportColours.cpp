@@ -1,5 +1,6 @@
 #include "ffmpeg-shim/ExportColours.h"
 
+#include "ffmpeg-shim/ColourChanges.h"
 #include "ffmpeg-shim/ColourFilters.h"
 #include "ffmpeg-shim/Process.h"
 #include "ffmpeg-shim/ToolSearch.h"
@@ -38,33 +39,28 @@ bool areReadable(const std::vector<std::string>& tables, const std::string& fold
     return true;
 }
 
-/// How FFmpeg applies the tables. Removes those that it cannot apply.
-ColourTables tablesOf(ColourConversion& conversion, const std::string& ffmpeg)
+/// How FFmpeg applies the tables of the conversion.
+ColourTables tablesOf(const ColourConversion& conversion, const std::string& ffmpeg)
 {
     ColourTables tables{.filter = TableFilter::none, .folder = tableFolder()};
     const auto listing = outputOf(ffmpeg, {"-hide_banner", "-filters"});
     if (listing)
         tables.filter = preferredTableFilter(*listing, areReadable(conversion.tables, tables.folder));
-    if (tables.filter == TableFilter::none && conversion.isHdr())
-        writeError("The colours stay those of high dynamic range and look pale: this FFmpeg needs the filter "
-                   "lut3d, or zscale and tonemap.");
-    if (tables.filter == TableFilter::none || (tables.filter == TableFilter::zscale && !conversion.isHdr()))
-        conversion.tables.clear();
     return tables;
 }
 
 } // namespace
 
-Arguments withExportColours(Arguments arguments, const std::string& ffmpeg)
+ChangedArguments withExportColours(Arguments arguments, const std::string& ffmpeg)
 {
     if (!canConvertColours(arguments))
-        return arguments;
+        return {std::move(arguments), {}};
     const auto source = look(onlyInput(arguments));
     if (!source)
-        return arguments;
-    ColourConversion conversion = conversionToBt709(*source);
+        return {std::move(arguments), {{"colours", unconverted, "ffprobe does not describe them"}}};
+    const ColourConversion conversion = conversionToBt709(*source);
     const ColourTables tables = conversion.tables.empty() ? ColourTables{} : tablesOf(conversion, ffmpeg);
-    return withBt709(std::move(arguments), conversion, tables);
+    return {withBt709(std::move(arguments), conversion, tables), colourChanges(conversion, tables.filter)};
 }
 
 } // namespace stackreel::shim

@@ -41,7 +41,8 @@ std::vector<std::string> sourceVideoQuery(const std::string& file)
             "-select_streams",
             "v:0",
             "-show_entries",
-            "stream=width,height,pix_fmt,color_range,color_space,color_transfer,color_primaries,field_order",
+            "stream=width,height,pix_fmt,color_range,color_space,color_transfer,color_primaries,field_order:"
+            "stream_side_data=rotation",
             "-of",
             "default=noprint_wrappers=1",
             "-i",
@@ -59,7 +60,8 @@ std::optional<SourceVideo> parseSourceVideo(std::string_view report)
                       .matrix = text("color_space"),
                       .transfer = text("color_transfer"),
                       .primaries = text("color_primaries"),
-                      .fieldOrder = text("field_order")};
+                      .fieldOrder = text("field_order"),
+                      .rotation = number(values["rotation"])};
     if (video.width <= 0 || video.height <= 0 || video.pixelFormat.empty() || video.pixelFormat == "unknown")
         return std::nullopt;
     return video;

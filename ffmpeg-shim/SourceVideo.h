@@ -19,6 +19,7 @@ struct SourceVideo {
     std::string transfer;  ///< the transfer characteristics
     std::string primaries; ///< the colour primaries
     std::string fieldOrder;
+    int rotation = 0; ///< degrees, counterclockwise, that the picture is turned for display; -180 to 180
 
     bool operator==(const SourceVideo&) const = default;
 };

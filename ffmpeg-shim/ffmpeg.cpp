@@ -12,6 +12,23 @@
 
 using namespace stackreel::shim;
 
+namespace
+{
+
+ChangedArguments changedFor(H264Encoder encoder, const Arguments& requested, const std::string& ffmpeg)
+{
+    const char* recipe = std::getenv("STACKREEL_RECIPE");
+    Arguments changed = withComment(withEncoder(requested, encoder), recipe != nullptr ? recipe : "");
+    std::vector<Change> changes = changesBetween(requested, changed, encoder);
+    if (encoder == H264Encoder::videoToolbox)
+        return {std::move(changed), std::move(changes)};
+    ChangedArguments coloured = withExportColours(std::move(changed), ffmpeg);
+    coloured.changes.insert(coloured.changes.begin(), changes.begin(), changes.end());
+    return coloured;
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
     const Arguments arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
@@ -26,12 +43,8 @@ int main(int argc, char** argv)
     const auto encoder = preferredEncoder(*listing);
     if (!encoder)
         return fail(cannotEncodeStatus, *tool + " has no H.264 encoder: it needs libx264 or libopenh264.");
-    Arguments changed = withEncoder(arguments, *encoder);
-    if (*encoder != H264Encoder::videoToolbox)
-        changed = withExportColours(std::move(changed), *tool);
-    const char* recipe = std::getenv("STACKREEL_RECIPE");
-    changed = withComment(std::move(changed), recipe != nullptr ? recipe : "");
-    for (const Change& change : changesBetween(arguments, changed, *encoder))
+    const ChangedArguments changed = changedFor(*encoder, arguments, *tool);
+    for (const Change& change : changed.changes)
         report(change);
-    return execProgram(*tool, changed);
+    return execProgram(*tool, changed.arguments);
 }

@@ -1,7 +1,5 @@
 #include "ffmpeg-shim/Changes.h"
 
-#include "ffmpeg-shim/ColourFilters.h"
-
 #include <gtest/gtest.h>
 
 namespace stackreel::shim
@@ -65,30 +63,23 @@ TEST(Changes, AreListedWhereTheArgumentsChange)
                                "aac",
                                "out.mp4"};
     EXPECT_EQ(changedNames(everything, H264Encoder::x264),
-              (Names{"encoder", "time-stamps", "chroma", "channel-layout", "seek"}));
+              (Names{"encoder", "time-stamps", "chroma", "duration", "key-frame", "channel-layout", "seek"}));
     EXPECT_EQ(changedNames(everything, H264Encoder::videoToolbox), Names{"encoder"});
 }
 
-TEST(Changes, NameWhatWasDoneToTheColours)
+TEST(Changes, NameTheRecipe)
 {
-    const std::string half = "scale=8:8:flags=bicubic,setsar=1";
-    const Arguments before{"-i", "in", "-filter_complex",
-                           "[0:v:0]split=2[a][b];[a]" + half + "[c];[b]" + half +
-                               "[d];[c][d]vstack=inputs=2,format=yuv420p[video]"};
-    const auto namesFor = [&](const ColourConversion& conversion) {
-        Names names;
-        const Arguments after = withBt709(before, conversion, {TableFilter::lut3d, "/tables"});
-        for (const Change& change : changesBetween(before, after, H264Encoder::x264))
-            names.push_back(change.name);
-        return names;
-    };
-    EXPECT_EQ(namesFor({.matrix = "bt709"}), (Names{"encoder", "colours"}));
-    EXPECT_EQ(namesFor({.matrix = "bt601", .fullRange = true}),
-              (Names{"encoder", "colours", "matrix", "range"}));
-    EXPECT_EQ(namesFor({.matrix = "bt2020", .tables = {"hlg"}, .isInterlaced = true}),
-              (Names{"encoder", "colours", "fields", "dynamic-range"}));
-    EXPECT_EQ(namesFor({.matrix = "bt709", .tables = {"gamma28", "p3"}}),
-              (Names{"encoder", "colours", "gamma", "primaries"}));
+    const Arguments request{"-filter_complex", "null", "out.mp4"};
+    const auto changes = changesBetween(request, withComment(request, "{}"), H264Encoder::x264);
+    ASSERT_EQ(changes.size(), 2U);
+    EXPECT_EQ(changes[1].line(), "[stackreel] comment=the recipe: the export can be repeated from its file");
+}
+
+TEST(Changes, WarnOnlyOfWhatStaysUnconverted)
+{
+    EXPECT_EQ((Change{"dynamic-range", unconverted, "why"}).warning(),
+              "The video keeps the dynamic range of the source: why.");
+    EXPECT_EQ((Change{"dynamic-range", "standard", "why"}).warning(), "");
 }
 
 } // namespace stackreel::shim

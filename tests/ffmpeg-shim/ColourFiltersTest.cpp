@@ -44,16 +44,37 @@ std::string changed(const ColourConversion& conversion, const ColourTables& tabl
 TEST(ColourFilters, OnlyTagsAreSetWhereTheColoursStay)
 {
     EXPECT_EQ(changed({.matrix = "bt709"}), graph("", plain, tags));
-    EXPECT_EQ(changed({.isGrey = true}), graph("", plain, tags));
+    EXPECT_EQ(changed({.isGrey = true, .fullRange = true}), graph("", plain, tags));
 }
 
 TEST(ColourFilters, MatrixAndRangeAreConvertedAfterTheHalvesAreStacked)
 {
     EXPECT_EQ(changed({.matrix = "bt601"}), graph("", plain, converted("smpte170m", "tv") + tags));
-    EXPECT_EQ(changed({.matrix = "bt2020"}), graph("", plain, converted("bt2020ncl", "tv") + tags));
+    EXPECT_EQ(changed({.matrix = "bt2020"}), graph("", plain, converted("bt2020nc", "tv") + tags));
     const std::string fullRange = plain + ":in_range=pc:out_range=pc";
     EXPECT_EQ(changed({.matrix = "bt709", .fullRange = true}),
               graph("", fullRange, converted("bt709", "pc") + tags));
+}
+
+TEST(ColourFilters, GreyOfLimitedRangeKeepsItsSamples)
+{
+    EXPECT_EQ(changed({.isGrey = true}), graph("", plain + ":in_range=pc:out_range=pc", tags));
+}
+
+TEST(ColourFilters, YcgcoIsConvertedBeforeTheSplit)
+{
+    const std::string toBt709 = "format=yuv444p10" + converted("ycgco", "tv") + ",";
+    EXPECT_EQ(changed({.matrix = "ycgco"}),
+              graph("setparams=colorspace=bt709,scale=in_range=tv:out_range=tv," + toBt709, plain, tags));
+    EXPECT_EQ(changed({.matrix = "ycgco", .fullRange = true}),
+              graph("setparams=colorspace=bt709,scale=in_range=pc:out_range=tv," + toBt709, plain, tags));
+}
+
+TEST(ColourFilters, AMatrixThatIsNotConvertedLosesItsTag)
+{
+    EXPECT_EQ(changed({.matrix = "bt709", .unconverted = {"matrix"}}),
+              graph("setparams=colorspace=bt709,", plain, tags));
+    EXPECT_EQ(changed({.matrix = "bt709", .unconverted = {"gamma", "primaries"}}), graph("", plain, tags));
 }
 
 TEST(ColourFilters, RgbIsConvertedWhereEachHalfIsScaled)
@@ -81,10 +102,57 @@ TEST(ColourFilters, HighDynamicRangeFallsBackToZscale)
     EXPECT_NE(result.find("tonemap=mobius"), std::string::npos);
 }
 
+TEST(ColourFilters, ZscaleGetsAllColoursOfTheSource)
+{
+    const auto has = [](const ColourConversion& conversion, const std::string& text) {
+        return changed(conversion, {TableFilter::zscale, "/nowhere"}).find(text) != std::string::npos;
+    };
+    EXPECT_TRUE(has({.matrix = "bt2020", .tables = {"pq"}},
+                    ":flags=bicubic,format=yuv444p10,setparams=range=tv:color_primaries=bt2020:"
+                    "color_trc=smpte2084:colorspace=bt2020nc,zscale=t=linear"));
+    EXPECT_TRUE(has({.matrix = "bt601", .fullRange = true, .tables = {"hlg-p3"}},
+                    ":in_range=pc:out_range=pc,format=yuv444p10,setparams=range=pc:color_primaries=smpte432:"
+                    "color_trc=arib-std-b67:colorspace=smpte170m,zscale=t=linear"));
+    EXPECT_TRUE(has({.isRgb = true, .tables = {"pq-bt709"}},
+                    ":out_color_matrix=bt709:out_range=tv,format=yuv444p10,setparams=range=tv:"
+                    "color_primaries=bt709:color_trc=smpte2084:colorspace=bt709,zscale=t=linear"));
+}
+
+TEST(ColourFilters, TablesThatCannotBeAppliedAreLeftOut)
+{
+    const ColourConversion p3{.matrix = "bt709", .tables = {"p3"}};
+    const ColourConversion pq{.matrix = "bt709", .tables = {"pq"}};
+    EXPECT_EQ(changed(p3, {TableFilter::zscale, "/tables"}), graph("", plain, tags));
+    for (const ColourConversion& conversion : {p3, pq})
+        EXPECT_EQ(changed(conversion, {TableFilter::none, "/tables"}), graph("", plain, tags));
+    EXPECT_TRUE(convertsTables(p3, TableFilter::lut3d));
+    EXPECT_FALSE(convertsTables(p3, TableFilter::zscale));
+    EXPECT_TRUE(convertsTables(pq, TableFilter::zscale));
+    EXPECT_FALSE(convertsTables(pq, TableFilter::none));
+}
+
 TEST(ColourFilters, InterlacedPicturesAreDeinterlacedBeforeTheSplit)
 {
     EXPECT_EQ(changed({.matrix = "bt709", .isInterlaced = true}),
               graph("bwdif=mode=send_frame:parity=auto:deint=interlaced,", plain, tags));
+}
+
+TEST(ColourFilters, TurnedPicturesAreTurnedBackWhileTheyAreDeinterlaced)
+{
+    const std::string bwdif = "bwdif=mode=send_frame:parity=auto:deint=interlaced,";
+    const std::string clockwise = "transpose=clock,", counterclockwise = "transpose=cclock,";
+    const auto changedAt = [](int rotation) {
+        return changed({.matrix = "bt709", .isInterlaced = true, .rotation = rotation});
+    };
+    for (const int rotation : {90, -270})
+        EXPECT_EQ(changedAt(rotation), graph(clockwise + bwdif + counterclockwise, plain, tags)) << rotation;
+    for (const int rotation : {-90, 270})
+        EXPECT_EQ(changedAt(rotation), graph(counterclockwise + bwdif + clockwise, plain, tags)) << rotation;
+    for (const int rotation : {180, -180})
+        EXPECT_EQ(changedAt(rotation), graph("vflip," + bwdif + "vflip,", plain, tags)) << rotation;
+    for (const int rotation : {1, 45})
+        EXPECT_EQ(changedAt(rotation), graph(bwdif, plain, tags)) << rotation;
+    EXPECT_EQ(changed({.matrix = "bt709", .rotation = 90}), graph("", plain, tags));
 }
 
 TEST(ColourFilters, APreviewCopyIsConvertedAsWell)

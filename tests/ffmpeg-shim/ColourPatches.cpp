@@ -24,7 +24,7 @@ constexpr std::array<std::array<int, 3>, 32> chart{
      {191, 0, 0},     {0, 191, 0},     {0, 0, 191},     {0, 191, 191},   {191, 0, 191},   {191, 191, 0},
      {255, 255, 255}, {16, 16, 16}}};
 
-// Light in cd/m² with the primaries of BT.2020: highlights of 300 to 1000, and saturated colours.
+// Light in cd/m² with the primaries of the source: highlights of 300 to 1000, and saturated colours.
 constexpr std::array<Triple, 8> highlights{{{300, 300, 300},
                                             {500, 500, 500},
                                             {800, 800, 800},
@@ -70,24 +70,24 @@ double hlgSceneLight(double signal)
                          : (std::exp((signal - 0.55991073) / 0.17883277) + 0.28466892) / 12;
 }
 
-double luminance2020(const Triple& light)
+double luminance(const Triple& light, const Primaries& primaries)
 {
-    return 0.2627 * light[0] + 0.6780 * light[1] + 0.0593 * light[2];
+    return xyzOf(light, primaries)[1];
 }
 
-Triple hlgSignals(const Triple& displayed)
+Triple hlgSignals(const Triple& displayed, const Primaries& primaries)
 {
-    const double scene = std::pow(luminance2020(displayed) / peakWhite, 1 / 1.2);
+    const double scene = std::pow(luminance(displayed, primaries) / peakWhite, 1 / 1.2);
     Triple signals{};
     for (std::size_t index = 0; index < 3; ++index)
         signals[index] = scene > 0 ? hlgSignal(displayed[index] / peakWhite / std::pow(scene, 0.2)) : 0;
     return signals;
 }
 
-Triple hlgLight(const Triple& signals)
+Triple hlgLight(const Triple& signals, const Primaries& primaries)
 {
     Triple light{hlgSceneLight(signals[0]), hlgSceneLight(signals[1]), hlgSceneLight(signals[2])};
-    const double factor = peakWhite * std::pow(std::max(luminance2020(light), 1e-12), 0.2);
+    const double factor = peakWhite * std::pow(std::max(luminance(light, primaries), 1e-12), 0.2);
     for (double& component : light)
         component *= factor;
     return light;
@@ -97,7 +97,7 @@ Triple hlgLight(const Triple& signals)
 Triple lightOf(const Triple& signal, const SourceKind& kind)
 {
     if (kind.transfer == Transfer::hlg) {
-        const Triple light = hlgLight(signal);
+        const Triple light = hlgLight(signal, kind.primaries);
         return {light[0] / referenceWhite, light[1] / referenceWhite, light[2] / referenceWhite};
     }
     const auto each = [&](double component) {
@@ -134,14 +134,14 @@ std::vector<Triple> hdrPatches(const SourceKind& kind)
     std::vector<Triple> signals;
     const auto add = [&](const Triple& light) {
         signals.push_back(kind.transfer == Transfer::hlg
-                              ? hlgSignals(light)
+                              ? hlgSignals(light, kind.primaries)
                               : Triple{pqSignal(light[0]), pqSignal(light[1]), pqSignal(light[2])});
     };
     for (std::size_t index = 0; index < 24; ++index) {
         const auto [red, green, blue] = chart[index];
         const Triple light{displayLight(red / 255.0), displayLight(green / 255.0),
                            displayLight(blue / 255.0)};
-        Triple wide = rgbOf(xyzOf(light, bt709Primaries), bt2020Primaries);
+        Triple wide = rgbOf(xyzOf(light, bt709Primaries), kind.primaries);
         for (double& component : wide)
             component *= referenceWhite;
         add(wide);
@@ -150,12 +150,23 @@ std::vector<Triple> hdrPatches(const SourceKind& kind)
     return signals;
 }
 
-/// The samples of the three planes for a colour, in the order of the pixel format.
+/// ITU-T H.273, equations for the matrix YCgCo. Chroma has the scale of luma, also in limited range.
+Triple ycgcoCodes(const Triple& signal, bool fullRange)
+{
+    const auto [red, green, blue] = signal;
+    const double scale = fullRange ? 255 : 219;
+    return {(fullRange ? 0 : 16) + scale * (0.25 * red + 0.5 * green + 0.25 * blue),
+            128 + scale * (-0.25 * red + 0.5 * green - 0.25 * blue), 128 + scale * (0.5 * red - 0.5 * blue)};
+}
+
+/// The samples of the planes for a colour, in the order of the pixel format.
 Triple samplesOf(const Triple& signal, const SourceKind& kind)
 {
     const double largest = std::exp2(kind.bits) - 1;
     if (kind.isRgb)
         return {signal[1] * largest, signal[2] * largest, signal[0] * largest};
+    if (kind.isYcgco)
+        return ycgcoCodes(signal, kind.fullRange);
     return codesOf(signal, kind.luma, kind.fullRange, kind.bits);
 }
 
@@ -173,7 +184,7 @@ std::string pictureOf(const SourceKind& kind)
     for (const Triple& patch : patchesOf(kind))
         samples.push_back(samplesOf(patch, kind));
     std::string bytes;
-    for (std::size_t plane = 0; plane < 3; ++plane) {
+    for (std::size_t plane = 0; plane < (kind.isGrey ? 1 : 3); ++plane) {
         const int width = plane == 0 ? kind.width : kind.width >> kind.chromaShiftX;
         const int height = plane == 0 ? kind.height : kind.height >> kind.chromaShiftY;
         for (int y = 0; y < height; ++y)
@@ -206,8 +217,11 @@ std::vector<Triple> patchesOf(const SourceKind& kind)
     if (kind.isHdr())
         return hdrPatches(kind);
     std::vector<Triple> patches;
-    for (const auto& [red, green, blue] : chart)
+    for (const auto& [red, green, blue] : chart) {
         patches.push_back({red / 255.0, green / 255.0, blue / 255.0});
+        if (kind.isGrey)
+            patches.back().fill(0.2126 * red / 255 + 0.7152 * green / 255 + 0.0722 * blue / 255);
+    }
     return patches;
 }
 

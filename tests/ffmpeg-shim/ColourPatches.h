@@ -20,6 +20,8 @@ struct SourceKind {
     int chromaShiftX = 1; ///< chroma planes are smaller by this power of two
     int chromaShiftY = 1;
     bool isRgb = false;
+    bool isGrey = false;  ///< the patches are the greys with their luma
+    bool isYcgco = false; ///< instead of Y'CbCr
     LumaWeights luma = bt709Luma;
     bool fullRange = false;
     Transfer transfer = Transfer::bt709;

@@ -39,6 +39,23 @@ TEST(ColourTable, HdrReferenceLevelsKeepTheirLight)
     expectGrey(converted("hlg", {0.75, 0.75, 0.75}), white, 0.005);
 }
 
+// The signal is below the knee of the curve and inside BT.709.
+TEST(ColourTable, HighDynamicRangeOfOtherPrimariesIsConvertedFromThose)
+{
+    const Rgb signal{0.3, 0.35, 0.3};
+    const auto light = [](double value) { return std::pow(value, 2.4); };
+    const Rgb bt709 = converted("pq-bt709", signal);
+    const Rgb p3 = converted("pq-p3", signal);
+    EXPECT_NEAR(light(p3[0]), 1.224940 * light(bt709[0]) - 0.224940 * light(bt709[1]), 1e-6);
+    EXPECT_NEAR(light(p3[1]), -0.042057 * light(bt709[0]) + 1.042057 * light(bt709[1]), 1e-6);
+    EXPECT_NE(converted("hlg-p3", signal), converted("hlg", signal));
+    EXPECT_NE(converted("hlg-p3", signal), converted("hlg-bt709", signal));
+    for (const char* name : {"pq", "pq-p3", "pq-bt709"})
+        expectGrey(converted(name, {0.38, 0.38, 0.38}), std::pow(26.0 / 203, 1 / 2.4), 0.01);
+    for (const char* name : {"hlg", "hlg-p3", "hlg-bt709"})
+        expectGrey(converted(name, {1, 1, 1}), 1, 0.001);
+}
+
 TEST(ColourTable, TheNominalPeakIsWhiteAndBlackIsBlack)
 {
     expectGrey(converted("pq", {0.7518, 0.7518, 0.7518}), 1, 0.001);

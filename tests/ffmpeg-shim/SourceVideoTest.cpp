@@ -9,7 +9,7 @@ TEST(SourceVideo, IsReadFromTheReport)
 {
     const auto video = parseSourceVideo("width=1920\nheight=1080\npix_fmt=yuv420p10le\ncolor_range=tv\n"
                                         "color_space=bt2020nc\ncolor_transfer=arib-std-b67\n"
-                                        "color_primaries=bt2020\nfield_order=progressive\n");
+                                        "color_primaries=bt2020\nfield_order=progressive\nrotation=-90\n");
     const SourceVideo expected{.width = 1920,
                                .height = 1080,
                                .pixelFormat = "yuv420p10le",
@@ -17,7 +17,8 @@ TEST(SourceVideo, IsReadFromTheReport)
                                .matrix = "bt2020nc",
                                .transfer = "arib-std-b67",
                                .primaries = "bt2020",
-                               .fieldOrder = "progressive"};
+                               .fieldOrder = "progressive",
+                               .rotation = -90};
     EXPECT_EQ(video, expected);
 }
 
@@ -28,6 +29,7 @@ TEST(SourceVideo, IsReadWithoutColoursAndWithOtherLines)
     EXPECT_EQ(video->width, 8);
     EXPECT_EQ(video->pixelFormat, "rgb24");
     EXPECT_EQ(video->matrix, "");
+    EXPECT_EQ(video->rotation, 0);
 }
 
 TEST(SourceVideo, IsUnknownWithoutAPicture)

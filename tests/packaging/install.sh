@@ -14,8 +14,12 @@ lib/stackreel/Info.json
 lib/stackreel/colours/bt2020.cube
 lib/stackreel/colours/gamma22.cube
 lib/stackreel/colours/gamma28.cube
+lib/stackreel/colours/hlg-bt709.cube
+lib/stackreel/colours/hlg-p3.cube
 lib/stackreel/colours/hlg.cube
 lib/stackreel/colours/p3.cube
+lib/stackreel/colours/pq-bt709.cube
+lib/stackreel/colours/pq-p3.cube
 lib/stackreel/colours/pq.cube
 lib/stackreel/colours/smpte170m.cube
 lib/stackreel/ffmpeg
