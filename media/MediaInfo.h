@@ -19,12 +19,20 @@ struct MediaInfo {
 
     /// Whether the picture is displayed rotated by 90° or 270°, so that the displayed width is the coded
     /// height and the other way round.
-    bool isQuarterTurned() const;
+    bool isQuarterTurned() const
+    {
+        // Take the remainder first: the absolute value of the lowest possible rotation would overflow.
+        const std::int64_t remainder = rotation % 180;
+        return remainder == 90 || remainder == -90;
+    }
     /// Width and height of the picture as displayed, in pixels.
     std::int64_t displayedWidth() const { return isQuarterTurned() ? height : width; }
     std::int64_t displayedHeight() const { return isQuarterTurned() ? width : height; }
     /// Displayed width divided by displayed height.
-    double displayAspect() const;
+    double displayAspect() const
+    {
+        return static_cast<double>(displayedWidth()) / static_cast<double>(displayedHeight());
+    }
 
     bool operator==(const MediaInfo&) const = default;
 };
