@@ -9,7 +9,7 @@
 #include "media/WorkerThread.h"
 #include "model/ExportError.h"
 #include "model/PictureComparison.h"
-#include "model/SourceBrightness.h"
+#include "model/SourceLuma.h"
 
 #include <algorithm>
 #include <array>
@@ -55,13 +55,13 @@ std::string crop(const PixelCrop& pixels)
 }
 
 /// A filter chain that makes a small picture of each picture of an input: both halves, and a row of grey
-/// pixels that marks the input. `brightness` are filters for the small pictures, each after a comma.
+/// pixels that marks the input. `luma` are filters for the small pictures, each after a comma.
 std::string branch(int input, const std::string& first, const std::string& top, const std::string& bottom,
-                   const std::string& brightness = "")
+                   const std::string& luma = "")
 {
     static constexpr std::array marks = {"0x101010", "0x505050", "0x909090", "0xd0d0d0"};
     const std::string n = std::to_string(input);
-    const std::string small = ",scale=32:32:flags=area,format=gray" + brightness;
+    const std::string small = ",scale=32:32:flags=area" + luma + ",format=gray";
     return "[" + n + ":v:0]" + first + "split=2[a" + n + "][b" + n + "];[a" + n + "]" + top + small + "[t" +
            n + "];[b" + n + "]" + bottom + small + "[u" + n + "];[t" + n + "][u" + n +
            "]vstack=inputs=2,setsar=1,pad=32:65:0:0:color=" + marks.at(static_cast<std::size_t>(input)) +
@@ -69,8 +69,7 @@ std::string branch(int input, const std::string& first, const std::string& top, 
 }
 
 /// `lead` is how long before the compared end the source is read, in seconds.
-std::string filterGraph(const ExportRequest& request, Decoding decoding, double lead,
-                        const std::string& brightness)
+std::string filterGraph(const ExportRequest& request, Decoding decoding, double lead, const std::string& luma)
 {
     const std::string top = crop(request.top.sourcePixels(request.media));
     const std::string bottom = crop(request.bottom.sourcePixels(request.media));
@@ -80,15 +79,15 @@ std::string filterGraph(const ExportRequest& request, Decoding decoding, double 
     const bool fast = decoding == Decoding::fast;
     const std::string sourceEnd = fast ? "reverse,trim=end_frame=4," : "trim=start=" + seconds(lead) + ",";
     const std::string last = fast ? "reverse,trim=end_frame=1," : "";
-    return branch(0, only, top, bottom, brightness) + branch(1, only, upperHalf, lowerHalf) +
-           branch(2, sourceEnd, top, bottom, brightness) + branch(3, last, upperHalf, lowerHalf) +
+    return branch(0, only, top, bottom, luma) + branch(1, only, upperHalf, lowerHalf) +
+           branch(2, sourceEnd, top, bottom, luma) + branch(3, last, upperHalf, lowerHalf) +
            "[o0][o1][o2][o3]concat=n=4[pictures]";
 }
 
 } // namespace
 
 std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Decoding decoding,
-                                               const std::string& brightness)
+                                               const std::string& luma)
 {
     const auto range = ExportRange::within(request.media.duration, request.trimStart, request.trimEnd);
     const double length = std::min(range.length, std::max(request.media.duration - range.start, 0.0));
@@ -110,7 +109,7 @@ std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Dec
     append(words, options);
     append(words, seek(end));
     append(words, result);
-    append(words, {"-filter_complex", filterGraph(request, decoding, lead, brightness), "-map", "[pictures]",
+    append(words, {"-filter_complex", filterGraph(request, decoding, lead, luma), "-map", "[pictures]",
                    "-fps_mode", "passthrough", "-f", "rawvideo", "-"});
     return words;
 }
@@ -158,8 +157,8 @@ QCoro::Task<> requireDecodableStart(std::filesystem::path ffmpeg, ExportRequest 
         throw otherPicture("begin");
 }
 
-/// The filters by which the source becomes about as bright as its export.
-QCoro::Task<std::string> brightnessOf(std::filesystem::path source, std::stop_token stop)
+/// The filters by which the source gets about the luma of its export.
+QCoro::Task<std::string> lumaFiltersFor(std::filesystem::path source, std::stop_token stop)
 {
     const auto ffprobe = co_await onWorkerThread([] { return ToolLocator::locate(MediaTool::ffprobe); });
     Words words = {"-v",
@@ -173,38 +172,49 @@ QCoro::Task<std::string> brightnessOf(std::filesystem::path source, std::stop_to
                    "-i",
                    source.string()};
     const ProcessOutput output = co_await ProcessRunner::run(ffprobe, std::move(words), stop);
-    co_return brightnessFilters(output.standardOutput);
+    co_return lumaFilters(output.standardOutput);
+}
+
+/// What one run of FFmpeg has found.
+enum class Finding { same, otherStart, otherEnd, noStart, stopped };
+
+QCoro::Task<Finding> compare(std::filesystem::path ffmpeg, ExportRequest request, Decoding decoding,
+                             std::string luma, std::stop_token stop)
+{
+    const ProcessOutput output =
+        co_await ProcessRunner::run(ffmpeg, pictureCheckArguments(request, decoding, luma), stop);
+    if (wasStopped(output) && decoding == Decoding::exact)
+        throwToolFailure("FFmpeg", output);
+    if (wasStopped(output))
+        co_return Finding::stopped;
+    if (output.captureIsFull)
+        throw TemporaryFolderFull();
+    const ComparedPictures pictures = ComparedPictures::parse(output.standardOutput);
+    if (pictures.sourceStart.empty() && pictures.resultStart.empty())
+        co_return Finding::noStart;
+    if (!pictures.sameStart())
+        co_return Finding::otherStart;
+    co_return pictures.sameEnd() ? Finding::same : Finding::otherEnd;
 }
 
 } // namespace
 
 QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request, std::stop_token stop)
 {
-    Decoding decoding = Decoding::fast;
-    std::string brightness;
-    while (true) {
-        if (decoding == Decoding::exact)
-            brightness = co_await brightnessOf(request.input, stop);
-        const ProcessOutput output =
-            co_await ProcessRunner::run(ffmpeg, pictureCheckArguments(request, decoding, brightness), stop);
-        if (wasStopped(output) && decoding == Decoding::exact)
-            throwToolFailure("FFmpeg", output);
-        if (wasStopped(output)) {
-            decoding = Decoding::exact;
-            continue;
+    std::string converted;
+    Finding finding = Finding::stopped;
+    for (const Decoding decoding : {Decoding::fast, Decoding::exact})
+        for (const bool convert : {false, true}) {
+            if (convert && converted.empty())
+                converted = co_await lumaFiltersFor(request.input, stop);
+            const std::string luma = convert ? converted : std::string();
+            finding = co_await compare(ffmpeg, request, decoding, luma, stop);
+            if (finding == Finding::same)
+                co_return;
+            if (finding == Finding::noStart)
+                co_return co_await requireDecodableStart(ffmpeg, request, stop);
         }
-        const ComparedPictures pictures = ComparedPictures::parse(output.standardOutput);
-        const bool sameStart = pictures.sameStart();
-        if (output.captureIsFull)
-            throw TemporaryFolderFull();
-        if (pictures.sourceStart.empty() && pictures.resultStart.empty())
-            co_return co_await requireDecodableStart(ffmpeg, request, stop);
-        if (sameStart && pictures.sameEnd())
-            co_return;
-        if (decoding == Decoding::exact)
-            throw otherPicture(sameStart ? "end" : "begin");
-        decoding = Decoding::exact;
-    }
+    throw otherPicture(finding == Finding::otherEnd ? "end" : "begin");
 }
 
 } // namespace stackreel

@@ -20,14 +20,14 @@ enum class Decoding {
 
 /// The arguments of `ffmpeg` to write pictures of an export and of its source to standard output, in the
 /// format that `ComparedPictures::parse` reads: the first picture and those of the last quarter second of the
-/// exported range. `brightness` are the filters that make the source about as bright as its export, each
-/// after a comma. Pure.
+/// exported range. `luma` are filters for the pictures of the source, each after a comma, that give them the
+/// luma of the export (`lumaFilters`). Pure.
 std::vector<std::string> pictureCheckArguments(const ExportRequest& request, Decoding decoding,
-                                               const std::string& brightness = "");
+                                               const std::string& luma = "");
 
 /// Compares the first and the last picture of a written export with those of the source. `ffmpeg` is the path
-/// of the tool. Decodes fast at first; if the pictures differ, decodes again exactly,
-/// and high dynamic range with the brightness of the export.
+/// of the tool. Decodes fast at first, and exactly if the pictures differ. In both cases the source is taken
+/// as it is first, then with the luma of its export, which is another where the colours were converted.
 ///
 /// Throws `ExportError` if the pictures differ; `TemporaryFolderFull` if that may be because not all of them
 /// could be captured; `CancellationError` when the token fired, and the other errors of `ProcessRunner::run`.

@@ -124,6 +124,40 @@ TEST_F(PictureCheckTest, AcceptsBlackAndFlatSources)
     EXPECT_EQ(exportError(requestFor(file, 0, 1), greyOverlay("1")), begin);
 }
 
+// BT.601 and BT.709 order the luma of such colours differently.
+TEST_F(PictureCheckTest, AcceptsColoursWhoseOrderOfLumaTheConversionChanges)
+{
+    struct Row {
+        const char* left;
+        const char* right;
+        std::vector<std::string> encoding; ///< filters and codec
+    };
+    const std::string tagged = "setparams=range=tv:color_primaries=bt709:color_trc=bt709:colorspace=";
+    const Row rows[] = {
+        {"0xdc2828", "0x3c7828", {"-vf", "format=yuv420p", "-c:v", "libx264"}},
+        {"0xdc2828", "0x3c7828", {"-vf", "format=yuv420p," + tagged + "smpte170m", "-c:v", "libx264"}},
+        {"0xdc2828", "0x3c7828", {"-vf", "format=yuv420p," + tagged + "fcc", "-c:v", "libx264"}},
+        {"0xc828c8", "0x286e28", {"-vf", "format=yuv420p," + tagged + "bt470bg", "-c:v", "libx264"}},
+        {"0xc828c8", "0x286e28", {"-vf", "format=rgb24", "-c:v", "png"}},
+    };
+    const auto file = m_folder / "colours.mov";
+    for (const Row& row : rows) {
+        const auto stripes = [](const char* colour) {
+            return std::string("color=") + colour + ":size=160x360:rate=25:duration=1,split";
+        };
+        std::vector<std::string> arguments = {"-f", "lavfi", "-i",
+                                              stripes(row.left) + "[a][c];" + stripes(row.right) +
+                                                  "[b][d];[a][b][c][d]hstack=inputs=4"};
+        arguments.insert(arguments.end(), row.encoding.begin(), row.encoding.end());
+        arguments.push_back(file.string());
+        runFFmpeg(arguments);
+        const ExportRequest request = requestFor(file, 0, 1);
+        EXPECT_EQ(exportError(request, ""), "") << row.left << ' ' << row.encoding[1];
+        EXPECT_EQ(exportError(request, "s|setsar=1|setsar=1,drawbox=h=ih/2:color=white:t=fill|g"), begin)
+            << row.left << ' ' << row.encoding[1];
+    }
+}
+
 // White of high dynamic range is much brighter in the export than as a signal in the source.
 TEST_F(PictureCheckTest, AcceptsHighDynamicRange)
 {
