@@ -17,14 +17,27 @@ namespace stackreel
 namespace
 {
 
+/// Waits for the turn of an export. Throws `CancellationError` also where the model no longer exists then.
+QCoro::Task<ExportTurn> takeTurn(std::shared_ptr<ExportQueue> queue, QPointer<AppModel> model,
+                                 std::stop_token stop)
+{
+    auto turn = co_await ExportQueue::takeTurn(std::move(queue), std::move(stop));
+    if (!model)
+        throw CancellationError();
+    co_return turn;
+}
+
+QString notExported(const std::filesystem::path& file, const QString& reason)
+{
+    return QStringLiteral("%1 was not exported. %2")
+        .arg(QString::fromStdString(file.filename().string()), reason);
+}
+
 /// The message for the end of an export to `file`. `phase` is its result.
 QString endMessage(const std::filesystem::path& file, const Phase& phase)
 {
-    QString message = QString::fromStdString(phase.message(std::nullopt));
-    if (phase.kind() == Phase::Kind::complete)
-        return message;
-    return QStringLiteral("%1 was not exported. %2")
-        .arg(QString::fromStdString(file.filename().string()), message);
+    const QString message = QString::fromStdString(phase.message(std::nullopt));
+    return phase.kind() == Phase::Kind::complete ? message : notExported(file, message);
 }
 
 } // namespace
@@ -44,11 +57,15 @@ void ExportFlow::chooseExportDestination()
         .defaultName = exportFileName(*m_model.sourceURL()),
         .canCreateDirectories = true,
         .allowedContentTypes = {ContentType::mp4},
+        .source = *m_model.sourceURL(),
     };
     const Job job = {.source = *m_model.sourceURL(), .destination = {}, .media = *m_model.mediaInfo()};
     const auto start = [this, job, replaced = m_replacedSources](const std::filesystem::path& destination) {
         if (replaced == m_replacedSources)
             startExport(job, destination);
+        else
+            Q_EMIT m_model.exportOfReplacedSourceEnded(
+                notExported(destination, QStringLiteral("Another video was opened in the meantime.")));
     };
     m_services.savePanel->begin(request, [model = QPointer(&m_model), start](const PanelResponse& response) {
         if (!model || !response.accepted || !response.url)
@@ -108,10 +125,8 @@ QCoro::Task<> ExportFlow::exportVideo(Job job, std::stop_token stop)
     auto request = snapshot(job);
     Phase outcome = Phase::ready();
     try {
-        const auto turn = co_await ExportQueue::takeTurn(queue, stop);
-        if (!model)
-            co_return;
-        co_await exportSource(std::move(request), stop);
+        const WaitForTurn waitForTurn = [queue, model, stop] { return takeTurn(queue, model, stop); };
+        co_await exportSource(std::move(request), waitForTurn, stop);
         outcome = Phase::complete(job.destination);
     } catch (const CancellationError&) {
         outcome = Phase::ready();

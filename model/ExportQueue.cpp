@@ -9,11 +9,11 @@
 namespace stackreel
 {
 
-QCoro::Task<ExportQueue::Turn> ExportQueue::takeTurn(std::shared_ptr<ExportQueue> queue, std::stop_token stop)
+QCoro::Task<ExportTurn> ExportQueue::takeTurn(std::shared_ptr<ExportQueue> queue, std::stop_token stop)
 {
     const auto place = std::make_shared<QPromise<void>>();
     place->start();
-    const Turn turn = queue->enter(queue, place);
+    const ExportTurn turn = queue->enter(queue, place);
     if (queue->m_places.front() == place)
         co_return turn;
     const std::stop_callback endWait(stop, [place] { place->finish(); });
@@ -24,7 +24,7 @@ QCoro::Task<ExportQueue::Turn> ExportQueue::takeTurn(std::shared_ptr<ExportQueue
     co_return turn;
 }
 
-ExportQueue::Turn ExportQueue::enter(const std::shared_ptr<ExportQueue>& self, const Place& place)
+ExportTurn ExportQueue::enter(const std::shared_ptr<ExportQueue>& self, const Place& place)
 {
     m_places.push_back(place);
     return {place.get(), [self, place](void*) { self->leave(place); }};

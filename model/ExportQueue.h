@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/ExportTurn.h"
+
 #include <QCoroTask>
 #include <QPromise>
 
@@ -14,18 +16,15 @@ namespace stackreel
 class ExportQueue
 {
 public:
-    /// Held by the export that may run. When it is destroyed, the next export may run.
-    using Turn = std::shared_ptr<void>;
-
     /// Waits until all exports that requested a turn before have ended theirs. Throws `CancellationError`
     /// when the token fires during the wait; if there is no wait, the token is not checked. An export that
     /// has waited resumes from the event loop, never within the call that ends the wait.
-    static QCoro::Task<Turn> takeTurn(std::shared_ptr<ExportQueue> queue, std::stop_token stop);
+    static QCoro::Task<ExportTurn> takeTurn(std::shared_ptr<ExportQueue> queue, std::stop_token stop);
 
 private:
     using Place = std::shared_ptr<QPromise<void>>; ///< finished when the wait is over
 
-    Turn enter(const std::shared_ptr<ExportQueue>& self, const Place& place);
+    ExportTurn enter(const std::shared_ptr<ExportQueue>& self, const Place& place);
     void leave(const Place& place);
 
     std::deque<Place> m_places; ///< the first has the turn

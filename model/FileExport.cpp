@@ -82,12 +82,16 @@ QCoro::Task<ProbeDocument> FileExport::run(PartialFile& partial, ExportRequest r
     co_return report;
 }
 
-QCoro::Task<std::filesystem::path> FileExport::replace(ExportRequest request, std::stop_token stop)
+QCoro::Task<std::filesystem::path> FileExport::replace(ExportRequest request, WaitForTurn waitForTurn,
+                                                       std::stop_token stop)
 {
+    auto wait = waitForTurn();
     const std::filesystem::path output = request.output;
     Partial partial = co_await onWorkerThread([&request] { return partialFileFor(request); });
     std::exception_ptr failure;
+    ExportTurn turn;
     try {
+        turn = co_await wait;
         co_await run(*partial, std::move(request), stop);
     } catch (...) {
         failure = std::current_exception();

@@ -26,8 +26,8 @@ ModelServices ModelServices::system(MakePlayer makePlayer, std::shared_ptr<Still
                                                          std::move(stop));
             },
         .exportSource =
-            [](ExportRequest request, std::stop_token stop) {
-                return FileExport::replace(std::move(request), std::move(stop));
+            [](ExportRequest request, WaitForTurn waitForTurn, std::stop_token stop) {
+                return FileExport::replace(std::move(request), std::move(waitForTurn), std::move(stop));
             },
         .makePlayer = std::move(makePlayer),
         .openPanel = std::move(openPanel),

@@ -2,6 +2,7 @@
 
 #include "framing/ExportCommandBuilder.h"
 #include "media/MediaInfo.h"
+#include "model/ExportTurn.h"
 #include "player/base/VideoFrame.h"
 
 #include <QCoroTask>
@@ -30,8 +31,8 @@ struct ModelServices {
     std::function<QCoro::Task<std::vector<VideoFrame>>(Path file, double duration, int count,
                                                        std::stop_token)>
         timelineThumbnails;
-    /// Removes what it has written when it is cancelled.
-    std::function<QCoro::Task<Path>(ExportRequest, std::stop_token)> exportSource;
+    /// Exports when it is its turn. Removes what it has written when it is cancelled.
+    std::function<QCoro::Task<Path>(ExportRequest, WaitForTurn, std::stop_token)> exportSource;
     /// An empty player. Throws when no thread can be started.
     MakePlayer makePlayer;
     std::shared_ptr<OpenPanel> openPanel;

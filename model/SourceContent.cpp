@@ -35,13 +35,16 @@ struct Packet {
     double duration = 0;
 };
 
-/// A line such as "packet,0,2.960000,0.040000".
+/// A line such as "packet,0,2.960000,2.880000,0.040000": the stream, the times of presentation and decoding,
+/// and the duration. AVI files, and some Matroska files, have no times of presentation.
 std::optional<Packet> parsePacket(std::string_view line)
 {
     if (takeUntil(line, ',') != "packet")
         return std::nullopt;
     const auto stream = parseInteger(takeUntil(line, ','));
-    const auto time = parseDecimal(takeUntil(line, ','));
+    const auto presented = parseDecimal(takeUntil(line, ','));
+    const auto decoded = parseDecimal(takeUntil(line, ','));
+    const auto time = presented ? presented : decoded;
     const auto duration = parseDecimal(takeUntil(line, ','));
     if (!stream || !time)
         return std::nullopt;
@@ -96,15 +99,16 @@ QCoro::Task<SourceContent> SourceContent::read(std::filesystem::path file, Probe
                                                double to, std::int64_t audioTrack, std::stop_token stop)
 {
     const auto executable = co_await onWorkerThread([] { return ToolLocator::locate(MediaTool::ffprobe); });
-    std::vector<std::string> arguments = {"-v",
-                                          "error",
-                                          "-read_intervals",
-                                          fixedDecimal(from, 3) + "%",
-                                          "-show_entries",
-                                          "packet=stream_index,pts_time,duration_time:format=start_time",
-                                          "-of",
-                                          "csv",
-                                          file.string()};
+    std::vector<std::string> arguments = {
+        "-v",
+        "error",
+        "-read_intervals",
+        fixedDecimal(from, 3) + "%",
+        "-show_entries",
+        "packet=stream_index,pts_time,dts_time,duration_time:format=start_time",
+        "-of",
+        "csv",
+        file.string()};
     const ProcessOutput output = co_await ProcessRunner::run(executable, std::move(arguments), stop);
     if (output.status != 0)
         throwToolFailure("ffprobe", output);

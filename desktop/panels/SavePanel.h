@@ -11,6 +11,7 @@ struct SavePanelRequest {
     std::filesystem::path defaultName;
     bool canCreateDirectories = false;
     std::vector<ContentType> allowedContentTypes; ///< empty for no restriction
+    std::filesystem::path source;                 ///< a file that must not be chosen; empty for none
 };
 
 /// The host's dialog for choosing where to save. It asks before it replaces an existing file.

@@ -102,7 +102,8 @@ TEST_F(CliRealTools, RepeatsAnExportOfTheWindowBitForBitFromItsFileAlone)
     request.settings = {.aspect = OutputAspect::custom, .customWidth = 181, .customHeight = 320};
     request.trimStart = 1 / 3.0;
     request.trimEnd = 5 / 3.0;
-    runToEnd(FileExport::replace(request, {}));
+    const auto atOnce = []() -> QCoro::Task<ExportTurn> { co_return ExportTurn(); };
+    runToEnd(FileExport::replace(request, atOnce, {}));
     const CliResult result = run({"export", "--like", "window.mp4", "clip.mov", "again.mp4"});
     EXPECT_EQ(result.status, 0) << result.error;
     const std::string first = contentOf(m_folder / "window.mp4");

@@ -226,8 +226,12 @@ TEST_F(ExportsOfTwoSources, NeverBeginWhenTheModelIsDestroyedWhileTheyWait)
     EXPECT_EQ(m_services.exports.size(), 1U);
 }
 
-TEST_F(ExportsOfTwoSources, StartNothingForAPanelOfTheFirstSource)
+TEST_F(ExportsOfTwoSources, StartNothingButReportThatForAPanelOfTheFirstSource)
 {
+    QStringList messages;
+    const QObject context;
+    QObject::connect(&model(), &AppModel::exportOfReplacedSourceEnded, &context,
+                     [&](const QString& message) { messages += message; });
     model().chooseExportDestination();
     choose("/clips/b.mov");
     takeJournal();
@@ -242,6 +246,9 @@ TEST_F(ExportsOfTwoSources, StartNothingForAPanelOfTheFirstSource)
     EXPECT_EQ(takeJournal(), Lines());
     EXPECT_EQ(model().exportTask(), nullptr);
     EXPECT_EQ(model().unfinishedExports(), Tasks());
+    const QString message =
+        nameOf(destination) + QStringLiteral(" was not exported. Another video was opened in the meantime.");
+    EXPECT_EQ(messages, QStringList({message, message}));
 }
 
 TEST_F(ExportsOfTwoSources, StartNothingWhenTheSourceIsReplacedBeforeTheyBegin)

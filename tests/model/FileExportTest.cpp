@@ -8,6 +8,7 @@
 #include "tests/support/Awaited.h"
 #include "tests/support/ChildReport.h"
 #include "tests/support/ScopedSystemCalls.h"
+#include "tests/support/fakes/ManualTask.h"
 
 #include <sys/stat.h>
 
@@ -24,6 +25,11 @@ namespace
 
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
+
+QCoro::Task<ExportTurn> atOnce()
+{
+    co_return ExportTurn();
+}
 
 /// The window's exports into a folder of their own.
 class FileExportTest : public FakeToolTest
@@ -54,7 +60,7 @@ protected:
     std::string failure(std::stop_token stop = {}) const
     {
         try {
-            runToEnd(FileExport::replace(request, stop));
+            runToEnd(FileExport::replace(request, atOnce, stop));
         } catch (const std::exception& error) {
             return error.what();
         }
@@ -72,9 +78,35 @@ protected:
 TEST_F(FileExportTest, WritesANewFileUnderItsOwnName)
 {
     installTool("printf whole > \"$destination\"\n");
-    EXPECT_EQ(runToEnd(FileExport::replace(request, {})), request.output);
+    EXPECT_EQ(runToEnd(FileExport::replace(request, atOnce, {})), request.output);
     EXPECT_EQ(arguments().back(), request.output);
     EXPECT_EQ(contentOf(request.output), "whole");
+}
+
+TEST_F(FileExportTest, TakesTheNameOfANewFileBeforeItsTurn)
+{
+    installTool("printf whole > \"$destination\"\n");
+    ManualTask<ExportTurn> turn;
+    const auto wait = [&turn] { return turn.task(); };
+    Awaited<fs::path> exported(FileExport::replace(request, wait, {}));
+    ASSERT_TRUE(eventually([this] { return names() == Names{"out.mp4"}; }));
+    EXPECT_FALSE(hasRun());
+    turn.complete(ExportTurn());
+    EXPECT_EQ(exported.result(), request.output);
+    EXPECT_EQ(contentOf(request.output), "whole");
+}
+
+TEST_F(FileExportTest, LeavesNothingWhenItIsCancelledBeforeItsTurn)
+{
+    installTool("printf whole > \"$destination\"\n");
+    ManualTask<ExportTurn> turn;
+    const auto wait = [&turn] { return turn.task(); };
+    Awaited<fs::path> exported(FileExport::replace(request, wait, {}));
+    ASSERT_TRUE(eventually([this] { return names() == Names{"out.mp4"}; }));
+    turn.fail(CancellationError());
+    EXPECT_THROW(exported.result(), CancellationError);
+    EXPECT_EQ(names(), Names());
+    EXPECT_FALSE(hasRun());
 }
 
 TEST_F(FileExportTest, ReplacesAFileInOneStepAndKeepsItsPermissions)
@@ -108,7 +140,7 @@ TEST_F(FileExportTest, KeepsAPartialNewFileOnlyWhenItFails)
     fs::remove(request.output);
 
     installWaitingTool();
-    Awaited<fs::path> exported(FileExport::replace(request, m_stop.get_token()));
+    Awaited<fs::path> exported(FileExport::replace(request, atOnce, m_stop.get_token()));
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
     m_stop.request_stop();
     EXPECT_THROW(exported.result(), CancellationError);
@@ -153,7 +185,7 @@ TEST_F(FileExportTest, LeavesAFileOfAnotherProgramWhenCancelled)
 {
     installTool("printf theirs > other\nmv other \"$destination\"\nexec '" + testChild().string() +
                 "' patient pid 1\n");
-    Awaited<fs::path> exported(FileExport::replace(request, m_stop.get_token()));
+    Awaited<fs::path> exported(FileExport::replace(request, atOnce, m_stop.get_token()));
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
     m_stop.request_stop();
     EXPECT_THROW(exported.result(), CancellationError);
@@ -164,7 +196,7 @@ TEST_F(FileExportTest, FailsWhenTheFileIsShorterThanTheRange)
 {
     writeOld();
     installTool("printf whole > \"$destination\"\n");
-    installProbe("8.0", "packet,0,8.0,0.1");
+    installProbe("8.0", "packet,0,8.0,8.0,0.1");
     EXPECT_EQ(failure(), "The export did not become what was asked for: it lasts 8.00 s instead of 20.00 s. "
                          "The source may be damaged, or its picture ends there: choose an earlier end.");
     EXPECT_EQ(contentOf(request.output), "old");
@@ -173,7 +205,7 @@ TEST_F(FileExportTest, FailsWhenTheFileIsShorterThanTheRange)
 TEST_F(FileExportTest, SucceedsWhenThePictureOfTheSourceEndsBeforeItsSound)
 {
     installTool("printf whole > \"$destination\"\n");
-    installProbe("8.0", "packet,0,7.9,0.1\npacket,1,19.9,0.1");
+    installProbe("8.0", "packet,0,7.9,7.9,0.1\npacket,1,19.9,19.9,0.1");
     EXPECT_EQ(failure(), "");
     EXPECT_EQ(contentOf(request.output), "whole");
 }

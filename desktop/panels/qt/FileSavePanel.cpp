@@ -11,8 +11,8 @@ namespace stackreel
 
 void FileSavePanel::begin(const SavePanelRequest& request, PanelCompletion completion)
 {
-    auto dialog =
-        std::make_unique<SaveDialog>(ContentTypeFilters::requiredSuffix(request.allowedContentTypes));
+    auto dialog = std::make_unique<SaveDialog>(
+        ContentTypeFilters::requiredSuffix(request.allowedContentTypes), PanelPaths::text(request.source));
     dialog->setWindowTitle(QString::fromStdString(request.title));
     dialog->setOption(QFileDialog::ReadOnly, !request.canCreateDirectories);
     dialog->setNameFilters(ContentTypeFilters::names(request.allowedContentTypes));

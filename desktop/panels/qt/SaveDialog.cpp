@@ -36,7 +36,8 @@ QString reasonNotWritable(const QFileInfo& file)
 
 } // namespace
 
-SaveDialog::SaveDialog(std::optional<QString> suffix) : m_suffix(std::move(suffix))
+SaveDialog::SaveDialog(std::optional<QString> suffix, QString source)
+    : m_suffix(std::move(suffix)), m_source(std::move(source))
 {
     setAcceptMode(QFileDialog::AcceptSave);
     setFileMode(QFileDialog::AnyFile);
@@ -48,6 +49,15 @@ QString SaveDialog::enteredFile() const
 {
     const QString quoted = PanelPaths::enteredWithQuotationMarks(*this);
     return quoted.isEmpty() ? selectedFiles().value(0) : quoted;
+}
+
+/// The reason why the file cannot be chosen, for the user; empty if it can be.
+QString SaveDialog::reasonToReject(const QFileInfo& file) const
+{
+    if (!m_source.isEmpty() && file.exists() && file == QFileInfo(m_source))
+        return QStringLiteral("“%1” is the video that is exported. Choose another name.")
+            .arg(file.fileName());
+    return reasonNotWritable(file);
 }
 
 QString SaveDialog::withSuffix(const QString& file) const
@@ -65,7 +75,7 @@ void SaveDialog::accept()
         return;
     }
     const QString file = withSuffix(entered);
-    if (const QString reason = reasonNotWritable(QFileInfo(file)); !reason.isEmpty())
+    if (const QString reason = reasonToReject(QFileInfo(file)); !reason.isEmpty())
         showProblem(reason);
     else if (QFileInfo::exists(file))
         askToReplace(file);

@@ -15,8 +15,9 @@ class SaveDialog : public QFileDialog
 {
     Q_OBJECT
 public:
-    /// `suffix` has no dot; with `std::nullopt` no suffix is added.
-    explicit SaveDialog(std::optional<QString> suffix);
+    /// `suffix` has no dot; with `std::nullopt` no suffix is added. `source` is a file that cannot be chosen;
+    /// empty for none.
+    SaveDialog(std::optional<QString> suffix, QString source);
 
     /// The absolute path of the file that the user confirmed; empty before that.
     const QString& chosenFile() const { return m_chosenFile; }
@@ -26,12 +27,14 @@ public Q_SLOTS:
 
 private:
     QString enteredFile() const;
+    QString reasonToReject(const QFileInfo& file) const;
     QString withSuffix(const QString& file) const;
     void showProblem(const QString& reason);
     void askToReplace(const QString& file);
     void choose(const QString& file);
 
     std::optional<QString> m_suffix;
+    QString m_source;
     QString m_chosenFile;
 };
 

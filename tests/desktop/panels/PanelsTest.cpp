@@ -48,7 +48,8 @@ protected:
                        .prompt = "Export",
                        .defaultName = defaultName,
                        .canCreateDirectories = true,
-                       .allowedContentTypes = {ContentType::mp4}},
+                       .allowedContentTypes = {ContentType::mp4},
+                       .source = m_folder.path() / "source.mp4"},
                       collect());
     }
     PanelCompletion collect()
@@ -309,6 +310,25 @@ TEST_F(PanelsTest, StaysOpenWhenTheUserDoesNotReplaceTheFile)
     confirmButton()->click();
     ASSERT_EQ(m_responses.size(), 1U);
     EXPECT_EQ(m_responses[0].url, m_folder.path() / "other.mp4");
+}
+
+TEST_F(PanelsTest, RejectsTheSourceUnderAnyNameInsteadOfOfferingToReplaceIt)
+{
+    makeFile("source.mp4");
+    std::filesystem::create_symlink("source.mp4", m_folder.path() / "link.mp4");
+    for (const char* name : {"source", "link.mp4"}) {
+        savePanel();
+        enter(QString::fromUtf8(name));
+        confirmButton()->click();
+        ASSERT_NE(question(), nullptr);
+        EXPECT_TRUE(question()->text().endsWith(
+            QStringLiteral("is the video that is exported. Choose another name.")))
+            << question()->text().toStdString();
+        answer(QMessageBox::AcceptRole);
+        EXPECT_TRUE(m_responses.empty());
+        dialog()->reject();
+        m_responses.clear();
+    }
 }
 
 TEST_F(PanelsTest, RejectsAFileThatCannotBeWrittenAndShowsTheReason)

@@ -22,6 +22,15 @@ QCoro::Task<T> FakeServices::call(Calls<T>& calls, const std::string& service, c
     return calls.emplace_back(journal, name, arguments, std::move(stop)).task().task();
 }
 
+QCoro::Task<FakeServices::Path> FakeServices::exportInTurn(ExportRequest request, WaitForTurn waitForTurn,
+                                                           std::stop_token stop)
+{
+    const auto turn = co_await waitForTurn();
+    exportRequests.push_back(request);
+    const std::string arguments = request.input.string() + " to " + request.output.string();
+    co_return co_await call(exports, "export", arguments, std::move(stop));
+}
+
 ModelServices FakeServices::services()
 {
     return {
@@ -40,10 +49,8 @@ ModelServices FakeServices::services()
                 return call(thumbnails, "thumbnails", arguments, std::move(stop));
             },
         .exportSource =
-            [this](const ExportRequest& request, std::stop_token stop) {
-                exportRequests.push_back(request);
-                const std::string arguments = request.input.string() + " to " + request.output.string();
-                return call(exports, "export", arguments, std::move(stop));
+            [this](const ExportRequest& request, const WaitForTurn& waitForTurn, std::stop_token stop) {
+                return exportInTurn(request, waitForTurn, std::move(stop));
             },
         .makePlayer = [made = players] { return made->make(); },
         .openPanel = openPanel,

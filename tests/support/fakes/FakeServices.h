@@ -79,6 +79,7 @@ public:
     std::vector<ExportRequest> exportRequests;
 
 private:
+    QCoro::Task<Path> exportInTurn(ExportRequest request, WaitForTurn waitForTurn, std::stop_token stop);
     template <typename T>
     QCoro::Task<T> call(Calls<T>& calls, const std::string& service, const std::string& arguments,
                         std::stop_token stop);
