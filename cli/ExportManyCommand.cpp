@@ -2,6 +2,7 @@
 #include "cli/CliError.h"
 #include "cli/Commands.h"
 #include "cli/ExportEvents.h"
+#include "cli/PrintableText.h"
 #include "cli/RecipeFile.h"
 #include "model/ExportFileName.h"
 #include "system/StandardStreams.h"
@@ -27,9 +28,12 @@ fs::path folderAt(const fs::path& path)
 {
     fs::path folder = absolutePath(path);
     std::error_code error;
-    if (!fs::exists(folder, error))
+    const fs::file_status found = fs::status(folder, error);
+    if (found.type() == fs::file_type::not_found)
         throw CliError("The folder " + quoted(folder) + " does not exist.");
-    if (!fs::is_directory(folder, error))
+    if (found.type() == fs::file_type::none)
+        throw SystemError(error.value(), "read", folder);
+    if (!fs::is_directory(found))
         throw CliError(quoted(folder) + " is not a folder.");
     return folder;
 }
@@ -137,7 +141,8 @@ private:
             return;
         }
         m_failed += (m_failed.empty() ? "" : ", ") + quoted(m_options.each.source);
-        StandardStreams::writeError(quoted(m_options.each.source) + ": " + failure.text() + "\n");
+        StandardStreams::writeError(printableText(quoted(m_options.each.source)) + ": " + failure.text() +
+                                    "\n");
     }
 
     void summarise() const

@@ -2,6 +2,7 @@
 
 #include "cli/CliError.h"
 #include "cli/FailureText.h"
+#include "cli/PrintableText.h"
 #include "cli/UsageError.h"
 #include "media/CancellationError.h"
 #include "media/ProbeDocument.h"
@@ -80,7 +81,7 @@ std::string Failure::text() const
     for (const std::string& part : {toolLines, hint})
         if (!part.empty())
             text += "\n" + part;
-    return text;
+    return printableText(text);
 }
 
 } // namespace stackreel

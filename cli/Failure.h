@@ -18,7 +18,7 @@ struct Failure {
     /// that asks the program to end has arrived: a tool that the signal ended, too, has failed only because
     /// of it. Main thread.
     static Failure of(const std::exception_ptr& error);
-    /// The text for standard error, without a final line feed.
+    /// The text for standard error, without a final line feed and without control characters.
     std::string text() const;
 };
 

@@ -77,9 +77,4 @@ FailureText FailureText::of(const MediaToolError& error)
             .toolLines = lines};
 }
 
-std::string FailureText::text() const
-{
-    return toolLines.empty() ? sentence : sentence + "\n" + toolLines;
-}
-
 } // namespace stackreel

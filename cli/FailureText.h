@@ -17,8 +17,6 @@ struct FailureText {
 
     /// Pure.
     static FailureText of(const MediaToolError& error);
-    /// The sentence, followed by the lines.
-    std::string text() const;
 };
 
 } // namespace stackreel

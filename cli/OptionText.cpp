@@ -30,7 +30,7 @@ std::optional<std::int64_t> side(std::string_view text)
 std::optional<double> OptionText::seconds(std::string_view text)
 {
     const auto value = parseDecimal(text);
-    if (!value || *value < 0)
+    if (!value || *value < 0 || *value > latestTime)
         return std::nullopt;
     // Adding 0 changes -0.0 to 0.0, which prints without a sign.
     return *value + 0.0;

@@ -19,7 +19,10 @@ struct OptionText {
     /// No file has more sound tracks.
     static constexpr std::int64_t lastTrack = 100'000;
 
-    /// A time in seconds, finite and not negative: "12.5".
+    /// No clip is longer, in seconds: 31 years.
+    static constexpr double latestTime = 1e9;
+
+    /// A time in seconds from 0 to `latestTime`: "12.5".
     static std::optional<double> seconds(std::string_view text);
     /// An output size in pixels, with sides of 2 to 16384: "1080x1920". It is not rounded to even numbers.
     static std::optional<PixelSize> size(std::string_view text);

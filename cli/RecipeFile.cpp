@@ -52,6 +52,14 @@ Recipe recipeIn(const ProbeDocument& video, const fs::path& file)
     return RecipeText::parse(*video.format->comment, file.string());
 }
 
+/// Whether both paths lead to one file, which need not exist.
+bool isSameFile(const fs::path& one, const fs::path& other)
+{
+    std::error_code error;
+    return one.filename() == other.filename() &&
+           fs::equivalent(one.parent_path(), other.parent_path(), error);
+}
+
 } // namespace
 
 QCoro::Task<Recipe> RecipeFile::choices(ExportOptions options, std::stop_token stop)
@@ -73,7 +81,7 @@ QCoro::Task<Recipe> RecipeFile::choices(ExportOptions options, std::stop_token s
 void RecipeFile::save(const ExportRequest& request, const fs::path& file, bool overwrite)
 {
     const Destination destination = Destination::check(request.input, absolutePath(file), overwrite);
-    if (destination.file.lexically_normal() == request.output.lexically_normal())
+    if (isSameFile(destination.file, Destination::check(request.input, request.output, true).file))
         throw ExportError("“" + destination.named.string() + "” cannot hold both the video and the recipe.");
     PartialFile partial(destination, PartialFile::Name::hidden);
     errno = 0;

@@ -62,7 +62,7 @@ std::optional<double> timeIn(const RecipeObject& reader, const char* key)
     if (reader.find(key) == nullptr)
         return std::nullopt;
     const double seconds = reader.number(key, expected);
-    if (seconds < 0)
+    if (seconds < 0 || seconds > OptionText::latestTime)
         reader.fail(key, expected);
     return seconds + 0.0; // changes -0.0 to 0.0
 }

@@ -1,8 +1,8 @@
 #include "cli/CliOptions.h"
 #include "cli/Commands.h"
 #include "cli/Failure.h"
-#include "cli/ToolDeadline.h"
 #include "system/CleanupProcess.h"
+#include "system/RunningChildren.h"
 #include "system/StandardStreams.h"
 #include "system/TerminationSignals.h"
 
@@ -10,6 +10,7 @@
 #include <QCoroTask>
 
 #include <exception>
+#include <stop_token>
 #include <string>
 
 namespace
@@ -64,7 +65,8 @@ int run(int argc, char* argv[])
     int ownName = argc > 0 ? 1 : 0;
     const QCoreApplication application(ownName, argv);
     qInstallMessageHandler(previous);
-    const ToolDeadline deadline(signals);
+    // `ProcessRunner` kills a cancelled tool that does not end. The second signal does not wait for that.
+    const std::stop_callback killTools(signals.repeatToken(), [] { RunningChildren::kill(); });
     return QCoro::waitFor(statusOf(options, signals));
 }
 

@@ -61,8 +61,10 @@ TEST(FailureText, IsASentenceWithAdviceFollowedByTheToolsLines)
          "FFmpeg could not process this video. A folder was named in place of a file.\nError: Is a "
          "directory"},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(FailureText::of(row.error).text(), row.text);
+    for (const Row& row : rows) {
+        const auto [sentence, toolLines] = FailureText::of(row.error);
+        EXPECT_EQ(toolLines.empty() ? sentence : sentence + "\n" + toolLines, row.text);
+    }
 }
 
 TEST(FailureText, KeepsTheSentenceAndTheToolsLinesApart)

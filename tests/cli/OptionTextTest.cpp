@@ -40,6 +40,8 @@ TEST(OptionText, SecondsAreFiniteDecimalsNotBelowZero)
         {".", std::nullopt},
         {"1e", std::nullopt},
         {"１", std::nullopt},
+        {"1e9", 1e9},
+        {"1e300", std::nullopt},
     };
     for (const auto& [text, expected] : rows)
         EXPECT_EQ(OptionText::seconds(text), expected) << text;

@@ -74,6 +74,13 @@ TEST_F(RecipeExport, OptionsWinOverTheRecipe)
                            "Try 'stackreel-cli export --help'.\n");
 }
 
+TEST_F(RecipeExport, ShowsNoControlCharactersOfARecipe)
+{
+    m_cli.write("wrong.json", R"({"stackreelRecipe": 1, "\u001b]0;x\u0007": 3})");
+    EXPECT_EQ(run({"--recipe", "wrong.json"}).error,
+              "The recipe " + quoted("wrong.json") + " has the unknown key “?]0;x?”.\n");
+}
+
 TEST_F(RecipeExport, HandsTheRecipeToTheEncoder)
 {
     m_cli.setTool("ffmpeg", "printf %s \"$STACKREEL_RECIPE\" >\"$last\"");
@@ -125,8 +132,11 @@ TEST_F(RecipeExport, NeverSavesARecipeOverTheSourceOrTheVideoOrAnotherFile)
               quoted("clip.mov") + " is the source itself, which is never overwritten.\n");
     EXPECT_EQ(run({"out.mp4", "--save-recipe", "out.mp4"}).error,
               quoted("out.mp4") + " cannot hold both the video and the recipe.\n");
+    std::filesystem::create_directory_symlink(".", m_cli.folder() / "here");
+    EXPECT_EQ(run({"out.mp4", "--save-recipe", "here/out.mp4"}).error,
+              quoted("here/out.mp4") + " cannot hold both the video and the recipe.\n");
     EXPECT_EQ(m_cli.content("look.json"), "old");
-    EXPECT_EQ(m_cli.names(), (Words{"clip.mov", "look.json"}));
+    EXPECT_EQ(m_cli.names(), (Words{"clip.mov", "here", "look.json"}));
     EXPECT_EQ(run({"--dry-run", "--save-recipe", "look.json", "--overwrite"}).status, 0);
     EXPECT_NE(m_cli.content("look.json"), "old");
 }
