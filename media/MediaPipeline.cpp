@@ -21,43 +21,42 @@ namespace stackreel
 namespace
 {
 
-struct ProxyRun {
+struct CopyRun {
     std::filesystem::path executable;
-    std::filesystem::path proxy;
+    std::filesystem::path copy;
 };
 
-ProxyRun prepareProxy()
+CopyRun prepareCopy()
 {
     auto executable = ToolLocator::locate(MediaTool::ffmpeg);
-    return {.executable = std::move(executable), .proxy = PreviewCopies::newFile()};
+    return {.executable = std::move(executable), .copy = PreviewCopies::newFile()};
 }
 
-/// Runs the tool. Deletes the partial proxy of a cancelled run, because nothing would use it.
-QCoro::Task<ProcessOutput> runTool(ProxyRun run, std::vector<std::string> arguments, std::stop_token stop)
+/// Runs the tool. Deletes the partial preview copy of a cancelled run, because nothing would use it.
+QCoro::Task<ProcessOutput> runTool(CopyRun run, std::vector<std::string> arguments, std::stop_token stop)
 {
     try {
         co_return co_await ProcessRunner::run(run.executable, std::move(arguments), stop);
     } catch (const CancellationError&) {
         std::error_code ignored;
-        std::filesystem::remove(run.proxy, ignored);
+        std::filesystem::remove(run.copy, ignored);
         throw;
     }
 }
 
-/// Removes the proxy of a failed run if the disk is full, because other work needs the space. Returns whether
-/// it was removed.
-bool removeIfDiskIsFull(const std::filesystem::path& proxy)
+/// Removes the preview copy of a failed run if the disk is full, because other work needs the space. Returns
+/// whether it was removed.
+bool removeIfDiskIsFull(const std::filesystem::path& copy)
 {
     std::error_code ignored;
     try {
-        return WriteHandle(proxy).isDiskFull() && std::filesystem::remove(proxy, ignored);
+        return WriteHandle(copy).isDiskFull() && std::filesystem::remove(copy, ignored);
     } catch (const SystemError&) {
         return false; // the file cannot be opened
     }
 }
 
-std::vector<std::string> proxyArguments(const std::filesystem::path& source,
-                                        const std::filesystem::path& proxy)
+std::vector<std::string> copyArguments(const std::filesystem::path& source, const std::filesystem::path& copy)
 {
     return {"-hide_banner",
             "-y",
@@ -76,7 +75,7 @@ std::vector<std::string> proxyArguments(const std::filesystem::path& source,
             "2M",
             "-movflags",
             "+faststart",
-            proxy.string()};
+            copy.string()};
 }
 
 std::vector<MediaTime> sliceCentres(double duration, int count)
@@ -123,18 +122,18 @@ QCoro::Task<std::filesystem::path> MediaPipeline::createPreview(std::filesystem:
                                                                 std::stop_token stop)
 {
     // Finding the tool and creating the folder access the disk, which may be slow.
-    const ProxyRun run = co_await onWorkerThread(prepareProxy);
-    auto arguments = proxyArguments(source, run.proxy);
+    const CopyRun run = co_await onWorkerThread(prepareCopy);
+    auto arguments = copyArguments(source, run.copy);
     const ProcessOutput output = co_await runTool(run, std::move(arguments), stop);
     if (output.status != 0) {
         try {
-            co_await onWorkerThread([&run] { return removeIfDiskIsFull(run.proxy); });
+            co_await onWorkerThread([&run] { return removeIfDiskIsFull(run.copy); });
         } catch (const SystemError&) {
             // Without another thread it stays; the failure of the tool is reported.
         }
         throwToolFailure("FFmpeg", output);
     }
-    co_return run.proxy;
+    co_return run.copy;
 }
 
 QCoro::Task<std::vector<VideoFrame>> MediaPipeline::timelineThumbnails(std::filesystem::path file,

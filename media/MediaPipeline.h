@@ -18,15 +18,15 @@ namespace stackreel
 struct MediaPipeline {
     using StillsPtr = std::shared_ptr<Stills>;
 
-    /// A file that the player can play: the source itself if the player can play it, otherwise a new proxy.
-    /// Throws what `createPreview` throws.
+    /// A file that the player can play: the source itself if the player can play it, otherwise a new
+    /// preview copy. Throws what `createPreview` throws.
     static QCoro::Task<std::filesystem::path> previewSource(std::filesystem::path source, StillsPtr stills,
                                                             std::stop_token stop = {});
 
-    /// Creates a small H.264 proxy of the source, without sound, under a new name (`PreviewCopies`). Deletes
-    /// no proxy except the partial one of a run that was cancelled or has filled the disk. Throws
-    /// `MediaToolError` when the tool is missing or fails (the partial proxy otherwise stays), `SystemError`
-    /// when no folder can be created, and the errors of `ProcessRunner::run`.
+    /// Creates a preview copy: a small H.264 copy of the source, without sound, under a new name
+    /// (`PreviewCopies`). Deletes no copy except the partial one of a run that was cancelled or has filled
+    /// the disk. Throws `MediaToolError` when the tool is missing or fails (the partial copy otherwise
+    /// stays), `SystemError` when no folder can be created, and the errors of `ProcessRunner::run`.
     static QCoro::Task<std::filesystem::path> createPreview(std::filesystem::path source,
                                                             std::stop_token stop = {});
 

@@ -168,7 +168,7 @@ TEST_F(Exporting, ReadsTheSourceAndNotThePreview)
 {
     choose("/clips/a.mov");
     m_services.inspections.back().task().complete(clip(5));
-    m_services.previews.back().task().complete("/tmp/Stackreel/proxy.mp4");
+    m_services.previews.back().task().complete("/tmp/Stackreel/copy.mp4");
     startExport();
     EXPECT_EQ(m_services.exportRequests.back().input, "/clips/a.mov");
 }

@@ -28,11 +28,11 @@ protected:
 };
 
 using PreviewSource = MediaPipelineTest;
-using PreviewProxy = MediaPipelineTest;
+using PreviewCopy = MediaPipelineTest;
 
 } // namespace
 
-TEST_F(PreviewSource, IsAProxyUnlessThePlayerCanPlayTheSource)
+TEST_F(PreviewSource, IsAPreviewCopyUnlessThePlayerCanPlayTheSource)
 {
     installTool("exit 0\n");
     for (const bool playable : {true, false}) {
@@ -46,7 +46,7 @@ TEST_F(PreviewSource, IsAProxyUnlessThePlayerCanPlayTheSource)
     }
 }
 
-TEST_F(PreviewSource, FailsWithTheErrorOfTheProxy)
+TEST_F(PreviewSource, FailsWithTheErrorOfThePreviewCopy)
 {
     m_stills->playable = false;
     installTool("echo 'no such codec' >&2\nexit 1\n");
@@ -58,33 +58,33 @@ TEST_F(PreviewSource, FailsWithTheErrorOfTheProxy)
     }
 }
 
-TEST_F(PreviewProxy, IsMadeWithEighteenArguments)
+TEST_F(PreviewCopy, IsMadeWithEighteenArguments)
 {
-    installTool("printf proxy > \"$destination\"\n");
-    const auto proxy = runToEnd(MediaPipeline::createPreview(source));
+    installTool("printf copy > \"$destination\"\n");
+    const auto copy = runToEnd(MediaPipeline::createPreview(source));
     EXPECT_EQ(arguments(), (std::vector<std::string>{
                                "-hide_banner", "-y", "-i", source.string(), "-map", "0:v:0", "-an", "-vf",
                                "scale=960:-2:force_original_aspect_ratio=decrease,format=yuv420p", "-c:v",
                                "h264_videotoolbox", "-allow_sw", "1", "-b:v", "2M", "-movflags", "+faststart",
-                               proxy.string()}));
-    EXPECT_EQ(contentOf(proxy), "proxy");
+                               copy.string()}));
+    EXPECT_EQ(contentOf(copy), "copy");
 }
 
-TEST_F(PreviewProxy, IsANewFileInTheTemporaryFolderEachTime)
+TEST_F(PreviewCopy, IsANewFileInTheTemporaryFolderEachTime)
 {
-    installTool("printf proxy > \"$destination\"\n");
+    installTool("printf copy > \"$destination\"\n");
     const auto one = runToEnd(MediaPipeline::createPreview(source));
     const auto two = runToEnd(MediaPipeline::createPreview(source));
     EXPECT_NE(one, two);
-    for (const auto& proxy : {one, two}) {
-        EXPECT_EQ(proxy.parent_path(), m_temporary / ("Stackreel-" + std::to_string(::geteuid())));
-        EXPECT_TRUE(isUpperCaseUuid(proxy.stem())) << proxy;
-        EXPECT_EQ(proxy.extension(), ".mp4");
-        EXPECT_TRUE(std::filesystem::exists(proxy));
+    for (const auto& copy : {one, two}) {
+        EXPECT_EQ(copy.parent_path(), m_temporary / ("Stackreel-" + std::to_string(::geteuid())));
+        EXPECT_TRUE(isUpperCaseUuid(copy.stem())) << copy;
+        EXPECT_EQ(copy.extension(), ".mp4");
+        EXPECT_TRUE(std::filesystem::exists(copy));
     }
 }
 
-TEST_F(PreviewProxy, ReportsAFailedRunAndKeepsThePartialFile)
+TEST_F(PreviewCopy, ReportsAFailedRunAndKeepsThePartialFile)
 {
     struct Row {
         const char* script;
@@ -113,7 +113,7 @@ TEST_F(PreviewProxy, ReportsAFailedRunAndKeepsThePartialFile)
     }
 }
 
-TEST_F(PreviewProxy, DoesNotKeepThePartialFileOnAFullDisk)
+TEST_F(PreviewCopy, DoesNotKeepThePartialFileOnAFullDisk)
 {
     installTool("printf half > \"$destination\"\necho 'No space left on device' >&2\nexit 228\n");
     ScopedSystemCalls calls;
@@ -125,15 +125,15 @@ TEST_F(PreviewProxy, DoesNotKeepThePartialFileOnAFullDisk)
     EXPECT_FALSE(std::filesystem::exists(arguments().back()));
 }
 
-TEST_F(PreviewProxy, FailsWithoutTheTool)
+TEST_F(PreviewCopy, FailsWithoutTheTool)
 {
     if (std::filesystem::exists("/usr/local/bin/ffmpeg") ||
         std::filesystem::exists("/opt/homebrew/bin/ffmpeg"))
         GTEST_SKIP() << "this system has the tool in a folder that the search includes";
-    Awaited<std::filesystem::path> proxy(MediaPipeline::createPreview(source));
-    EXPECT_FALSE(proxy.hasEnded()) << "the search runs on another thread";
+    Awaited<std::filesystem::path> copy(MediaPipeline::createPreview(source));
+    EXPECT_FALSE(copy.hasEnded()) << "the search runs on another thread";
     try {
-        proxy.result();
+        copy.result();
         ADD_FAILURE() << "it did not fail";
     } catch (const MediaToolError& error) {
         EXPECT_EQ(error, MediaToolError::toolMissing("ffmpeg"));
@@ -141,7 +141,7 @@ TEST_F(PreviewProxy, FailsWithoutTheTool)
     EXPECT_EQ(m_temporary.names(), std::vector<std::string>()) << "no folder is made without the tool";
 }
 
-TEST_F(PreviewProxy, FailsWhenItsFolderCannotBeCreated)
+TEST_F(PreviewCopy, FailsWhenItsFolderCannotBeCreated)
 {
     installTool("exit 0\n");
     const ScopedEnvironment place("TMPDIR",
@@ -150,15 +150,15 @@ TEST_F(PreviewProxy, FailsWhenItsFolderCannotBeCreated)
     EXPECT_FALSE(hasRun());
 }
 
-TEST_F(PreviewProxy, CanBeCancelled)
+TEST_F(PreviewCopy, CanBeCancelled)
 {
     installWaitingTool();
     std::stop_source stop;
-    Awaited<std::filesystem::path> proxy(MediaPipeline::createPreview(source, stop.get_token()));
+    Awaited<std::filesystem::path> copy(MediaPipeline::createPreview(source, stop.get_token()));
     ASSERT_TRUE(eventually([this] { return isWaiting(); }));
     ASSERT_TRUE(std::filesystem::exists(arguments().back()));
     stop.request_stop();
-    EXPECT_THROW(proxy.result(), CancellationError);
+    EXPECT_THROW(copy.result(), CancellationError);
     EXPECT_FALSE(std::filesystem::exists(arguments().back())) << "nobody would use it";
 }
 

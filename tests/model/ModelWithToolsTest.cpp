@@ -164,9 +164,9 @@ TEST_F(ModelWithToolsTest, EndsTheChildOfALoadThatAnotherSupersedes)
     EXPECT_FALSE(hasChildren());
 }
 
-TEST_F(ModelWithToolsTest, PlaysAProxyWhenTheSourceCannotBePlayed)
+TEST_F(ModelWithToolsTest, PlaysAPreviewCopyWhenTheSourceCannotBePlayed)
 {
-    installTool("printf proxy > \"$destination\"\n");
+    installTool("printf copy > \"$destination\"\n");
     m_stills->playable = false;
     load();
     const auto lines = m_journal->take();
@@ -176,7 +176,7 @@ TEST_F(ModelWithToolsTest, PlaysAProxyWhenTheSourceCannotBePlayed)
     EXPECT_EQ(m_stills->requests.back().file, arguments().back());
 }
 
-TEST_F(ModelWithToolsTest, FailsWhenTheProxyFails)
+TEST_F(ModelWithToolsTest, FailsWhenThePreviewCopyFails)
 {
     installTool("exit 1\n");
     m_stills->playable = false;

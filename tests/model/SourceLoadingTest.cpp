@@ -87,7 +87,7 @@ TEST_F(LoadingASource, SetsThePropertiesInOrder)
     m_services.inspections.back().task().complete(clip(20));
     EXPECT_EQ(takeJournal(), Lines{"preview 1: /clips/Beach day.MOV"}) << "the facts are not published yet";
 
-    m_services.previews.back().task().complete("/tmp/Stackreel/proxy.mp4");
+    m_services.previews.back().task().complete("/tmp/Stackreel/copy.mp4");
     const auto [top, bottom] = CropRegion::initialPair(16.0 / 9, 1.125);
     EXPECT_EQ(model().topRegion(), top);
     EXPECT_EQ(model().bottomRegion(), bottom);
@@ -99,11 +99,11 @@ TEST_F(LoadingASource, SetsThePropertiesInOrder)
     EXPECT_EQ(steps,
               (Lines{"mediaInfo 1920 × 1080, 20 s", "trimEnd 20", "make player 1", "player 1: mute",
                      "player player 1", "player 1: observe every 30/600 as 1",
-                     "player 1: open /tmp/Stackreel/proxy.mp4 from 0/600 for 12000/600", "currentTime 0",
+                     "player 1: open /tmp/Stackreel/copy.mp4 from 0/600 for 12000/600", "currentTime 0",
                      "player 1: seek to 0/600", "player 1: play", "previewPlaying true", "phase ready"}));
 
     runQueuedTasks();
-    EXPECT_EQ(takeJournal(), Lines{"thumbnails 1: /tmp/Stackreel/proxy.mp4, 20 s, 12"});
+    EXPECT_EQ(takeJournal(), Lines{"thumbnails 1: /tmp/Stackreel/copy.mp4, 20 s, 12"});
 }
 
 TEST_F(LoadingASource, KeepsTheRegionsAndRemovesThePlayerWhilePreparing)

@@ -187,7 +187,7 @@ TEST_F(ALoadWithoutItsModel, EndsAfterTheProbe)
     takeJournal();
     m_services.inspections.back().task().complete(clip(20));
     EXPECT_EQ(takeJournal(), Lines());
-    EXPECT_EQ(m_services.previews.size(), 0U) << "no proxy is made without a model";
+    EXPECT_EQ(m_services.previews.size(), 0U) << "no preview copy is made without a model";
 }
 
 TEST_F(ALoadWithoutItsModel, EndsAfterAFailedProbe)

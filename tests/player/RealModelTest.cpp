@@ -23,7 +23,7 @@ public:
     bool isPlayable(const std::filesystem::path&, std::stop_token) override { return false; }
 };
 
-std::vector<std::filesystem::path> proxies()
+std::vector<std::filesystem::path> previewCopies()
 {
     const auto folder = PrivateFolder::pathOfUser("Stackreel");
     std::vector<std::filesystem::path> files;
@@ -146,12 +146,12 @@ TEST_F(RealModelTest, LoadsOneOfTwoClipsThatAreChosenAtOnce)
     EXPECT_TRUE(eventually([&] { return model().currentTime() > 0.2; }));
 }
 
-TEST_F(RealModelTest, PlaysAProxyOfAnUnplayableSource)
+TEST_F(RealModelTest, PlaysAPreviewCopyOfAnUnplayableSource)
 {
-    const auto before = proxies();
+    const auto before = previewCopies();
     makeModel(std::make_shared<RefusingStills>());
     load(clipWithSound);
-    const auto after = proxies();
+    const auto after = previewCopies();
     EXPECT_EQ(before.size(), 0U);
     EXPECT_EQ(after.size(), 1U);
     ASSERT_TRUE(eventually([&] { return model().timelineThumbnails().size() == 12; }));

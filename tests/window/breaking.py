@@ -9,7 +9,7 @@ import subprocess
 from accessible import AccessibleDesktop, AccessibleProgram, wait_until
 from clips import is_whole, make_clip, make_mosaic, make_sound, probe
 from desktop import Program, eventually
-from tools import EXPORT, PROXY, Tools
+from tools import EXPORT, PREVIEW_COPY, Tools
 from window_test import WindowTest, executable, main
 
 MAIN = "Stackreel"
@@ -86,10 +86,10 @@ class Breaking(WindowTest):
         os.kill(int(eventually(lambda: self.tools.pid("ffmpeg"), "an encoder")), signal.SIGKILL)
         self.await_status("FFmpeg could not process this video.")
 
-    def test_reports_a_preview_proxy_process_that_was_killed(self):
+    def test_reports_a_preview_copy_process_that_was_killed(self):
         unplayable = self.home / "unplayable.mkv"
         make_mosaic(unplayable, ["-c:v", "snow", "-strict", "-2", "-c:a", "aac"])
-        self.tools.hold("ffmpeg", PROXY)
+        self.tools.hold("ffmpeg", PREVIEW_COPY)
         self.choose(unplayable)
         os.kill(int(eventually(lambda: self.tools.pid("ffmpeg"), "a copy that is being made")), signal.SIGKILL)
         self.await_status("FFmpeg could not process this video.")

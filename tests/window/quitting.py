@@ -7,7 +7,7 @@ import signal
 
 from clips import make_clip, make_mosaic
 from desktop import Program, eventually
-from tools import EXPORT, PROXY, Tools, descendants_of, is_running
+from tools import EXPORT, PREVIEW_COPY, Tools, descendants_of, is_running
 from window_test import WindowTest, executable, main
 
 WAYS = {
@@ -23,7 +23,7 @@ class Quitting(WindowTest):
         super().setUpClass()
         cls.clip = cls.desktop.home / "Beach day.mp4"
         make_mosaic(cls.clip)
-        # The player cannot play this codec, so the program makes a proxy file.
+        # The player cannot play this codec, so the program makes a preview copy.
         cls.unplayable = cls.desktop.home / "unplayable.mkv"
         make_mosaic(cls.unplayable, ["-c:v", "snow", "-strict", "-2", "-c:a", "aac"])
         cls.long = cls.desktop.home / "long.mp4"
@@ -50,7 +50,7 @@ class Quitting(WindowTest):
                 # A tool that waits has a child process `sleep`, which ends a moment after it.
                 eventually(lambda: not any(is_running(each) for each in children), "no child that is left")
                 self.assertEqual(list(self.out.iterdir()), [])
-                # The folder of the proxy files is kept on purpose.
+                # The folder of the preview copies is kept on purpose.
                 left = [each for each in temporary.rglob("*") if each != temporary / f"Stackreel-{os.getuid()}"]
                 self.assertEqual(left, [])
 
@@ -66,9 +66,9 @@ class Quitting(WindowTest):
 
         self.quit_in_every_way(begin)
 
-    def test_while_a_preview_proxy_is_made(self):
+    def test_while_a_preview_copy_is_made(self):
         def begin(program):
-            self.tools.hold("ffmpeg", PROXY)
+            self.tools.hold("ffmpeg", PREVIEW_COPY)
             program.choose(self.unplayable)
             eventually(lambda: self.tools.pid("ffmpeg"), "a copy that is being made")
 

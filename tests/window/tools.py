@@ -13,7 +13,7 @@ echo $$ >"{folder}/{name}.pid"
 while [ ! -e "{folder}/go" ]; do sleep 0.05; done
 exec {real} "$@"
 """
-EXPORT, PROXY = "*filter_complex*", "*scale=960*"
+EXPORT, PREVIEW_COPY = "*filter_complex*", "*scale=960*"
 
 
 class Tools:
