@@ -6,6 +6,7 @@
 #include "cli/RecipeFile.h"
 #include "model/ExportFileName.h"
 #include "system/StandardStreams.h"
+#include "system/SystemError.h"
 
 #include <algorithm>
 #include <map>
