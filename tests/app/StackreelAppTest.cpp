@@ -9,7 +9,6 @@
 #include "updates/StandardUpdateServices.h"
 
 #include <QCloseEvent>
-#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QMessageBox>
@@ -208,10 +207,8 @@ TEST_F(StackreelAppTest, DoesNotWaitForALoadThatIsBlocked)
     m_app.model().chooseSource();
     m_world.openPanel->choose(m_folder / "clip.mov");
     WindowWithFakes::settle();
-    QElapsedTimer timer;
-    timer.start();
-    m_app.shutDown();
-    EXPECT_LT(timer.elapsed(), 2000);
+    m_app.shutDown(); // ends this process if it waits for longer than twice the grace period
+    EXPECT_FALSE(m_app.model().unfinishedLoads().empty());
     m_world.inspections.back().task().fail(CancellationError());
 }
 
