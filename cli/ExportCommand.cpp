@@ -39,6 +39,14 @@ void announceSaved(const std::string& line)
     }
 }
 
+/// Writes what the front could not do for the exported file to standard error.
+void writeWarnings(const std::string& file, const std::vector<FrontChange>& changes)
+{
+    for (const FrontChange& change : changes)
+        if (const std::string warning = change.warning(file); !warning.empty())
+            StandardStreams::writeError(warning + "\n");
+}
+
 ExportFacts factsOf(const ExportRequest& request)
 {
     return {.source = request.input,
@@ -96,6 +104,7 @@ QCoro::Task<> exportOne(ExportOptions options, std::stop_token stop)
         co_await RenderedExport::render(partial, request, progressStyle(options, input), stop);
     announceSaved(options.json ? ExportEvents::finished(facts, resultOf(rendered, destination.file, begin))
                                : "Saved " + destination.named.filename().string() + "\n");
+    writeWarnings(destination.named.filename().string(), rendered.changes);
 }
 
 /// The path for the report of a failure, absolute where possible.

@@ -1,5 +1,7 @@
 #include "cli/FrontChange.h"
 
+#include <algorithm>
+
 namespace stackreel
 {
 
@@ -28,6 +30,15 @@ std::optional<FrontChange> FrontChange::parse(std::string_view line)
     return FrontChange{.name = std::string(line.substr(0, equals)),
                        .value = std::string(line.substr(equals + 1, colon - equals - 1)),
                        .reason = std::string(line.substr(colon + beforeReason.size()))};
+}
+
+std::string FrontChange::warning(const std::string& file) const
+{
+    if (value != "unconverted")
+        return "";
+    std::string words = name;
+    std::replace(words.begin(), words.end(), '-', ' ');
+    return "Warning: " + file + " keeps the " + words + " of its source: " + reason + ".";
 }
 
 } // namespace stackreel

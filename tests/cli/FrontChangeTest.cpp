@@ -20,6 +20,13 @@ TEST(FrontChange, IsReadFromItsLine)
         EXPECT_EQ(FrontChange::parse(line), std::nullopt) << line;
 }
 
+TEST(FrontChange, WarnsOnlyOfWhatWasNotConverted)
+{
+    const FrontChange kept{.name = "dynamic-range", .value = "unconverted", .reason = "why"};
+    EXPECT_EQ(kept.warning("a b.mp4"), "Warning: a b.mp4 keeps the dynamic range of its source: why.");
+    EXPECT_EQ((FrontChange{.name = "matrix", .value = "bt709", .reason = "why"}).warning("a.mp4"), "");
+}
+
 TEST(EncoderStatusReader, CollectsALimitedNumberOfChanges)
 {
     EncoderStatusReader reader;

@@ -83,6 +83,19 @@ TEST_F(JsonExport, ReportsTheProgressAndTheChangesOfTheFront)
     EXPECT_EQ(eventsIn(run({"--overwrite", "--quiet"}).output), (Events{"started", "finished"}));
 }
 
+TEST_F(JsonExport, WarnsOnStandardErrorOfColoursThatWereNotConverted)
+{
+    m_cli.setTool("ffmpeg", "echo '[stackreel] primaries=unconverted: why' >&2; printf rendered >\"$last\"");
+    const CliResult result = run();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error, "Warning: out.mp4 keeps the primaries of its source: why.\n");
+    EXPECT_EQ(objectsIn(result.output).back().at("changes"),
+              Json::parse(R"([{"name": "primaries", "value": "unconverted", "reason": "why"}])"));
+    const CliResult plain = m_cli.run({"export", "clip.mov", "plain.mp4", "--quiet"});
+    EXPECT_EQ(plain.output, "Saved plain.mp4\n");
+    EXPECT_EQ(plain.error, "Warning: plain.mp4 keeps the primaries of its source: why.\n");
+}
+
 TEST_F(JsonExport, ReportsAFailureWithTheToolsLastLines)
 {
     m_cli.setTool("ffmpeg", "echo '[stackreel] encoder=libx264: why' >&2; "
