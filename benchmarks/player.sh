@@ -3,6 +3,7 @@
 #   seams       the loop's seam                 /  mpv --ab-loop
 #   seek        exact seeks                     /  ffmpeg decoding from the same key frame to the same frame
 #   scrub       60 requests a second for 3 s
+#   trim        the end handle released until the picture moves
 #   thumbnails  twelve images                   /  ffmpegthumbnailer twelve times; one whole decode by ffmpeg
 #   ready       from choosing a clip to ready   −  ffprobe alone; and the first frame with and without thumbnails
 #   cpu         a second of 1080p60 preview     /  mpv --vo=x11 at the same size
@@ -31,7 +32,7 @@ while [ $# -gt 0 ]; do
   esac
   shift
 done
-[ ${#rows[@]} -gt 0 ] || rows=(seams seek scrub thumbnails ready cpu memory)
+[ ${#rows[@]} -gt 0 ] || rows=(seams seek scrub trim thumbnails ready cpu memory)
 width=1100 height=620 # the size of the preview in a window of the default size
 work=$(mktemp -d)
 server=
@@ -174,6 +175,17 @@ row_scrub() {
       "one exact seek there: $(value "$line" alone) ms" "$(ratio "$(value "$line" release)" "$(value "$line" alone)")" "1 exact seek"
     row "scrubbing, $name: longest call on the main thread" "$(value "$line" call) ms (event loop late by $(value "$line" gap) ms at most)" \
       "–" "–" "8 ms"
+  done
+}
+
+row_trim() {
+  local name line rounds=5
+  [ -z "$quick" ] || rounds=1
+  make_clips gop30 gop250
+  for name in gop30 gop250; do
+    line=$("$bin/trimming" "$clips/$name.mp4" 6 12 14 "$rounds" $width $height)
+    row "end handle released, $name: until the picture moves" "$(value "$line" median) ms, at most $(value "$line" worst) ms; then $(value "$line" stall) ms between frames at most; $(value "$line" peak) MiB" \
+      "–" "–" "100 ms"
   done
 }
 

@@ -26,9 +26,9 @@ void releaseOnAnotherThread(std::shared_ptr<PlayerEngine> engine) noexcept
 
 } // namespace
 
-GStreamerPlayer::GStreamerPlayer(MakeSoundSink makeSoundSink)
+GStreamerPlayer::GStreamerPlayer(MakeSoundSink makeSoundSink, PlayerDelays delays)
     : m_observers(std::make_shared<TimeObservers>()),
-      m_engine(std::make_shared<PlayerEngine>(m_observers, std::move(makeSoundSink)))
+      m_engine(std::make_shared<PlayerEngine>(m_observers, std::move(makeSoundSink), delays))
 {
     PlayerEngine::start(m_engine);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/PreviewPlayer.h"
+#include "player/base/PlayerDelays.h"
 #include "player/sound/SoundOutput.h"
 
 #include <cstdint>
@@ -20,7 +21,7 @@ class GStreamerPlayer : public PreviewPlayer
 public:
     /// The sound ends in what `makeSoundSink` makes, on a thread of the player's. Throws `std::system_error`
     /// when no thread can be started.
-    explicit GStreamerPlayer(MakeSoundSink makeSoundSink = makeSystemSoundSink);
+    explicit GStreamerPlayer(MakeSoundSink makeSoundSink = makeSystemSoundSink, PlayerDelays delays = {});
     GStreamerPlayer(const GStreamerPlayer&) = delete;
     GStreamerPlayer& operator=(const GStreamerPlayer&) = delete;
     ~GStreamerPlayer() override;

@@ -21,8 +21,10 @@ constexpr auto closingDelay = 150ms;
 
 } // namespace
 
-PlayerEngine::PlayerEngine(std::shared_ptr<TimeObservers> observers, MakeSoundSink makeSoundSink)
-    : m_presenter(std::move(observers), [this] { m_wakeUp.notify(); }),
+PlayerEngine::PlayerEngine(std::shared_ptr<TimeObservers> observers, MakeSoundSink makeSoundSink,
+                           PlayerDelays delays)
+    : m_delays(delays),
+      m_presenter(std::move(observers), [this] { m_wakeUp.notify(); }),
       m_sound(std::move(makeSoundSink), m_presenter.clock())
 {
 }
@@ -105,22 +107,31 @@ void PlayerEngine::openLoop(const PlayerRequest::Loop& loop)
 {
     m_closing.reset();
     m_prefetch.reset();
-    m_feeder.reset();
     m_prefetchFailed = false;
     m_seeks.dropInFlight();
     try {
-        if (!m_reader || m_failure || m_file.path() != loop.file) {
-            m_reader.reset();
-            m_file = loop.file;
-            m_reader = std::make_unique<FrameReader>(m_file, m_applied.box, [this] { m_wakeUp.notify(); });
-        }
+        if (!m_reader || m_failure || m_file.path() != loop.file)
+            openFile(loop.file);
         m_failure.reset();
-        m_feeder = std::make_unique<LoopFeeder>(*m_reader, loop.range, keptBytes);
+        auto feeder = std::make_unique<LoopFeeder>(*m_reader, loop.range, keptBytes);
+        if (m_feeder)
+            feeder->takeOver(*m_feeder);
+        m_feeder = std::move(feeder);
         m_sound.open(m_file, loop.range);
     } catch (const std::runtime_error& error) {
+        m_feeder.reset();
         m_reader.reset();
         fail(error.what());
     }
+}
+
+void PlayerEngine::openFile(const std::filesystem::path& file)
+{
+    m_feeder.reset();
+    m_reader.reset();
+    m_reusesDecoded = false;
+    m_file = file;
+    m_reader = std::make_unique<FrameReader>(m_file, m_applied.box, [this] { m_wakeUp.notify(); });
 }
 
 void PlayerEngine::closeLoop()
@@ -137,6 +148,7 @@ void PlayerEngine::applyBox(PictureSize box)
 {
     if (m_reader && m_reader->box() != box) {
         m_reader->setBox(box);
+        m_reusesDecoded = false;
         m_boxSince = std::chrono::steady_clock::now();
         // While the player is paused, show the same picture in its new size.
         if (!m_feeder || m_presenter.isRunning() || !m_seeks.isIdle())
@@ -150,8 +162,10 @@ void PlayerEngine::startSeek()
     if (!m_feeder || m_failure)
         return;
     if (const auto seek = m_seeks.begin(std::chrono::steady_clock::now())) {
+        const bool reuses = std::exchange(m_reusesDecoded, false);
+        auto decoded = reuses ? m_presenter.decoded() : std::vector<QueuedFrame>();
         m_presenter.hold();
-        m_feeder->beginAt(seek->time);
+        m_feeder->beginAt(seek->time, std::move(decoded));
     }
 }
 
@@ -195,6 +209,7 @@ void PlayerEngine::deliver(QueuedFrame frame)
     if (m_seeks.isInFlight()) {
         m_sound.jump(frame);
         m_presenter.jump(std::move(frame), m_seeks.complete());
+        m_reusesDecoded = true;
     } else {
         m_sound.follow(frame);
         m_presenter.push(std::move(frame));
@@ -206,6 +221,7 @@ void PlayerEngine::fail(std::string reason)
 {
     m_failure = reason.empty() ? "No picture of the file can be shown." : std::move(reason);
     m_seeks.clear();
+    m_reusesDecoded = false;
     m_presenter.clear(m_applied.seek.number);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/base/ForegroundWork.h"
+#include "player/base/PlayerDelays.h"
 #include "player/base/PlayerState.h"
 #include "player/base/WakeUp.h"
 #include "player/engine/PlayerRequest.h"
@@ -12,6 +13,7 @@
 #include "player/playout/TimeObservers.h"
 #include "player/sound/Sound.h"
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -26,7 +28,7 @@ namespace stackreel
 class PlayerEngine
 {
 public:
-    PlayerEngine(std::shared_ptr<TimeObservers> observers, MakeSoundSink makeSoundSink);
+    PlayerEngine(std::shared_ptr<TimeObservers> observers, MakeSoundSink makeSoundSink, PlayerDelays delays);
 
     /// Starts the thread, which keeps `engine` alive until it is requested to quit.
     static void start(const std::shared_ptr<PlayerEngine>& engine);
@@ -45,6 +47,7 @@ private:
     void apply(const PlayerRequest& request);
     void applyLoop(const PlayerRequest& request, bool retries);
     void openLoop(const PlayerRequest::Loop& loop);
+    void openFile(const std::filesystem::path& file);
     void closeLoop();
     void applyBox(PictureSize box);
     bool feed();
@@ -57,6 +60,7 @@ private:
     bool wantsHead() const;
     void updateRunning();
     bool isFrameAwaited() const;
+    bool isDecoderIdle() const;
     void releaseIdleDecoder();
     void updateSound();
     void publish();
@@ -64,6 +68,7 @@ private:
     std::optional<Clock::Instant> nextDeadline() const;
     bool waitsForHead() const;
 
+    const PlayerDelays m_delays;
     WakeUp m_wakeUp;
     mutable std::mutex m_mutex;
     // Guarded by the mutex.
@@ -82,8 +87,10 @@ private:
     std::optional<std::string> m_failure; ///< why the file shows nothing
     SeekRequests m_seeks;
     Clock::Instant m_boxSince = {};
-    std::optional<Clock::Instant> m_replayingSince; ///< from memory alone
-    std::optional<Clock::Instant> m_closing;        ///< when to close a file that no loop uses any more
+    std::optional<Clock::Instant> m_idleSince; ///< nothing is decoded
+    std::optional<Clock::Instant> m_closing;   ///< when to close a file that no loop uses any more
+    /// The presenter's frames follow on the last jump without a gap, and are what the reader would deliver.
+    bool m_reusesDecoded = false;
 
     bool m_audible = false;
 

@@ -18,9 +18,6 @@ using namespace std::chrono_literals;
 constexpr auto sizeSettles = 300ms;
 /// When less than this is left until the range's end, playback starts after the prefetch of its first frames.
 constexpr Nanoseconds coveredByQueue = 3 * second / 2;
-/// A range repeats from memory for this long before the decoder is released; opening it again takes some 50
-/// ms.
-constexpr auto decoderIdleTime = 3s;
 
 } // namespace
 
@@ -80,8 +77,11 @@ void PlayerEngine::updateRunning()
         m_wakeUp.notify();
         return;
     }
+    const bool runs = ready && m_applied.playing && !waitsForHead();
+    if (runs)
+        m_reusesDecoded = false; // frames that were shown are gone
     if (m_feeder || !m_applied.playing)
-        m_presenter.setRunning(ready && m_applied.playing && !waitsForHead());
+        m_presenter.setRunning(runs);
 }
 
 /// Whether a frame was requested whose seek has not begun. With the lock held.
@@ -90,18 +90,34 @@ bool PlayerEngine::isFrameAwaited() const
     return m_requested.loop && m_requested.seek.number != m_appliedSeek;
 }
 
-/// A range that repeats from memory needs no decoder. A decoder holds a dozen whole pictures.
+/// Whether nothing is decoded, and nothing will be before another request or the end of a repeated range.
+bool PlayerEngine::isDecoderIdle() const
+{
+    if (!m_reader || m_reader->isReleased() || !m_feeder)
+        return false;
+    if (m_failure)
+        return true;
+    if (m_presenter.isRunning())
+        return m_feeder->replaysAll();
+    const bool isFull = m_feeder->parked() || !m_presenter.hasRoom(m_feeder->replaysAll());
+    return !m_applied.playing && m_seeks.isIdle() && isFull;
+}
+
+/// A decoder holds a dozen whole pictures, and an open file keeps its disk from being ejected. What is queued
+/// stays, so that playback goes on at once, while the file is opened again.
 void PlayerEngine::releaseIdleDecoder()
 {
-    if (!m_feeder || !m_feeder->replaysAll() || !m_presenter.isRunning()) {
-        m_replayingSince.reset();
+    if (!isDecoderIdle()) {
+        m_idleSince.reset();
         return;
     }
     const auto now = std::chrono::steady_clock::now();
-    if (!m_replayingSince)
-        m_replayingSince = now;
-    if (now - *m_replayingSince >= decoderIdleTime)
+    if (!m_idleSince)
+        m_idleSince = now;
+    if (now - *m_idleSince >= m_delays.idle) {
         m_reader->releaseDecoder();
+        m_idleSince.reset();
+    }
 }
 
 /// The sound device is opened only while sound can be heard.
@@ -152,10 +168,13 @@ std::optional<Clock::Instant> PlayerEngine::nextDeadline() const
         if (other && (!next || *other < *next))
             next = other;
     };
+    if (m_idleSince)
+        consider(*m_idleSince + m_delays.idle);
     if (m_feeder && !m_failure) {
         // After a seek completes in `feed`, another one may be pending, and nothing wakes this thread for it.
         consider(m_seeks.deadline());
-        consider(m_feeder->deadline());
+        if (m_seeks.isInFlight() || m_presenter.hasRoom(m_feeder->replaysAll()))
+            consider(m_feeder->deadline());
     }
     if (wantsHead())
         consider(std::max(m_boxSince + sizeSettles, std::chrono::steady_clock::now() + 50ms));

@@ -20,20 +20,13 @@ struct KeptFrames {
     std::size_t outdated = 0; ///< how many of the first frames fit into another box
     std::size_t bytes = 0;
     bool complete = false;
+    bool grows = false;  ///< not complete, and the frames behind these are to be added
     Nanoseconds end = 0; ///< of the range, or of what the file has of it; only when complete
 
     /// Adds the next frame unless that would exceed `budget` bytes. The first second may take three times as
     /// much: a decoder can take that long to get back to the range's start, and large pictures would not
     /// last.
-    bool add(const PlanarFramePtr& frame, std::size_t budget)
-    {
-        const bool bridges = frame->time - range.start < second;
-        if (bytes + frame->bytes() > (bridges ? 3 * budget : budget))
-            return false;
-        bytes += frame->bytes();
-        frames.push_back(frame);
-        return true;
-    }
+    bool add(const PlanarFramePtr& frame, std::size_t budget);
     /// The frames added from now on fit into `now`.
     void changeBox(PictureSize now)
     {
@@ -52,20 +45,9 @@ struct KeptFrames {
     }
     /// These frames with the first ones replaced by those of the part they lacked; none when the two do not
     /// meet.
-    std::shared_ptr<const KeptFrames> behind(const KeptFrames& first) const
-    {
-        if (!first.fits(box) || !first.complete || first.range != lacking(box))
-            return nullptr;
-        auto joined = std::make_shared<KeptFrames>(*this);
-        joined->frames.erase(joined->frames.begin(),
-                             joined->frames.begin() + static_cast<std::ptrdiff_t>(outdated));
-        joined->frames.insert(joined->frames.begin(), first.frames.begin(), first.frames.end());
-        joined->outdated = 0;
-        joined->bytes = 0;
-        for (const PlanarFramePtr& frame : joined->frames)
-            joined->bytes += frame->bytes();
-        return joined;
-    }
+    std::shared_ptr<const KeptFrames> behind(const KeptFrames& first) const;
+    /// These frames for a range with the same start and another end; none when all lie past the new end.
+    std::shared_ptr<const KeptFrames> withEnd(Nanoseconds newEnd) const;
 };
 
 } // namespace stackreel

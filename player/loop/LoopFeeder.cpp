@@ -21,7 +21,16 @@ LoopFeeder::LoopFeeder(FrameReader& reader, LoopRange range, std::size_t budget)
 {
 }
 
-void LoopFeeder::beginAt(Nanoseconds time)
+void LoopFeeder::takeOver(LoopFeeder& before)
+{
+    before.keepInterrupted();
+    const auto& kept = before.m_adopted ? before.m_adopted : before.m_kept;
+    if (kept && kept->fits(m_reader.box()) && before.m_range.start == m_range.start)
+        m_kept = kept->withEnd(m_range.end);
+    m_decoded = std::move(before.m_decoded);
+}
+
+void LoopFeeder::beginAt(Nanoseconds time, std::vector<QueuedFrame> decoded)
 {
     m_base = 0;
     m_iteration = 0;
@@ -29,8 +38,9 @@ void LoopFeeder::beginAt(Nanoseconds time)
     m_outside = !m_range.contains(time);
     m_entry = time;
     m_last.reset();
-    m_collecting.reset();
+    keepInterrupted();
     m_replayed.reset();
+    const auto left = std::exchange(m_decoded, {});
     if (m_adopted)
         m_kept = std::exchange(m_adopted, nullptr);
     if (m_kept && !m_kept->fits(m_reader.box()))
@@ -39,7 +49,11 @@ void LoopFeeder::beginAt(Nanoseconds time)
         return;
     if (!m_kept && !m_outside && time <= m_range.start + halfUnit)
         startCollecting();
-    m_reader.showFrom(time);
+    for (const PlanarFramePtr& frame : left)
+        if (!decoded.empty())
+            decoded.push_back({frame, 0, frame->time});
+    if (!continueFrom(decoded, time))
+        m_reader.showFrom(time);
 }
 
 /// Whether the kept frames cover the time; they are replayed from there then.
@@ -60,6 +74,36 @@ bool LoopFeeder::replayFrom(Nanoseconds time)
     return true;
 }
 
+/// Whether one of the decoded frames is on screen at the time; they are delivered from there then.
+bool LoopFeeder::continueFrom(const std::vector<QueuedFrame>& decoded, Nanoseconds time)
+{
+    const auto after = std::find_if(decoded.begin(), decoded.end(), [time](const QueuedFrame& queued) {
+        return queued.frame->time > time + halfUnit;
+    });
+    if (after == decoded.begin() || (after == decoded.end() && decoded.back().position < time))
+        return false;
+    for (auto queued = after - 1; queued != decoded.end(); ++queued)
+        m_decoded.push_back(queued->frame);
+    m_decodedBox = m_reader.box();
+    if (!m_reader.isBehind(m_decoded.back()->time))
+        m_reader.continueAfter(m_decoded.back()->time);
+    return true;
+}
+
+/// The next frame, from memory if it is there in the present size.
+FrameReader::Step LoopFeeder::read(PlanarFramePtr& frame)
+{
+    if (!m_decoded.empty() && m_last && m_decodedBox != m_reader.box()) {
+        m_decoded.clear();
+        m_reader.continueAfter(m_last->time);
+    }
+    if (m_decoded.empty())
+        return m_reader.step(frame);
+    frame = std::move(m_decoded.front());
+    m_decoded.pop_front();
+    return FrameReader::Step::frame;
+}
+
 LoopFeeder::Step LoopFeeder::step(QueuedFrame& next)
 {
     if (m_parked)
@@ -67,7 +111,7 @@ LoopFeeder::Step LoopFeeder::step(QueuedFrame& next)
     if (m_replayed)
         return replay(next);
     PlanarFramePtr frame;
-    switch (m_reader.step(frame)) {
+    switch (read(frame)) {
     case FrameReader::Step::frame:
         return accept(frame, next);
     case FrameReader::Step::end:
@@ -97,6 +141,10 @@ LoopFeeder::Step LoopFeeder::replay(QueuedFrame& next)
     if (m_kept->complete)
         return endOfRange(m_kept->end);
     m_replayed.reset();
+    if (m_kept->grows) {
+        m_collecting = std::make_shared<KeptFrames>(*m_kept);
+        m_collecting->grows = false;
+    }
     return Step::working;
 }
 
@@ -144,6 +192,7 @@ void LoopFeeder::beginAgain()
     if (m_dropsOutdated && m_kept && !m_kept->fits(m_reader.box()))
         m_kept.reset();
     m_replayed.reset();
+    m_decoded.clear();
     if (m_kept && !m_kept->frames.empty()) {
         m_replayed = 0;
         if (!m_kept->complete)
@@ -159,6 +208,17 @@ void LoopFeeder::startCollecting()
     m_collecting = std::make_shared<KeptFrames>();
     m_collecting->range = m_range;
     m_collecting->box = m_reader.box();
+}
+
+/// A collection that is not whole is of use if it lasts while the decoder gets back to the frame behind it.
+void LoopFeeder::keepInterrupted()
+{
+    if (m_collecting && !m_collecting->frames.empty() &&
+        m_collecting->frames.back()->time - m_range.start >= second) {
+        m_collecting->grows = true;
+        m_kept = std::exchange(m_collecting, nullptr);
+    }
+    m_collecting.reset();
 }
 
 /// The range's end as far as the file has pictures, when it has none left before the range's own end.

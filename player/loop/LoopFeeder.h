@@ -7,8 +7,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace stackreel
 {
@@ -31,9 +33,12 @@ public:
     /// Frames of at most `budget` bytes are kept.
     LoopFeeder(FrameReader& reader, LoopRange range, std::size_t budget);
 
+    /// Replaces a feeder of the same reader. Takes over its kept frames if both ranges have the same start.
+    void takeOver(LoopFeeder& before);
     /// The next frame is the one on screen at `time`, due at once. From a time outside the range only that
-    /// one frame comes.
-    void beginAt(Nanoseconds time);
+    /// one frame comes. `decoded` are the last frames that came, in order and in the present box, and the
+    /// first of them was on screen at its `position`. They are not decoded again.
+    void beginAt(Nanoseconds time, std::vector<QueuedFrame> decoded = {});
     /// Does a small piece of work. On `Step::frame` the result is in `next`.
     Step step(QueuedFrame& next);
     /// As the reader's, while frames are taken from it.
@@ -66,7 +71,10 @@ private:
     Nanoseconds endOfMedia() const;
     void beginAgain();
     void startCollecting();
+    void keepInterrupted();
     bool replayFrom(Nanoseconds time);
+    bool continueFrom(const std::vector<QueuedFrame>& decoded, Nanoseconds time);
+    FrameReader::Step read(PlanarFramePtr& frame);
     QueuedFrame queued(const PlanarFramePtr& frame, bool kept);
 
     FrameReader& m_reader;
@@ -79,6 +87,8 @@ private:
     std::uint64_t m_iteration = 0;
     std::optional<Nanoseconds> m_entry;    ///< the position of the next frame when that is not its own time
     std::optional<std::size_t> m_replayed; ///< how many kept frames were replayed in this run
+    std::deque<PlanarFramePtr> m_decoded;  ///< the next frames, which the reader has delivered before
+    PictureSize m_decodedBox;              ///< what these were scaled to fit into
     PlanarFramePtr m_last;                 ///< delivered last
     std::shared_ptr<KeptFrames> m_collecting;
     std::shared_ptr<const KeptFrames> m_kept;

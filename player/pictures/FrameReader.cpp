@@ -35,7 +35,9 @@ void FrameReader::open()
 
 void FrameReader::showFrom(Nanoseconds time)
 {
-    setGoal({time, true});
+    const Goal goal{time, true};
+    if (m_goal != goal) // or else it is on the way there
+        setGoal(goal);
 }
 
 void FrameReader::showKeyFrame(Nanoseconds time)
@@ -60,9 +62,8 @@ void FrameReader::releaseDecoder()
 {
     if (!m_pipeline)
         return;
+    setGoal(m_goal.value_or(Goal{m_deliveredTime, false}));
     m_releasedDuration = m_pipeline->claimedDuration();
-    m_candidate.reset();
-    m_following.reset();
     m_pipeline.reset();
 }
 
@@ -87,8 +88,6 @@ FrameReader::Step FrameReader::step(PlanarFramePtr& frame)
         Picture following = std::move(*std::exchange(m_following, std::nullopt));
         return m_goal ? approach(std::move(following), frame) : deliver(std::move(following), frame);
     }
-    if (!m_pipeline && !m_seekPending)
-        return Step::end;
     if (m_seekPending && !seekToGoal())
         return m_end.isReached(*m_pipeline) ? Step::failed : Step::waiting;
     const bool over = m_end.isReached(*m_pipeline);
@@ -207,6 +206,7 @@ FrameReader::Step FrameReader::endOfStream(PlanarFramePtr& frame)
 
 FrameReader::Step FrameReader::deliver(Picture picture, PlanarFramePtr& frame)
 {
+    m_deliveredTime = picture.time;
     frame = m_scaler.scale(picture.sample.get(), orientation(), picture.time, picture.duration);
     return frame ? Step::frame : Step::working;
 }

@@ -49,8 +49,12 @@ public:
     /// far, or the very next one where that is later already.
     void decodeOnTo(Nanoseconds time);
 
-    /// Releases the decoder, its pictures and the file until a frame is requested by its time.
+    /// Releases the decoder, its pictures and the file. The next step opens the file again and goes on where
+    /// this one stopped.
     void releaseDecoder();
+    bool isReleased() const { return !m_pipeline; }
+    /// Whether the next frame follows directly on the one delivered last, which starts at `time`.
+    bool isBehind(Nanoseconds time) const { return !m_goal && m_deliveredTime == time; }
 
     /// Does a small piece of work. On `Step::frame` the frame is in `frame`.
     Step step(PlanarFramePtr& frame);
@@ -78,6 +82,7 @@ private:
         Nanoseconds time;
         bool inclusive; ///< the frame under the time is wanted, not the one after
         bool keyFrameOnly = false;
+        bool operator==(const Goal&) const = default;
     };
 
     void setGoal(Goal goal);
@@ -95,7 +100,7 @@ private:
     SourceFile m_file;
     std::function<void()> m_wake;
     FrameScaler m_scaler;
-    std::unique_ptr<DecodePipeline> m_pipeline; ///< none while resting
+    std::unique_ptr<DecodePipeline> m_pipeline; ///< none while released
     Nanoseconds m_releasedDuration = 0;         ///< what the file claimed until then
     std::optional<Goal> m_goal;
     bool m_seekPending = false;
@@ -105,9 +110,10 @@ private:
     std::optional<Orientation>
         m_ignoredOrientation; ///< see `ignoredOrientation`; none until it was looked up
     Nanoseconds m_seekTime = 0;
-    Nanoseconds m_stepBack = 0;   ///< how far before the goal the seek went; negative when after it
-    Nanoseconds m_lastTime = -1;  ///< of the sample last read since the seek
-    Nanoseconds m_firstTime = -1; ///< of the file's first picture; negative until that was read
+    Nanoseconds m_stepBack = 0;            ///< how far before the goal the seek went; negative when after it
+    Nanoseconds m_lastTime = -1;           ///< of the sample last read since the seek
+    Nanoseconds m_firstTime = -1;          ///< of the file's first picture; negative until that was read
+    Nanoseconds m_deliveredTime = -second; ///< of the frame delivered last
     std::optional<Picture> m_candidate;
     std::optional<Picture> m_following;
 };

@@ -1,5 +1,6 @@
 #include "player/playout/FrameQueue.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace stackreel
@@ -28,6 +29,14 @@ QueuedFrame FrameQueue::pop()
     m_frames.pop_front();
     count(frame, false);
     return frame;
+}
+
+std::vector<QueuedFrame> FrameQueue::ofRun(std::uint64_t iteration) const
+{
+    const auto end = std::find_if(m_frames.begin(), m_frames.end(), [iteration](const QueuedFrame& frame) {
+        return frame.iteration != iteration;
+    });
+    return {m_frames.begin(), end};
 }
 
 bool FrameQueue::hasRoom(bool replayed) const

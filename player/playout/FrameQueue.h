@@ -3,7 +3,9 @@
 #include "player/loop/QueuedFrame.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
+#include <vector>
 
 namespace stackreel
 {
@@ -18,6 +20,8 @@ public:
     QueuedFrame pop();
     void clear() { *this = {}; }
 
+    /// The first of the frames that belong to a run.
+    std::vector<QueuedFrame> ofRun(std::uint64_t iteration) const;
     /// Whether more frames can be queued; `replayed` when they come from memory.
     bool hasRoom(bool replayed) const;
 

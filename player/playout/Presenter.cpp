@@ -83,6 +83,16 @@ void Presenter::hold()
     m_queue.clear();
 }
 
+std::vector<QueuedFrame> Presenter::decoded() const
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_current.frame)
+        return {};
+    std::vector<QueuedFrame> frames = m_queue.ofRun(m_current.iteration);
+    frames.insert(frames.begin(), m_current);
+    return frames;
+}
+
 void Presenter::clear(std::uint64_t jump)
 {
     {

@@ -13,6 +13,7 @@
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 namespace stackreel
 {
@@ -39,6 +40,8 @@ public:
     void setRunning(bool running);
     /// Drops what is queued; the current picture stays, and the clock stands still.
     void hold();
+    /// The current frame and those behind it that are queued, up to the end of the run.
+    std::vector<QueuedFrame> decoded() const;
     /// Shows nothing any more. Observers get no time.
     void clear(std::uint64_t jump);
 

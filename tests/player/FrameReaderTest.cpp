@@ -136,18 +136,42 @@ TEST(FrameReader, StopsAfterASingleKeyFrame)
     EXPECT_EQ(reading.next(), 252);
 }
 
-TEST(FrameReader, ContinuesAfterResting)
+TEST(FrameReader, DecodesOnWhenTheTimeOnItsWayIsRequestedAgain)
+{
+    WakeUp wakeUp;
+    FrameReader reader(longInterval.file(), {320, 180}, [&wakeUp] { wakeUp.notify(); });
+    const Nanoseconds time = fromSeconds(8.3);
+    reader.showFrom(time);
+    int decoded = 0;
+    PlanarFramePtr frame;
+    for (auto step = reader.step(frame); step != FrameReader::Step::frame; step = reader.step(frame)) {
+        ASSERT_LT(decoded, 270) << "decodes from the key frame again";
+        if (step == FrameReader::Step::waiting)
+            wakeUp.wait(reader.deadline());
+        else if (++decoded == 150)
+            reader.showFrom(time);
+    }
+    EXPECT_NEAR(toSeconds(frame->time), 8.3, 1e-3);
+}
+
+TEST(FrameReader, ContinuesBehindTheLastFrameAfterARelease)
 {
     Reading reading(longInterval.file());
     EXPECT_EQ(reading.next(), 0);
     const Nanoseconds claimed = reading.reader.claimedDuration();
     reading.reader.releaseDecoder();
     EXPECT_EQ(reading.reader.claimedDuration(), claimed);
-    EXPECT_EQ(reading.next(), -1);
+    EXPECT_EQ(reading.next(), 1);
+    reading.reader.showFrom(fromSeconds(9));
+    reading.reader.releaseDecoder();
+    EXPECT_EQ(reading.next(), 270);
+    EXPECT_EQ(reading.next(), 271);
+    reading.reader.releaseDecoder();
     reading.reader.decodeOnTo(fromSeconds(1));
     EXPECT_EQ(reading.next(), 30);
     reading.reader.releaseDecoder();
     reading.reader.releaseDecoder();
+    EXPECT_TRUE(reading.reader.isReleased());
     reading.reader.continueAfter(fromSeconds(8.5));
     EXPECT_EQ(reading.next(), 256);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <map>
 #include <optional>
 #include <string>
@@ -132,6 +133,42 @@ TEST(LoopFeeder, BeginsFromKeptFramesWhenTheyCoverTheTime)
             EXPECT_EQ(feeding.numberOf(*feeding.next()), number);
         EXPECT_EQ(feeding.numberOf(*feeding.next()), 60);
     }
+}
+
+TEST(LoopFeeder, BeginsAtAFrameThatIsDecodedAlready)
+{
+    Feeding feeding(longInterval.file(), rangeOf(2, 9), largeBudget);
+    feeding.feeder.beginAt(fromSeconds(3));
+    std::vector<QueuedFrame> decoded;
+    for (int number = 90; number < 95; ++number)
+        decoded.push_back(*feeding.next());
+    feeding.feeder.beginAt(fromSeconds(92.5 / 30), decoded);
+    for (std::size_t number = 2; number < 5; ++number)
+        EXPECT_EQ(feeding.next()->frame, decoded[number].frame);
+    for (int number = 95; number < 100; ++number)
+        EXPECT_EQ(feeding.numberOf(*feeding.next()), number);
+    feeding.feeder.beginAt(fromSeconds(91 / 30.0), decoded);
+    for (int number = 91; number < 100; ++number)
+        EXPECT_EQ(feeding.numberOf(*feeding.next()), number) << "the reader was elsewhere";
+}
+
+TEST(LoopFeeder, DecodesWhereTheDecodedFramesDoNotCoverTheTime)
+{
+    Feeding feeding(longInterval.file(), rangeOf(2, 9), largeBudget);
+    feeding.feeder.beginAt(fromSeconds(3));
+    std::vector<QueuedFrame> decoded;
+    for (int number = 90; number < 95; ++number)
+        decoded.push_back(*feeding.next());
+    for (double time : {2.5, 94.5 / 30, 5.0, 89.9 / 30}) {
+        feeding.feeder.beginAt(fromSeconds(time), decoded);
+        EXPECT_EQ(feeding.numberOf(*feeding.next()), std::floor(time * 30 + 1e-6)) << time;
+    }
+    feeding.feeder.beginAt(fromSeconds(92 / 30.0), decoded);
+    feeding.next();
+    feeding.reader.setBox({160, 90});
+    const auto resized = feeding.next();
+    EXPECT_EQ(feeding.numberOf(*resized), 93);
+    EXPECT_EQ(GST_VIDEO_INFO_WIDTH(&resized->frame->info), 160);
 }
 
 TEST(LoopFeeder, RepeatsTheExistingPartOfARangePastTheEnd)

@@ -27,7 +27,9 @@ public:
     }
 
     /// The next frame; none when nothing can be shown.
-    std::optional<QueuedFrame> next()
+    std::optional<QueuedFrame> next() { return next(feeder); }
+    /// The next frame of another feeder of the same reader.
+    std::optional<QueuedFrame> next(LoopFeeder& feeder)
     {
         QueuedFrame frame;
         while (true) {

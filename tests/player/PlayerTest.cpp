@@ -1,5 +1,6 @@
 #include "tests/player/PlayerTest.h"
 
+#include "tests/player/OpenFiles.h"
 #include "tests/player/Repetition.h"
 #include "tests/support/Awaited.h"
 
@@ -14,17 +15,6 @@ namespace
 const MarkedClip fast{.name = "fast.mp4", .frames = 300, .rate = 60, .keyInterval = 250};
 const MarkedClip variableRate{.name = "variable.mp4", .frames = 120, .keyInterval = 40, .variable = true};
 const MarkedClip clipWithSound{.name = "sounding.mp4", .frames = 120, .keyInterval = 250, .sound = true};
-
-/// Whether this process has a file open.
-bool isOpen(const std::filesystem::path& file)
-{
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-        std::error_code gone;
-        if (std::filesystem::read_symlink(entry.path(), gone) == file)
-            return true;
-    }
-    return false;
-}
 
 } // namespace
 
@@ -89,6 +79,24 @@ TEST_F(PlayerTest, ReplacesTheRangeWithoutLosingThePicture)
     EXPECT_TRUE(repeats(numbers, 216, 221));
     for (int number : numbers)
         EXPECT_GE(number, 0);
+}
+
+TEST_F(PlayerTest, RepeatsKeptFramesWithoutTheFileWhenTheRangeEndsEarlier)
+{
+    const auto file = truncatedCopy(longInterval.file(), "gop250-emptied.mp4", 1U << 30);
+    loop(file, 4, 4.5);
+    player->play();
+    ASSERT_TRUE(output->waitForNumber(134));
+    ASSERT_TRUE(output->waitForNumber(120));
+    player->pause();
+    seek(4.2 - 1.0 / 30);
+    ASSERT_TRUE(output->waitForNumber(125));
+    std::filesystem::resize_file(file, 0);
+    reopen(file, 4, 4.2, 4.2 - 1.0 / 30);
+    ASSERT_TRUE(output->waitForNumber(121));
+    output->forget();
+    ASSERT_TRUE(output->waitForCount(20));
+    EXPECT_TRUE(repeats(output->numbers(), 120, 125));
 }
 
 TEST_F(PlayerTest, ClearsThePictureWhenItIsClosed)
