@@ -19,8 +19,6 @@ using namespace stackreel;
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr double frame = 1.0 / 30;
 constexpr int steps = 60;
 
@@ -71,11 +69,11 @@ int main(int argc, char** argv)
     for (int round = 0; round < std::atoi(argv[5]); ++round) {
         const PreviewedClip clip(argv[1], trim.start, trim.end, std::atoi(argv[6]), std::atoi(argv[7]));
         dragEnd(clip, trim);
-        const auto released = Clock::now();
+        const auto released = std::chrono::steady_clock::now();
         clip.player->open(argv[1], rangeOf(trim.start, trim.newEnd));
         clip.seek(trim.newEnd - frame);
         clip.player->play();
-        Clock::time_point moved;
+        std::chrono::steady_clock::time_point moved;
         clip.output->waitFor(
             [&moved, &trim](const auto& shown) {
                 for (std::size_t i = 1; i < shown.size(); ++i) {
