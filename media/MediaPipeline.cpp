@@ -32,25 +32,35 @@ CopyRun prepareCopy()
     return {.executable = std::move(executable), .copy = PreviewCopies::newFile()};
 }
 
+bool removeCopy(const std::filesystem::path& copy) noexcept
+{
+    std::error_code ignored;
+    return std::filesystem::remove(copy, ignored);
+}
+
 /// Runs the tool. Deletes the partial preview copy of a cancelled run, because nothing would use it.
 QCoro::Task<ProcessOutput> runTool(CopyRun run, std::vector<std::string> arguments, std::stop_token stop)
 {
+    std::exception_ptr cancellation;
     try {
         co_return co_await ProcessRunner::run(run.executable, std::move(arguments), stop);
     } catch (const CancellationError&) {
-        std::error_code ignored;
-        std::filesystem::remove(run.copy, ignored);
-        throw;
+        cancellation = std::current_exception();
     }
+    try {
+        co_await onWorkerThread([&run] { return removeCopy(run.copy); });
+    } catch (const SystemError&) {
+        removeCopy(run.copy); // the system starts no more threads
+    }
+    std::rethrow_exception(cancellation);
 }
 
 /// Removes the preview copy of a failed run if the disk is full, because other work needs the space. Returns
 /// whether it was removed.
 bool removeIfDiskIsFull(const std::filesystem::path& copy)
 {
-    std::error_code ignored;
     try {
-        return WriteHandle(copy).isDiskFull() && std::filesystem::remove(copy, ignored);
+        return WriteHandle(copy).isDiskFull() && removeCopy(copy);
     } catch (const SystemError&) {
         return false; // the file cannot be opened
     }
