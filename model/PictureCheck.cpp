@@ -157,8 +157,9 @@ QCoro::Task<> requireDecodableStart(std::filesystem::path ffmpeg, ExportRequest 
         throw otherPicture("begin");
 }
 
-/// The filters by which the source gets about the luma of its export.
-QCoro::Task<std::string> lumaFiltersFor(std::filesystem::path source, std::stop_token stop)
+/// The filters by which the source gets the luma of its export. The colour tables lie beside the front.
+QCoro::Task<std::string> lumaFiltersFor(std::filesystem::path source, std::filesystem::path ffmpeg,
+                                        std::stop_token stop)
 {
     const auto ffprobe = co_await onWorkerThread([] { return ToolLocator::locate(MediaTool::ffprobe); });
     Words words = {"-v",
@@ -172,7 +173,7 @@ QCoro::Task<std::string> lumaFiltersFor(std::filesystem::path source, std::stop_
                    "-i",
                    source.string()};
     const ProcessOutput output = co_await ProcessRunner::run(ffprobe, std::move(words), stop);
-    co_return lumaFilters(output.standardOutput);
+    co_return lumaFilters(output.standardOutput, ffmpeg.parent_path() / "colours");
 }
 
 /// What one run of FFmpeg has found.
@@ -206,7 +207,7 @@ QCoro::Task<> checkPictures(std::filesystem::path ffmpeg, ExportRequest request,
     for (const Decoding decoding : {Decoding::fast, Decoding::exact})
         for (const bool convert : {false, true}) {
             if (convert && converted.empty())
-                converted = co_await lumaFiltersFor(request.input, stop);
+                converted = co_await lumaFiltersFor(request.input, ffmpeg, stop);
             const std::string luma = convert ? converted : std::string();
             finding = co_await compare(ffmpeg, request, decoding, luma, stop);
             if (finding == Finding::same)
