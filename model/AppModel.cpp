@@ -117,6 +117,11 @@ std::vector<std::shared_ptr<TaskHandle>> AppModel::unfinishedExports() const
     return m_export->unfinishedTasks();
 }
 
+std::vector<BackgroundExport> AppModel::backgroundExports() const
+{
+    return m_export->backgroundExports();
+}
+
 std::vector<std::shared_ptr<TaskHandle>> AppModel::unfinishedLoads() const
 {
     return m_loading->unfinishedTasks();

@@ -3,6 +3,7 @@
 #include "framing/CropRegion.h"
 #include "framing/ExportSettings.h"
 #include "media/MediaInfo.h"
+#include "model/BackgroundExport.h"
 #include "model/ModelServices.h"
 #include "model/Phase.h"
 
@@ -80,6 +81,9 @@ public:
     /// `unfinishedExportsChanged` is emitted after each start, and just before each end; with a queued
     /// connection, the slot runs after the end.
     std::vector<std::shared_ptr<TaskHandle>> unfinishedExports() const;
+    /// The exports that have begun and that are not `exportTask`, in the order of their start. Their source
+    /// was replaced, or a later export of the same source superseded them.
+    std::vector<BackgroundExport> backgroundExports() const;
     /// All loads that have not ended, including those that were cancelled because another source was chosen.
     /// No signal is emitted when the list changes.
     std::vector<std::shared_ptr<TaskHandle>> unfinishedLoads() const;
@@ -118,8 +122,11 @@ Q_SIGNALS:
     void selectedCropChanged();
     void previewMutedChanged();
     void unfinishedExportsChanged();
-    /// An export whose source was replaced is complete or has failed. `phase` does not show that. `message`
-    /// is a sentence for the user.
+    /// May also be emitted when the list is the same as before.
+    void backgroundExportsChanged();
+    /// A background export is complete, has failed or was cancelled, or an export did not start because its
+    /// source was replaced while the save panel was open. `phase` does not show that. `message` is a sentence
+    /// for the user.
     void exportOfReplacedSourceEnded(const QString& message);
 
 private:

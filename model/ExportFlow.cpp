@@ -2,6 +2,7 @@
 
 #include "desktop/panels/SavePanel.h"
 #include "media/CancellationError.h"
+#include "media/MediaToolError.h"
 #include "model/AppModel.h"
 #include "model/ExportFileName.h"
 #include "model/ExportQueue.h"
@@ -33,9 +34,12 @@ QString notExported(const std::filesystem::path& file, const QString& reason)
         .arg(QString::fromStdString(file.filename().string()), reason);
 }
 
-/// The message for the end of an export to `file`. `phase` is its result.
+/// The message for the end of an export to `file`. `phase` is its result: `complete`, `failed`, or `ready` if
+/// it was cancelled.
 QString endMessage(const std::filesystem::path& file, const Phase& phase)
 {
+    if (phase.kind() == Phase::Kind::ready)
+        return notExported(file, QString::fromStdString(MediaToolError::cancelled().errorDescription()));
     const QString message = QString::fromStdString(phase.message(std::nullopt));
     return phase.kind() == Phase::Kind::complete ? message : notExported(file, message);
 }
@@ -78,7 +82,22 @@ void ExportFlow::chooseExportDestination()
 void ExportFlow::sourceReplaced()
 {
     ++m_replacedSources;
+    if (!m_exportTask)
+        return;
     m_exportTask.reset();
+    Q_EMIT m_model.backgroundExportsChanged();
+}
+
+std::vector<BackgroundExport> ExportFlow::backgroundExports() const
+{
+    auto exports = m_begun;
+    std::erase_if(exports, [this](const BackgroundExport& each) { return each.task == m_exportTask; });
+    return exports;
+}
+
+void ExportFlow::removeBegun(unsigned number)
+{
+    std::erase_if(m_begun, [number](const BackgroundExport& each) { return each.number == number; });
 }
 
 void ExportFlow::startExport(Job job, const std::filesystem::path& destination)
@@ -91,6 +110,7 @@ void ExportFlow::startExport(Job job, const std::filesystem::path& destination)
         m_model, [this, job](std::stop_token stop) { return exportAndNotify(job, std::move(stop)); });
     m_unfinished.add(m_exportTask);
     Q_EMIT m_model.unfinishedExportsChanged();
+    Q_EMIT m_model.backgroundExportsChanged();
 }
 
 ExportRequest ExportFlow::snapshot(const Job& job) const
@@ -109,8 +129,10 @@ QCoro::Task<> ExportFlow::exportAndNotify(Job job, std::stop_token stop)
 {
     const QPointer model(&m_model);
     co_await exportVideo(std::move(job), std::move(stop));
-    if (model)
-        Q_EMIT model->unfinishedExportsChanged();
+    if (!model)
+        co_return;
+    Q_EMIT model->backgroundExportsChanged();
+    Q_EMIT model->unfinishedExportsChanged();
 }
 
 QCoro::Task<> ExportFlow::exportVideo(Job job, std::stop_token stop)
@@ -120,6 +142,7 @@ QCoro::Task<> ExportFlow::exportVideo(Job job, std::stop_token stop)
     const QPointer model(&m_model);
     const auto queue = m_queue;
     const auto exportSource = m_services.exportSource;
+    m_begun.push_back({.number = job.number, .destination = job.destination, .task = m_exportTask});
     m_model.setPhase(Phase::exporting());
     m_playback.pause();
     auto request = snapshot(job);
@@ -133,9 +156,12 @@ QCoro::Task<> ExportFlow::exportVideo(Job job, std::stop_token stop)
     } catch (const std::exception& error) {
         outcome = Phase::failed(error.what());
     }
-    if (model && isShown(job))
+    if (!model)
+        co_return;
+    removeBegun(job.number);
+    if (isShown(job))
         finish(outcome);
-    else if (model && outcome.kind() != Phase::Kind::ready)
+    else
         Q_EMIT model->exportOfReplacedSourceEnded(endMessage(job.destination, outcome));
 }
 

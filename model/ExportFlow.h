@@ -1,10 +1,12 @@
 #pragma once
 
+#include "model/BackgroundExport.h"
 #include "model/ModelServices.h"
 #include "model/UnfinishedTasks.h"
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace stackreel
 {
@@ -19,7 +21,8 @@ class PreviewPlayback;
 ///
 /// Exports run one at a time. An export that is started before another one has ended waits for its turn, in
 /// the phase `exporting`. If the source of an export is replaced, the export continues, but does not change
-/// the model any more. Its end is a signal only (`AppModel::exportOfReplacedSourceEnded`).
+/// the phase any more. It is then a background export until its end, which is a signal
+/// (`AppModel::exportOfReplacedSourceEnded`).
 class ExportFlow
 {
 public:
@@ -35,6 +38,8 @@ public:
     /// All exports that have not ended, in the order of their start, including those of sources that were
     /// replaced.
     UnfinishedTasks::Tasks unfinishedTasks() const { return m_unfinished.list(); }
+    /// The exports that have begun and are not `task`, in the order of their start.
+    std::vector<BackgroundExport> backgroundExports() const;
 
 private:
     struct Job {
@@ -54,6 +59,7 @@ private:
     /// Whether the window shows this export: neither its source nor the export itself has been replaced.
     bool isShown(const Job& job) const { return m_exportTask && job.number == m_lastExport; }
     void finish(const Phase& phase);
+    void removeBegun(unsigned number);
 
     AppModel& m_model;
     ModelServices m_services;
@@ -63,6 +69,7 @@ private:
     unsigned m_lastExport = 0;
     std::shared_ptr<TaskHandle> m_exportTask;
     UnfinishedTasks m_unfinished;
+    std::vector<BackgroundExport> m_begun; ///< the exports that run or wait, including `m_exportTask`
 };
 
 } // namespace stackreel

@@ -67,7 +67,8 @@ SoakSession::SoakSession(std::vector<std::filesystem::path> clips, std::filesyst
     });
     QObject::connect(m_model.get(), &AppModel::phaseChanged, [this] { notePhase(); });
     QObject::connect(m_model.get(), &AppModel::exportOfReplacedSourceEnded, [this](const QString& message) {
-        m_counts.failedExports += message.contains(QLatin1String("was not exported"));
+        m_counts.failedExports += message.contains(QLatin1String("was not exported")) &&
+                                  !message.endsWith(QLatin1String("The export was cancelled."));
     });
 }
 

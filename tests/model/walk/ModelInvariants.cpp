@@ -124,6 +124,24 @@ void checkLoads(const AppModel& model, const FakeServices& services, const Expec
                   std::to_string(model.unfinishedLoads().size()) + " loads");
 }
 
+void checkBackground(const AppModel& model, Expected& expected, Broken& broken)
+{
+    std::vector<std::filesystem::path> wanted;
+    for (const ExpectedExport& item : expected.exports)
+        if (!item.ended && &item != expected.shownExport())
+            wanted.push_back(item.request.output);
+    auto tasks = model.unfinishedExports();
+    std::erase(tasks, model.exportTask());
+    const auto listed = model.backgroundExports();
+    const auto sameFile = [](const auto& item, const auto& file) { return item.destination == file; };
+    const auto sameTask = [](const auto& item, const auto& task) { return item.task == task; };
+    const std::string seen = std::to_string(listed.size()) + " of " + std::to_string(wanted.size());
+    broken.unless(std::equal(listed.begin(), listed.end(), wanted.begin(), wanted.end(), sameFile),
+                  "background", seen);
+    broken.unless(std::equal(listed.begin(), listed.end(), tasks.begin(), tasks.end(), sameTask),
+                  "background", "other tasks: " + seen);
+}
+
 void checkExports(const AppModel& model, const FakeServices& services, Expected& expected, Broken& broken)
 {
     std::size_t unfinished = 0;
@@ -193,6 +211,7 @@ std::vector<std::string> ModelInvariants::brokenWithEmptyQueue(bool dragging) co
     checkLoop(m_model, m_services, m_expected, dragging, broken);
     checkLoads(m_model, m_services, m_expected, broken);
     checkExports(m_model, m_services, m_expected, broken);
+    checkBackground(m_model, m_expected, broken);
     return std::move(broken).lines();
 }
 

@@ -35,6 +35,8 @@ class FakeServices;
 /// - stopped: Only the user, a later export of the same source, or quitting stops an export.
 /// - task: `exportTask` is the export that the window shows; `unfinishedExports` and `unfinishedLoads` list
 ///   all, and `unfinishedExportsChanged` is emitted when the list has to be read again.
+/// - background: `backgroundExports` lists the unfinished exports that the window does not show, in the order
+///   of their start, and `backgroundExportsChanged` is emitted when the list has to be read again.
 ///
 /// At the end of the walk:
 /// - quit: Nothing runs, and every call was asked to stop.

@@ -30,6 +30,8 @@ ModelWalk::ModelWalk(Random& random, const std::filesystem::path& folder)
     QObject::connect(
         m_model.get(), &AppModel::unfinishedExportsChanged, m_model.get(),
         [this] { m_knownUnfinished = !m_model->unfinishedExports().empty(); }, Qt::QueuedConnection);
+    QObject::connect(m_model.get(), &AppModel::backgroundExportsChanged, m_model.get(),
+                     [this] { m_knownBackground = m_model->backgroundExports(); });
 }
 
 ModelWalk::~ModelWalk() = default;
@@ -46,6 +48,7 @@ const std::vector<ModelWalk::Operation>& ModelWalk::operationTable()
         {8, &ModelWalk::answerSavePanel},
         {6, &ModelWalk::endExport},
         {3, &ModelWalk::cancelExport},
+        {3, &ModelWalk::cancelBackgroundExport},
         {4, &ModelWalk::grabTimeline},
         {12, &ModelWalk::dragTimeline},
         {4, &ModelWalk::releaseTimeline},
@@ -91,6 +94,8 @@ void ModelWalk::check()
     m_broken.insert(m_broken.end(), lines.begin(), lines.end());
     if (m_knownUnfinished == m_model->unfinishedExports().empty())
         m_broken.push_back("task: the change of the unfinished exports is not known");
+    if (m_knownBackground != m_model->backgroundExports())
+        m_broken.push_back("background: a change is not known");
     m_services.journal->take();
 }
 

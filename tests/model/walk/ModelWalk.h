@@ -61,6 +61,7 @@ private:
     void answerSavePanel();
     void endExport();
     void cancelExport();
+    void cancelBackgroundExport();
     void beginExports();
     void adoptCalls();
     void takeNextTurn();
@@ -107,6 +108,7 @@ private:
     char m_grabbed = ' '; ///< 's' or 'e' for a trim handle, 'p' for the playhead
 
     bool m_knownUnfinished = false; ///< whether an export is unfinished, as `unfinishedExportsChanged` tells
+    std::vector<BackgroundExport> m_knownBackground; ///< as `backgroundExportsChanged` made it known
     std::vector<std::string> m_broken;
     std::string m_operations;
 };

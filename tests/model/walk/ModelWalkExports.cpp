@@ -150,4 +150,19 @@ void ModelWalk::cancelExport()
     task->cancel();
 }
 
+void ModelWalk::cancelBackgroundExport()
+{
+    runQueue();
+    const auto exports = m_model->backgroundExports();
+    if (exports.empty())
+        return;
+    const BackgroundExport& chosen = exports[m_random.below(exports.size())];
+    note("cancel a background export to " + chosen.destination.filename().string());
+    auto position = &chosen - exports.data();
+    for (ExpectedExport& item : m_expected.exports)
+        if (!item.ended && &item != m_expected.shownExport() && position-- == 0)
+            item.stopRequested = true;
+    chosen.task->cancel();
+}
+
 } // namespace stackreel
