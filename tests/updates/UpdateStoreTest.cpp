@@ -95,7 +95,7 @@ TEST(UpdateStore, SharesItsFileWithOtherPrograms)
 TEST(UpdateStore, KeepsWhatTwoProgramsWriteAtTheSameTime)
 {
     const TemporaryDirectory folder;
-    for (int round = 0; round < 20; ++round) {
+    for (int round = 0; round < 10; ++round) {
         const auto file = folder / (std::to_string(round) + ".ini");
         std::barrier begin(2);
         std::thread other([&] {
