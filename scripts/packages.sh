@@ -37,10 +37,12 @@ test_packages=(
 )
 # For the tests of the README's lines for batch queues, which are skipped without them.
 queue_packages=(parallel slurm-wlm)
+# For the tests of the files for other package formats, which are skipped without them.
+format_packages=(rpm rpmlint makepkg)
 # To check how the sources are written.
 lint_packages=(git shellcheck black clang-format clang-tidy)
 # To build the Debian package and test it in a bare system.
-package_packages=(git dpkg-dev lintian debootstrap util-linux xvfb xdotool)
+package_packages=(git build-essential debhelper dpkg-dev lintian debootstrap util-linux xvfb xdotool)
 
 is_installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
 

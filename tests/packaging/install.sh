@@ -26,13 +26,11 @@ lib/stackreel/ffmpeg
 lib/stackreel/ffprobe
 share/applications/$id.desktop
 share/bash-completion/completions/stackreel-cli
-share/doc/stackreel/changelog.gz
-share/doc/stackreel/copyright
 share/fish/vendor_completions.d/stackreel-cli.fish
 share/icons/hicolor/scalable/apps/$id.svg
 share/icons/hicolor/symbolic/apps/$id-symbolic.svg
-share/man/man1/stackreel-cli.1.gz
-share/man/man1/stackreel.1.gz
+share/man/man1/stackreel-cli.1
+share/man/man1/stackreel.1
 share/metainfo/$id.metainfo.xml
 share/zsh/site-functions/_stackreel-cli"
 diff <(LC_ALL=C sort <<<"$expected") <(cd "$prefix" && find . -type f | sed 's|^\./||' | LC_ALL=C sort) || exit 1

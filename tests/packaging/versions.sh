@@ -12,7 +12,9 @@ same() { # WHAT EXPECTED FOUND
 
 metainfo=$source/packaging/linux/$id.metainfo.xml
 desktop=$source/packaging/linux/$id.desktop
-same changelog "$version" "$(sed -n '1s/.*(\(.*\)).*/\1/p' "$source/packaging/debian/changelog")"
+same changelog "$version" "$(sed -n '1s/.*(\(.*\)).*/\1/p' "$source/debian/changelog")"
+same spec "$version" "$(sed -n 's/^Version: *//p' "$source/packaging/rpm/stackreel.spec")"
+same PKGBUILD "$version" "$(sed -n 's/^pkgver=//p' "$source/packaging/aur/PKGBUILD")"
 same metainfo "$version" "$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' "$metainfo" | head -n 1)"
 same id "$id" "$(sed -n 's|.*<id>\(.*\)</id>.*|\1|p' "$metainfo")"
 same launchable "$id.desktop" "$(sed -n 's|.*<launchable.*>\(.*\)</launchable>.*|\1|p' "$metainfo")"
