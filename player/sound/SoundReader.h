@@ -40,13 +40,18 @@ public:
 
 private:
     void open();
+    Step seek();
+    GstSamplePtr pull();
+    bool isMisplaced(const SoundPiece& piece) const;
 
     SourceFile m_file;
     std::function<void()> m_wake;
     std::unique_ptr<DecodePipeline> m_pipeline;
     EndOfStream m_end;
     bool m_seekPending = false;
+    bool m_sought = false; ///< and nothing was read since
     Nanoseconds m_from = 0;
+    Nanoseconds m_beginning = -1; ///< of the file's sound; negative until that was read
 };
 
 } // namespace stackreel

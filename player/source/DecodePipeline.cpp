@@ -31,7 +31,7 @@ ContentKind kindOf(DecodePipeline::Content content)
     case DecodePipeline::Content::packets:
         return {"decodebin", {Kind::pictures, false}, nullptr, 2, 64};
     case DecodePipeline::Content::sound:
-        return {"decodebin", {Kind::sound, true}, soundCaps, 8, 8};
+        return {"decodebin", {Kind::sound, true}, soundCaps, 96, 8}; // of AAC two seconds, for slow disks
     default:
         return {"decodebin", {Kind::pictures, true}, "video/x-raw", 2, 2};
     }

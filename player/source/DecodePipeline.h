@@ -20,9 +20,10 @@
 namespace stackreel
 {
 
-/// Reads one stream of a file as fast as it is taken, a few samples ahead: the first video stream as raw
-/// pictures or as packets, or the first audio stream as interleaved 16-bit stereo at 48 kHz. Keeps no clock
-/// and drops nothing. Times are counted from the file's first picture or sound (`TimeOrigin`).
+/// Reads one stream of a file as fast as it is taken, a few pictures or some seconds of sound ahead: the
+/// first video stream as raw pictures or as packets, or the first audio stream as interleaved 16-bit stereo
+/// at 48 kHz. Keeps no clock and drops nothing. Times are counted from the file's first picture or sound
+/// (`TimeOrigin`).
 ///
 /// One thread at a time. Calls may take as long as the file system does.
 class DecodePipeline
