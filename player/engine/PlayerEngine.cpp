@@ -25,7 +25,7 @@ PlayerEngine::PlayerEngine(std::shared_ptr<TimeObservers> observers, MakeSoundSi
                            PlayerDelays delays)
     : m_delays(delays),
       m_presenter(std::move(observers), [this] { m_wakeUp.notify(); }),
-      m_sound(std::move(makeSoundSink), m_presenter.clock())
+      m_sound(std::move(makeSoundSink), m_presenter.clock(), delays)
 {
 }
 

@@ -4,6 +4,7 @@
 #include "player/base/WakeUp.h"
 #include "player/sound/SoundFeeder.h"
 
+#include <algorithm>
 #include <mutex>
 #include <stdexcept>
 #include <system_error>
@@ -38,6 +39,7 @@ struct Sound::Job {
 
     MakeSoundSink makeSink;
     std::shared_ptr<const SharedClock> clock;
+    PlayerDelays delays;
     WakeUp wakeUp;
     std::mutex mutex;
     Plan plan;
@@ -50,6 +52,9 @@ struct Sound::Job {
     std::uint64_t opened = 0;
     std::optional<std::uint64_t> startedJump; ///< the jump that playback started from
     bool failed = false;                      ///< the file has no sound, or it cannot be played
+    bool hadDevice = false;                   ///< a device has played
+    std::optional<Clock::Instant> retry;      ///< when to open the device again
+    std::optional<Clock::Instant> idleSince;  ///< not audible
 
     template <typename Change>
     void change(Change change)
@@ -81,10 +86,9 @@ struct Sound::Job {
     void step(const Plan& now)
     {
         if (!now.audible || now.file.path().empty()) {
-            close();
-            wakeUp.wait();
+            rest(now);
         } else if (!prepare(now)) {
-            wakeUp.wait(reader ? reader->deadline() : std::nullopt);
+            wakeUp.wait(nextAttempt());
         } else if (!clock->isRunning()) {
             pause();
             wakeUp.wait(std::chrono::steady_clock::now() + pollInterval);
@@ -93,15 +97,44 @@ struct Sound::Job {
         }
     }
 
-    void close()
+    /// Closes file and device when they were not needed for a while.
+    void rest(const Plan& now)
+    {
+        const auto time = std::chrono::steady_clock::now();
+        if (!idleSince)
+            idleSince = time;
+        if (opened != now.opening)
+            closeFile();
+        if (!output || output->failed() || time - *idleSince >= delays.idle) {
+            close();
+            wakeUp.wait();
+        } else {
+            pause();
+            wakeUp.wait(*idleSince + delays.idle);
+        }
+    }
+
+    std::optional<Clock::Instant> nextAttempt() const
+    {
+        const auto reading = reader ? reader->deadline() : std::nullopt;
+        return reading && retry ? std::min(*reading, *retry) : (retry ? retry : reading);
+    }
+
+    void closeFile()
     {
         next.reset();
-        output.reset();
         feeder.reset();
         reader.reset();
         startedJump.reset();
         opened = 0;
         failed = false;
+    }
+
+    void close()
+    {
+        closeFile();
+        output.reset();
+        retry.reset();
     }
 
     /// Plays nothing until another range is opened or the sound becomes audible again.
@@ -120,20 +153,43 @@ struct Sound::Job {
         startedJump.reset();
     }
 
-    /// Opens the file and then the device. False until both are open.
+    /// Opens the file and then the device, which stays open from one file to the next. False until both are
+    /// open.
     bool prepare(const Plan& now)
     {
-        if (opened != now.opening) {
-            close();
-            opened = now.opening;
-            reader = std::make_unique<SoundReader>(now.file, [this] { wakeUp.notify(); });
-            feeder = std::make_unique<SoundFeeder>(*reader);
-        }
-        if (!failed && !output && reader->started())
-            output = std::make_unique<SoundOutput>(makeSink);
-        if (!failed && (output ? output->failed() : reader->isEmpty()))
+        idleSince.reset();
+        if (retry && std::chrono::steady_clock::now() >= *retry)
+            retry.reset();
+        if (opened != now.opening)
+            openFile(now);
+        if (!failed && reader->isEmpty())
             fail();
+        if (!failed && !output && !retry && reader->started())
+            output = std::make_unique<SoundOutput>(makeSink);
+        if (output && output->failed())
+            loseDevice();
         return !failed && output;
+    }
+
+    void openFile(const Plan& now)
+    {
+        closeFile();
+        if (output)
+            output->silence();
+        opened = now.opening;
+        reader = std::make_unique<SoundReader>(now.file, [this] { wakeUp.notify(); });
+        feeder = std::make_unique<SoundFeeder>(*reader);
+    }
+
+    /// A device that has played may come back. Without one from the start there is silence.
+    void loseDevice()
+    {
+        if (!hadDevice)
+            return fail();
+        output.reset();
+        next.reset();
+        startedJump.reset();
+        retry = std::chrono::steady_clock::now() + delays.soundRetry;
     }
 
     /// Gives the next piece to the device when its time has come. False when there is nothing to do at once.
@@ -157,17 +213,20 @@ struct Sound::Job {
         if (next->due > played + lead)
             return false;
         const auto piece = *std::exchange(next, std::nullopt);
-        if (piece.due + piece.piece.end() - piece.piece.position > played)
+        if (piece.due + piece.piece.end() - piece.piece.position > played) {
             output->play(piece.piece, time.when(piece.due));
+            hadDevice = true;
+        }
         return true;
     }
 };
 
-Sound::Sound(MakeSoundSink makeSink, std::shared_ptr<const SharedClock> clock)
+Sound::Sound(MakeSoundSink makeSink, std::shared_ptr<const SharedClock> clock, PlayerDelays delays)
     : m_clock(std::move(clock)), m_job(std::make_shared<Job>())
 {
     m_job->makeSink = std::move(makeSink);
     m_job->clock = m_clock;
+    m_job->delays = delays;
 }
 
 Sound::~Sound()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "player/base/PlayerDelays.h"
 #include "player/base/SharedClock.h"
 #include "player/loop/QueuedFrame.h"
 #include "player/sound/SoundOutput.h"
@@ -12,14 +13,16 @@ namespace stackreel
 {
 
 /// The sound of a player, on a thread of its own: decoded by a pipeline of its own and played by the
-/// pictures' clock, which never waits for it. After any failure of sound there is silence. While the sound is
-/// not audible, nothing is decoded and no device is open. A file without sound opens no device.
+/// pictures' clock, which never waits for it. After a failure of the file's sound there is silence. A device
+/// that fails after it has played is opened again until that succeeds. While the sound is not audible, file
+/// and device stay open for `PlayerDelays::idle`, so that playback soon after a pause starts with its sound.
+/// A file without sound opens no device.
 ///
 /// The calls return at once; all are made on one thread.
 class Sound
 {
 public:
-    Sound(MakeSoundSink makeSink, std::shared_ptr<const SharedClock> clock);
+    Sound(MakeSoundSink makeSink, std::shared_ptr<const SharedClock> clock, PlayerDelays delays);
     Sound(const Sound&) = delete;
     Sound& operator=(const Sound&) = delete;
     /// Does not wait for the device.

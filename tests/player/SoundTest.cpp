@@ -3,6 +3,8 @@
 #include "tests/player/SoundPlaying.h"
 #include "tests/support/Awaited.h"
 
+#include <chrono>
+#include <memory>
 #include <mutex>
 #include <stdexcept>
 
@@ -12,10 +14,40 @@ namespace stackreel
 namespace
 {
 
+using namespace std::chrono_literals;
+
 const MarkedClip silent{.name = "gop30.mp4", .frames = 300, .keyInterval = 30};
 
 class SoundTest : public SoundPlaying
 {
+};
+
+/// A sink that can fail. Any thread.
+class FailingDevice
+{
+public:
+    GstElementPtr watch(GstElementPtr sink)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_sink.reset(GST_ELEMENT(gst_object_ref(sink.get())));
+        return sink;
+    }
+    bool isOpen()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_sink != nullptr;
+    }
+    /// The sink that was made last fails.
+    void fail()
+    {
+        const std::lock_guard lock(m_mutex);
+        GST_ELEMENT_ERROR(m_sink.get(), RESOURCE, WRITE, ("The device is gone"), (nullptr));
+        m_sink.reset();
+    }
+
+private:
+    std::mutex m_mutex;
+    GstElementPtr m_sink;
 };
 
 } // namespace
@@ -117,25 +149,58 @@ TEST_F(SoundTest, IsSkippedWhenNoDeviceCanBeOpened)
     }
 }
 
+TEST_F(SoundTest, ReturnsInSyncWhenTheDeviceFailsAndComesBack)
+{
+    const auto device = std::make_shared<FailingDevice>();
+    player = std::make_shared<GStreamerPlayer>(
+        [captured = sound, device] { return device->watch(captured->makeSink()); },
+        PlayerDelays{.soundRetry = 50ms});
+    player->setVideoOutput(output);
+    loop(soundRamp.file(), 0, 4);
+    player->play();
+    ASSERT_TRUE(receivesSound(3));
+    device->fail();
+    ASSERT_TRUE(eventually([this] { return sound->sinks() == 2; }));
+    sound->forget();
+    output->forget();
+    ASSERT_TRUE(receivesSound(20));
+    player->pause();
+    expectInSync();
+}
+
+TEST_F(SoundTest, KeepsTheDeviceOverAPauseAndAnotherRange)
+{
+    player = std::make_shared<GStreamerPlayer>([captured = sound] { return captured->makeSink(); },
+                                               PlayerDelays{.idle = std::chrono::hours(1)});
+    player->setVideoOutput(output);
+    loop(soundRamp.file(), 0, 4);
+    player->play();
+    ASSERT_TRUE(receivesSound(3));
+    player->pause();
+    EXPECT_FALSE(eventually([this] { return sound->openSinks() == 0; }, 300ms));
+    sound->forget();
+    player->play();
+    EXPECT_TRUE(receivesSound(3));
+    loop(soundRamp.file(), 2, 3);
+    ASSERT_TRUE(eventually([this] {
+        const auto stretches = sound->stretches();
+        return !stretches.empty() && stretches.back().from >= 2;
+    }));
+    EXPECT_EQ(sound->sinks(), 1);
+    loop(silent.file(), 0, 1);
+    EXPECT_TRUE(isSilenced()) << "a clip without sound needs no device";
+}
+
 TEST_F(SoundTest, IsSkippedWhenTheDeviceFails)
 {
-    std::mutex mutex;
-    GstElementPtr sink; // created on the sound's thread
-    player = std::make_shared<GStreamerPlayer>([&] {
-        GstElementPtr made = makeElement("fakesink");
-        const std::lock_guard guard(mutex);
-        sink.reset(GST_ELEMENT(gst_object_ref(made.get())));
-        return made;
-    });
+    const auto device = std::make_shared<FailingDevice>();
+    player = std::make_shared<GStreamerPlayer>([device] { return device->watch(makeElement("fakesink")); });
     player->setVideoOutput(output);
     loop(soundRamp.file(), 0, 0.5);
     player->play();
     ASSERT_TRUE(output->waitForCount(10));
-    ASSERT_TRUE(eventually([&] {
-        const std::lock_guard guard(mutex);
-        return sink != nullptr;
-    }));
-    GST_ELEMENT_ERROR(sink.get(), RESOURCE, WRITE, ("The device is gone"), (nullptr));
+    ASSERT_TRUE(eventually([&] { return device->isOpen(); }));
+    device->fail();
     output->forget();
     ASSERT_TRUE(output->waitForCount(40));
     EXPECT_TRUE(repeats(output->numbers(), 0, 14));
