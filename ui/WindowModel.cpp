@@ -34,7 +34,8 @@ CropRegion toCropRegion(const QRectF& rect)
 
 } // namespace
 
-WindowModel::WindowModel(AppModel& model, QObject* parent) : QObject(parent), m_model(model)
+WindowModel::WindowModel(AppModel& model, QObject* parent)
+    : QObject(parent), m_model(model), m_backgroundExports(model)
 {
     forwardChanges();
 }

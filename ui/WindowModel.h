@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/AppModel.h"
+#include "ui/BackgroundExportList.h"
 
 #include <QObject>
 #include <QRectF>
@@ -53,6 +54,8 @@ class WindowModel : public QObject
     Q_PROPERTY(bool includeAudio READ includeAudio WRITE setIncludeAudio NOTIFY settingsChanged FINAL)
     Q_PROPERTY(double panelAspect READ panelAspect NOTIFY settingsChanged FINAL)
 
+    Q_PROPERTY(QAbstractItemModel* backgroundExports READ backgroundExports CONSTANT FINAL)
+
 public:
     enum Phase { Empty, Preparing, Ready, Exporting, Complete, Failed };
     Q_ENUM(Phase)
@@ -104,6 +107,8 @@ public:
     void setIncludeAudio(bool include);
     double panelAspect() const;
 
+    QAbstractItemModel* backgroundExports() { return &m_backgroundExports; }
+
     /// Parses an integer in the user's locale and ignores any other text. If the value is new, stores it and
     /// adapts the crops to it.
     Q_INVOKABLE void setCustomWidth(const QString& text);
@@ -114,6 +119,8 @@ public:
     Q_INVOKABLE void togglePreviewPlayback() { m_model.togglePreviewPlayback(); }
     /// The export button: cancels the running export, or opens the save panel.
     Q_INVOKABLE void exportOrCancel();
+    /// Cancels the export of a row of `backgroundExports`.
+    Q_INVOKABLE void cancelBackgroundExport(int row) { m_backgroundExports.cancel(row); }
     /// The largest centred rectangle of this aspect ratio (width / height) in an area.
     Q_INVOKABLE static QRectF fittedFrame(double width, double height, double aspect);
     /// Formats a time as the timeline shows it.
@@ -143,6 +150,7 @@ private:
     void setCustomSide(Side side, const QString& text);
 
     AppModel& m_model;
+    BackgroundExportList m_backgroundExports;
 };
 
 } // namespace stackreel

@@ -92,6 +92,7 @@ Item {
     Notice {
         id: notice
 
+        model: view.model
         x: (view.width - width) / 2
         y: 22 + header.height + 30
         width: Math.min(560, view.width - 48)

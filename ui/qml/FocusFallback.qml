@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Stackreel
 
-/// Moves the keyboard focus when a change of phase hides or disables the focused control: to `editingFallback` while a
+/// Moves the keyboard focus when the focused control is hidden, disabled or destroyed: to `editingFallback` while a
 /// clip can be edited, otherwise to `otherFallback`. Without this, no item would have the focus, and screen reader
 /// users would not know where they are. Does nothing if the focus was not visible.
 QtObject {
@@ -29,14 +29,16 @@ QtObject {
 
     function update() {
         // When the window is activated, Qt may give the focus to a hidden item, so the item is checked here.
-        if (focused && focused !== content.Window.contentItem && canTakeFocus(focused))
+        if (focused !== content.Window.contentItem && canTakeFocus(focused))
             recordFocus();
-        else if (lastFocused && hadVisualFocus && phase !== WindowModel.Preparing && !canTakeFocus(lastFocused))
+        else if (hadVisualFocus && phase !== WindowModel.Preparing && !canTakeFocus(lastFocused))
             (model.editable ? editingFallback : otherFallback).forceActiveFocus(Qt.ShortcutFocusReason);
     }
 
+    /// False for null, too: `lastFocused` becomes null when its item is destroyed. An item that is about to be
+    /// destroyed has no window.
     function canTakeFocus(item: Item): bool {
-        return item.visible && item.enabled;
+        return item !== null && item.Window.window !== null && item.visible && item.enabled;
     }
 
     /// Records the focused item if it is inside the content. Menus and dialogs restore the focus themselves.

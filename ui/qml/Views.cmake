@@ -1,5 +1,6 @@
 # Adds the views of the window to the QML module that CMakeLists.txt defines.
 target_sources(stackreel_ui PRIVATE
+  ../BackgroundExportList.cpp ../BackgroundExportList.h
   ../CropEditor.cpp ../CropEditor.h
   ../CursorStack.cpp
   ../DragCursor.cpp ../DragCursor.h
@@ -41,12 +42,14 @@ qt_target_qml_sources(stackreel_ui
     Header.qml
     HoverHint.qml
     Inspector.qml
+    MessageText.qml
     Notice.qml
     OnOffSwitch.qml
     OutlineActionButton.qml
     PickerRow.qml
     PreparingState.qml
     ResizeHandle.qml
+    ScrolledRows.qml
     SectionTitle.qml
     SoftShadow.qml
     Spinner.qml

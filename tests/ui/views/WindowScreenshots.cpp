@@ -116,14 +116,37 @@ TEST_F(WindowScreenshots, Complete)
     save(window, QStringLiteral("complete"));
 }
 
-TEST_F(WindowScreenshots, NoticeOfAnExportWhoseSourceWasReplaced)
+TEST_F(WindowScreenshots, NoticeOfExportsWhoseSourcesWereReplaced)
 {
     WindowWithFakes window;
     load(window);
-    Q_EMIT window.model().exportOfReplacedSourceEnded(
-        QStringLiteral("Evening-vertical.mp4 was not exported. No space left on device"));
+    window.startExport();
+    load(window, "/clips/Morning.MOV");
+    for (const char* message :
+         {"Evening-vertical.mp4 was not exported. The tool wrote this line\nand this line\nand this one, "
+          "which is "
+          "long enough for a second line of the notice, and for a third\nNo space left on device",
+          "Noon-vertical.mp4 was not exported. The export was cancelled.", "Saved Sunset-vertical.mp4"})
+        Q_EMIT window.model().exportOfReplacedSourceEnded(QString::fromUtf8(message));
     WindowWithFakes::settle();
     save(window, QStringLiteral("notice"));
+}
+
+TEST_F(WindowScreenshots, NoticeThatScrolls)
+{
+    WindowWithFakes window(QSize(1, 1));
+    window.window().resize(window.window().minimumSize());
+    load(window);
+    for (int count = 1; count <= 5; ++count) {
+        window.startExport("/clips/Clip " + std::to_string(count) + "-vertical.mp4");
+        load(window);
+        for (int message = 1; message <= 2; ++message)
+            Q_EMIT window.model().exportOfReplacedSourceEnded(
+                QStringLiteral("Saved Clip %1-vertical.mp4").arg(10 * count + message));
+    }
+    WindowWithFakes::settle();
+    window.item(QStringLiteral("messageRows")).forceActiveFocus(Qt::TabFocusReason);
+    save(window, QStringLiteral("notice-full"));
 }
 
 TEST_F(WindowScreenshots, HintsAndFocus)
