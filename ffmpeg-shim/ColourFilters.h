@@ -1,7 +1,7 @@
 #pragma once
 
+#include "colour/ColourConversion.h"
 #include "ffmpeg-shim/Arguments.h"
-#include "ffmpeg-shim/ColourConversion.h"
 
 #include <string>
 #include <string_view>

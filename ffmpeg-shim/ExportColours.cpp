@@ -3,6 +3,7 @@
 #include "ffmpeg-shim/ColourChanges.h"
 #include "ffmpeg-shim/ColourFilters.h"
 #include "ffmpeg-shim/Process.h"
+#include "ffmpeg-shim/SourceVideo.h"
 #include "ffmpeg-shim/ToolSearch.h"
 
 #include <filesystem>

@@ -1,15 +1,12 @@
 // Writes the colour tables into a folder, which is its only argument. The build runs it once.
-#include "ffmpeg-shim/ColourTable.h"
+#include "colour/ColourTable.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
 
-using namespace stackreel::shim;
-
-// With 33 points the largest error, of a strong green in PQ, is a ΔE (CIEDE2000) of 1.
-constexpr int pointsPerComponent = 33;
+using namespace stackreel;
 
 int main(int argc, char** argv)
 {
@@ -20,7 +17,7 @@ int main(int argc, char** argv)
     for (const ColourTable& table : colourTables()) {
         const std::string path = std::string(argv[1]) + "/" + table.name + ".cube";
         std::ofstream file(path);
-        file << cubeFile(table, pointsPerComponent);
+        file << cubeFile(table, colourTablePoints);
         if (!file.flush()) {
             std::fprintf(stderr, "%s: %s\n", path.c_str(), std::strerror(errno));
             return 1;

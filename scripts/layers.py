@@ -18,9 +18,10 @@ ENGINE = (*LOOP, "player/sound", "player/playout", "player/engine")
 INTERFACES = ("system", "player", "player/base", "desktop/panels")
 USES = {
     "system": (),
+    "colour": (),
     "player/base": ("system",),
     "player/source": BASE,
-    "player/pictures": (*BASE, "player/source"),
+    "player/pictures": (*BASE, "player/source", "colour"),
     "player/loop": PICTURES,
     "player/sound": LOOP,
     "player/playout": LOOP,
@@ -31,7 +32,7 @@ USES = {
     "desktop/panels": ("system",),
     "desktop/power": ("system",),
     "updates": ("system",),
-    "ffmpeg-shim": ("system",),
+    "ffmpeg-shim": ("system", "colour"),
     "media": INTERFACES,
     "framing": ("media",),
     "model": (*INTERFACES, "media", "framing"),

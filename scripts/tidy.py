@@ -21,6 +21,7 @@ from pathlib import Path
 PRODUCT = (
     "app",
     "cli",
+    "colour",
     "desktop",
     "ffmpeg-shim",
     "framing",

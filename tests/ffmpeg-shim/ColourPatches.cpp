@@ -225,22 +225,30 @@ std::vector<Triple> patchesOf(const SourceKind& kind)
     return patches;
 }
 
-void makePatches(const std::filesystem::path& file, const SourceKind& kind)
+std::filesystem::path patchesFile(const std::filesystem::path& folder, const SourceKind& kind)
 {
-    const TemporaryDirectory folder;
+    const bool isH264 = std::string_view(kind.codec) == "libx264";
+    std::filesystem::path file = folder / (std::string(kind.name) + (isH264 ? ".mp4" : ".mkv"));
+    if (std::filesystem::exists(file))
+        return file;
+    const TemporaryDirectory rawFolder;
     const std::string picture = pictureOf(kind);
-    const auto raw = folder.write("raw", picture + picture + picture);
+    const auto raw = rawFolder.write("raw", picture + picture + picture);
     const std::string size = std::to_string(kind.width) + "x" + std::to_string(kind.height);
     std::vector<std::string> arguments{
         "-v", "error", "-y", "-f", "rawvideo",   "-pix_fmt", kind.pixelFormat, "-s",
         size, "-r",    "10", "-i", raw.string(), "-c:v",     kind.codec};
-    if (std::string_view(kind.codec) == "libx264")
+    if (isH264)
         arguments.insert(arguments.end(), {"-qp", "0"});
+    if (kind.onlyContainer)
+        arguments.insert(arguments.end(),
+                         {"-x264-params", "colorprim=undef:transfer=undef:colormatrix=undef:range=auto"});
     if (*kind.tags)
         arguments.insert(arguments.end(), {"-vf", std::string("setparams=") + kind.tags});
     arguments.push_back(file.string());
     const Outcome outcome = run({shimProgram("ffmpeg"), arguments, {}});
     EXPECT_EQ(outcome.exitStatus(), 0) << outcome.errors;
+    return file;
 }
 
 std::vector<Triple> measuredPatches(const std::filesystem::path& file, int width, int height)

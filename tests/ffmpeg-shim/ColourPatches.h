@@ -30,6 +30,7 @@ struct SourceKind {
     const char* codec = "ffv1";
     int width = 320;
     int height = 180;
+    bool onlyContainer = false; ///< the H.264 stream itself has no tags
 
     bool isHdr() const { return transfer == Transfer::pq || transfer == Transfer::hlg; }
 };
@@ -40,8 +41,9 @@ inline constexpr int patchColumns = 8;
 inline constexpr int patchRows = 4;
 std::vector<Triple> patchesOf(const SourceKind& kind);
 
-/// Writes three pictures of the patches as a file without loss.
-void makePatches(const std::filesystem::path& file, const SourceKind& kind);
+/// A file in `folder` with three pictures of the patches, without loss: MP4 for H.264, otherwise Matroska. It
+/// is written unless it exists.
+std::filesystem::path patchesFile(const std::filesystem::path& folder, const SourceKind& kind);
 
 /// The mean R'G'B' of each patch in the first picture of a BT.709 file with limited range. The picture has
 /// the given size. Empty if it cannot be decoded.

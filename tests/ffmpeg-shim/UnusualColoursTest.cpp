@@ -69,13 +69,7 @@ const std::vector<SourceKind> formats{
 class UnusualColoursTest : public testing::Test
 {
 protected:
-    fs::path source(const SourceKind& kind) const
-    {
-        fs::path file = m_folder / (std::string(kind.name) + ".mkv");
-        if (!fs::exists(file))
-            makePatches(file, kind);
-        return file;
-    }
+    fs::path source(const SourceKind& kind) const { return patchesFile(m_folder.path(), kind); }
 
     /// Exports the upper and the lower half of a picture of the given size on top of each other.
     Outcome exported(const InstalledFFmpeg& ffmpeg, const fs::path& file,

@@ -1,10 +1,10 @@
-#include "ffmpeg-shim/ColourTable.h"
+#include "colour/ColourTable.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 
-namespace stackreel::shim
+namespace stackreel
 {
 
 namespace
@@ -177,4 +177,4 @@ std::string cubeFile(const ColourTable& table, int size)
     return text;
 }
 
-} // namespace stackreel::shim
+} // namespace stackreel

@@ -1,12 +1,26 @@
 #pragma once
 
-#include "ffmpeg-shim/SourceVideo.h"
-
 #include <string>
 #include <vector>
 
-namespace stackreel::shim
+namespace stackreel
 {
+
+/// The first video stream of a file. The texts are the words of ffprobe, "unknown" or empty where the file
+/// does not say.
+struct SourceVideo {
+    int width = 0;  ///< pixels, as coded
+    int height = 0; ///< pixels, as coded
+    std::string pixelFormat;
+    std::string range;     ///< "tv" is limited, "pc" is full
+    std::string matrix;    ///< from R'G'B' to Y'CbCr
+    std::string transfer;  ///< the transfer characteristics
+    std::string primaries; ///< the colour primaries
+    std::string fieldOrder;
+    int rotation = 0; ///< degrees, counterclockwise, that the picture is turned for display; -180 to 180
+
+    bool operator==(const SourceVideo&) const = default;
+};
 
 /// What has to be done to the pictures of a source so that they are BT.709 with limited range.
 struct ColourConversion {
@@ -32,11 +46,10 @@ struct ColourConversion {
 /// Decides on the conversion. What the file does not say is guessed:
 /// - The matrix is that of BT.2020 for PQ, HLG and the primaries of BT.2020. Otherwise pictures of at least
 ///   1280 pixels in width or more than 576 in height have that of BT.709, smaller ones that of BT.601.
-/// - The primaries are those of BT.2020 for PQ, HLG and the matrix of BT.2020. Smaller pictures of 480, 486
-/// or
-///   488 lines have those of BT.601 for 525 lines, unless the matrix or the transfer characteristics are
-///   stated as others than those of BT.601 for 525 lines. All others have those of BT.709.
+/// - The primaries are those of BT.2020 for PQ, HLG and the matrix of BT.2020. Smaller pictures of 480,
+///   486 or 488 lines have those of BT.601 for 525 lines, unless the matrix or the transfer characteristics
+///   are stated as others than those of BT.601 for 525 lines. All others have those of BT.709.
 /// - R'G'B' and grey have the full range, others the limited range.
 ColourConversion conversionToBt709(const SourceVideo& source);
 
-} // namespace stackreel::shim
+} // namespace stackreel

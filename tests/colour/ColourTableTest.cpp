@@ -1,4 +1,4 @@
-#include "ffmpeg-shim/ColourTable.h"
+#include "colour/ColourTable.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <sstream>
 
-namespace stackreel::shim
+namespace stackreel
 {
 
 namespace
@@ -112,4 +112,4 @@ TEST(ColourTable, FilesListRedFirst)
     EXPECT_EQ(file.get(), std::istringstream::traits_type::eof());
 }
 
-} // namespace stackreel::shim
+} // namespace stackreel

@@ -1,8 +1,8 @@
-#include "ffmpeg-shim/ColourConversion.h"
+#include "colour/ColourConversion.h"
 
 #include <gtest/gtest.h>
 
-namespace stackreel::shim
+namespace stackreel
 {
 
 namespace
@@ -197,4 +197,4 @@ TEST(ColourConversion, InterlacedPicturesAreFound)
     EXPECT_EQ(conversionToBt709(source).rotation, -90);
 }
 
-} // namespace stackreel::shim
+} // namespace stackreel

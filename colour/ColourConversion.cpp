@@ -1,11 +1,11 @@
-#include "ffmpeg-shim/ColourConversion.h"
+#include "colour/ColourConversion.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
 
-namespace stackreel::shim
+namespace stackreel
 {
 
 namespace
@@ -186,4 +186,4 @@ ColourConversion conversionToBt709(const SourceVideo& source)
     return conversion;
 }
 
-} // namespace stackreel::shim
+} // namespace stackreel

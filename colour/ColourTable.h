@@ -4,13 +4,18 @@
 #include <string>
 #include <vector>
 
-namespace stackreel::shim
+namespace stackreel
 {
 
 /// Red, green and blue, each from 0 to 1, or a linear quantity of the same three.
 using Rgb = std::array<double, 3>;
 
-/// A function of three components that an FFmpeg filter applies from a file (`lut3d`).
+/// The points per component of a table. With 33 the largest error, of a strong green in PQ, is a ΔE
+/// (CIEDE2000) of 1.
+inline constexpr int colourTablePoints = 33;
+
+/// A function of three components. The export applies it from a file by FFmpeg's filter `lut3d`, the player
+/// by `ColourCube`.
 struct ColourTable {
     std::string name; ///< of the file, without its suffix
     Rgb (*convert)(const Rgb&);
@@ -37,4 +42,4 @@ Rgb toneMapped(const Rgb& light);
 /// The table in the "cube" format of Adobe and Iridas: `size` points per component, red first.
 std::string cubeFile(const ColourTable& table, int size);
 
-} // namespace stackreel::shim
+} // namespace stackreel
