@@ -181,7 +181,8 @@ ColourConversion conversionToBt709(const SourceVideo& source)
     conversion.unconverted = unconvertedOf(source);
     conversion.fullRange = hasFullRange(source, conversion);
     static constexpr std::array<std::string_view, 4> interlaced{"tt", "bb", "tb", "bt"};
-    conversion.isInterlaced = isOneOf(interlaced, source.fieldOrder);
+    // ffprobe does not know the field order of DV, whose pictures are always interlaced.
+    conversion.isInterlaced = isOneOf(interlaced, source.fieldOrder) || source.codec == "dvvideo";
     conversion.rotation = source.rotation;
     return conversion;
 }

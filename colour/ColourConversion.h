@@ -18,6 +18,7 @@ struct SourceVideo {
     std::string primaries; ///< the colour primaries
     std::string fieldOrder;
     int rotation = 0; ///< degrees, counterclockwise, that the picture is turned for display; -180 to 180
+    std::string codec = {};
 
     bool operator==(const SourceVideo&) const = default;
 };

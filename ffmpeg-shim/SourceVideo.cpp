@@ -41,8 +41,8 @@ std::vector<std::string> sourceVideoQuery(const std::string& file)
             "-select_streams",
             "v:0",
             "-show_entries",
-            "stream=width,height,pix_fmt,color_range,color_space,color_transfer,color_primaries,field_order:"
-            "stream_side_data=rotation",
+            "stream=width,height,pix_fmt,color_range,color_space,color_transfer,color_primaries,field_order,"
+            "codec_name:stream_side_data=rotation",
             "-of",
             "default=noprint_wrappers=1",
             "-i",
@@ -61,7 +61,8 @@ std::optional<SourceVideo> parseSourceVideo(std::string_view report)
                       .transfer = text("color_transfer"),
                       .primaries = text("color_primaries"),
                       .fieldOrder = text("field_order"),
-                      .rotation = number(values["rotation"])};
+                      .rotation = number(values["rotation"]),
+                      .codec = text("codec_name")};
     if (video.width <= 0 || video.height <= 0 || video.pixelFormat.empty() || video.pixelFormat == "unknown")
         return std::nullopt;
     return video;

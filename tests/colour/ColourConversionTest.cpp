@@ -195,6 +195,8 @@ TEST(ColourConversion, InterlacedPicturesAreFound)
     }
     source.rotation = -90;
     EXPECT_EQ(conversionToBt709(source).rotation, -90);
+    source.codec = "dvvideo";
+    EXPECT_TRUE(conversionToBt709(source).isInterlaced) << "ffprobe does not know the field order of DV";
 }
 
 } // namespace stackreel

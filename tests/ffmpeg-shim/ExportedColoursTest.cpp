@@ -175,9 +175,11 @@ TEST_F(ExportedColoursTest, AreOfOneMomentFromAnInterlacedSource)
         };
         const double combed = exportedRoughness(Fields::unmarked, 3);
         const double smooth = exportedRoughness(Fields::topFirst, 3);
+        const double dv = exportedRoughness(Fields::dv, 8);
         EXPECT_GT(combed, 40);
         EXPECT_LT(smooth, combed / 5);
-        std::cout << ffmpeg.version << ": " << combed << " to " << smooth << '\n';
+        EXPECT_LT(dv, combed / 5);
+        std::cout << ffmpeg.version << ": " << combed << " to " << smooth << ", DV " << dv << '\n';
     }
 }
 

@@ -9,7 +9,8 @@ TEST(SourceVideo, IsReadFromTheReport)
 {
     const auto video = parseSourceVideo("width=1920\nheight=1080\npix_fmt=yuv420p10le\ncolor_range=tv\n"
                                         "color_space=bt2020nc\ncolor_transfer=arib-std-b67\n"
-                                        "color_primaries=bt2020\nfield_order=progressive\nrotation=-90\n");
+                                        "color_primaries=bt2020\nfield_order=progressive\nrotation=-90\n"
+                                        "codec_name=hevc\n");
     const SourceVideo expected{.width = 1920,
                                .height = 1080,
                                .pixelFormat = "yuv420p10le",
@@ -18,7 +19,8 @@ TEST(SourceVideo, IsReadFromTheReport)
                                .transfer = "arib-std-b67",
                                .primaries = "bt2020",
                                .fieldOrder = "progressive",
-                               .rotation = -90};
+                               .rotation = -90,
+                               .codec = "hevc"};
     EXPECT_EQ(video, expected);
 }
 
