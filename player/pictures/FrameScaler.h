@@ -1,5 +1,6 @@
 #pragma once
 
+#include "player/pictures/ColourMapper.h"
 #include "player/pictures/PictureSize.h"
 #include "player/pictures/PlanarFrame.h"
 #include "player/pictures/VideoBuffers.h"
@@ -8,11 +9,13 @@
 #include <gst/video/video.h>
 
 #include <memory>
+#include <optional>
 
 namespace stackreel
 {
 
-/// Makes decoded pictures upright and small. One thread.
+/// Makes decoded pictures upright and small, and those of high dynamic range and of other primaries BT.709.
+/// One thread.
 class FrameScaler
 {
 public:
@@ -32,16 +35,25 @@ private:
         void operator()(GstVideoConverter* converter) const { gst_video_converter_free(converter); }
     };
 
-    void prepare(const GstVideoInfo& stored, PictureSize size);
+    bool read(GstCaps* caps);
+    void prepare(PictureSize size);
     GstBufferPtr convert(GstBuffer* stored);
-    GstBufferPtr turn(GstBuffer* scaled, Orientation orientation);
+    GstBufferPtr map(GstBuffer* scaled);
+    GstBufferPtr turn(GstBuffer* small, Orientation orientation);
 
     PictureSize m_box;
-    GstVideoInfo m_storedInfo = {};
-    GstVideoInfo m_scaledInfo = {};
+    GstCapsPtr m_caps;               ///< of the sample before, from which come:
+    GstVideoInfo m_decodedInfo = {}; ///< what the caps say
+    GstVideoInfo m_storedInfo = {};  ///< with the colours as the export sees them, and no frame rate
+    std::vector<std::string> m_tables;
+
+    GstVideoInfo m_scaledInfo = {}; ///< of the converter's pictures
+    GstVideoInfo m_smallInfo = {};  ///< the same after the colour tables
     GstVideoInfo m_uprightInfo = {};
     std::unique_ptr<GstVideoConverter, FreeConverter> m_converter;
+    std::optional<ColourMapper> m_mapper; ///< where there are tables
     VideoBuffers m_scaled;
+    VideoBuffers m_mapped;
     VideoBuffers m_upright;
 };
 

@@ -2,11 +2,10 @@
 
 #include "player/base/VideoFrame.h"
 #include "player/pictures/PlanarFrame.h"
+#include "player/pictures/RgbMatrix.h"
 #include "player/pictures/VideoBuffers.h"
 
 #include <gst/video/video.h>
-
-#include <memory>
 
 namespace stackreel
 {
@@ -19,13 +18,8 @@ public:
     VideoFrame convert(const PlanarFrame& frame);
 
 private:
-    struct FreeConverter {
-        void operator()(GstVideoConverter* converter) const { gst_video_converter_free(converter); }
-    };
-
-    GstVideoInfo m_planarInfo = {};
-    GstVideoInfo m_rgbInfo = {};
-    std::unique_ptr<GstVideoConverter, FreeConverter> m_converter;
+    GstVideoColorimetry m_colorimetry = {}; ///< unknown until the first picture
+    RgbMatrix m_matrix;
     VideoBuffers m_buffers;
 };
 

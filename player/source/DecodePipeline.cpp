@@ -124,6 +124,7 @@ void DecodePipeline::watch()
     m_sinkPad.reset(gst_element_get_static_pad(m_sink, "sink"));
     gst_pad_add_probe(m_sinkPad.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onQuery, nullptr, nullptr);
     m_orientation.watch(m_sinkPad.get());
+    m_colours.addTo(m_sinkPad.get());
     const GstBusPtr bus(gst_element_get_bus(m_pipeline.get()));
     gst_bus_set_sync_handler(bus.get(), onMessage, this, nullptr);
 }
@@ -235,8 +236,10 @@ void DecodePipeline::onElementAdded(GstBin*, GstBin*, GstElement* element, gpoin
         const std::lock_guard lock(that->m_mutex);
         that->m_demuxerPad = std::move(entry);
     }
-    if (isVideoParser(factory))
+    if (isVideoParser(factory)) {
         that->m_firstPacket.watch(element);
+        that->m_colours.removeBefore(element);
+    }
     if (!GST_IS_VIDEO_DECODER(element))
         return;
     limitThreads(element);

@@ -2,6 +2,7 @@
 
 #include "player/base/GStreamer.h"
 #include "player/base/Nanoseconds.h"
+#include "player/source/ContainerColours.h"
 #include "player/source/FirstPacket.h"
 #include "player/source/KeyFrameFilter.h"
 #include "player/source/OrientationTag.h"
@@ -99,6 +100,7 @@ private:
     KeyFrameFilter m_keyFrameFilter;
     FirstPacket m_firstPacket;
     OrientationTag m_orientation;
+    ContainerColours m_colours;
     GstElementPtr m_pipeline;
     GstElement* m_decoder = nullptr; ///< the pipeline's
     GstElement* m_sink = nullptr;    ///< the pipeline's

@@ -2,6 +2,7 @@
 #include "tests/player/CollectingOutput.h"
 #include "tests/player/ExportedFrame.h"
 #include "tests/player/MarkedClip.h"
+#include "tests/player/PictureOutput.h"
 #include "tests/player/Quarters.h"
 #include "tests/player/Repetition.h"
 #include "tests/support/Awaited.h"
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -19,28 +19,6 @@ namespace stackreel
 
 namespace
 {
-
-/// An output that keeps all frames.
-class PictureOutput : public VideoOutput
-{
-public:
-    void present(VideoFrame frame) noexcept override
-    {
-        const std::lock_guard lock(m_mutex);
-        m_pictures.push_back(std::move(frame));
-    }
-    void clear() noexcept override {}
-
-    std::vector<VideoFrame> pictures() const
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_pictures;
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    std::vector<VideoFrame> m_pictures;
-};
 
 VideoFrame exportedUpright(const std::filesystem::path& file, bool swapped)
 {
@@ -128,6 +106,8 @@ TEST_F(UnusualClipsTest, RepeatsARangeInEveryContainer)
         {"container.flv", ""},
         {"jpeg.mov", "-c:v mjpeg -bf 0 -pix_fmt yuvj420p"},
         {"png.mov", "-c:v png -bf 0 -pix_fmt rgb24"},
+        {"interlaced.mp4", "-flags +ildct+ilme -top 1"},
+        {"pq.mkv", "-c:v ffv1 -g 30 -bf 0 -pix_fmt yuv420p10le -color_trc smpte2084 -color_primaries bt2020"},
     };
     for (const auto& row : rows) {
         const MarkedClip clip{.name = row.name, .frames = 120, .keyInterval = 30, .output = row.output};
