@@ -86,7 +86,8 @@ PlanarFramePtr FrameScaler::scale(GstSample* sample, Orientation orientation, Na
         return {};
     prepare(scaledSize(m_storedInfo, orientation, m_box));
     auto frame = std::make_shared<PlanarFrame>();
-    frame->buffer = convert(picture);
+    const GstBufferPtr whole = m_deinterlacer.deinterlace(picture, m_decodedInfo);
+    frame->buffer = whole ? convert(whole.get()) : nullptr;
     if (frame->buffer && m_mapper)
         frame->buffer = map(frame->buffer.get());
     frame->info = m_smallInfo;

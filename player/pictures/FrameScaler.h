@@ -1,6 +1,7 @@
 #pragma once
 
 #include "player/pictures/ColourMapper.h"
+#include "player/pictures/Deinterlacer.h"
 #include "player/pictures/PictureSize.h"
 #include "player/pictures/PlanarFrame.h"
 #include "player/pictures/VideoBuffers.h"
@@ -52,6 +53,7 @@ private:
     GstVideoInfo m_uprightInfo = {};
     std::unique_ptr<GstVideoConverter, FreeConverter> m_converter;
     std::optional<ColourMapper> m_mapper; ///< where there are tables
+    Deinterlacer m_deinterlacer;
     VideoBuffers m_scaled;
     VideoBuffers m_mapped;
     VideoBuffers m_upright;
