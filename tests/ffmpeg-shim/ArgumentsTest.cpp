@@ -190,7 +190,7 @@ TEST(Arguments, AddACommentBeforeTheFileNameOfAnExport)
     EXPECT_EQ(withComment(exporting, "a=b \"c\""),
               joined({{"-filter_complex", "null"}, request, {"-metadata", "comment=a=b \"c\"", "out.mp4"}}));
     EXPECT_EQ(withComment(exporting, ""), exporting);
-    EXPECT_EQ(withComment({"-i", "a.mov", "copy.mp4"}, "text"), (Arguments{"-i", "a.mov", "proxy.mp4"}));
+    EXPECT_EQ(withComment({"-i", "a.mov", "copy.mp4"}, "text"), (Arguments{"-i", "a.mov", "copy.mp4"}));
     EXPECT_EQ(withComment({}, "text"), Arguments{});
 }
 
