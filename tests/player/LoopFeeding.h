@@ -29,11 +29,11 @@ public:
     /// The next frame; none when nothing can be shown.
     std::optional<QueuedFrame> next() { return next(feeder); }
     /// The next frame of another feeder of the same reader.
-    std::optional<QueuedFrame> next(LoopFeeder& feeder)
+    std::optional<QueuedFrame> next(LoopFeeder& source)
     {
         QueuedFrame frame;
         while (true) {
-            switch (feeder.step(frame)) {
+            switch (source.step(frame)) {
             case LoopFeeder::Step::frame:
                 return frame;
             case LoopFeeder::Step::failed:
@@ -41,9 +41,9 @@ public:
             case LoopFeeder::Step::working:
                 break;
             default:
-                if (feeder.parked())
+                if (source.parked())
                     return std::nullopt;
-                m_wakeUp.wait(feeder.deadline());
+                m_wakeUp.wait(source.deadline());
             }
         }
     }
