@@ -13,8 +13,9 @@ if [ $# -gt 0 ]; then
   ffmpeg -v error -y -ss 1 -i "$1" -frames:v 1 "$frame"
 fi
 for scale in 1 2; do
-  QT_SCALE_FACTOR=$scale STACKREEL_SCREENSHOTS=$folder/scale-$scale STACKREEL_SCREENSHOT_FRAME=$frame \
-    "$program" --gtest_brief=1
+  environment=("QT_SCALE_FACTOR=$scale" "STACKREEL_SCREENSHOTS=$folder/scale-$scale")
+  [ -z "$frame" ] || environment+=("STACKREEL_SCREENSHOT_FRAME=$frame")
+  env "${environment[@]}" "$program" --gtest_brief=1
 done
 [ -z "$frame" ] || rm -f "$frame"
 echo "The screenshots are in $folder."

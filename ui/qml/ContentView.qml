@@ -93,9 +93,10 @@ Item {
         id: notice
 
         model: view.model
-        x: (view.width - width) / 2
+        // Above the preview, where it covers no control of the inspector.
+        x: 24 + (workspace.width - width) / 2
         y: 22 + header.height + 30
-        width: Math.min(560, view.width - 48)
+        width: Math.min(560, workspace.width - 24)
         onVisibleChanged: focusFallback.deferredUpdate.start()
     }
 }
