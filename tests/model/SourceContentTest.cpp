@@ -67,7 +67,7 @@ TEST(SourceContent, HasSoundOnlyWhereAPacketLiesInTheRange)
 
 TEST(SourceContent, TakesTheTimeOfDecodingWhereThereIsNoneOfPresentation)
 {
-    EXPECT_EQ(SourceContent::parse("packet,0,N/A,2.96,0.04\npacket,1,N/A,5.98,0.02\n", usual, 0, 6),
+    EXPECT_EQ(SourceContent::parse("packet,0,N/A,2.96,0.04\npacket,1,N/A,5.5,0.5\n", usual, 0, 6),
               (SourceContent{.pictureEnd = 3, .end = 6, .hasSound = true}));
 }
 
