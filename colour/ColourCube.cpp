@@ -6,7 +6,7 @@ namespace stackreel
 ColourCube::ColourCube(const std::function<Rgb(const Rgb&)>& function)
 {
     const auto value = [](int point) { return point / static_cast<double>(colourTablePoints - 1); };
-    m_points.reserve(static_cast<std::size_t>(size * size * size));
+    m_points.reserve(std::size_t{size} * size * size);
     for (int blue = 0; blue < colourTablePoints; ++blue)
         for (int green = 0; green < colourTablePoints; ++green)
             for (int red = 0; red < colourTablePoints; ++red) {

@@ -41,9 +41,11 @@ std::shared_ptr<const ColourCube> cubeFor(const std::vector<std::string>& tables
     return cube;
 }
 
+/// The nearest integer. Codes are positive, and the cast removes the fraction.
 guint8 rounded(float code)
 {
-    return static_cast<guint8>(code + 0.5F);
+    const float above = code + 0.5F;
+    return static_cast<guint8>(above);
 }
 
 } // namespace
