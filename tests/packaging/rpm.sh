@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# rpm.sh SPEC BUILD-FOLDER: checks that rpmspec can read the spec file, that rpmlint finds no error in it, and that it
+# rpm.sh FILE BUILD-FOLDER: checks that rpmspec can read FILE (stackreel.spec), that rpmlint finds no error in it, and that it
 # lists exactly the installed files. Exits with 77 where rpmspec or rpmlint is missing.
 set -uo pipefail
 for program in rpmspec rpmlint; do
