@@ -7,8 +7,8 @@ namespace stackreel
 
 /// Makes writes on this program's threads visible to callbacks on GStreamer's threads, and the other way
 /// round. GStreamer ensures that by its own locks, which a thread sanitizer does not see. Create one before a
-/// pipeline starts, after it has stopped, and for the length of each callback. Any thread; costs next to
-/// nothing.
+/// pipeline starts, after it has stopped, and for the length of each callback; also where memory is returned
+/// to a buffer pool and taken from it. Any thread; costs next to nothing.
 class Handover
 {
 public:

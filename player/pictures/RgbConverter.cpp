@@ -1,5 +1,7 @@
 #include "player/pictures/RgbConverter.h"
 
+#include "player/base/Handover.h"
+
 namespace stackreel
 {
 
@@ -16,6 +18,7 @@ struct MappedPicture {
     MappedPicture& operator=(const MappedPicture&) = delete;
     ~MappedPicture()
     {
+        const Handover handover;
         if (mapped)
             gst_video_frame_unmap(&frame);
     }
@@ -40,6 +43,8 @@ VideoFrame RgbConverter::convert(const PlanarFrame& frame)
     VideoFrame converted;
     converted.seconds = toSeconds(frame.time);
     auto picture = std::make_shared<MappedPicture>(rgb, m_buffers.acquire(rgb));
+    // Its memory may be that of a picture that another thread has shown and released.
+    const Handover handover;
     GstVideoFrame planar;
     if (!picture->mapped || !gst_video_frame_map(&planar, &frame.info, frame.buffer.get(), GST_MAP_READ))
         return converted;

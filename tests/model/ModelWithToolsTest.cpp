@@ -142,7 +142,7 @@ TEST_F(ModelWithToolsTest, RunsTheExportsOfTwoSourcesOneAfterTheOther)
     model().chooseExportDestination();
     m_savePanel->choose(other);
     ASSERT_TRUE(entersPhase(Phase::Kind::exporting));
-    EXPECT_FALSE(std::filesystem::exists(other));
+    EXPECT_TRUE(!std::filesystem::exists(other) || std::filesystem::is_empty(other)) << "it waits";
     first->cancel();
     ASSERT_TRUE(becomesPhase(Phase::Kind::complete));
     EXPECT_TRUE(first->hasEnded());
